@@ -1,0 +1,44 @@
+# Compiler cache, warnings, sanitizers and the outside libraries: one place for each.
+
+find_program(TARNWICK_CCACHE ccache)
+if(TARNWICK_CCACHE)
+    # Precompiled headers are cached too, as long as ccache may ignore their time stamps.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${TARNWICK_CCACHE})
+endif()
+
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets)
+find_package(Threads REQUIRED)
+find_package(cubeb REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(sqlcipher REQUIRED IMPORTED_TARGET sqlcipher)
+pkg_check_modules(libzip REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(pugixml REQUIRED IMPORTED_TARGET pugixml)
+pkg_check_modules(sndfile REQUIRED IMPORTED_TARGET sndfile)
+pkg_check_modules(mpg123 REQUIRED IMPORTED_TARGET libmpg123)
+pkg_check_modules(lame REQUIRED IMPORTED_TARGET lame)
+pkg_check_modules(soxr REQUIRED IMPORTED_TARGET soxr)
+
+set(CMAKE_CXX_FLAGS_SANITIZE "-O1 -g -fno-omit-frame-pointer")
+set(CMAKE_EXE_LINKER_FLAGS_SANITIZE "")
+
+add_library(tarnwick_flags INTERFACE)
+target_compile_options(tarnwick_flags INTERFACE -Wall -Wextra -Werror)
+target_compile_definitions(tarnwick_flags INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS)
+if(TARNWICK_SANITIZE)
+    target_compile_options(tarnwick_flags INTERFACE
+        -fsanitize=${TARNWICK_SANITIZE} -fno-sanitize-recover=all)
+    target_link_options(tarnwick_flags INTERFACE -fsanitize=${TARNWICK_SANITIZE})
+endif()
+
+# The two precompiled headers that every room of a kind shares.
+foreach(kind core widgets)
+    file(WRITE ${CMAKE_BINARY_DIR}/pch/${kind}.cpp "")
+    add_library(tarnwick_pch_${kind} STATIC ${CMAKE_BINARY_DIR}/pch/${kind}.cpp)
+    target_link_libraries(tarnwick_pch_${kind} PRIVATE tarnwick_flags Qt6::Core)
+endforeach()
+target_link_libraries(tarnwick_pch_widgets PRIVATE Qt6::Widgets)
+target_precompile_headers(tarnwick_pch_core PRIVATE
+    <QtCore> <algorithm> <array> <cmath> <functional> <memory> <optional> <span> <string> <vector>)
+target_precompile_headers(tarnwick_pch_widgets PRIVATE
+    <QtWidgets> <algorithm> <array> <cmath> <functional> <memory> <optional> <span> <string> <vector>)

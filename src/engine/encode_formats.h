@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QString>
+
+namespace tarnwick::engine {
+
+enum OutputContainer : qint32 {
+    kWavContainer = 1,
+    kMp3Container = 2,
+    kAcmContainer = 7,
+    kAiffContainer = 8
+};
+
+enum WavEncodeMode : qint32 { kWav8, kWav16, kWav24, kWav32, kWavFloat };
+enum AiffEncodeMode : qint32 {
+    kAiff8 = 0,
+    kAiff16 = 2,
+    kAiff24 = 3,
+    kAiff32 = 4,
+    kAiffFloat = 5
+};
+enum Mp3EncodeMode : qint32 { kMp3ConstantBitRate = 1 };
+
+struct WavOptions {
+    qint32 EncodeMode = kWav16;
+};
+
+struct AiffOptions {
+    qint32 EncodeMode = kAiff16;
+};
+
+// Output as MP3. The lists name only the constant rates that the encoder honours at a frequency.
+class Mp3Options {
+  public:
+    virtual ~Mp3Options() = default;
+    virtual qint32 CBR_GetCount(qint32 frequencyHz) const = 0;
+    virtual double CBR_GetValue(qint32 frequencyHz, qint32 index) const = 0;  // bits per second
+
+    qint32 EncodeMode = kMp3ConstantBitRate;
+    double CBR = 128000.0;  // bits per second
+};
+
+// Output through one of the codecs that live inside WAV. CodecsEnum must run before the lists are
+// read; indices count from 0, a name out of range is empty.
+class AcmOptions {
+  public:
+    virtual ~AcmOptions() = default;
+    virtual void CodecsEnum() = 0;
+    virtual qint16 CodecsGetCount() const = 0;
+    virtual QString CodecsGetName(qint16 codec) const = 0;
+    virtual qint16 FormatsGetCount(qint16 codec) const = 0;
+    virtual QString FormatsGetName(qint16 codec, qint16 format) const = 0;
+
+    qint16 CodecIndex = 0;
+    qint16 FormatIndex = 0;
+    qint32 Reserved3 = 0;
+};
+
+// The output format of the next SoundExport; written just before it and copied by it. UI thread.
+struct EncodeFormats {
+    EncodeFormats(Mp3Options& mp3, AcmOptions& acm) : MP3(mp3), ACM(acm) {}
+
+    qint32 FormatToUse = kWavContainer;
+    WavOptions WAV;
+    AiffOptions AIFF;
+    Mp3Options& MP3;
+    AcmOptions& ACM;
+};
+
+}  // namespace tarnwick::engine

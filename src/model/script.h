@@ -1,0 +1,16 @@
+#pragma once
+
+#include <array>
+
+#include "model/limits.h"
+#include "model/prompt_row.h"
+
+namespace tarnwick::model {
+
+// The imported script. Rows above `viPromptCount` keep what an earlier import left in them.
+struct Script {
+    std::array<PromptRow, kPromptSlots> Prompts;
+    qint16 viPromptCount = 0;
+};
+
+}  // namespace tarnwick::model

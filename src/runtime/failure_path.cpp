@@ -1,0 +1,71 @@
+#include "runtime/failure_path.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <cstdlib>
+
+namespace tarnwick::runtime {
+
+namespace {
+
+constexpr auto kSupportAddress = "support@tarnwick.example";
+
+}  // namespace
+
+FailurePath::FailurePath(QString appPath, FailureOutlets outlets)
+    : appPath_(std::move(appPath)), outlets_(std::move(outlets)) {}
+
+void FailurePath::Write_Log(const QString& text) const {
+    QFile log(appPath_ + QDir::separator() + QStringLiteral("Error.log"));
+    if (!log.open(QIODevice::WriteOnly | QIODevice::Append)) throw Fault(log.errorString());
+    const auto isBlank = [](QChar c) { return c == u' '; };
+    QString line = text;
+    if (!std::all_of(text.begin(), text.end(), isBlank))
+        line = outlets_.now().toString(QStringLiteral("HH:mm")) + u' ' + text;
+    const QByteArray bytes = (line + QStringLiteral("\r\n")).toUtf8();
+    if (log.write(bytes) != bytes.size() || !log.flush()) throw Fault(log.errorString());
+}
+
+QString FailurePath::logDate() const {
+    return QLocale::c().toString(outlets_.now().date(), QStringLiteral("dd-MMM-yyyy"));
+}
+
+void FailurePath::Fatal_Error(const QString& text) const {
+    Write_Log(text);
+    Write_Log(vsBuild);
+    Write_Log(QStringLiteral("Program terminated with error"));
+    Write_Log(logDate());
+    Write_Log(QString());
+    outlets_.criticalBox(
+        QStringLiteral("An error has occured in the program execution!"),
+        QStringLiteral("Error: ") + text +
+            QStringLiteral("\r\n\r\nIf this error persists after restarting the program and/or the "
+                           "PC,\r\nplease e-mail the Error.log file (located in the ") +
+            appPath_ + QStringLiteral(" folder)\r\nto ") + QLatin1String(kSupportAddress) +
+            QStringLiteral(" for assistance."));
+    end();
+}
+
+void FailurePath::Database_Missing() const {
+    Write_Log(QStringLiteral("Database file Tarnwick.mdb must be in ") + appPath_);
+    Write_Log(QStringLiteral("Program execution terminated - No database!"));
+    outlets_.criticalBox(QStringLiteral("Database Cannot Be Found!"),
+                         QStringLiteral("The database Tarnwick.mdb cannot be found.\r\n"
+                                        "It has been moved or renamed.\r\n"
+                                        "It must be located in the same directory as Tarnwick.exe.\r\n"
+                                        "Please correct before restarting the application."));
+    end();
+}
+
+void FailurePath::Default_Path(const QString& description) const {
+    outlets_.criticalBox(QStringLiteral("Tarnwick"), description);
+    end();
+}
+
+void FailurePath::end() const {
+    outlets_.endProcess();
+    std::abort();  // an outlet that returns would let a broken procedure go on
+}
+
+}  // namespace tarnwick::runtime

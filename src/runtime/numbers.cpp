@@ -1,0 +1,92 @@
+#include "runtime/numbers.h"
+
+#include <QLocale>
+#include <cmath>
+#include <limits>
+
+#include "runtime/fault.h"
+
+namespace tarnwick::runtime {
+
+namespace {
+
+bool isDigit(QStringView text, qsizetype at) {
+    return at < text.size() && text[at] >= u'0' && text[at] <= u'9';
+}
+
+qsizetype afterDigits(QStringView text, qsizetype at) {
+    while (isDigit(text, at)) ++at;
+    return at;
+}
+
+bool isSign(QStringView text, qsizetype at) {
+    return at < text.size() && (text[at] == u'+' || text[at] == u'-');
+}
+
+// End of the number that starts at `begin`: sign, digits, point, digits, exponent.
+qsizetype afterNumber(QStringView text, qsizetype begin) {
+    qsizetype at = isSign(text, begin) ? begin + 1 : begin;
+    const qsizetype whole = at;
+    at = afterDigits(text, at);
+    qsizetype digits = at - whole;
+    if (at < text.size() && text[at] == u'.') {
+        const qsizetype fraction = afterDigits(text, at + 1);
+        digits += fraction - (at + 1);
+        at = fraction;
+    }
+    if (digits == 0) return begin;
+    if (at < text.size() && (text[at] == u'e' || text[at] == u'E')) {
+        const qsizetype exponent = isSign(text, at + 1) ? at + 2 : at + 1;
+        if (isDigit(text, exponent)) at = afterDigits(text, exponent);
+    }
+    return at;
+}
+
+template <class Int>
+Int rounded(double value) {
+    const double whole = std::nearbyint(value);  // halves to even in the default rounding mode
+    if (!(whole >= std::numeric_limits<Int>::min() && whole <= std::numeric_limits<Int>::max()))
+        overflow();
+    return static_cast<Int>(whole);
+}
+
+}  // namespace
+
+double val(QStringView text) {
+    qsizetype begin = 0;
+    while (begin < text.size() && text[begin].isSpace()) ++begin;
+    const qsizetype end = afterNumber(text, begin);
+    if (end == begin) return 0.0;
+    QStringView number = text.mid(begin, end - begin);
+    if (number.startsWith(u'+')) number = number.mid(1);
+    return QLocale::c().toDouble(number);
+}
+
+double strictDouble(QStringView text) {
+    const QStringView trimmed = text.trimmed();
+    if (!trimmed.isEmpty() && afterNumber(trimmed, 0) == trimmed.size()) return val(trimmed);
+    bool ok = false;
+    const double value = QLocale::system().toDouble(trimmed, &ok);
+    if (!ok || !std::isfinite(value)) typeMismatch();
+    return value;
+}
+
+qint32 strictLong(QStringView text) { return roundToLong(strictDouble(text)); }
+qint16 strictInteger(QStringView text) { return roundToInteger(strictDouble(text)); }
+
+qint32 roundToLong(double value) { return rounded<qint32>(value); }
+qint16 roundToInteger(double value) { return rounded<qint16>(value); }
+
+QString fixedOneDecimal(double value) { return QLocale::system().toString(value, 'f', 1); }
+
+QString signedText(double wholeNumber) {
+    const QString text = plainText(wholeNumber);
+    return text.startsWith(u'-') ? text : u' ' + text;
+}
+
+QString plainText(double value) {
+    if (value == 0.0) return QStringLiteral("0");  // also for a negative zero
+    return QLocale::c().toString(value, 'g', 15).remove(QLocale::c().groupSeparator());
+}
+
+}  // namespace tarnwick::runtime

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+// How texts become numbers and numbers texts. "Lenient" takes the leading number of a text;
+// "strict" takes a text that is a number as a whole, and faults with "Type mismatch" otherwise.
+// Integers out of range fault with "Overflow". Halves round to the even number.
+
+namespace tarnwick::runtime {
+
+double val(QStringView text);  // lenient; 0 when the text begins with no number
+
+double strictDouble(QStringView text);  // decimal point or the regional separators
+qint32 strictLong(QStringView text);
+qint16 strictInteger(QStringView text);
+
+qint32 roundToLong(double value);
+qint16 roundToInteger(double value);
+
+// One decimal and a leading digit, with the regional separators.
+QString fixedOneDecimal(double value);
+
+// A whole number as text with a blank in front when it is not negative.
+QString signedText(double wholeNumber);
+
+// A number the short way: no exponent for ordinary sizes, no trailing zeros, a decimal point.
+QString plainText(double value);
+
+}  // namespace tarnwick::runtime
