@@ -12,13 +12,7 @@ enum OutputContainer : qint32 {
 };
 
 enum WavEncodeMode : qint32 { kWav8, kWav16, kWav24, kWav32, kWavFloat };
-enum AiffEncodeMode : qint32 {
-    kAiff8 = 0,
-    kAiff16 = 2,
-    kAiff24 = 3,
-    kAiff32 = 4,
-    kAiffFloat = 5
-};
+enum AiffEncodeMode : qint32 { kAiff8 = 0, kAiff16 = 2, kAiff24 = 3, kAiff32 = 4, kAiffFloat = 5 };
 enum Mp3EncodeMode : qint32 { kMp3ConstantBitRate = 1 };
 
 struct WavOptions {

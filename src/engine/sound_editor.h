@@ -31,8 +31,8 @@ class SoundEditor : public QObject {
   public:
     using QObject::QObject;
 
-    virtual void InitEditor(WindowHandle form) = 0;  // first call on an editor
-    virtual void EnableUndo(qint32 mode) = 0;        // 1: keep an undo history
+    virtual void InitEditor(WindowHandle form) = 0;   // first call on an editor
+    virtual void EnableUndo(qint32 mode) = 0;         // 1: keep an undo history
     virtual void SetEditorOption(qint16 option) = 0;  // 100: audible range instead of silences
     virtual void SetLoadMode(qint32 mode) = 0;        // 0, before each LoadSound
 

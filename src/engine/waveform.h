@@ -54,9 +54,9 @@ class Waveform : public QObject {
     // What the display paints from. `columns` divides [beginMs, endMs) evenly into columns.size()
     // columns and fills each with the channel's extremes; columns outside the sound stay (0, 0).
     // False when no analysed sound is there to be drawn. Cheap at any length and zoom.
-    virtual int channels() const = 0;        // 0 without a sound
-    virtual qint32 duration() const = 0;     // ms, 0 without a sound
-    virtual qint32 playPosition() const = 0; // ms, -1 when nothing plays or is paused
+    virtual int channels() const = 0;         // 0 without a sound
+    virtual qint32 duration() const = 0;      // ms, 0 without a sound
+    virtual qint32 playPosition() const = 0;  // ms, -1 when nothing plays or is paused
     virtual bool columns(int channel, double beginMs, double endMs,
                          std::span<WaveColumn> columns) const = 0;
 

@@ -23,7 +23,7 @@ enum ListColumn {
 struct ListColumnDesign {
     const char* caption;
     int widthTwips;
-    bool scaled;    // false: the width stays at every window scale (data, not for reading)
+    bool scaled;  // false: the width stays at every window scale (data, not for reading)
     bool centred;
 };
 

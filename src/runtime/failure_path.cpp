@@ -50,11 +50,12 @@ void FailurePath::Fatal_Error(const QString& text) const {
 void FailurePath::Database_Missing() const {
     Write_Log(QStringLiteral("Database file Tarnwick.mdb must be in ") + appPath_);
     Write_Log(QStringLiteral("Program execution terminated - No database!"));
-    outlets_.criticalBox(QStringLiteral("Database Cannot Be Found!"),
-                         QStringLiteral("The database Tarnwick.mdb cannot be found.\r\n"
-                                        "It has been moved or renamed.\r\n"
-                                        "It must be located in the same directory as Tarnwick.exe.\r\n"
-                                        "Please correct before restarting the application."));
+    outlets_.criticalBox(
+        QStringLiteral("Database Cannot Be Found!"),
+        QStringLiteral("The database Tarnwick.mdb cannot be found.\r\n"
+                       "It has been moved or renamed.\r\n"
+                       "It must be located in the same directory as Tarnwick.exe.\r\n"
+                       "Please correct before restarting the application."));
     end();
 }
 

@@ -15,7 +15,8 @@ bool isDigit(QStringView text, qsizetype at) {
 }
 
 qsizetype afterDigits(QStringView text, qsizetype at) {
-    while (isDigit(text, at)) ++at;
+    while (isDigit(text, at))
+        ++at;
     return at;
 }
 
@@ -54,7 +55,8 @@ Int rounded(double value) {
 
 double val(QStringView text) {
     qsizetype begin = 0;
-    while (begin < text.size() && text[begin].isSpace()) ++begin;
+    while (begin < text.size() && text[begin].isSpace())
+        ++begin;
     const qsizetype end = afterNumber(text, begin);
     if (end == begin) return 0.0;
     QStringView number = text.mid(begin, end - begin);
