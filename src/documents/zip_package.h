@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <memory>
+#include <pugixml.hpp>
+#include <stdexcept>
+
+struct zip;
+
+namespace tarnwick::documents {
+
+// What is wrong with a package; its reader turns it into a fault that names the file.
+class PackageError : public std::runtime_error {
+  public:
+    enum Reason { kNotAPackage, kDamaged, kEncrypted, kTooLarge, kMissingPart };
+
+    explicit PackageError(Reason reason) : std::runtime_error("package"), reason(reason) {}
+
+    const Reason reason;
+};
+
+// One relation of a part to another: type by the last step of its address ("worksheet"), target as
+// the full name of the part inside the package.
+struct Relationship {
+    QString type;
+    QString target;
+};
+
+// The zip container of new office documents: named parts, most of them XML, and the relations
+// between them. It works on bytes in memory and refuses parts that unpack to unreasonable sizes.
+// Every function but contains throws PackageError.
+class ZipPackage {
+  public:
+    explicit ZipPackage(const QByteArray& bytes);
+    ~ZipPackage();
+    ZipPackage(const ZipPackage&) = delete;
+    ZipPackage& operator=(const ZipPackage&) = delete;
+
+    bool contains(const QString& part) const;  // names without regard to case
+    QByteArray part(const QString& name) const;
+    void readXml(const QString& name, pugi::xml_document& document) const;
+
+    // The relations of a part by their identifier; those of the package itself for an empty name.
+    // None when the part has none.
+    QHash<QString, Relationship> relationships(const QString& part) const;
+
+  private:
+    QByteArray bytes_;
+    struct Closer {
+        void operator()(zip* archive) const;
+    };
+    std::unique_ptr<zip, Closer> archive_;
+};
+
+// Names without their prefix: what an element is called whatever namespace prefix a writer chose.
+QByteArray localName(const pugi::xml_node& node);
+bool isNamed(const pugi::xml_node& node, const char* name);
+pugi::xml_node childNamed(const pugi::xml_node& parent, const char* name);
+pugi::xml_attribute attributeNamed(const pugi::xml_node& node, const char* name);
+
+}  // namespace tarnwick::documents

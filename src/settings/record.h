@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+#include <utility>
+#include <vector>
+
+namespace tarnwick::settings {
+
+// One row of a table, its columns by name (without regard to case). A column is Null, a number or
+// a text, whatever the last writer stored. A name that the row does not have faults in every
+// function; a Null faults with "Invalid use of Null" in all but isNull and isTrue.
+class Record {
+  public:
+    bool isNull(const QString& name) const;
+    QString text(const QString& name) const;   // a number the plain way: 1500, -0.5
+    qint32 number(const QString& name) const;  // rounded; "Overflow", "Type mismatch"
+    double real(const QString& name) const;
+    bool isTrue(const QString& name) const;  // a number other than 0, or the text True; Null is not
+
+    // `value`: invalid for Null, else qint64, double or QString.
+    void add(const QString& name, const QVariant& value);
+
+  private:
+    const QVariant& column(const QString& name) const;
+    const QVariant& filled(const QString& name) const;
+
+    std::vector<std::pair<QString, QVariant>> columns_;
+};
+
+}  // namespace tarnwick::settings
