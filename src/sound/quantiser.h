@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+
+#include "sound/audio_format.h"
+
+namespace tarnwick::sound {
+
+// Sample layouts of uncompressed files.
+struct SampleLayout {
+    int bits = 16;  // 8, 16, 24, 32
+    bool floating = false;
+    bool bigEndian = false;
+    bool unsigned8 = true;  // 8 bits with the middle at 128, as WAV has them
+
+    int bytes() const { return bits / 8; }
+};
+
+// Writes `count` values, parts of full scale, as samples. Integers are rounded to the nearest and
+// clipped, never wrapped; NaN becomes 0. Floating samples are not clipped. `out` has room for
+// count * layout.bytes() bytes.
+void quantise(const double* values, std::size_t count, const SampleLayout& layout,
+              unsigned char* out);
+
+}  // namespace tarnwick::sound
