@@ -33,8 +33,10 @@ endif()
 
 # The two precompiled headers that every room of a kind shares.
 foreach(kind core widgets)
-    file(WRITE ${CMAKE_BINARY_DIR}/pch/${kind}.cpp "")
+    file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/pch/${kind}.cpp
+         CONTENT "// carries the precompiled header\n")
     add_library(tarnwick_pch_${kind} STATIC ${CMAKE_BINARY_DIR}/pch/${kind}.cpp)
+    set_target_properties(tarnwick_pch_${kind} PROPERTIES AUTOMOC OFF)
     target_link_libraries(tarnwick_pch_${kind} PRIVATE tarnwick_flags Qt6::Core)
 endforeach()
 target_link_libraries(tarnwick_pch_widgets PRIVATE Qt6::Widgets)

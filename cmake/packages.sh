@@ -1,0 +1,61 @@
+# Debian packages of this project, in one place; sourced by ./run and ./test, and the list that
+# a CI image is made from. A name with bars means that any one of the alternatives will do; the
+# first is the one that gets installed.
+
+# To configure and compile everything, tests and benchmarks included.
+TARNWICK_BUILD_PACKAGES=(
+    build-essential cmake ninja-build pkg-config ccache
+    qt6-base-dev libgl-dev
+    libsqlcipher-dev libzip-dev libpugixml-dev
+    libsndfile1-dev libmpg123-dev libmp3lame-dev libsoxr-dev libcubeb-dev
+    libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
+)
+
+# To use the program: its fonts, the MP3 encoder that is linked into the program folder, and
+# LibreOffice, which reads scripts in the old .xls and .doc forms.
+TARNWICK_RUN_PACKAGES=(
+    fonts-dejavu-core lame
+    "libreoffice-calc-nogui|libreoffice-calc" "libreoffice-writer-nogui|libreoffice-writer"
+)
+
+# To run the tests: the format check, a sound server without hardware, and tools that judge sound
+# files independently.
+TARNWICK_TEST_PACKAGES=(
+    clang-format git pulseaudio ffmpeg sox espeak-ng xvfb xauth
+)
+
+# True when the package is installed.
+tarnwick_has_package() {
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+# Installs those of the given packages that are missing; asks nothing, and touches neither the
+# network nor the package lists when none is.
+tarnwick_install() {
+    if ! command -v dpkg-query >/dev/null; then
+        echo "This machine has no apt; going on with what is installed." >&2
+        return 0
+    fi
+    local entry name missing=()
+    for entry in "$@"; do
+        for name in ${entry//|/ }; do
+            tarnwick_has_package "$name" && continue 2
+        done
+        missing+=("${entry%%|*}")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing. Install them as root, then start again:" >&2
+            echo "    apt-get install --no-install-recommends ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing: ${missing[*]}"
+    "${as_root[@]}" apt-get update &&
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install --yes --no-install-recommends "${missing[@]}"
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace tarnwick::platform {
+
+// The boxes that stop the operator. UI thread; each returns when it was answered.
+class Boxes {
+  public:
+    virtual ~Boxes() = default;
+
+    // OK button, no title, no icon.
+    virtual void plain(const QString& text) = 0;
+    // OK button and the stop icon.
+    virtual void critical(const QString& title, const QString& text) = 0;
+    // Yes and No; false for any answer but Yes.
+    virtual bool askYesNo(const QString& title, const QString& text) = 0;
+    // One line of text; nothing when cancelled.
+    virtual std::optional<QString> input(const QString& prompt) = 0;
+};
+
+}  // namespace tarnwick::platform

@@ -1,0 +1,47 @@
+#include "platform/desktop_open_dialog.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+
+namespace tarnwick::platform {
+
+namespace {
+
+const QStringList& recordings() {
+    static const QStringList patterns{u"*.wav"_qs, u"*.mp3"_qs, u"*.aif"_qs, u"*.aiff"_qs};
+    return patterns;
+}
+
+}  // namespace
+
+QStringList nameFilters(const QString& classicFilter) {
+    QStringList filters;
+    const QStringList parts = classicFilter.split(u'|');
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString description = parts[i].section(u'(', 0, 0).trimmed();
+        QStringList patterns = parts[i + 1].split(u';', Qt::SkipEmptyParts);
+        for (QString& pattern : patterns)
+            pattern = pattern.trimmed();
+        filters << description + u" ("_qs + patterns.join(u' ') + u')';
+    }
+    return filters;
+}
+
+std::optional<OpenDialog::Choice> DesktopOpenDialog::ShowOpen() {
+    // Qt's own dialog rather than the desktop's, so that it looks and answers the same everywhere.
+    QFileDialog dialog(QApplication::activeWindow(), u"Open"_qs, QDir::currentPath());
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(nameFilters(filter_));
+    const QStringList there = QDir::current().entryList(recordings(), QDir::Files);
+    if (there.size() == 1) dialog.selectFile(there.front());
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+
+    const QFileInfo chosen(dialog.selectedFiles().front());
+    QDir::setCurrent(chosen.absolutePath());
+    return Choice{QDir::toNativeSeparators(chosen.absoluteFilePath()), chosen.fileName()};
+}
+
+}  // namespace tarnwick::platform

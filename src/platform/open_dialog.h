@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace tarnwick::platform {
+
+// The file open dialog `cmdlg`.
+class OpenDialog {
+  public:
+    struct Choice {
+        QString FileName;   // full path
+        QString FileTitle;  // name without the folder
+    };
+
+    virtual ~OpenDialog() = default;
+
+    // "Description|*.a; *.b", pairs joined by bars. Stays until the next call.
+    virtual void setFilter(const QString& filter) = 0;
+    // Shows the dialog; nothing when it was cancelled. The process's current folder becomes the
+    // folder of the chosen file.
+    virtual std::optional<Choice> ShowOpen() = 0;
+};
+
+}  // namespace tarnwick::platform
