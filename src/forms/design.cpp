@@ -1,0 +1,173 @@
+#include "forms/design.h"
+
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <cmath>
+
+namespace tarnwick::forms {
+
+namespace {
+
+constexpr int kFontPixels = 12;
+constexpr int kTitleIndent = 8;
+
+QColor lineColour(const QPalette& palette) {
+    QColor line = palette.color(QPalette::WindowText);
+    line.setAlphaF(0.25F);
+    return line;
+}
+
+}  // namespace
+
+int px(double twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
+
+QRect rectOf(const Place& place) {
+    return {px(place.left), px(place.top), px(place.width), px(place.height)};
+}
+
+void put(QWidget* control, const Place& place) {
+    QRect rect = rectOf(place);
+    const QSize hint = control->sizeHint();
+    if (rect.width() == 0) {
+        rect.setWidth(hint.width());
+    }
+    if (rect.height() == 0) {
+        rect.setHeight(hint.height());
+    }
+    control->setGeometry(rect);
+}
+
+QFont uiFont() {
+    QFont font;
+    font.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Nimbus Sans"),
+                      QStringLiteral("Arial"), QStringLiteral("DejaVu Sans Condensed")});
+    font.setPixelSize(kFontPixels);
+    return font;
+}
+
+QString elementName(const QString& array, int index) {
+    return QStringLiteral("%1(%2)").arg(array).arg(index);
+}
+
+QString announced(const QString& caption) {
+    QString text = caption.trimmed();
+    text.remove(u'&');
+    while (text.endsWith(u':')) {
+        text.chop(1);
+    }
+    return text.trimmed();
+}
+
+QSize CaptionButton::sizeHint() const {
+    const QFontMetrics metrics(font());
+    return {metrics.horizontalAdvance(text()) + 16, metrics.height() + 8};
+}
+
+void CaptionButton::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    const QString caption = option.text.trimmed();
+    option.text.clear();
+    painter.drawControl(QStyle::CE_PushButton, option);
+    QRect area = rect().adjusted(3, 1, -3, -1);
+    if (isDown() || isChecked()) {
+        area.translate(style()->pixelMetric(QStyle::PM_ButtonShiftHorizontal, &option, this),
+                       style()->pixelMetric(QStyle::PM_ButtonShiftVertical, &option, this));
+    }
+    painter.setPen(option.palette.color(isEnabled() ? QPalette::Active : QPalette::Disabled,
+                                        QPalette::ButtonText));
+    painter.drawText(area, Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic, caption);
+}
+
+void TitledFrame::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QFontMetrics metrics(font());
+    const QString caption = title();
+    const int top = caption.isEmpty() ? 0 : metrics.height() / 2;
+    const QRect text(kTitleIndent + 3, 0, metrics.horizontalAdvance(caption), metrics.height());
+    if (!isFlat()) {
+        if (!caption.isEmpty()) {
+            const QRegion gap(text.adjusted(-3, 0, 3, 0));
+            painter.setClipRegion(QRegion(rect()).subtracted(gap));
+        }
+        painter.setPen(lineColour(palette()));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, top + 0.5, -0.5, -0.5), 3, 3);
+        painter.setClipping(false);
+    }
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter, caption);
+}
+
+namespace {
+
+template <typename Control>
+Control* name(Control* control, const QString& objectName, const QString& caption,
+              const Place& place) {
+    control->setObjectName(objectName);
+    control->setAccessibleName(announced(caption));
+    put(control, place);
+    return control;
+}
+
+}  // namespace
+
+QLabel* makeLabel(QWidget* parent, const QString& objectName, const QString& caption,
+                  const Place& place, Qt::Alignment alignment) {
+    auto* label = new QLabel(caption, parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(alignment);
+    return name(label, objectName, caption, place);
+}
+
+QPushButton* makeButton(QWidget* parent, const QString& objectName, const QString& caption,
+                        const Place& place, const QString& toolTip) {
+    auto* button = new CaptionButton(caption, parent);
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false);
+    return name(button, objectName, caption, place);
+}
+
+QLineEdit* makeText(QWidget* parent, const QString& objectName, const QString& text,
+                    const Place& place, const QString& caption) {
+    auto* box = new QLineEdit(text, parent);
+    return name(box, objectName, caption, place);
+}
+
+QCheckBox* makeCheck(QWidget* parent, const QString& objectName, const QString& caption,
+                     const Place& place, bool on) {
+    auto* box = new QCheckBox(caption, parent);
+    box->setChecked(on);
+    return name(box, objectName, caption, place);
+}
+
+QRadioButton* makeOption(QWidget* parent, const QString& objectName, const QString& caption,
+                         const Place& place, bool on) {
+    auto* option = new QRadioButton(caption, parent);
+    option->setChecked(on);
+    return name(option, objectName, caption, place);
+}
+
+QComboBox* makeCombo(QWidget* parent, const QString& objectName, const QStringList& items,
+                     const QString& text, const Place& place, const QString& caption) {
+    auto* box = new QComboBox(parent);
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->addItems(items);
+    box->setCurrentText(text);
+    return name(box, objectName, caption, place);
+}
+
+QListWidget* makeList(QWidget* parent, const QString& objectName, const Place& place,
+                      const QString& caption) {
+    return name(new QListWidget(parent), objectName, caption, place);
+}
+
+QGroupBox* makeFrame(QWidget* parent, const QString& objectName, const QString& title,
+                     const Place& place) {
+    return name(new TitledFrame(title, parent), objectName, title, place);
+}
+
+}  // namespace tarnwick::forms

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFont>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+
+// What every form is made with: design units, the one font, and makers for the usual controls.
+// A maker gives the control its parent, object name, place, caption and accessible name, and
+// leaves everything else as Qt has it. UI thread only; the parent owns what is made.
+namespace tarnwick::forms {
+
+// Design units in a logical pixel.
+inline constexpr double kTwipsPerPixel = 15.0;
+
+// Twips as logical pixels, rounded to the nearest, halves away from zero.
+int px(double twips);
+
+// A place inside the parent in twips. A width or height of 0 takes the control's size hint.
+struct Place {
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+};
+
+QRect rectOf(const Place& place);
+void put(QWidget* control, const Place& place);
+
+// The one font of all windows: a fixed pixel size, never scaled with the window.
+QFont uiFont();
+
+// "opFormat", 0 -> "opFormat(0)": the object name of an array element.
+QString elementName(const QString& array, int index);
+
+// A caption as it is announced: no outer blanks, no closing colon, no mnemonic mark.
+QString announced(const QString& caption);
+
+// A push button whose caption breaks into lines when it is too wide for one. text() stays as given.
+class CaptionButton : public QPushButton {
+  public:
+    using QPushButton::QPushButton;
+    QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// A frame with its title in the upper line. It needs less height than the style's own group box,
+// and its contents may begin 15 pixels below its top. An empty title closes the line; flat hides
+// it.
+class TitledFrame : public QGroupBox {
+  public:
+    using QGroupBox::QGroupBox;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+QLabel* makeLabel(QWidget* parent, const QString& name, const QString& caption, const Place& place,
+                  Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter);
+QPushButton* makeButton(QWidget* parent, const QString& name, const QString& caption,
+                        const Place& place, const QString& toolTip = {});
+// `caption` is what is announced: the text of the label beside the box.
+QLineEdit* makeText(QWidget* parent, const QString& name, const QString& text, const Place& place,
+                    const QString& caption);
+QCheckBox* makeCheck(QWidget* parent, const QString& name, const QString& caption,
+                     const Place& place, bool on = false);
+QRadioButton* makeOption(QWidget* parent, const QString& name, const QString& caption,
+                         const Place& place, bool on = false);
+// An editable combo box: `text` need not be in the list and nothing typed is added to it.
+QComboBox* makeCombo(QWidget* parent, const QString& name, const QStringList& items,
+                     const QString& text, const Place& place, const QString& caption);
+QListWidget* makeList(QWidget* parent, const QString& name, const Place& place,
+                      const QString& caption);
+QGroupBox* makeFrame(QWidget* parent, const QString& name, const QString& title,
+                     const Place& place);
+
+}  // namespace tarnwick::forms
