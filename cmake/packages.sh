@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Debian packages of this project, in one place; sourced by ./run and ./test, and the list that
 # a CI image is made from. A name with bars means that any one of the alternatives will do; the
 # first is the one that gets installed.
