@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace tarnwick::sound {
+
+// Extremes of a stretch of one channel in units of 1/32768 of full scale, rounded outward. A value
+// at the end of its range (-32768, 32767) means "there or beyond".
+struct Peak {
+    std::int16_t minimum = 0;
+    std::int16_t maximum = 0;
+
+    friend bool operator==(const Peak&, const Peak&) = default;
+};
+
+// The extremes of a sound, for each channel at every 256 frames and at stretches longer by 16 from
+// level to level, until one stretch holds the sound. The last stretch of a level may be shorter.
+// Immutable once built; any thread.
+class Peaks {
+  public:
+    static constexpr std::int64_t kFinestFrames = 256;
+    static constexpr int kStep = 16;
+
+    Peaks(int channels, std::int64_t frames);
+
+    int levels() const { return static_cast<int>(sizes_.size()); }
+    // Frames of one stretch of a level: 256, 4096, 65536, …
+    static std::int64_t framesAt(int level) { return kFinestFrames << (4 * level); }
+    std::span<const Peak> level(int channel, int level) const;
+
+    // For the builder: the finest level, which distinct threads may fill in distinct places, and
+    // the making of the coarser ones when it is full.
+    std::span<Peak> finest(int channel);
+    void makeCoarser();
+
+  private:
+    std::size_t place(int channel, int level) const;
+
+    int channels_;
+    std::vector<std::size_t> sizes_;    // peaks of one channel at each level
+    std::vector<std::size_t> offsets_;  // of each level inside a channel's stretch of all_
+    std::size_t perChannel_ = 0;
+    std::vector<Peak> all_;
+};
+
+}  // namespace tarnwick::sound
