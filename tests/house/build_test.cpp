@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <set>
+
+#include "house/source_tree.h"
+
+// Nothing lies about unbuilt, untested or unformatted.
+
+namespace tarnwick::house {
+namespace {
+
+// Every source file that this build compiles, by its full path.
+std::set<std::string> compiledFiles() {
+    std::ifstream in(TARNWICK_BUILD_FOLDER "/compile_commands.json");
+    const std::string key = "\"file\": \"";
+    std::set<std::string> files;
+    for (std::string line; std::getline(in, line);) {
+        const std::size_t begin = line.find(key);
+        if (begin == std::string::npos) continue;
+        const std::size_t from = begin + key.size();
+        files.insert(line.substr(from, line.find('"', from) - from));
+    }
+    return files;
+}
+
+TEST(Build, compilesEverySourceFile) {
+    const std::set<std::string> compiled = compiledFiles();
+    ASSERT_FALSE(compiled.empty());
+    for (const char* folder : {"src", "tests"}) {
+        for (const std::string& file : sourceFiles(folder)) {
+            if (!file.ends_with(".cpp")) continue;
+            EXPECT_TRUE(compiled.contains(TARNWICK_SOURCE_FOLDER "/" + file))
+                << file << " is not built";
+        }
+    }
+}
+
+TEST(Build, findsEveryFileWellFormatted) {
+    std::string command = TARNWICK_CLANG_FORMAT " --dry-run --Werror --style=file";
+    for (const char* folder : {"src", "tests", "bench", "fuzz"})
+        for (const std::string& file : sourceFiles(folder))
+            command += " '" TARNWICK_SOURCE_FOLDER "/" + file + "'";
+    command += " 2>&1";
+    std::FILE* pipe = popen(command.c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::set<std::string> places;  // "file:line" of what would change
+    std::array<char, 4096> part;
+    while (std::fgets(part.data(), part.size(), pipe)) {
+        const std::string line = part.data();
+        const std::size_t fault = line.find(": error:");
+        if (fault != std::string::npos) places.insert(line.substr(0, line.rfind(':', fault - 1)));
+    }
+    EXPECT_EQ(pclose(pipe), 0) << "clang-format would change " << places.size() << " lines:\n"
+                               << testing::PrintToString(places);
+}
+
+}  // namespace
+}  // namespace tarnwick::house
