@@ -1,0 +1,55 @@
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <string>
+
+#include "seed_values.h"
+#include "settings/cipher.h"
+
+// Makes the settings database that is delivered beside the executable.
+// Usage: tarnwick_seed <file>. A file of that name is replaced.
+
+namespace {
+
+using namespace tarnwick;
+
+std::string literal(const seed::Value& value) {
+    if (const int* number = std::get_if<int>(&value)) return std::to_string(*number);
+    if (const char* const* text = std::get_if<const char*>(&value))
+        return "'" + std::string(*text) + "'";
+    return "NULL";
+}
+
+// No column of Admin but F1 has a type: what is written as a text comes back as that text.
+std::string statements() {
+    std::string sql = "BEGIN; CREATE TABLE Admin(F1 INTEGER PRIMARY KEY";
+    for (int column = 2; column < 2 + seed::kColumns; ++column)
+        sql += ", F" + std::to_string(column);
+    sql += "); CREATE TABLE Silences(Nber INTEGER, StartAt INTEGER, FinishAt INTEGER);";
+    for (const seed::AdminRow& row : seed::kAdminRows) {
+        sql += "INSERT INTO Admin VALUES (" + std::to_string(row.number);
+        for (const seed::Value& value : row.values)
+            sql += ", " + literal(value);
+        sql += ");";
+    }
+    return sql + "COMMIT;";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: tarnwick_seed <file>\n");
+        return 2;
+    }
+    std::remove(argv[1]);
+    sqlite3* database = nullptr;
+    int code = sqlite3_open(argv[1], &database);
+    if (code == SQLITE_OK) code = settings::applyKey(database, settings::kDatabasePassword);
+    if (code == SQLITE_OK)
+        code = sqlite3_exec(database, statements().c_str(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        std::fprintf(stderr, "tarnwick_seed: %s: %s\n", argv[1], sqlite3_errmsg(database));
+    sqlite3_close(database);
+    return code == SQLITE_OK ? 0 : 1;
+}

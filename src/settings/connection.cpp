@@ -1,0 +1,132 @@
+#include "settings/connection.h"
+
+#include <sqlite3.h>
+
+#include "runtime/fault.h"
+#include "settings/cipher.h"
+
+namespace tarnwick::settings {
+
+namespace {
+
+constexpr int kLockedFileWaitMs = 2000;
+
+// What stands in `connectionString` between "name=" and the next part; the last part is the
+// password, so that a folder's name may hold a semicolon.
+QString partOf(const QString& connectionString, const QString& name, const QString& next) {
+    const QString mark = name + u'=';
+    const qsizetype begin = connectionString.indexOf(mark);
+    if (begin < 0) throw runtime::Fault(QStringLiteral("Invalid connection string."));
+    const qsizetype from = begin + mark.size();
+    const qsizetype end = next.isEmpty() ? -1 : connectionString.lastIndexOf(u';' + next + u'=');
+    return connectionString.mid(from, end < from ? -1 : end - from);
+}
+
+}  // namespace
+
+void Connection::StatementCloser::operator()(sqlite3_stmt* statement) const {
+    sqlite3_finalize(statement);
+}
+
+Connection::~Connection() { drop(); }
+
+void Connection::drop() {
+    sqlite3_close(database_);
+    database_ = nullptr;
+    readyToWrite_ = false;
+}
+
+void Connection::fail() const {
+    throw runtime::Fault(QString::fromUtf8(sqlite3_errmsg(database_)));
+}
+
+void Connection::Open(const QString& connectionString) {
+    if (isOpen())
+        throw runtime::Fault(QStringLiteral("Operation is not allowed when the object is open."));
+    const QString password = QStringLiteral("Database Password");
+    const QString file = partOf(connectionString, QStringLiteral("Data Source"), password);
+    const int code =
+        sqlite3_open_v2(file.toUtf8().constData(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+    try {
+        if (code != SQLITE_OK) fail();
+        sqlite3_busy_timeout(database_, kLockedFileWaitMs);
+        if (applyKey(database_, partOf(connectionString, password, {}).toUtf8()) != SQLITE_OK)
+            fail();
+        // The key is only tried when something is read.
+        step(prepare(QStringLiteral("SELECT count(*) FROM sqlite_master")));
+    } catch (...) {
+        drop();
+        throw;
+    }
+}
+
+Connection::Statement Connection::prepare(const QString& statement) const {
+    const QByteArray utf8 = statement.toUtf8();
+    sqlite3_stmt* prepared = nullptr;
+    const char* rest = nullptr;
+    if (sqlite3_prepare_v2(database_, utf8.constData(), static_cast<int>(utf8.size()), &prepared,
+                           &rest) != SQLITE_OK)
+        fail();
+    Statement result(prepared);
+    // Statements are put together from what people type; a second one behind the first is refused.
+    const QByteArray tail = QByteArray(rest).trimmed();
+    if (!result || !tail.isEmpty())
+        throw runtime::Fault(QStringLiteral("Characters found after end of SQL statement."));
+    return result;
+}
+
+bool Connection::step(const Statement& statement) const {
+    const int code = sqlite3_step(statement.get());
+    if (code != SQLITE_ROW && code != SQLITE_DONE) fail();
+    return code == SQLITE_ROW;
+}
+
+QByteArray Connection::journalMode(const char* pragma) const {
+    const Statement statement = prepare(QString::fromLatin1(pragma));
+    if (!step(statement)) return {};
+    return reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
+}
+
+// Each statement is its own transaction. On the journal of a file at rest every one of them would
+// wait for the disk several times; the write-ahead log orders them safely and waits when it is
+// folded back into the file, in Close. Where the log cannot be had (the folder is read-only,
+// somebody reads the file), the statement runs on the slow journal or fails by itself.
+void Connection::prepareToWrite() {
+    if (readyToWrite_) return;
+    readyToWrite_ = true;
+    try {
+        if (journalMode("PRAGMA journal_mode = WAL") == "wal")
+            step(prepare(QStringLiteral("PRAGMA synchronous = NORMAL")));
+    } catch (const runtime::Fault&) {
+    }
+}
+
+void Connection::Execute(const QString& statement) {
+    const Statement prepared = prepare(statement);
+    prepareToWrite();
+    while (step(prepared)) {
+    }
+}
+
+// The file at rest is in the journal mode that also opens from a read-only folder. A log left by a
+// killed process is folded in here too. While another process has the file open the log stays
+// beside it, whole, on disk and in force, and a later Close folds it in: so nothing waits here.
+void Connection::Close() {
+    if (!isOpen()) return;
+    try {
+        if (journalMode("PRAGMA journal_mode") == "wal") {
+            step(prepare(QStringLiteral("PRAGMA synchronous = FULL")));
+            const int code = sqlite3_wal_checkpoint_v2(database_, nullptr,
+                                                       SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+            if (code != SQLITE_OK && code != SQLITE_BUSY && code != SQLITE_READONLY) fail();
+            sqlite3_busy_timeout(database_, 0);
+            sqlite3_exec(database_, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr);
+        }
+    } catch (...) {
+        drop();
+        throw;
+    }
+    drop();
+}
+
+}  // namespace tarnwick::settings

@@ -1,0 +1,77 @@
+#include "settings/settings_database.h"
+
+#include <QDir>
+
+#include "runtime/fault.h"
+#include "settings/cipher.h"
+#include "settings/connection.h"
+#include "settings/recordset.h"
+
+namespace tarnwick::settings {
+
+QString connectionString(const QString& appPath) {
+    const QString separator(QDir::separator());
+    QString file = appPath;
+    if (!file.endsWith(separator)) file += separator;
+    return QStringLiteral("Provider=SQLCipher;Data Source=") + file +
+           QStringLiteral("Tarnwick.mdb;Database Password=") +
+           QString::fromLatin1(kDatabasePassword);
+}
+
+SettingsDatabase::SettingsDatabase() = default;
+SettingsDatabase::~SettingsDatabase() {
+    adoRecordset.reset();
+    try {
+        Close();
+    } catch (const runtime::Fault&) {
+        // Nobody is left to be told.
+    }
+}
+
+void SettingsDatabase::Open(const QString& vsConnection) {
+    if (!adoConnection) adoConnection = std::make_unique<Connection>();
+    adoConnection->Open(vsConnection);
+}
+
+Connection& SettingsDatabase::opened() {
+    if (!isOpen())
+        throw runtime::Fault(QStringLiteral("Operation is not allowed when the object is closed."));
+    return *adoConnection;
+}
+
+Record SettingsDatabase::Read(const QString& select) {
+    vsSQL = select;
+    const Connection& connection = opened();
+    if (!adoRecordset) adoRecordset = std::make_unique<Recordset>();
+    adoRecordset->Open(vsSQL, connection);
+    const auto close = qScopeGuard([this] { adoRecordset->Close(); });
+    return adoRecordset->Fields();
+}
+
+void SettingsDatabase::Execute(const QString& statement) { opened().Execute(statement); }
+
+void SettingsDatabase::Close() {
+    if (adoConnection) adoConnection->Close();
+}
+
+void SettingsDatabase::Release() {
+    adoRecordset.reset();
+    const std::unique_ptr<Connection> released = std::move(adoConnection);
+    if (released) released->Close();
+}
+
+bool SettingsDatabase::isOpen() const { return adoConnection && adoConnection->isOpen(); }
+
+Access::Access(SettingsDatabase& database, const QString& vsConnection) : database_(database) {
+    database_.Open(vsConnection);
+}
+
+Access::~Access() {
+    try {
+        database_.Close();
+    } catch (const runtime::Fault&) {
+        // Only reached when another fault is on its way, and that one is told.
+    }
+}
+
+}  // namespace tarnwick::settings

@@ -1,0 +1,226 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "runtime/fault.h"
+#include "settings/quote.h"
+#include "settings/settings_database.h"
+
+using namespace tarnwick;
+using settings::Access;
+using settings::Record;
+using settings::SettingsDatabase;
+
+namespace {
+
+template <class Call>
+QString faultOf(Call&& call) {
+    try {
+        call();
+    } catch (const runtime::Fault& fault) {
+        return fault.description();
+    }
+    return {};
+}
+
+// Each test works on a copy of the delivered database.
+class SettingsDatabaseTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(
+            QFile::copy(QStringLiteral(TARNWICK_PROGRAM_FOLDER "/../seed/Tarnwick.mdb"), file()));
+    }
+    QString file() const { return folder_.filePath(QStringLiteral("Tarnwick.mdb")); }
+    QString connection() const { return settings::connectionString(folder_.path()); }
+    Record admin(int row) {
+        const Access access(database_, connection());
+        return database_.Read(QStringLiteral("SELECT * FROM Admin WHERE F1 = %1").arg(row));
+    }
+    Record silences() {
+        const Access access(database_, connection());
+        return database_.Read(QStringLiteral(
+            "SELECT count(*) AS n, max(Nber) AS last, sum(FinishAt) AS total FROM Silences"));
+    }
+    void execute(const QString& statement) {
+        const Access access(database_, connection());
+        database_.Execute(statement);
+        database_.Close();
+    }
+    void insertSilence(int i) {
+        database_.Execute(QStringLiteral("INSERT INTO Silences(Nber, StartAt, FinishAt)VALUES "
+                                         "(%1,%2,%3)")
+                              .arg(i)
+                              .arg(i * 1000)
+                              .arg(i * 1000 + 500));
+    }
+
+    QTemporaryDir folder_;
+    SettingsDatabase database_;
+};
+
+}  // namespace
+
+TEST_F(SettingsDatabaseTest, DeliveredRowsAreTheFormDefaults) {
+    const struct {
+        int row;
+        QStringList texts;  // from F2; "-" is Null
+    } rows[] = {
+        {12, {"-", "0", "0", "500", "500", "-26", "300", "50", "-", "-", "-", "-"}},
+        {13, {"-", "0", "0.0", "0", "-", "-", "-", "-", "-", "-", "-", "-"}},
+        {14, {"-", "1", "0", "5", "2", "1", "", "", "", "-", "-", "-"}},
+        {17, {"1500", "-35", "150", "50", "32000", "8", "1", "96", "-", "-", "-", "-"}},
+        {18, {"0", "101", "195", "1", "0", "0", "1", "0", "1000", "0", "1", "153"}},
+        {19, {"1", "ACME_", "1000", "5", "", "1", "-", "-", "-", "-", "-", "-"}},
+    };
+    for (const auto& [row, texts] : rows) {
+        const Record record = admin(row);
+        QStringList found;
+        for (int column = 2; column <= 13; ++column) {
+            const QString name = QStringLiteral("F%1").arg(column);
+            found << (record.isNull(name) ? QStringLiteral("-") : record.text(name));
+        }
+        EXPECT_EQ(found, texts) << row;
+    }
+    EXPECT_EQ(silences().number("n"), 0);
+    QFile raw(file());
+    ASSERT_TRUE(raw.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(raw.readAll().contains("SQLite")) << "not encrypted";
+}
+
+TEST_F(SettingsDatabaseTest, ColumnsAreReadAsWhatTheReaderWants) {
+    execute(
+        "UPDATE Admin SET  F2 = 1.5, F3 = 'O''Hara', F4 = -0.25, F5 = '12', F6 = 'true', "
+        "F7 = NULL, F8 = 3000000000, F9 = 2, F10 = 0 WHERE F1 = 19");
+    const Record row = admin(19);
+    EXPECT_EQ(row.text("F2"), "1.5");
+    EXPECT_EQ(row.number("F2"), 2);
+    EXPECT_EQ(row.text("f3"), "O'Hara");
+    EXPECT_EQ(row.real("F4"), -0.25);
+    EXPECT_EQ(row.number("F5"), 12);
+    EXPECT_EQ(row.text("F8"), "3000000000");
+    EXPECT_TRUE(row.isTrue("F6") && row.isTrue("F9"));
+    EXPECT_FALSE(row.isTrue("F10") || row.isTrue("F3") || row.isTrue("F7"));
+    EXPECT_EQ(faultOf([&] { row.text("F7"); }), "Invalid use of Null");
+    EXPECT_EQ(faultOf([&] { row.number("F3"); }), "Type mismatch");
+    EXPECT_EQ(faultOf([&] { row.number("F8"); }), "Overflow");
+    EXPECT_EQ(faultOf([&] { row.isNull("F14"); }),
+              "Item cannot be found in the collection corresponding to the requested name or "
+              "ordinal.");
+}
+
+TEST_F(SettingsDatabaseTest, BadStatementsFaultAndChangeNothing) {
+    const char* const statements[] = {
+        "UPDATE Admin SET  F3 = 'O'Hara' WHERE F1 = 19",
+        "UPDATE Admin SET  F3 = ''; DELETE FROM Admin; --' WHERE F1 = 19",
+        "UPDATE Admin SET  F3 = twelve WHERE F1 = 19",
+        "",
+    };
+    for (const char* statement : statements)
+        EXPECT_NE(faultOf([&] { execute(statement); }), "") << statement;
+    EXPECT_EQ(admin(19).text("F3"), "ACME_");
+    execute("UPDATE Admin SET  F3 = 'x' WHERE F1 = 20");  // no such row: nothing happens
+    EXPECT_TRUE(faultOf([&] { admin(20); }).startsWith("Either BOF or EOF is True"));
+    EXPECT_FALSE(database_.isOpen());
+    EXPECT_EQ(database_.lastSelect(), "SELECT * FROM Admin WHERE F1 = 20");
+}
+
+TEST_F(SettingsDatabaseTest, RefusesWhatIsNotTheDatabase) {
+    const QString good = connection();
+    QString wrong = good;
+    wrong.chop(1);
+    EXPECT_EQ(faultOf([&] { database_.Open(wrong); }), "file is encrypted or is not a database");
+    EXPECT_FALSE(database_.isOpen());
+    EXPECT_NE(faultOf([&] { database_.Execute("DELETE FROM Silences"); }), "");
+    database_.Open(good);
+    EXPECT_NE(faultOf([&] { database_.Open(good); }), "");
+    EXPECT_TRUE(database_.isOpen());
+    database_.Release();
+    EXPECT_FALSE(database_.isOpen());
+    for (const QByteArray& content : {QByteArray(), QByteArray(5000, 'x')}) {
+        QFile broken(file());
+        ASSERT_TRUE(broken.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        broken.write(content);
+        broken.close();
+        EXPECT_NE(faultOf([&] { admin(17); }), "") << content.size();
+    }
+    QFile::remove(file());
+    EXPECT_EQ(faultOf([&] { database_.Open(good); }), "unable to open database file");
+    EXPECT_FALSE(QFile::exists(file()));
+}
+
+TEST_F(SettingsDatabaseTest, AScanIsStoredAndTheFileIsLeftAlone) {
+    for (int round = 0; round < 2; ++round) {
+        const Access access(database_, connection());
+        database_.Execute("DELETE FROM Silences");
+        for (int i = 0; i < 501; ++i)
+            insertSilence(i);
+        database_.Release();
+    }
+    EXPECT_EQ(silences().number("n"), 501);
+    EXPECT_EQ(silences().number("last"), 500);
+    EXPECT_EQ(silences().number("total"), 500 * 501 / 2 * 1000 + 501 * 500);
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{"Tarnwick.mdb"});
+}
+
+TEST_F(SettingsDatabaseTest, AKilledWriterLeavesAWholeFile) {
+    const pid_t child = fork();
+    if (child == 0) {
+        database_.Open(connection());
+        for (int i = 0; i < 200; ++i)
+            insertSilence(i);
+        _exit(0);  // nothing is closed
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(silences().number("n"), 200);
+    EXPECT_EQ(admin(17).text("F2"), "1500");
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{"Tarnwick.mdb"});
+}
+
+TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFile) {
+    SettingsDatabase other;
+    other.Open(connection());
+    EXPECT_EQ(other.Read("SELECT * FROM Admin WHERE F1 = 17").text("F2"), "1500");
+    execute("UPDATE Admin SET  F2 = 1600 WHERE F1 = 17");
+    EXPECT_EQ(other.Read("SELECT * FROM Admin WHERE F1 = 17").text("F2"), "1600");
+    other.Execute("UPDATE Admin SET  F3 = -40 WHERE F1 = 17");
+    other.Close();
+    EXPECT_EQ(admin(17).text("F2") + admin(17).text("F3"), "1600-40");
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{"Tarnwick.mdb"});
+}
+
+TEST_F(SettingsDatabaseTest, AReadOnlyDatabaseFailsOnTheFirstSaveOnly) {
+    const bool root = geteuid() == 0;
+    for (const bool folderToo : {false, true}) {
+        ASSERT_EQ(chmod(qPrintable(file()), folderToo ? 0666 : 0444), 0);
+        ASSERT_EQ(chmod(qPrintable(folder_.path()), folderToo ? 0555 : 0777), 0);
+        // The administrator may write everywhere.
+        ASSERT_EQ(root ? seteuid(65534) : 0, 0);
+        const QString read = faultOf([&] { admin(17); });
+        const QString written = faultOf([&] { execute("UPDATE Admin SET  F2 = 9 WHERE F1 = 17"); });
+        ASSERT_EQ(root ? seteuid(0) : 0, 0);
+        EXPECT_EQ(read, "") << folderToo;
+        EXPECT_NE(written, "") << folderToo;
+    }
+    ASSERT_EQ(chmod(qPrintable(folder_.path()), 0755), 0);
+    EXPECT_EQ(admin(17).text("F2"), "1500");
+}
+
+TEST(ConnectionString, NamesTheFileBesideTheExecutable) {
+    EXPECT_EQ(settings::connectionString("/opt/a;b"),
+              "Provider=SQLCipher;Data Source=/opt/a;b/Tarnwick.mdb;Database Password=t9c27p5");
+    EXPECT_EQ(settings::connectionString("/"),
+              "Provider=SQLCipher;Data Source=/Tarnwick.mdb;Database Password=t9c27p5");
+}
+
+TEST(QuoteDoubled, DoublesEachApostrophe) {
+    EXPECT_EQ(settings::Quote_Doubled(""), "");
+    EXPECT_EQ(settings::Quote_Doubled("it's ''"), "it''s ''''");
+}
