@@ -26,7 +26,6 @@ class Resampler {
 
   private:
     void pull(const double* interleaved, std::int64_t frames);
-    void keep(std::int64_t frames);
 
     ::soxr* soxr_ = nullptr;
     int channels_;

@@ -1,0 +1,142 @@
+#include "sound/atomic_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <random>
+#include <utility>
+
+#include "sound/sound_error.h"
+
+namespace tarnwick::sound {
+
+namespace {
+
+// After this many bytes the system is told to begin writing them to disk, so that the flush at the
+// end has little left to do.
+constexpr std::int64_t kFlushStep = 8 << 20;
+constexpr int kNameTries = 100;
+
+std::string procName(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+std::filesystem::path randomName(const std::filesystem::path& folder) {
+    std::random_device random;
+    std::array<char, 40> name;
+    std::snprintf(name.data(), name.size(), ".tarnwick-%08x%08x.tmp", random(), random());
+    return folder / name.data();
+}
+
+bool makesNameless(int descriptor) {
+    return descriptor >= 0 && access(procName(descriptor).c_str(), F_OK) == 0;
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
+    : target_(std::move(target)), folder_(target_.parent_path()) {
+    if (folder_.empty()) folder_ = ".";
+    if (!target_.has_filename()) fail(ENOENT, "the target has no name");
+    struct stat old;
+    const bool replaces = stat(target_.c_str(), &old) == 0;
+    if (replaces && S_ISDIR(old.st_mode)) fail(EISDIR, "the target is a folder");
+    // Replacing needs no right to the old file itself, but a protected file is meant to stay.
+    if (replaces && access(target_.c_str(), W_OK) != 0) fail(errno, "the target is protected");
+    openTemporary(temporary);
+    // The new file keeps the rights of the old; a file system without rights has none to keep.
+    if (replaces) static_cast<void>(!fchmod(descriptor_, old.st_mode & 07777));
+}
+
+AtomicFile::~AtomicFile() { discard(); }
+
+void AtomicFile::openTemporary(Temporary temporary) {
+    if (temporary == Temporary::Nameless) {
+        descriptor_ = open(folder_.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+        if (makesNameless(descriptor_)) return;
+        discard();
+    }
+    for (int tried = 0; descriptor_ < 0 && tried < kNameTries; ++tried) {
+        hidden_ = randomName(folder_);
+        descriptor_ = open(hidden_.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
+        if (descriptor_ < 0 && errno != EEXIST) break;
+    }
+    if (descriptor_ < 0) {
+        hidden_.clear();
+        fail(errno, "the target's folder cannot be written to");
+    }
+}
+
+void AtomicFile::write(const void* data, std::size_t bytes) {
+    writeAt(size_, data, bytes);
+    size_ += static_cast<std::int64_t>(bytes);
+    if (size_ - flushing_ >= kFlushStep) {
+        sync_file_range(descriptor_, flushing_, size_ - flushing_, SYNC_FILE_RANGE_WRITE);
+        flushing_ = size_;
+    }
+}
+
+void AtomicFile::writeAt(std::int64_t offset, const void* data, std::size_t bytes) {
+    const char* next = static_cast<const char*>(data);
+    while (bytes > 0) {
+        const ssize_t written = pwrite(descriptor_, next, bytes, offset);
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) fail(written < 0 ? errno : ENOSPC, "the file cannot be written");
+        next += written;
+        offset += written;
+        bytes -= static_cast<std::size_t>(written);
+    }
+}
+
+void AtomicFile::commit() {
+    // The size is part of what fdatasync brings to disk.
+    while (fdatasync(descriptor_) != 0) {
+        if (errno != EINTR) fail(errno, "the file cannot be flushed");
+    }
+    takePlace();
+    if (close(std::exchange(descriptor_, -1)) != 0) fail(errno, "the file cannot be closed");
+    const int folder = open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0) return;  // a folder that may be written but not read; the file itself is safe
+    const bool flushed = fsync(folder) == 0 || errno == EINVAL;
+    const int error = errno;
+    close(folder);
+    if (!flushed) fail(error, "the folder cannot be flushed");
+}
+
+void AtomicFile::takePlace() {
+    const std::string nameless = procName(descriptor_);
+    const auto giveName = [&nameless](const std::filesystem::path& name) {
+        return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    };
+    if (hidden_.empty()) {
+        // A link cannot replace a file, but where none stands it needs no second name.
+        if (giveName(target_)) return;
+        for (int tried = 0; errno == EEXIST && tried < kNameTries; ++tried) {
+            std::filesystem::path name = randomName(folder_);
+            if (giveName(name)) {
+                hidden_ = std::move(name);
+                break;
+            }
+        }
+        if (hidden_.empty()) fail(errno, "the file cannot be named");
+    }
+    if (rename(hidden_.c_str(), target_.c_str()) != 0) fail(errno, "the target cannot be replaced");
+    hidden_.clear();
+}
+
+void AtomicFile::discard() noexcept {
+    if (!hidden_.empty()) unlink(hidden_.c_str());
+    hidden_.clear();
+    if (descriptor_ >= 0) close(descriptor_);
+    descriptor_ = -1;
+}
+
+void AtomicFile::fail(int error, const char* what) {
+    discard();
+    const bool full = error == ENOSPC || error == EDQUOT || error == ENOMEM;
+    throw SoundError(full ? SoundFailure::NoSpace : SoundFailure::WriteFailed, what);
+}
+
+}  // namespace tarnwick::sound
