@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+namespace tarnwick::model {
+
+// Values of Session::vsLoadStage.
+inline constexpr char16_t kInitialLoad[] = u"Initial Load";
+inline constexpr char16_t kStartSilenceAdded[] = u"Start Silence Added";
+inline constexpr char16_t kEndSilenceAdded[] = u"End Silence Added";
+
+// What the subjects of the main window hand to one another about the sound at work.
+struct Session {
+    QString vsWorkingFile;         // name of the recording, without the folder
+    QString vsScriptFile;          // name of the workbook, without the folder
+    QString vsLoadStage;           // how far the load's chain has come; empty before the first load
+    QString vsPromptExport;        // "Yes": the last export wrote a prompt; "No": it was the backup
+    qint32 vlSavedRangeBegin = 0;  // visible range to come back to, in ms;
+    qint32 vlSavedRangeEnd = 0;    // equal values: none is saved
+    qint16 viCurrentRow = 1;       // row of the list that was clicked last, from 1
+};
+
+}  // namespace tarnwick::model

@@ -1,0 +1,117 @@
+#include "project/excel_import.h"
+
+#include "forms/frm_main.h"
+#include "forms/frm_select_import_sheet.h"
+#include "forms/overlay.h"
+#include "runtime/arithmetic.h"
+#include "runtime/events.h"
+#include "runtime/guarded.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::project {
+
+ExcelImport::ExcelImport(forms::frmMain& form, forms::frmSelectImportSheet& chooser,
+                         Services services)
+    : form_(form), chooser_(chooser), services_(std::move(services)) {
+    runtime::onEvent(services_.failure, chooser_.cbSelectSheet, &QPushButton::clicked,
+                     chooser_.cbSelectSheet, [this] { sheetChosen(); });
+}
+
+void ExcelImport::Import_Excel() {
+    runtime::guarded(services_.failure, u"frmMain.Import_Excel: ", [&](runtime::Line& line) {
+        const QString& folder = services_.state.vsProjectFolder;
+        line(10);
+        QStringList scripts = services_.files.list(folder, u"*.xls"_qs);
+        line(20);
+        if (scripts.isEmpty()) scripts = services_.files.list(folder, u"*.xlsx"_qs);
+        line(30);
+        services_.session.vsScriptFile = scripts.value(0);
+        line(40);
+        if (scripts.isEmpty()) return noWorkbook();
+        line(50);
+        form_.txbScript->setText(services_.session.vsScriptFile);
+        line(60);
+        forms::showOverlay(form_, *form_.frLoadFiles);
+        line(70);
+        xlBook = services_.openWorkbook(platform::pathIn(folder, services_.session.vsScriptFile));
+        line(80);
+        if (form_.chPromptSheet->isChecked()) return askForSheet();
+        line(90);
+        Continue_Import_Excel();
+    });
+}
+
+void ExcelImport::noWorkbook() {
+    services_.boxes.plain(
+        u"No Excel file in Project folder.\rPlease fix and reload working files."_qs);
+    form_.frLoadFiles->hide();
+    vsImportResult = u"Abort"_qs;
+}
+
+void ExcelImport::askForSheet() {
+    chooser_.cbxSheetNames->clear();
+    chooser_.show();
+    for (int i = 1; i <= xlBook->sheetCount(); ++i)
+        chooser_.cbxSheetNames->addItem(xlBook->sheetName(i));
+    chooser_.cbxSheetNames->setEditText(xlBook->sheetName(1));
+}
+
+void ExcelImport::sheetChosen() {
+    services_.state.vsSelectedSheet = chooser_.cbxSheetNames->currentText();
+    chooser_.hide();
+    if (xlBook) Continue_Import_Excel();
+}
+
+void ExcelImport::Continue_Import_Excel() {
+    const documents::Sheet& xlSheet = form_.chPromptSheet->isChecked()
+                                          ? xlBook->sheet(services_.state.vsSelectedSheet)
+                                          : xlBook->sheet(1);
+    const RowRange rows = rowsToRead(xlSheet);
+    form_.pbLoadingScript->setRange(rows.viFirstRow, rows.viLastRow + 1);
+    form_.pbLoadingScript->setValue(rows.viFirstRow);
+    scheme_ = readScheme(form_.txbPrefix->text(), form_.txbStarting->text(),
+                         form_.txbIncrement->text(), form_.txbSuffix->text());
+
+    const qint32 count = std::max(0, rows.viLastRow - rows.viFirstRow + 1);
+    for (qint32 i = 1; i <= count; ++i) {
+        const qint32 row = i + rows.viFirstRow - 1;
+        readPrompt(xlSheet, i, row);
+        form_.pbLoadingScript->setValue(i + rows.viFirstRow);
+        form_.lbImporting->setText(u"Importing Excel row %1 of %2"_qs.arg(row).arg(rows.viLastRow));
+        forms::repaintNow(form_);
+    }
+
+    xlBook.reset();
+    script_.viPromptCount = static_cast<qint16>(count);
+    form_.mnuProjectFolder->setEnabled(true);
+    form_.frLoadFiles->hide();
+    forms::repaintNow(form_);
+    services_.Load_Working_Sound();
+}
+
+RowRange ExcelImport::rowsToRead(const documents::Sheet& xlSheet) const {
+    if (form_.chImportSpecifiedRows->isChecked())
+        return specifiedRows(form_.txbImportStartRow->text(), form_.txbImportEndRow->text());
+    RowRange rows;
+    while (!xlSheet.text(rows.viLastRow + 1, 1).isEmpty())
+        rows.viLastRow = runtime::add<qint16>(rows.viLastRow, 1);
+    rows.viFirstRow = form_.chIgnoreFirstRow->isChecked() ? 2 : 1;
+    return rows;
+}
+
+void ExcelImport::readPrompt(const documents::Sheet& xlSheet, qint32 i, qint32 row) {
+    const bool twoColumns = !xlSheet.text(1, 2).isEmpty();
+    model::PromptRow& prompt = runtime::element(script_.Prompts, i);
+    prompt.FileName = fileNameOf(xlSheet, twoColumns, i, row);
+    prompt.Content = xlSheet.text(row, twoColumns ? 2 : 1);
+    prompt.Words = wordCount(prompt.Content);
+}
+
+QString ExcelImport::fileNameOf(const documents::Sheet& xlSheet, bool twoColumns, qint32 i,
+                                qint32 row) const {
+    if (!twoColumns)
+        return scheme_.nameAt(i - 2);  // the first prompt lies one step below the start
+    return form_.opAutoNaming[0]->isChecked() ? xlSheet.text(row, 1) : scheme_.nameAt(i - 1);
+}
+
+}  // namespace tarnwick::project

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "documents/workbook.h"
+#include "model/script.h"
+#include "model/session.h"
+#include "platform/boxes.h"
+#include "platform/file_system.h"
+#include "project/naming_scheme.h"
+#include "project/script_rows.h"
+#include "runtime/failure_path.h"
+#include "runtime/process_state.h"
+
+namespace tarnwick::forms {
+class frmMain;
+class frmSelectImportSheet;
+}  // namespace tarnwick::forms
+
+namespace tarnwick::project {
+
+// Reads the workbook of the project folder into the prompt rows and then has the recording loaded.
+// UI thread.
+class ExcelImport {
+  public:
+    struct Services {
+        const runtime::FailurePath& failure;
+        runtime::ProcessState& state;
+        model::Session& session;
+        platform::Boxes& boxes;
+        platform::FileSystem& files;
+        std::function<documents::Workbook(const QString& path)> openWorkbook;
+        std::function<void()> Load_Working_Sound;
+    };
+
+    ExcelImport(forms::frmMain& form, forms::frmSelectImportSheet& chooser, Services services);
+
+    // Guarded. Without a workbook: a box, and `vsImportResult` becomes "Abort".
+    void Import_Excel();
+
+    const model::Script& script() const { return script_; }
+
+    QString vsImportResult;  // emptied by each load; "Abort" when there was no script
+
+  private:
+    void noWorkbook();
+    void askForSheet();
+    void sheetChosen();
+    void Continue_Import_Excel();
+    RowRange rowsToRead(const documents::Sheet& xlSheet) const;
+    void readPrompt(const documents::Sheet& xlSheet, qint32 i, qint32 row);
+    QString fileNameOf(const documents::Sheet& xlSheet, bool twoColumns, qint32 i,
+                       qint32 row) const;
+
+    forms::frmMain& form_;
+    forms::frmSelectImportSheet& chooser_;
+    Services services_;
+    model::Script script_;
+    NamingScheme scheme_;
+    std::optional<documents::Workbook> xlBook;  // open only while an import runs
+};
+
+}  // namespace tarnwick::project

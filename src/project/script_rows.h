@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+// Decisions of the script import, without a workbook or a window.
+
+namespace tarnwick::project {
+
+// The rows of the sheet to read, both included, from 1.
+struct RowRange {
+    qint16 viFirstRow = 1;
+    qint16 viLastRow = 0;
+};
+
+// A range of the operator's own: the leading numbers of the two texts. Faults with "Overflow".
+RowRange specifiedRows(const QString& start, const QString& end);
+
+// The word count of a prompt as text: its blanks plus one.
+QString wordCount(const QString& content);
+
+}  // namespace tarnwick::project

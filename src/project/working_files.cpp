@@ -1,0 +1,119 @@
+#include "project/working_files.h"
+
+#include "forms/frm_main.h"
+#include "forms/overlay.h"
+#include "runtime/arithmetic.h"
+#include "runtime/events.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::project {
+
+namespace {
+
+constexpr char16_t kBackupFolder[] = u"BU_Source_Files";
+constexpr char16_t kRawFolder[] = u"Raw_Files";
+constexpr qint32 kBackupFrequency = 44100;  // Hz, whatever the preferences say
+constexpr qint16 kFirstCopy = 100;
+constexpr int kExtensionLength = 4;  // cut from every name, also from a longer extension
+
+// Dialog filters by source file format: ".wav", ".mp3", ".aiff", "Any".
+constexpr std::array<const char16_t*, 4> kFilters{
+    u"Audio Files (*.wav)|*.wav", u"Audio Files (*.mp3)|*.mp3",
+    u"Audio Files (*.aif; *.aiff)|*.aif; *aiff",
+    u"Audio Files (*.wav; *.mp3; *.aif; *aiff)|*.wav; *.mp3; *.aif; *aiff|"};
+
+QString text(const char16_t* literal) { return QString::fromUtf16(literal); }
+
+// The left part of a text; a negative length faults.
+QString leftPart(const QString& whole, qsizetype length) {
+    if (length < 0) runtime::invalidCall();
+    return whole.left(length);
+}
+
+}  // namespace
+
+WorkingFiles::WorkingFiles(forms::frmMain& form, Services services)
+    : form_(form), services_(std::move(services)) {
+    runtime::onEvent(services_.failure, form_.mnuLoadFiles, &QAction::triggered, form_.mnuLoadFiles,
+                     [this] { mnuLoadFiles_Click(); });
+    runtime::onEvent(services_.failure, form_.mnuBackupSourceFile, &QAction::triggered,
+                     form_.mnuBackupSourceFile, [this] { mnuBackupSourceFile_Click(); });
+}
+
+void WorkingFiles::mnuLoadFiles_Click() try {
+    services_.startImport();
+    form_.lvAudioDetails->clear();
+    forms::repaintNow(form_);
+    chooseFilter();
+    const auto choice = services_.cmdlg.ShowOpen().value_or(platform::OpenDialog::Choice());
+    services_.state.vsProjectFolder =
+        leftPart(choice.FileName, choice.FileName.size() - choice.FileTitle.size() - 1);
+    const auto holds = [&](const char16_t* folder) {
+        return services_.files.FolderExists(
+            platform::pathIn(services_.state.vsProjectFolder, text(folder)));
+    };
+    if (holds(kBackupFolder) || holds(kRawFolder)) {
+        services_.boxes.plain(
+            u"The Project folder cannot contain a 'BU_Source_Files' or a 'Raw_Files' folder. "
+            u"Rename or move outside of the Project folder before proceeding."_qs);
+        return;
+    }
+    services_.session.vsWorkingFile = choice.FileTitle;
+    form_.txbAudio->setText(choice.FileTitle);
+    form_.OpScriptFormat[0]->isChecked() ? services_.Import_Word() : services_.Import_Excel();
+} catch (const std::exception&) {
+    // A cancelled dialog ends here, and so does any other fault of the command: quietly.
+}
+
+void WorkingFiles::chooseFilter() {
+    for (std::size_t i = 0; i < kFilters.size(); ++i)
+        if (form_.opSourceFileFormat[i]->isChecked())
+            return services_.cmdlg.setFilter(text(kFilters[i]));
+}
+
+void WorkingFiles::Load_Working_Sound() {
+    engine::SoundEditor& EDT = services_.EDT;
+    const QString& vsWorkingFile = services_.session.vsWorkingFile;
+    EDT.SoundClose();
+    services_.session.vsLoadStage = text(model::kInitialLoad);
+    EDT.SetLoadMode(0);
+    if (EDT.LoadSound(platform::pathIn(services_.state.vsProjectFolder, vsWorkingFile)) != 0) {
+        services_.boxes.plain(u"Cannot load file "_qs + vsWorkingFile + u" due to error "_qs +
+                              QString::number(EDT.LastError()));
+        return;
+    }
+    form_.mnuBackupSourceFile->setEnabled(true);
+    try {
+        services_.files.createFolder(
+            platform::pathIn(services_.state.vsProjectFolder, text(kBackupFolder)));
+    } catch (const std::exception&) {
+        // The folder may be there already; where it cannot be made, the backup itself will fault.
+    }
+}
+
+void WorkingFiles::mnuBackupSourceFile_Click() {
+    engine::SoundEditor& EDT = services_.EDT;
+    const qint32 channels = runtime::strictLong(form_.cbxChannels->currentText());
+    EDT.encodeFormats().FormatToUse = engine::kWavContainer;
+    EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
+    QString source;
+    if (services_.session.vsLoadStage == text(model::kEndSilenceAdded)) {
+        source = platform::pathIn(services_.state.vsProjectFolder, services_.session.vsWorkingFile);
+        services_.files.CopyFile(source, copyName());
+        vfBackupCount += 1;
+    }
+    services_.session.vsPromptExport = u"No"_qs;
+    // Before the pauses stand there is nothing to save yet: the empty path makes the call harmless.
+    EDT.SoundExport(kBackupFrequency, channels, 0, 0, -1, source);
+}
+
+QString WorkingFiles::copyName() const {
+    const qint16 count = runtime::roundToInteger(vfBackupCount);
+    const QString& name = services_.session.vsWorkingFile;
+    const QString folder = platform::pathIn(services_.state.vsProjectFolder, text(kBackupFolder));
+    return platform::pathIn(folder, leftPart(name, name.size() - kExtensionLength) + u'_' +
+                                        QString::number(runtime::add(kFirstCopy, count)) +
+                                        u".wav"_qs);
+}
+
+}  // namespace tarnwick::project

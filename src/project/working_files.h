@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+
+#include "engine/sound_editor.h"
+#include "model/session.h"
+#include "platform/boxes.h"
+#include "platform/file_system.h"
+#include "platform/open_dialog.h"
+#include "runtime/failure_path.h"
+#include "runtime/process_state.h"
+
+namespace tarnwick::forms {
+class frmMain;
+}
+
+namespace tarnwick::project {
+
+// The project folder: choosing the recording, loading it, and the backup of its file. UI thread.
+class WorkingFiles {
+  public:
+    struct Services {
+        const runtime::FailurePath& failure;
+        runtime::ProcessState& state;
+        model::Session& session;
+        engine::SoundEditor& EDT;
+        platform::Boxes& boxes;
+        platform::OpenDialog& cmdlg;
+        platform::FileSystem& files;
+        std::function<void()> startImport;  // forgets the last import's result
+        std::function<void()> Import_Excel;
+        std::function<void()> Import_Word;
+    };
+
+    WorkingFiles(forms::frmMain& form, Services services);
+
+    // The command "Load Working Files...". Ends without a word on a cancelled dialog and on any
+    // other fault.
+    void mnuLoadFiles_Click();
+
+    // Starts the load of the working file; the chain goes on with SoundLoadingDone.
+    void Load_Working_Sound();
+
+    // Copies the file on disk to BU_Source_Files and has it overwritten by the sound as it stands.
+    // Faults when the copy fails, and then overwrites nothing.
+    void mnuBackupSourceFile_Click();
+
+  private:
+    void chooseFilter();
+    QString copyName() const;
+
+    forms::frmMain& form_;
+    Services services_;
+    float vfBackupCount = 0;  // copies made in this run
+};
+
+}  // namespace tarnwick::project

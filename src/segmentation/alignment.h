@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/sound_editor.h"
+#include "model/script.h"
+#include "model/session.h"
+#include "segmentation/silence_detection.h"
+
+namespace tarnwick::forms {
+class frmMain;
+}
+
+namespace tarnwick::segmentation {
+
+// Pairs the prompts with the stretches of speech by position and fills the list. UI thread; what
+// fails leaves the list half built.
+class Alignment {
+  public:
+    struct Inputs {
+        const model::Session& session;
+        const model::Script& script;
+        const SilenceArray& silences;
+        const engine::SoundEditor& EDT;
+    };
+
+    Alignment(forms::frmMain& form, Inputs inputs) : form_(form), inputs_(inputs) {}
+
+    void Align();
+
+  private:
+    void addRow(qint32 i);
+    void compareCounters();
+    void selectCurrentRow();
+
+    forms::frmMain& form_;
+    Inputs inputs_;
+};
+
+}  // namespace tarnwick::segmentation

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QtGlobal>
+
+namespace tarnwick::segmentation {
+
+// What the timer behind a finished export finds when it fires.
+struct ExportMoment {
+    bool runOpen = false;         // a run was started and has neither finished nor been dropped
+    float vfExportIndex = 0;      // row asked for last, from 1
+    qint32 rowsOfRun = 0;         // rows that the run has to write
+    qint32 rowsInList = 0;        // rows that the list holds now
+    bool listIsChanging = false;  // the sound changes or is scanned: the list is no guide now
+    qint32 exportsPending = 0;    // exports asked for that have not ended
+    bool lastWasPrompt = false;   // the export asked for last was a prompt, not the backup
+};
+
+enum class ExportStep {
+    Nothing,  // no run, or the backup was what ended
+    Wait,     // look again: what comes next cannot be told yet
+    NextRow,  // ask for the next row
+    Finish    // all is written
+};
+
+// What follows. A backup that ends in the middle of a run moves the run on like a row does, so more
+// than one export can be on its way; a run finishes only when all of them have ended, and takes no
+// row from a list that does not belong to the sound as it stands.
+ExportStep nextExportStep(const ExportMoment& moment);
+
+}  // namespace tarnwick::segmentation

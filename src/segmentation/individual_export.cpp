@@ -1,0 +1,102 @@
+#include "segmentation/individual_export.h"
+
+#include <QDir>
+
+#include "forms/frm_main.h"
+#include "forms/overlay.h"
+#include "model/list_columns.h"
+#include "runtime/events.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::segmentation {
+
+namespace {
+
+constexpr qint32 kExportFrequency = 44100;  // Hz
+
+}  // namespace
+
+IndividualExport::IndividualExport(forms::frmMain& form, Services services)
+    : form_(form),
+      services_(std::move(services)),
+      EDTTimerSoundExportDone(services_.failure, *form.EDTTimerSoundExportDone,
+                              [this] { EDTTimerSoundExportDone_Timer(); }) {
+    runtime::onEvent(services_.failure, form_.mnuExport, &QAction::triggered, &form_,
+                     [this] { mnuExport_Click(); });
+    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundExportDone,
+                     &form_, [this] { EDTTimerSoundExportDone.arm(); });
+}
+
+void IndividualExport::mnuExport_Click() {
+    if (form_.txbNberFileNames->text() != form_.txbNberAudioFiles->text() &&
+        !services_.boxes.askYesNo(u"Warning!"_qs,
+                                  u"The file numbers are different so something is incorrect. "
+                                  u"Do you want proceed anyway?"_qs))
+        return;
+    vsExportRunning = u"Yes"_qs;
+    runOpen_ = true;
+    forms::showOverlay(form_, *form_.frExportFiles);
+    form_.pbExporting->setMaximum(form_.lvAudioDetails->topLevelItemCount());
+    vfExportIndex = 1;
+    Export_Row(vfExportIndex);
+}
+
+void IndividualExport::Export_Row(float index) {
+    engine::SoundEditor& EDT = services_.EDT;
+    const qint32 channels = runtime::strictLong(form_.cbxChannels->currentText());
+    EDT.encodeFormats().FormatToUse = engine::kWavContainer;
+    EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
+    const qint32 row = runtime::roundToLong(index);
+    const QTreeWidgetItem* item = form_.lvAudioDetails->topLevelItem(row - 1);
+    if (item == nullptr) throw runtime::Fault(u"Index out of bounds"_qs);
+    vsExportFile = platform::pathIn(services_.state.vsProjectFolder,
+                                    item->text(model::kFileName) + u".wav"_qs);
+    vlExportStart = runtime::strictLong(item->text(model::kStartMsec));
+    vlExportEnd = runtime::strictLong(item->text(model::kEndMsec));
+    services_.session.vsPromptExport = u"Yes"_qs;
+    EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
+    form_.pbExporting->setValue(row);
+    form_.lbExporting->setText(
+        u"Exporting file %1 of %2"_qs.arg(row).arg(form_.pbExporting->maximum()));
+    forms::repaintNow(form_);
+}
+
+ExportMoment IndividualExport::moment() const {
+    return {.runOpen = vsExportRunning == u"Yes" && runOpen_,
+            .vfExportIndex = vfExportIndex,
+            .rowsOfRun = form_.pbExporting->maximum(),
+            .rowsInList = form_.lvAudioDetails->topLevelItemCount(),
+            .listIsChanging = services_.listIsChanging(),
+            .exportsPending = services_.EDT.SoundExportsPending(),
+            .lastWasPrompt = services_.session.vsPromptExport == u"Yes"};
+}
+
+void IndividualExport::EDTTimerSoundExportDone_Timer() {
+    switch (nextExportStep(moment())) {
+        case ExportStep::Nothing:
+            return;
+        case ExportStep::Wait:
+            return EDTTimerSoundExportDone.arm();
+        case ExportStep::NextRow:
+            vfExportIndex += 1;
+            return Export_Row(vfExportIndex);
+        case ExportStep::Finish:
+            return finish();
+    }
+}
+
+void IndividualExport::finish() {
+    runOpen_ = false;
+    const QString& folder = services_.state.vsProjectFolder;
+    const QString backups = platform::pathIn(folder, u"BU_Source_Files"_qs) + QDir::separator();
+    for (const QString& name : {services_.session.vsWorkingFile, services_.session.vsScriptFile}) {
+        try {
+            services_.files.MoveFile(platform::pathIn(folder, name), backups);
+        } catch (const std::exception&) {
+            // A file that cannot be moved stays where it is.
+        }
+    }
+    services_.showBatchProcessor();
+}
+
+}  // namespace tarnwick::segmentation

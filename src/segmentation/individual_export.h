@@ -1,0 +1,59 @@
+#pragma once
+
+#include <functional>
+
+#include "engine/one_shot_timer.h"
+#include "engine/sound_editor.h"
+#include "model/session.h"
+#include "platform/boxes.h"
+#include "platform/file_system.h"
+#include "runtime/failure_path.h"
+#include "runtime/process_state.h"
+#include "segmentation/export_run.h"
+
+namespace tarnwick::forms {
+class frmMain;
+}
+
+namespace tarnwick::segmentation {
+
+// Writes one file for each row of the list, one after the other, then moves the recording and its
+// script out of the way and goes on to the Batch Processor. UI thread.
+class IndividualExport {
+  public:
+    struct Services {
+        const runtime::FailurePath& failure;
+        const runtime::ProcessState& state;
+        model::Session& session;
+        engine::SoundEditor& EDT;
+        platform::Boxes& boxes;
+        platform::FileSystem& files;
+        std::function<bool()> listIsChanging;
+        std::function<void()> showBatchProcessor;  // also hides the main window
+    };
+
+    IndividualExport(forms::frmMain& form, Services services);
+
+    void mnuExport_Click();
+
+    // Gives up a run that has not finished, because another recording takes the sound's place.
+    void drop() { runOpen_ = false; }
+
+  private:
+    void Export_Row(float index);
+    void EDTTimerSoundExportDone_Timer();
+    ExportMoment moment() const;
+    void finish();
+
+    forms::frmMain& form_;
+    Services services_;
+    engine::OneShotTimer EDTTimerSoundExportDone;
+    float vfExportIndex = 0;   // row being exported, from 1; keeps its last value
+    QString vsExportRunning;   // "Yes" from the first export on
+    QString vsExportFile;      // full path of the file being written
+    qint32 vlExportStart = 0;  // the row's span, in ms
+    qint32 vlExportEnd = 0;
+    bool runOpen_ = false;
+};
+
+}  // namespace tarnwick::segmentation

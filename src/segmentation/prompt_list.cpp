@@ -1,0 +1,89 @@
+#include "segmentation/prompt_list.h"
+
+#include <QKeyEvent>
+
+#include "forms/frm_main.h"
+#include "forms/overlay.h"
+#include "forms/scaling.h"
+#include "model/list_columns.h"
+#include "runtime/events.h"
+#include "runtime/numbers.h"
+#include "segmentation/row_view.h"
+
+namespace tarnwick::segmentation {
+
+namespace {
+
+bool movesSelection(int key) {
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
+           key == Qt::Key_PageDown || key == Qt::Key_Home || key == Qt::Key_End;
+}
+
+}  // namespace
+
+PromptList::PromptList(forms::frmMain& form, const runtime::FailurePath& failure,
+                       const runtime::ProcessState& state, model::Session& session,
+                       engine::SoundEditor& EDT)
+    : form_(form), failure_(failure), state_(state), session_(session), EDT_(EDT) {
+    runtime::onEvent(failure_, form_.lvAudioDetails, &QTreeWidget::itemPressed, this,
+                     [this](QTreeWidgetItem* item, int) { lvAudioDetails_ItemClick(*item); });
+    runtime::onEvent(failure_, form_.cbContent, &QPushButton::clicked, this,
+                     [this] { cbContent_Click(); });
+    runtime::onEvent(failure_, form_.mnuPlayfromListView, &QAction::triggered, this,
+                     [this] { mnuPlayfromListView_Click(); });
+    form_.lvAudioDetails->installEventFilter(this);
+    form_.lvAudioDetails->viewport()->installEventFilter(this);
+}
+
+bool PromptList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease) {
+        failure_.unguarded([this] { lvAudioDetails_MouseUp(); });
+    } else if (event->type() == QEvent::KeyRelease) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        QTreeWidgetItem* item = form_.lvAudioDetails->currentItem();
+        if (item != nullptr && !key->isAutoRepeat() && movesSelection(key->key()))
+            failure_.unguarded([this, item] { lvAudioDetails_ItemClick(*item); });
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void PromptList::lvAudioDetails_ItemClick(QTreeWidgetItem& item) {
+    form_.lvAudioDetails->setCurrentItem(&item);
+    vlRowStart = runtime::strictLong(item.text(model::kStartMsec));
+    moveView();
+    forms::repaintNow(form_);
+    nResult = EDT_.SoundPlayRange(vlRowStart, EDT_.GetSoundDuration());
+    session_.viCurrentRow =
+        runtime::roundToInteger(form_.lvAudioDetails->indexOfTopLevelItem(&item) + 1);
+    form_.txbContent->setPlainText(item.text(model::kContent));
+}
+
+void PromptList::moveView() {
+    ViewRange now;
+    EDT_.waveform().GetDisplayRange(now.begin, now.end);
+    session_.vlSavedRangeBegin = now.begin;
+    session_.vlSavedRangeEnd = now.end;
+    if (const auto view = viewOfRow(vlRowStart, now))
+        EDT_.waveform().SetDisplayRange(view->begin, view->end);
+}
+
+void PromptList::lvAudioDetails_MouseUp() {
+    if (form_.opPlayfromlistview[1]->isChecked()) EDT_.SoundStop();
+}
+
+void PromptList::cbContent_Click() {
+    const bool expand = form_.cbContent->text() == u"Expand Content";
+    forms::setListHeight(form_, expand ? forms::kListHeightAboveContent : forms::kListHeight,
+                         state_.vvScale);
+    form_.txbContent->setVisible(expand);
+    form_.cbContent->setText(expand ? u"Hide Content"_qs : u"Expand Content"_qs);
+}
+
+void PromptList::mnuPlayfromListView_Click() {
+    const bool continuous = form_.opPlayfromlistview[0]->isChecked();
+    form_.opPlayfromlistview[continuous ? 1 : 0]->setChecked(true);
+    form_.mnuPlayfromListView->setText(continuous ? u"Play Continously on Mouse Click"_qs
+                                                  : u"Play/Stop on Mouse Click"_qs);
+}
+
+}  // namespace tarnwick::segmentation

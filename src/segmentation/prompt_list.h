@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+
+#include "engine/sound_editor.h"
+#include "model/session.h"
+#include "runtime/failure_path.h"
+#include "runtime/process_state.h"
+
+class QTreeWidgetItem;
+
+namespace tarnwick::forms {
+class frmMain;
+}
+
+namespace tarnwick::segmentation {
+
+// The operator's walk down the list: a press on a row plays from there, a release stops again or
+// not, and the pane shows the whole prompt. The arrow keys do what a press does. UI thread.
+class PromptList : public QObject {
+  public:
+    PromptList(forms::frmMain& form, const runtime::FailurePath& failure,
+               const runtime::ProcessState& state, model::Session& session,
+               engine::SoundEditor& EDT);
+
+    void cbContent_Click();
+    void mnuPlayfromListView_Click();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void lvAudioDetails_ItemClick(QTreeWidgetItem& item);
+    void lvAudioDetails_MouseUp();
+    void moveView();
+
+    forms::frmMain& form_;
+    const runtime::FailurePath& failure_;
+    const runtime::ProcessState& state_;
+    model::Session& session_;
+    engine::SoundEditor& EDT_;
+    qint32 vlRowStart = 0;  // start of the row clicked last, in ms
+    qint32 nResult = 0;
+};
+
+}  // namespace tarnwick::segmentation

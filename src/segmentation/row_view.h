@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QtGlobal>
+#include <optional>
+
+namespace tarnwick::segmentation {
+
+// A visible stretch of the waveform, in milliseconds.
+struct ViewRange {
+    qint32 begin = 0;
+    qint32 end = 0;
+    friend bool operator==(const ViewRange&, const ViewRange&) = default;
+};
+
+// The view for a clicked row: as wide as now, the row's start a quarter of the way across. Nothing
+// when the row lies too near to the sound's start for that.
+std::optional<ViewRange> viewOfRow(qint32 rowStart, ViewRange now);
+
+// The view that follows the play head: once the head has come into the last tenth, the view goes on
+// by eight tenths of its width; nothing before that. Not clipped to the sound.
+std::optional<ViewRange> viewAfterJump(qint32 position, ViewRange now);
+
+// Play position in percent of `limit` (above 0), at most 100. Faults with "Overflow" near six
+// hours.
+qint32 playedPercent(qint32 position, qint32 limit);
+
+}  // namespace tarnwick::segmentation

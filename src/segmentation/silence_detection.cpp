@@ -1,0 +1,80 @@
+#include "segmentation/silence_detection.h"
+
+#include "forms/frm_main.h"
+#include "forms/overlay.h"
+#include "runtime/arithmetic.h"
+#include "runtime/events.h"
+#include "runtime/numbers.h"
+#include "segmentation/threshold.h"
+
+namespace tarnwick::segmentation {
+
+SilenceDetection::SilenceDetection(forms::frmMain& form, Services services)
+    : form_(form),
+      services_(std::move(services)),
+      EDTTimerSilencePosDetectionDone(services_.failure, *form.EDTTimerSilencePosDetectionDone,
+                                      [this] { EDTTimerSilencePosDetectionDone_Timer(); }) {
+    runtime::onEvent(services_.failure, form_.cbProcess, &QPushButton::clicked, form_.cbProcess,
+                     [this] { cbProcess_Click(); });
+    runtime::onEvent(services_.failure, &services_.EDT,
+                     &engine::SoundEditor::SilencePosDetectionDone, &form_,
+                     [this] { EDTTimerSilencePosDetectionDone.arm(); });
+}
+
+void SilenceDetection::cbProcess_Click() {
+    form_.lvAudioDetails->clear();
+    forms::repaintNow(form_);
+    startScan();
+}
+
+void SilenceDetection::startScan() {
+    form_.txbCalculating->show();
+    forms::repaintNow(form_);
+    Silences.fill({});
+    form_.txbSilencePerc->setText(thresholdPercent(form_.txbThreshold->text()));
+    form_.txbSilenceThreshold->setText(thresholdAmplitude(form_.txbSilencePerc->text()));
+    const qint16 threshold = runtime::strictInteger(form_.txbSilenceThreshold->text());
+    const qint32 duration = runtime::strictLong(form_.txbSilence->text());
+    nResult = services_.EDT.SilencePositionsDetect(threshold, duration, 0);
+    scanning_ = nResult == engine::kOk;
+}
+
+void SilenceDetection::EDTTimerSilencePosDetectionDone_Timer() {
+    const qint32 count = services_.EDT.SilencePositionsGetCount();
+    storeSilences(count);
+    form_.txbNberAudioFiles->setText(QString::number(count - 1));
+    serviceWait();
+    form_.txbCalculating->hide();
+    forms::repaintNow(form_);
+    services_.align();
+    scanning_ = false;
+    form_.mnuExport->setEnabled(true);
+}
+
+void SilenceDetection::storeSilences(qint32 count) {
+    settings::SettingsDatabase& database = services_.database;
+    const settings::Access access(database, services_.state.vsConnection);
+    database.Execute(u"DELETE FROM Silences"_qs);
+    for (qint32 i = 0; i < count; ++i) {
+        qint32 start = 0;
+        qint32 finish = 0;
+        services_.EDT.SilencePositionsGetRange(i, start, finish);
+        model::SilenceRecord& silence = runtime::element(Silences, i);
+        silence.StartAt = start;
+        silence.FinishAt = finish;
+        database.Execute(u"INSERT INTO Silences(Nber, StartAt, FinishAt)VALUES (%1,%2,%3)"_qs.arg(i)
+                             .arg(start)
+                             .arg(finish));
+    }
+    database.Release();
+}
+
+// Holds the window, on the service's demand, for as many seconds as the box says on each look.
+void SilenceDetection::serviceWait() const {
+    if (!form_.chRecalcTimer->isChecked()) return;
+    const double begun = services_.clock.Timer();
+    while (services_.clock.Timer() - begun < runtime::strictDouble(form_.txbRecalcTimer->text())) {
+    }
+}
+
+}  // namespace tarnwick::segmentation

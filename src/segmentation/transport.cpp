@@ -1,0 +1,94 @@
+#include "segmentation/transport.h"
+
+#include "forms/frm_main.h"
+#include "runtime/events.h"
+#include "segmentation/row_view.h"
+
+namespace tarnwick::segmentation {
+
+Transport::Transport(forms::frmMain& form, const runtime::FailurePath& failure,
+                     engine::SoundEditor& EDT, StatusLine& status)
+    : form_(form),
+      failure_(failure),
+      EDT_(EDT),
+      status_(status),
+      TimerPlaybackPos(*form.TimerPlaybackPos) {
+    const auto click = [this](QPushButton* button, auto handler) {
+        runtime::onEvent(failure_, button, &QPushButton::clicked, &form_, handler);
+    };
+    click(form_.CommandPlay, [this] { CommandPlay_Click(); });
+    click(form_.CommandPause, [this] { CommandPause_Click(); });
+    click(form_.CommandStop, [this] { EDT_.SoundStop(); });
+    runtime::onEvent(failure_, &TimerPlaybackPos, &QTimer::timeout, &form_,
+                     [this] { TimerPlaybackPos_Timer(); });
+    connectEvents();
+}
+
+void Transport::connectEvents() {
+    const auto event = [this](auto signal, auto handler) {
+        runtime::onEvent(failure_, &EDT_, signal, &form_, handler);
+    };
+    event(&engine::SoundEditor::SoundPlaybackStarted, [this] { EDT_SoundPlaybackStarted(); });
+    event(&engine::SoundEditor::SoundPlaybackPaused, [this] { EDT_SoundPlaybackPaused(); });
+    event(&engine::SoundEditor::SoundPlaybackEnded, [this] { playbackOver(u"Status8: Idle"_qs); });
+    event(&engine::SoundEditor::SoundPlaybackStopped,
+          [this] { playbackOver(u"Status11: Idle"_qs); });
+}
+
+void Transport::CommandPlay_Click() {
+    qint16 available = 0;
+    qint32 begin = 0;
+    qint32 end = 0;
+    EDT_.waveform().GetSelection(available, begin, end);
+    if (available != 1) return EDT_.SoundPlay();
+    EDT_.SoundPlayRange(begin, begin >= end ? -1 : end);
+}
+
+void Transport::CommandPause_Click() {
+    form_.CommandPause->text() == u"Pause" ? EDT_.SoundPause() : EDT_.SoundResume();
+}
+
+void Transport::EDT_SoundPlaybackStarted() {
+    form_.CommandPause->setText(u"Pause"_qs);
+    status_.started(u"Status10: Playing..."_qs + EDT_.FormatMs(EDT_.GetPlaybackPosition(), 0, 1));
+    TimerPlaybackPos.start();
+}
+
+void Transport::EDT_SoundPlaybackPaused() {
+    form_.CommandPause->setText(u"Resume"_qs);
+    status_.write(u"Status9: Playback paused"_qs);
+}
+
+void Transport::playbackOver(const QString& text) {
+    TimerPlaybackPos.stop();
+    form_.CommandPause->setText(u"Pause"_qs);
+    status_.finished(text);
+}
+
+void Transport::TimerPlaybackPos_Timer() {
+    const qint32 position = EDT_.GetPlaybackPosition();
+    qint16 available = 0;
+    qint32 begin = 0;
+    qint32 end = 0;
+    EDT_.waveform().GetSelection(available, begin, end);
+    const qint32 limit = available == 1 ? end : EDT_.GetSoundDuration();
+    if (limit == 0) return;
+    showPosition(position, limit);
+    followPlayHead(position);
+}
+
+void Transport::showPosition(qint32 position, qint32 limit) {
+    form_.pbWAVFormBuilding->setValue(playedPercent(position, limit));
+    const bool paused = form_.CommandPause->text() == u"Resume";
+    status_.write((paused ? u"Status14: Paused at "_qs : u"Status15: Playing..."_qs) +
+                  EDT_.FormatMs(position, 0, 1));
+}
+
+void Transport::followPlayHead(qint32 position) {
+    ViewRange now;
+    EDT_.waveform().GetDisplayRange(now.begin, now.end);
+    if (const auto view = viewAfterJump(position, now))
+        EDT_.waveform().SetDisplayRange(view->begin, view->end);
+}
+
+}  // namespace tarnwick::segmentation

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "engine/sound_editor.h"
+#include "runtime/failure_path.h"
+
+namespace tarnwick::forms {
+class frmMain;
+}
+
+namespace tarnwick::segmentation {
+
+// The read-outs and buttons around the waveform: what is selected, what is visible, zoom and
+// vertical scale. UI thread.
+class WaveformControls {
+  public:
+    WaveformControls(forms::frmMain& form, const runtime::FailurePath& failure,
+                     engine::SoundEditor& EDT);
+
+    // The display's record and the slider as they are at start.
+    void setUp();
+
+  private:
+    void connectEvents();
+    void connectZoom();
+    void EDT_WaveSelectionChanged(qint16 available, qint32 begin, qint32 end);
+    void EDT_WaveRangeChanged(qint32 begin, qint32 end);
+    void EDT_WaveMouseNotification(qint16 kind);
+    void slWAVFormScale_Scroll();
+
+    forms::frmMain& form_;
+    const runtime::FailurePath& failure_;
+    engine::SoundEditor& EDT_;
+    qint16 viWaveScale = 100;  // vertical scale in percent
+};
+
+}  // namespace tarnwick::segmentation
