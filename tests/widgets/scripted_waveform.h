@@ -1,0 +1,70 @@
+#pragma once
+
+#include <vector>
+
+#include "engine/waveform.h"
+
+namespace tarnwick::widgets {
+
+// A waveform whose picture is told by a test: a constant swing in the first half of the sound,
+// silence in the second. Records what the view asks for.
+class ScriptedWaveform : public engine::Waveform {
+  public:
+    int channelCount = 1;
+    qint32 durationMs = 10000;
+    qint32 playMs = -1;
+    float swing = 0.5f;
+    qint32 rangeBegin = 0, rangeEnd = -1;
+    qint16 selected = 0;
+    qint32 selectionBegin = 0, selectionEnd = 0;
+    engine::WaveformSettings settings;
+    std::vector<qint16> notifications;
+    mutable int renderings = 0;
+
+    ScriptedWaveform() { settings.setVerticalScale(1.0f); }
+
+    void Create(engine::WindowHandle parent, int left, int top, int width, int height) override {
+        Q_EMIT displayCreated(parent, QRect(left, top, width, height));
+    }
+    void AnalyzeSound() override {}
+    void GetDisplayRange(qint32& beginMs, qint32& endMs) const override {
+        beginMs = rangeBegin;
+        endMs = rangeEnd;
+    }
+    void SetDisplayRange(qint32 beginMs, qint32 endMs) override {
+        rangeBegin = beginMs;
+        rangeEnd = endMs;
+        Q_EMIT displayChanged();
+    }
+    void GetSelection(qint16& available, qint32& beginMs, qint32& endMs) const override {
+        available = selected;
+        beginMs = selectionBegin;
+        endMs = selectionEnd;
+    }
+    void SetSelection(qint16 available, qint32 beginMs, qint32 endMs) override {
+        selected = available;
+        selectionBegin = beginMs;
+        selectionEnd = endMs;
+        Q_EMIT displayChanged();
+    }
+    void ZoomIn() override {}
+    void ZoomOut() override {}
+    void ZoomFull() override {}
+    void ZoomToSelection(qint32) override {}
+    void GetSettings(engine::WaveformSettings& out) const override { out = settings; }
+    void SetSettings(const engine::WaveformSettings& in) override { settings = in; }
+    int channels() const override { return channelCount; }
+    qint32 duration() const override { return channelCount ? durationMs : 0; }
+    qint32 playPosition() const override { return playMs; }
+    bool columns(int channel, double beginMs, double endMs,
+                 std::span<engine::WaveColumn> columns) const override {
+        if (channel == 0) ++renderings;
+        const double step = (endMs - beginMs) / double(columns.size());
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            if (beginMs + double(i) * step < durationMs / 2.0) columns[i] = {-swing, swing};
+        return true;
+    }
+    void notifyMouse(qint16 kind) override { notifications.push_back(kind); }
+};
+
+}  // namespace tarnwick::widgets
