@@ -1,0 +1,260 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sndfile.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <limits>
+
+#include "sound/atomic_file.h"
+#include "sound/quantiser.h"
+#include "sound/resampler.h"
+#include "sound/sound_error.h"
+#include "sound/sound_writer.h"
+#include "sound/test_sounds.h"
+#include "sound/wav_encoder.h"
+
+namespace tarnwick::sound {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// Reads a file with an independent reader, as 32-bit integers or as floats.
+template <class Sample>
+std::vector<Sample> decoded(const std::filesystem::path& file, SF_INFO& info) {
+    info = {};
+    SNDFILE* in = sf_open(file.c_str(), SFM_READ, &info);
+    if (!in) return {};
+    std::vector<Sample> samples(static_cast<std::size_t>(info.frames * info.channels));
+    if constexpr (std::is_same_v<Sample, int>) {
+        sf_readf_int(in, samples.data(), info.frames);
+    } else {
+        sf_readf_float(in, samples.data(), info.frames);
+    }
+    sf_close(in);
+    return samples;
+}
+
+class Writer : public testing::Test {
+  protected:
+    TempFolder folder_;
+    const std::filesystem::path target_ = folder_.path() / "out.wav";
+};
+
+TEST_F(Writer, WhatNeedsNoChangeComesOutBitForBit) {
+    for (const int bits : {8, 16, 24, 32}) {
+        for (const int channels : {1, 2}) {
+            SCOPED_TRACE(testing::Message() << bits << " bits, " << channels << " channels");
+            const NoiseSound sound({44100, channels, bits, false}, 40'001);
+            writeSound(sound, 3, 40'000, {Container::Wav, sound.format()}, target_);
+            SF_INFO info;
+            const std::vector<int> samples = decoded<int>(target_, info);
+            ASSERT_EQ(info.frames, 39'997);
+            EXPECT_EQ(info.samplerate, 44100);
+            EXPECT_EQ(info.channels, channels);
+            for (std::size_t i = 0; i < samples.size(); ++i) {
+                ASSERT_EQ(samples[i] / (1 << (32 - bits)),
+                          sound.sample(3 * channels + static_cast<std::int64_t>(i)));
+            }
+        }
+    }
+}
+
+TEST_F(Writer, FloatingSamplesAreKeptBeyondFullScale) {
+    const ListSound sound({48000, 1, 32, true}, {0.1f, -2.5f, 1.0e-30f});
+    writeSound(sound, 0, 3, {Container::Wav, sound.format()}, target_);
+    SF_INFO info;
+    EXPECT_THAT(decoded<float>(target_, info), ElementsAre(0.1f, -2.5f, 1.0e-30f));
+    EXPECT_EQ(info.format, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
+}
+
+TEST_F(Writer, ChannelsAreCopiedAndAveraged) {
+    SF_INFO info;
+    const ListSound mono({44100, 1, 16, false}, {0.25, -0.5});
+    writeSound(mono, 0, 2, {Container::Wav, {44100, 2, 16, false}}, target_);
+    EXPECT_THAT(decoded<float>(target_, info), ElementsAre(0.25f, 0.25f, -0.5f, -0.5f));
+    const ListSound stereo({44100, 2, 16, false}, {0.5, 0.25, 1.0, -1.0});
+    writeSound(stereo, 0, 2, {Container::Wav, {44100, 1, 16, false}}, target_);
+    EXPECT_THAT(decoded<float>(target_, info), ElementsAre(0.375f, 0.0f));
+}
+
+TEST_F(Writer, HeadersOfEveryLength) {
+    const AudioFormat format{44100, 1, 8, false};
+    const NoiseSound sound(format, 3);
+    for (const std::int64_t frames : {0, 1, 2, 3}) {
+        writeSound(sound, 3 - frames, 3, {Container::Wav, format}, target_);
+        const std::string bytes = contentOf(target_);
+        std::uint32_t riff;
+        std::memcpy(&riff, bytes.data() + 4, 4);
+        EXPECT_EQ(riff + 8, bytes.size());
+        EXPECT_EQ(bytes.size() % 2, 0u);
+        SF_INFO info;
+        EXPECT_EQ(decoded<int>(target_, info).size(), static_cast<std::size_t>(frames));
+    }
+    // The largest that the old header can tell, and the first that it cannot.
+    const std::int64_t edge = 0xFFFFFFFEll - 36;
+    EXPECT_EQ(wavHeader(format, edge)[1], 'I');
+    const std::vector<unsigned char> large = wavHeader(format, edge + 1);
+    EXPECT_EQ(std::memcmp(large.data(), "RF64\xFF\xFF\xFF\xFFWAVEds64", 16), 0);
+    std::int64_t sizes[3];
+    std::memcpy(sizes, large.data() + 20, sizeof sizes);
+    EXPECT_THAT(sizes, ElementsAre(edge + 2 + static_cast<std::int64_t>(large.size()) - 8, edge + 1,
+                                   edge + 1));
+}
+
+TEST_F(Writer, RateChangesKeepLengthAndTone) {
+    for (const auto& [from, to] : std::vector<std::pair<int, int>>{
+             {44100, 48000}, {48000, 44100}, {8000, 192000}, {192000, 8000}, {22050, 44100}}) {
+        SCOPED_TRACE(testing::Message() << from << " to " << to);
+        const ToneSound tone({from, 1, 24, false}, from / 2 + 7, 440.0);
+        writeSound(tone, 0, tone.frames(), {Container::Wav, {to, 2, 32, true}}, target_);
+        SF_INFO info;
+        const std::vector<float> samples = decoded<float>(target_, info);
+        ASSERT_EQ(info.frames, std::llround(static_cast<double>(tone.frames()) * to / from));
+        double worst = 0.0;  // away from the ends, where the filter has all it needs
+        for (std::int64_t i = to / 10; i < info.frames - to / 10; ++i) {
+            worst = std::max(worst, std::fabs(samples[2 * i + 1] - tone.valueAt(double(i) / to)));
+        }
+        EXPECT_LT(worst, 2.0e-7);  // the fineness of a float, and some ripple
+    }
+}
+
+TEST_F(Writer, RefusalsAndCancellingLeaveTheOldFileWhole) {
+    std::ofstream(target_) << "old";
+    chmod(target_.c_str(), 0640);
+    const NoiseSound sound({44100, 1, 16, false}, 100'000);
+    const OutputFormat wav{Container::Wav, sound.format()};
+    const auto outcome = [&](std::int64_t first, std::int64_t end, const OutputFormat& output,
+                             const std::filesystem::path& target, const Progress& progress = {}) {
+        return failureOf([&] { writeSound(sound, first, end, output, target, progress); });
+    };
+    std::stop_source stop;
+    std::vector<int> seen;
+    const auto stopAtHalf = [&](int percent) {
+        seen.push_back(percent);
+        if (percent >= 50) stop.request_stop();
+    };
+    EXPECT_EQ(outcome(5, 4, wav, target_), SoundFailure::BadRange);
+    EXPECT_EQ(outcome(-1, 4, wav, target_), SoundFailure::BadRange);
+    EXPECT_EQ(outcome(0, 100'001, wav, target_), SoundFailure::BadRange);
+    EXPECT_EQ(outcome(0, 4, {Container::Wav, {7999, 1, 16, false}}, target_),
+              SoundFailure::BadFormat);
+    EXPECT_EQ(outcome(0, 4, {Container::Wav, {44100, 17, 16, false}}, target_),
+              SoundFailure::BadFormat);
+    EXPECT_EQ(outcome(0, 4, {Container::Wav, {44100, 1, 12, false}}, target_),
+              SoundFailure::BadFormat);
+    EXPECT_EQ(outcome(0, 4, wav, folder_.path() / "gone" / "x.wav"), SoundFailure::WriteFailed);
+    EXPECT_EQ(outcome(0, 4, wav, folder_.path()), SoundFailure::WriteFailed);
+    EXPECT_EQ(outcome(0, 4, wav, ""), SoundFailure::WriteFailed);
+    EXPECT_EQ(outcome(0, 100'000, wav, target_, {stopAtHalf, stop.get_token()}),
+              SoundFailure::Cancelled);
+    EXPECT_EQ(contentOf(target_), "old");
+    EXPECT_THAT(folder_.names(), ElementsAre("out.wav"));
+    EXPECT_TRUE(std::adjacent_find(seen.begin(), seen.end(), std::greater_equal<>()) == seen.end());
+    writeSound(sound, 0, 4, wav, target_, {[&](int percent) { seen.push_back(percent); }, {}});
+    EXPECT_EQ(seen.back(), 100);
+    struct stat now;
+    ASSERT_EQ(stat(target_.c_str(), &now), 0);
+    EXPECT_EQ(now.st_mode & 0777, 0640u);
+}
+
+TEST_F(Writer, ASoundThatCannotBeReadFurtherLeavesTheOldFileWhole) {
+    std::ofstream(target_) << "old";
+    const BrokenSound sound({44100, 1, 16, false}, 100'000, 50'000);
+    EXPECT_EQ(failureOf([&] {
+                  writeSound(sound, 0, 100'000, {Container::Wav, sound.format()}, target_);
+              }),
+              SoundFailure::SourceChanged);
+    EXPECT_EQ(contentOf(target_), "old");
+    EXPECT_THAT(folder_.names(), ElementsAre("out.wav"));
+}
+
+TEST_F(Writer, AFullDiskLeavesTheOldFileWhole) {
+    const std::filesystem::path disk = folder_.path() / "disk";
+    std::filesystem::create_directory(disk);
+    // A small disk of its own, which only the child sees and which goes with it.
+    const pid_t child = fork();
+    if (child == 0) {
+        if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) != 0 ||
+            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            mount("none", disk.c_str(), "tmpfs", 0, "size=256k") != 0) {
+            _exit(77);
+        }
+        std::ofstream(disk / "out.wav") << "old";
+        const NoiseSound sound({44100, 1, 24, false}, 400'000);
+        const auto failure = failureOf([&] {
+            writeSound(sound, 0, 400'000, {Container::Wav, sound.format()}, disk / "out.wav");
+        });
+        std::error_code none;
+        std::filesystem::directory_iterator names(disk, none);
+        const auto left = std::distance(names, {});
+        _exit(failure == SoundFailure::NoSpace && contentOf(disk / "out.wav") == "old" && left == 1
+                  ? 0
+                  : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    if (WEXITSTATUS(status) == 77) GTEST_SKIP() << "no disk can be mounted here";
+    EXPECT_EQ(status, 0);
+}
+
+TEST(Quantiser, RoundsToTheNearestAndClips) {
+    const double step = std::ldexp(1.0, -15);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<std::pair<double, int>> cases{
+        {0.0, 0},        {0.49 * step, 0}, {0.51 * step, 1},   {-0.51 * step, -1},
+        {1.5 * step, 2}, {2.5 * step, 2},  {1.0, 32767},       {32767.4 * step, 32767},
+        {-1.0, -32768},  {7.0, 32767},     {-1.0e300, -32768}, {nan, 0},
+    };
+    for (const auto& [value, sample] : cases) {
+        std::int16_t out;
+        quantise(&value, 1, {.bits = 16}, reinterpret_cast<unsigned char*>(&out));
+        EXPECT_EQ(out, sample) << value;
+    }
+    const double value = std::ldexp(0x123456, -23);
+    unsigned char out[4] = {};
+    quantise(&value, 1, {.bits = 24, .bigEndian = true}, out);
+    EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing behind the last sample
+    quantise(&value, 1, {.bits = 8, .unsigned8 = false}, out);
+    EXPECT_EQ(out[0], 0x12);
+}
+
+TEST(AtomicFile, BothKindsOfTemporaryReplaceTheTargetOnlyAtTheEnd) {
+    for (const auto kind : {AtomicFile::Temporary::Nameless, AtomicFile::Temporary::Hidden}) {
+        TempFolder folder;
+        const std::filesystem::path target = folder.path() / "name";
+        const auto begin = [&] {
+            auto file = std::make_unique<AtomicFile>(target, kind);
+            file->write("abc", 3);
+            file->writeAt(1, "X", 1);
+            file->write("def", 3);
+            return file;
+        };
+        begin().reset();
+        EXPECT_THAT(folder.names(), IsEmpty());
+        begin()->commit();
+        EXPECT_EQ(contentOf(target), "aXcdef");
+        std::ofstream(target) << "old";
+        auto file = begin();
+        EXPECT_EQ(contentOf(target), "old");
+        file->commit();
+        file.reset();
+        EXPECT_EQ(contentOf(target), "aXcdef");
+        EXPECT_THAT(folder.names(), ElementsAre("name"));
+    }
+}
+
+}  // namespace
+}  // namespace tarnwick::sound
