@@ -1,0 +1,64 @@
+#include "sound/source.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+
+#include "sound/loud_maps.h"
+#include "sound/peaks_builder.h"
+#include "sound/sample_coding.h"
+#include "sound/sound_error.h"
+#include "sound/source_headers.h"
+
+namespace tarnwick::sound {
+
+Source::Source(StoredSound sound, std::shared_ptr<const SourceFile> file, Peaks peaks)
+    : sound_(sound),
+      file_(std::move(file)),
+      peaks_(std::move(peaks)),
+      loudMaps_(std::make_unique<LoudMaps>()) {}
+
+Source::~Source() = default;
+
+std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
+                                           const Progress& progress) try {
+    const std::shared_ptr<const SourceFile> file = SourceFile::open(path);
+    const auto finished = [](StoredSound sound, std::shared_ptr<const SourceFile> held,
+                             Peaks peaks) {
+        return std::shared_ptr<const Source>(new Source(sound, std::move(held), std::move(peaks)));
+    };
+    std::optional<StoredSound> stored = readWaveHeader(*file);
+    if (!stored) stored = readAiffHeader(*file);
+    if (stored) {
+        Peaks peaks = buildPeaks(*stored, *file, progress);
+        file->checkUnchanged();
+        return finished(*stored, file, std::move(peaks));
+    }
+    if (file->size() == 0) throw SoundError(SoundFailure::NotASound, "the file is empty");
+    throw SoundError(SoundFailure::NotASound, "no sound file of a known kind");
+} catch (const std::bad_alloc&) {
+    throw SoundError(SoundFailure::NoSpace, "there is not enough memory");
+}
+
+void Source::read(std::int64_t first, std::int64_t count, double* interleaved) const {
+    if (first < 0 || count < 0 || first > frames() - count)
+        throw SoundError(SoundFailure::BadRange, "a stretch outside the sound");
+    const std::int64_t sampleBytes = bytesOf(sound_.coding);
+    const std::int64_t frameBytes = sampleBytes * sound_.format.channels;
+    std::array<std::uint8_t, 48 * 1024> bytes;
+    const std::int64_t most = static_cast<std::int64_t>(bytes.size()) / frameBytes;
+    while (count > 0) {
+        const std::int64_t frames = std::min(count, most);
+        const auto values = static_cast<std::size_t>(frames * sound_.format.channels);
+        file_->read(sound_.offset + first * frameBytes,
+                    std::span(bytes).first(static_cast<std::size_t>(frames * frameBytes)));
+        unpack(sound_.coding, bytes.data(), std::span(interleaved, values));
+        interleaved += values;
+        first += frames;
+        count -= frames;
+    }
+}
+
+void Source::checkUnchanged() const { file_->checkUnchanged(); }
+
+}  // namespace tarnwick::sound
