@@ -59,6 +59,11 @@ QString announced(const QString& caption) {
     return text.trimmed();
 }
 
+void announceText(QWidget* control, const QString& description) {
+    control->setAccessibleName(QString());
+    control->setAccessibleDescription(announced(description));
+}
+
 QSize CaptionButton::sizeHint() const {
     const QFontMetrics metrics(font());
     return {metrics.horizontalAdvance(text()) + 16, metrics.height() + 8};
@@ -79,6 +84,17 @@ void CaptionButton::paintEvent(QPaintEvent*) {
     painter.setPen(option.palette.color(isEnabled() ? QPalette::Active : QPalette::Disabled,
                                         QPalette::ButtonText));
     painter.drawText(area, Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic, caption);
+}
+
+void OverlayFrame::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    const int header = QFontMetrics(font()).height() + 10;
+    painter.fillRect(QRect(0, 0, width(), header), palette().color(QPalette::Highlight));
+    painter.setPen(palette().color(QPalette::HighlightedText));
+    painter.drawText(QRect(10, 0, width() - 20, header), Qt::AlignLeft | Qt::AlignVCenter, title());
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void TitledFrame::paintEvent(QPaintEvent*) {
@@ -119,7 +135,12 @@ QLabel* makeLabel(QWidget* parent, const QString& objectName, const QString& cap
     auto* label = new QLabel(caption, parent);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(alignment);
-    return name(label, objectName, caption, place);
+    name(label, objectName, caption, place);
+    if (place.width == 0) {
+        // The hint leaves the trailing blanks out, and they are the gap to the control beside.
+        label->resize(label->fontMetrics().horizontalAdvance(caption), label->height());
+    }
+    return label;
 }
 
 QPushButton* makeButton(QWidget* parent, const QString& objectName, const QString& caption,

@@ -45,6 +45,10 @@ QString elementName(const QString& array, int index);
 // A caption as it is announced: no outer blanks, no closing colon, no mnemonic mark.
 QString announced(const QString& caption);
 
+// For a control whose text changes at run time: lets it announce the text of the moment instead of
+// its first caption. `description` says what the text is, when the text alone does not.
+void announceText(QWidget* control, const QString& description = {});
+
 // A push button whose caption breaks into lines when it is too wide for one. text() stays as given.
 class CaptionButton : public QPushButton {
   public:
@@ -66,6 +70,16 @@ class TitledFrame : public QGroupBox {
     void paintEvent(QPaintEvent* event) override;
 };
 
+// An opaque box with a title bar, to be laid over other controls.
+class OverlayFrame : public QGroupBox {
+  public:
+    using QGroupBox::QGroupBox;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// A width of 0 is that of the caption with its trailing blanks.
 QLabel* makeLabel(QWidget* parent, const QString& name, const QString& caption, const Place& place,
                   Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter);
 QPushButton* makeButton(QWidget* parent, const QString& name, const QString& caption,

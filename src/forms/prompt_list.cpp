@@ -1,0 +1,122 @@
+#include "forms/prompt_list.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+#include "forms/design.h"
+#include "model/list_columns.h"
+
+namespace tarnwick::forms {
+
+namespace {
+
+constexpr int kListFontPixels = 11;
+constexpr int kTextMargin = 4;
+constexpr int kRowPadding = 5;
+
+const model::ListColumnDesign& designOf(int column) {
+    return model::kListDesign[static_cast<std::size_t>(column)];
+}
+
+bool isShown(int column) {
+    return column >= 0 && column < model::kListColumns && designOf(column).scaled;
+}
+
+// Draws a cell without the style's own side margins: a time of twelve characters has to fit its
+// column at the smallest scale.
+class PromptDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
+        return {0, option.fontMetrics.height() + kRowPadding};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        const QString text = cell.text;
+        cell.text.clear();
+        cell.features &= ~QStyleOptionViewItem::HasDisplay;
+        cell.widget->style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+        if (!isShown(index.column())) {
+            return;
+        }
+        drawText(painter, cell, text, designOf(index.column()).centred,
+                 index.data(Qt::ForegroundRole).isValid());
+    }
+
+  private:
+    static void drawText(QPainter* painter, const QStyleOptionViewItem& cell, const QString& text,
+                         bool centred, bool flagged) {
+        const bool picked = cell.state.testFlag(QStyle::State_Selected);
+        const int margin = centred ? 0 : kTextMargin;
+        const QRect area = cell.rect.adjusted(margin, 0, -margin, 0);
+        const auto group =
+            cell.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
+        painter->save();
+        if (picked && flagged) {
+            // Red on the selection's colour cannot be read: a flagged cell keeps the list's ground.
+            painter->fillRect(cell.rect, cell.palette.color(group, QPalette::Base));
+        }
+        painter->setFont(cell.font);
+        painter->setPen(cell.palette.color(
+            group, picked && !flagged ? QPalette::HighlightedText : QPalette::Text));
+        painter->drawText(
+            area,
+            Qt::TextSingleLine | Qt::AlignVCenter | (centred ? Qt::AlignHCenter : Qt::AlignLeft),
+            cell.fontMetrics.elidedText(text, Qt::ElideRight, area.width()));
+        painter->restore();
+    }
+};
+
+}  // namespace
+
+QTreeWidget* makePromptList(QWidget* parent, const QString& name) {
+    auto* list = new QTreeWidget(parent);
+    list->setObjectName(name);
+    list->setAccessibleName(QStringLiteral("Prompts"));
+    QFont font = uiFont();
+    font.setPixelSize(kListFontPixels);
+    list->setFont(font);
+    list->setItemDelegate(new PromptDelegate(list));
+    list->setColumnCount(0);
+    list->setRootIsDecorated(false);
+    list->setIndentation(0);
+    list->setItemsExpandable(false);
+    list->setUniformRowHeights(true);
+    list->setAllColumnsShowFocus(true);
+    list->setAlternatingRowColors(true);
+    list->setSelectionMode(QAbstractItemView::SingleSelection);
+    list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    list->setDragDropMode(QAbstractItemView::NoDragDrop);
+    list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    QHeaderView* header = list->header();
+    header->setFont(font);
+    header->setMinimumSectionSize(0);
+    header->setSectionsMovable(false);
+    header->setStretchLastSection(false);
+    header->setHighlightSections(false);
+    return list;
+}
+
+void makePromptColumns(QTreeWidget& list, double vvScale) {
+    list.setColumnCount(0);
+    list.setColumnCount(model::kListColumns);
+    for (int column = 0; column < model::kListColumns; ++column) {
+        const model::ListColumnDesign& design = designOf(column);
+        list.headerItem()->setText(column, QLatin1String(design.caption));
+        list.headerItem()->setTextAlignment(
+            column, (design.centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
+        list.header()->setSectionResizeMode(
+            column, design.scaled ? QHeaderView::Interactive : QHeaderView::Fixed);
+        const auto width =
+            static_cast<float>(design.scaled ? design.widthTwips * vvScale : design.widthTwips);
+        list.setColumnWidth(column, px(width));
+    }
+}
+
+}  // namespace tarnwick::forms

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QTreeWidget>
+
+namespace tarnwick::forms {
+
+// An empty report list of prompts, without columns: one row picked at a time, nothing edited,
+// dragged or sorted. Cells align as model::kListDesign tells, whoever writes them; the two
+// millisecond columns keep their text and draw none. Red text set on a cell stays red when picked.
+QTreeWidget* makePromptList(QWidget* parent, const QString& name);
+
+// Empties the headers and makes them afresh, with the widths of model::kListDesign x vvScale.
+void makePromptColumns(QTreeWidget& list, double vvScale);
+
+}  // namespace tarnwick::forms
