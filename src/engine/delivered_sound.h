@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QtGlobal>
+#include <optional>
+#include <vector>
+
+#include "engine/stretch.h"
+#include "sound/timeline.h"
+
+namespace tarnwick::engine {
+
+// A silence in ms: start rounded up and end rounded down, so that no sound lies inside.
+struct SilenceMs {
+    qint32 start = 0;
+    qint32 finish = 0;
+};
+
+// The sound as the UI knows it. It changes only when an event is delivered; drawing, playing and
+// exports take it from here. UI thread only.
+struct DeliveredSound {
+    std::optional<sound::Timeline> timeline;  // none without a sound
+    bool analysed = false;
+    bool undoAvailable = false;
+    std::vector<SilenceMs> silences;  // of the last scan
+
+    qint32 durationMs() const { return timeline ? durationOf(*timeline) : 0; }
+};
+
+}  // namespace tarnwick::engine

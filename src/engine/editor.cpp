@@ -1,0 +1,123 @@
+#include "engine/editor.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <filesystem>
+#include <utility>
+
+#include "engine/create_sound_editor.h"
+#include "engine/failure_codes.h"
+#include "engine/output_format.h"
+#include "engine/time_text.h"
+#include "sound/source.h"
+
+namespace tarnwick::engine {
+
+std::unique_ptr<SoundEditor> createSoundEditor() { return std::make_unique<Editor>(); }
+
+Editor::Editor()
+    : playback_(*this, events_, [this](ErrorCode code) { fail(code); }),
+      waveform_(*this, sound_, playback_, [this] { analyse(); }),
+      exports_(events_, [this](ErrorCode code) { exportDone(code); }) {}
+
+Editor::~Editor() { soundGone_.request_stop(); }
+
+void Editor::SetEditorOption(qint16 option) {
+    if (option == 100) audibleRangeOnly_ = true;
+}
+
+QString Editor::FormatMs(qint32 ms, qint32, qint32) const { return timeText(ms); }
+
+void Editor::fail(ErrorCode code) {
+    if (code != kOk) lastError_ = code;
+}
+
+qint32 Editor::refuse(ErrorCode code) {
+    fail(code);
+    return code;
+}
+
+void Editor::submit(Work work) {
+    worker_.add(
+        [work = std::move(work), ticket = Ticket{events_.generation(), soundGone_.get_token()}] {
+            if (!ticket.stop.stop_requested()) work(ticket);
+        });
+}
+
+void Editor::dropSound() {
+    soundGone_.request_stop();
+    soundGone_ = {};
+    events_.startGeneration();
+    exports_.forget();
+    playback_.stop();
+    playback_.forget();
+    // The worker frees the sound with its history: that can be much to free.
+    worker_.add([this, dropped = std::exchange(sound_, {})] { working_.drop(); });
+    if (waveform_.reset()) events_.post([this] { Q_EMIT WaveSelectionChanged(0, 0, 0); });
+    Q_EMIT waveform_.displayChanged();
+}
+
+qint32 Editor::LoadSound(const QString& path) {
+    dropSound();
+    // A pipe or a device would let the opening wait for ever.
+    if (!QFileInfo(path).isFile() || !QFile(path).open(QIODevice::ReadOnly))
+        return refuse(kFileNotFound);
+    const std::filesystem::path file(QFile::encodeName(path).toStdString());
+    events_.post([this] { Q_EMIT SoundLoadingStarted(); });
+    submit([this, file](const Ticket& ticket) {
+        const auto percent = [&](int value) {
+            announce(ticket, &SoundEditor::SoundLoadingPerc, static_cast<qint16>(value));
+        };
+        std::optional<sound::Timeline> loaded;
+        const ErrorCode code = attempt([&] {
+            loaded.emplace(sound::Source::open(file, {.percent = percent, .stop = ticket.stop}));
+            working_.set(*loaded);
+        });
+        events_.post(ticket.generation, [this, code, loaded = std::move(loaded)] {
+            fail(code);
+            if (code == kOk) sound_.timeline = loaded;
+            Q_EMIT waveform_.displayChanged();
+            Q_EMIT SoundLoadingDone(code == kOk ? 1 : 0);
+        });
+    });
+    return kOk;
+}
+
+qint32 Editor::LoadFromEditor(WindowHandle) { return refuse(kNotSupported); }
+
+void Editor::SoundPlay() {
+    if (SoundPlayRange(0, -1) != kOk) events_.post([this] { Q_EMIT SoundPlaybackStopped(); });
+}
+
+qint32 Editor::SoundPlayRange(qint32 beginMs, qint32 endMs) {
+    if (!sound_.timeline) return refuse(kNoSound);
+    const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
+    if (!stretch || stretch->reversed()) return refuse(kBadRange);
+    const ErrorCode code = attempt([&] {
+        sound_.timeline->source()->checkUnchanged();
+        playback_.play(*sound_.timeline, stretch->firstIn(*sound_.timeline),
+                       stretch->endIn(*sound_.timeline));
+    });
+    if (code != kOk) playback_.stop();
+    return code == kOk ? code : refuse(code);
+}
+
+qint32 Editor::SoundExport(qint32 frequencyHz, qint32 channels, qint32, qint32 beginMs,
+                           qint32 endMs, const QString& path) {
+    if (!sound_.timeline) return refuse(kNoSound);
+    sound::OutputFormat output;
+    const ErrorCode code = outputFormat(formats_, frequencyHz, channels, output);
+    if (code != kOk) return refuse(code);
+    const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
+    if (path.isEmpty() || !stretch) return refuse(kBadRange);
+    exports_.add(*sound_.timeline, stretch->firstIn(*sound_.timeline),
+                 stretch->endIn(*sound_.timeline), output, path);
+    return kOk;
+}
+
+void Editor::exportDone(ErrorCode code) {
+    fail(code);
+    Q_EMIT SoundExportDone(code == kOk ? 1 : 0);
+}
+
+}  // namespace tarnwick::engine

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <functional>
+#include <stop_token>
+
+#include "engine/delivered_sound.h"
+#include "engine/encoder_lists.h"
+#include "engine/event_queue.h"
+#include "engine/exports.h"
+#include "engine/job_queue.h"
+#include "engine/playback.h"
+#include "engine/sound_editor.h"
+#include "engine/waveform_model.h"
+#include "engine/working_sound.h"
+
+namespace tarnwick::engine {
+
+// The sound editor over the sound room. One worker loads, edits and scans in the order of the
+// calls, another thread writes files, the player has its own; the UI thread is told of results by
+// events, and waits for none of them before the destructor.
+class Editor final : public SoundEditor, private Effects {
+  public:
+    Editor();
+    ~Editor() override;
+
+    void InitEditor(WindowHandle) override {}
+    void EnableUndo(qint32 mode) override { keepUndo_ = mode == 1; }
+    void SetEditorOption(qint16 option) override;
+    void SetLoadMode(qint32) override {}
+
+    qint32 LoadSound(const QString& path) override;
+    void SoundClose() override { dropSound(); }
+    qint32 LoadFromEditor(WindowHandle form) override;
+    qint32 LastError() const override { return lastError_; }
+
+    qint32 GetSoundDuration() const override { return sound_.durationMs(); }
+    QString FormatMs(qint32 ms, qint32 mode, qint32 decimals) const override;
+
+    void SoundPlay() override;
+    qint32 SoundPlayRange(qint32 beginMs, qint32 endMs) override;
+    void SoundPause() override { playback_.pause(); }
+    void SoundResume() override { playback_.resume(); }
+    void SoundStop() override { playback_.stop(); }
+    qint32 GetPlaybackPosition() const override { return playback_.positionMs(); }
+
+    qint32 DeleteRange(qint32 beginMs, qint32 endMs) override;
+    qint32 InsertSilence(qint32 positionMs, qint32 lengthMs) override;
+    qint32 RemoveSilence(qint32 beginMs, qint32 endMs, qint16 threshold, qint32 mode) override;
+    bool UndoAvailable() const override { return sound_.undoAvailable; }
+    void Undo() override;
+
+    qint32 SilencePositionsDetect(qint16 threshold, qint32 minimumMs, qint32 mode) override;
+    qint32 SilencePositionsGetCount() const override;
+    void SilencePositionsGetRange(qint32 index, qint32& startMs, qint32& endMs) const override;
+
+    qint32 SoundExport(qint32 frequencyHz, qint32 channels, qint32 mode, qint32 beginMs,
+                       qint32 endMs, const QString& path) override;
+    qint32 SoundExportsPending() const override { return exports_.pending(); }
+
+    Waveform& waveform() override { return waveform_; }
+    Effects& effects() override { return *this; }
+    EncodeFormats& encodeFormats() override { return formats_; }
+
+  private:
+    // What a job knows: whom it reports to, and when it is to give up.
+    struct Ticket {
+        quint64 generation;
+        std::stop_token stop;
+    };
+    using Work = std::function<void(const Ticket&)>;
+
+    void ApplyVolume(qint32 beginMs, qint32 endMs, qint32 mode, float level,
+                     qint32 reserved) override;
+    qint32 Normalize(qint32 beginMs, qint32 endMs, float percent, float attackPercent,
+                     float releasePercent) override;
+
+    void dropSound();
+    void analyse();
+    void submit(Work work);
+    // A signal that changes nothing in the editor. Any thread.
+    template <class... Parameters, class... Arguments>
+    void announce(const Ticket& ticket, void (SoundEditor::*signal)(Parameters...),
+                  Arguments... arguments) {
+        events_.post(ticket.generation, [this, signal, arguments...] {
+            Q_EMIT(this->*signal)(arguments...);
+        });
+    }
+
+    // `run` edits the worker's sound and gives the new head; it throws what makes the edit fail.
+    using Edit = std::function<sound::Timeline(WorkingSound&)>;
+    qint32 startEdit(EditCommand command, Edit run);
+    // An edit that makes a new sound of the present one.
+    qint32 startChange(EditCommand command, WorkingSound::Change change);
+    void refuseEdit(EditCommand command, ErrorCode code);
+
+    void scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimumMs);
+    void scanAudibleRange(const Ticket& ticket, qint16 threshold);
+
+    void exportDone(ErrorCode code);
+    qint32 refuse(ErrorCode code);
+    void fail(ErrorCode code);  // kOk is none
+
+    // UI thread.
+    EventQueue events_;
+    DeliveredSound sound_;
+    ErrorCode lastError_ = kOk;
+    bool keepUndo_ = false;
+    bool audibleRangeOnly_ = false;
+    std::stop_source soundGone_;  // of the present sound's jobs
+    NoMp3Options mp3_;
+    NoAcmOptions acm_;
+    EncodeFormats formats_{mp3_, acm_};
+    Playback playback_;
+    WaveformModel waveform_;
+
+    // The worker's.
+    WorkingSound working_;
+
+    // Last: their threads use all of the above.
+    Exports exports_;
+    JobQueue worker_;
+};
+
+}  // namespace tarnwick::engine

@@ -1,0 +1,173 @@
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "engine/editor.h"
+#include "engine/failure_codes.h"
+#include "sound/silence_scan.h"
+
+// What the sound editor's worker does with a loaded sound: edits, analysis, scans.
+
+namespace tarnwick::engine {
+
+namespace {
+
+qint32 milliseconds(std::int64_t ms) {
+    return static_cast<qint32>(std::min<std::int64_t>(ms, std::numeric_limits<qint32>::max()));
+}
+
+}  // namespace
+
+qint32 Editor::startEdit(EditCommand command, Edit run) {
+    playback_.stop();
+    submit([this, command, run = std::move(run)](const Ticket& ticket) {
+        announce(ticket, &SoundEditor::SoundEditStarted);
+        std::optional<sound::Timeline> edited;
+        const ErrorCode code = attempt([&] { edited = run(working_); });
+        if (code == kOk) announce(ticket, &SoundEditor::SoundEditPerc, qint16{100});
+        events_.post(ticket.generation, [this, command, code, edited = std::move(edited),
+                                         undoAvailable = working_.undoAvailable()] {
+            fail(code);
+            if (code == kOk) {
+                sound_.timeline = edited;
+                sound_.undoAvailable = undoAvailable;
+                Q_EMIT waveform_.displayChanged();
+            }
+            Q_EMIT SoundEditDone(command, code == kOk ? 1 : 0);
+        });
+    });
+    return kOk;
+}
+
+qint32 Editor::startChange(EditCommand command, WorkingSound::Change change) {
+    return startEdit(command,
+                     [change = std::move(change), keepUndo = keepUndo_](WorkingSound& working) {
+                         return working.edit(change, keepUndo);
+                     });
+}
+
+void Editor::refuseEdit(EditCommand command, ErrorCode code) {
+    // Through the worker, so that it comes after what was asked for before.
+    submit([this, command, code](const Ticket& ticket) {
+        events_.post(ticket.generation, [this, command, code] {
+            fail(code);
+            Q_EMIT SoundEditDone(command, 0);
+        });
+    });
+}
+
+qint32 Editor::DeleteRange(qint32 beginMs, qint32 endMs) {
+    if (!sound_.timeline) return refuse(kNoSound);
+    const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
+    if (!stretch || stretch->reversed()) return refuse(kBadRange);
+    return startChange(kDeleteRange, [stretch](const sound::Timeline& head) {
+        return head.removed(stretch->firstIn(head), stretch->endIn(head));
+    });
+}
+
+qint32 Editor::InsertSilence(qint32 positionMs, qint32 lengthMs) {
+    if (!sound_.timeline) return refuse(kNoSound);
+    const auto position = Position::of(positionMs, sound_.durationMs());
+    if (!position || lengthMs < 0) return refuse(kBadRange);
+    return startChange(kInsertSilence, [position, lengthMs](const sound::Timeline& head) {
+        return head.inserted(position->frameIn(head), sound::frameAt(lengthMs, head.format().rate));
+    });
+}
+
+qint32 Editor::RemoveSilence(qint32, qint32, qint16, qint32) { return refuse(kNotSupported); }
+
+void Editor::ApplyVolume(qint32 beginMs, qint32 endMs, qint32, float level, qint32) {
+    if (!sound_.timeline) return refuseEdit(kApplyVolume, kNoSound);
+    const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
+    if (!stretch || stretch->reversed()) return refuseEdit(kApplyVolume, kBadRange);
+    startChange(kApplyVolume, [stretch, level](const sound::Timeline& head) {
+        return head.scaled(stretch->firstIn(head), stretch->endIn(head), level);
+    });
+}
+
+qint32 Editor::Normalize(qint32, qint32, float, float, float) { return refuse(kNotSupported); }
+
+void Editor::Undo() {
+    if (!sound_.timeline) return refuseEdit(kUndo, kNoSound);
+    startEdit(kUndo, [](WorkingSound& working) { return working.undo(); });
+}
+
+void Editor::analyse() {
+    if (!sound_.timeline) return;
+    // The peaks belong to the source and no edit spoils them: there is nothing left to visit.
+    submit([this](const Ticket& ticket) {
+        announce(ticket, &SoundEditor::WaveAnalysisStarted);
+        announce(ticket, &SoundEditor::WaveAnalysisPerc, qint16{100});
+        events_.post(ticket.generation, [this] {
+            sound_.analysed = true;
+            Q_EMIT waveform_.displayChanged();
+            Q_EMIT WaveAnalysisDone();
+        });
+    });
+}
+
+qint32 Editor::SilencePositionsDetect(qint16 threshold, qint32 minimumMs, qint32) {
+    if (!sound_.timeline) return refuse(kNoSound);
+    if (threshold < 0) return refuse(kBadRange);
+    submit([this, threshold, minimumMs, audible = audibleRangeOnly_](const Ticket& ticket) {
+        if (audible)
+            scanAudibleRange(ticket, threshold);
+        else
+            scanSilences(ticket, threshold, minimumMs);
+    });
+    return kOk;
+}
+
+void Editor::scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimumMs) {
+    std::vector<SilenceMs> silences;
+    const ErrorCode code = attempt([&] {
+        const sound::Timeline& head = working_.head();
+        const int rate = head.format().rate;
+        const std::int64_t minimum = sound::frameAt(std::max(minimumMs, 0), rate);
+        for (const sound::FrameRange& silence :
+             sound::findSilences(head, threshold, minimum, {.percent = {}, .stop = ticket.stop})) {
+            const qint32 start = milliseconds(sound::msCeil(silence.first, rate));
+            const qint32 finish = milliseconds(sound::msFloor(silence.end, rate));
+            silences.push_back({start, std::max(start, finish)});
+        }
+    });
+    events_.post(ticket.generation, [this, code, silences = std::move(silences)] {
+        fail(code);
+        if (code == kOk) sound_.silences = silences;
+        Q_EMIT SilencePosDetectionDone(code == kOk ? 1 : 0);
+    });
+}
+
+void Editor::scanAudibleRange(const Ticket& ticket, qint16 threshold) {
+    qint32 begin = 0;
+    qint32 end = 0;
+    const ErrorCode code = attempt([&] {
+        const sound::Timeline& head = working_.head();
+        const int rate = head.format().rate;
+        const auto range =
+            sound::audibleRange(head, threshold, {.percent = {}, .stop = ticket.stop});
+        if (!range) return;
+        begin = milliseconds(sound::msFloor(range->first, rate));
+        end = milliseconds(sound::msCeil(range->end, rate));
+    });
+    // The event cannot tell of a failure; (0, 0) keeps those who wait for it from waiting on.
+    events_.post(ticket.generation, [this, code, begin, end] {
+        fail(code);
+        Q_EMIT AudibleRangeDetected(begin, end);
+    });
+}
+
+qint32 Editor::SilencePositionsGetCount() const {
+    return static_cast<qint32>(sound_.silences.size());
+}
+
+void Editor::SilencePositionsGetRange(qint32 index, qint32& startMs, qint32& endMs) const {
+    const bool known = index >= 0 && index < SilencePositionsGetCount();
+    const SilenceMs silence =
+        known ? sound_.silences[static_cast<std::size_t>(index)] : SilenceMs{};
+    startMs = silence.start;
+    endMs = silence.finish;
+}
+
+}  // namespace tarnwick::engine

@@ -1,0 +1,45 @@
+#include "engine/failure_codes.h"
+
+#include <new>
+
+namespace tarnwick::engine {
+
+ErrorCode codeOf(sound::SoundFailure failure) {
+    using enum sound::SoundFailure;
+    switch (failure) {
+        case NoSpace:
+            return kNoMemory;
+        case NotFound:
+            return kFileNotFound;
+        case NotASound:
+            return kNotASound;
+        case Damaged:
+            return kDamaged;
+        case SourceChanged:
+            return kSourceChanged;
+        case BadRange:
+            return kBadRange;
+        case BadFormat:
+            return kBadFormat;
+        case WriteFailed:
+            return kWriteFailed;
+        case NoDevice:
+            return kPlaybackFailed;
+        case Cancelled:
+            break;
+    }
+    return kNotSupported;
+}
+
+ErrorCode codeOf(const std::exception& error) {
+    if (const auto* failure = dynamic_cast<const sound::SoundError*>(&error))
+        return codeOf(failure->failure());
+    if (const auto* failure = dynamic_cast<const EditorError*>(&error)) return failure->code();
+    // Both mean that a thing too large for the memory was asked for.
+    if (dynamic_cast<const std::bad_alloc*>(&error) ||
+        dynamic_cast<const std::length_error*>(&error))
+        return kNoMemory;
+    return kDamaged;
+}
+
+}  // namespace tarnwick::engine

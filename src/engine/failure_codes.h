@@ -1,0 +1,37 @@
+#pragma once
+
+#include <stdexcept>
+#include <utility>
+
+#include "engine/sound_events.h"
+#include "sound/sound_error.h"
+
+namespace tarnwick::engine {
+
+// A failure that the sound room does not know.
+class EditorError : public std::runtime_error {
+  public:
+    EditorError(ErrorCode code, const char* what) : std::runtime_error(what), code_(code) {}
+    ErrorCode code() const { return code_; }
+
+  private:
+    ErrorCode code_;
+};
+
+ErrorCode codeOf(sound::SoundFailure failure);
+
+// The code of any exception. A cancelled job has one too, but nobody is told of it.
+ErrorCode codeOf(const std::exception& error);
+
+// Runs `work` and turns what it throws into a code.
+template <class Work>
+ErrorCode attempt(Work&& work) {
+    try {
+        std::forward<Work>(work)();
+        return kOk;
+    } catch (const std::exception& error) {
+        return codeOf(error);
+    }
+}
+
+}  // namespace tarnwick::engine

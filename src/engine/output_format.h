@@ -1,0 +1,14 @@
+#pragma once
+
+#include "engine/encode_formats.h"
+#include "engine/sound_events.h"
+#include "sound/sound_writer.h"
+
+namespace tarnwick::engine {
+
+// What an export is to be written as, from the settings as they are now. kNotSupported for a
+// container that this editor does not write, kBadFormat for settings that no file can have.
+ErrorCode outputFormat(const EncodeFormats& formats, qint32 frequencyHz, qint32 channels,
+                       sound::OutputFormat& output);
+
+}  // namespace tarnwick::engine

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QtGlobal>
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+#include "sound/time.h"
+#include "sound/timeline.h"
+
+namespace tarnwick::engine {
+
+// Where milliseconds lie in a sound.
+
+// The length of a sound in ms, rounded down.
+inline qint64 lengthOf(const sound::Timeline& timeline) {
+    return sound::msFloor(timeline.frames(), timeline.format().rate);
+}
+
+// The same as the contract's functions give it.
+inline qint32 durationOf(const sound::Timeline& timeline) {
+    return static_cast<qint32>(
+        std::min<qint64>(lengthOf(timeline), std::numeric_limits<qint32>::max()));
+}
+
+// A position as a caller meant it. What the caller knew as the end stays the end, even when an
+// edit that runs before moves it.
+class Position {
+  public:
+    // `ms` of a sound of `durationMs`; none when it is negative and not -1.
+    static std::optional<Position> of(qint32 ms, qint32 durationMs) {
+        if (ms < -1) return {};
+        return Position(ms, ms == -1 || (ms > 0 && ms >= durationMs));
+    }
+
+    qint64 frameIn(const sound::Timeline& timeline) const {
+        if (end_ || (ms_ > 0 && ms_ >= lengthOf(timeline))) return timeline.frames();
+        return std::min<qint64>(sound::frameAt(ms_, timeline.format().rate), timeline.frames());
+    }
+
+    friend bool operator<(const Position& a, const Position& b) {
+        return !a.end_ && (b.end_ || a.ms_ < b.ms_);
+    }
+
+  private:
+    Position(qint32 ms, bool end) : ms_(ms), end_(end) {}
+
+    qint32 ms_;
+    bool end_;
+};
+
+// From one position to another. A reversed stretch is an empty one.
+struct Stretch {
+    Position begin;
+    Position end;
+
+    // None when a position is negative and not -1.
+    static std::optional<Stretch> of(qint32 beginMs, qint32 endMs, qint32 durationMs) {
+        const auto begin = Position::of(beginMs, durationMs);
+        const auto end = Position::of(endMs, durationMs);
+        if (!begin || !end) return {};
+        return Stretch{*begin, *end};
+    }
+
+    bool reversed() const { return end < begin; }
+
+    qint64 firstIn(const sound::Timeline& timeline) const { return begin.frameIn(timeline); }
+    qint64 endIn(const sound::Timeline& timeline) const {
+        return std::max(end.frameIn(timeline), firstIn(timeline));
+    }
+};
+
+}  // namespace tarnwick::engine

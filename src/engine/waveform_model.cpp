@@ -1,0 +1,113 @@
+#include "engine/waveform_model.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "engine/failure_codes.h"
+#include "engine/sound_editor.h"
+
+namespace tarnwick::engine {
+
+WaveformModel::WaveformModel(SoundEditor& editor, const DeliveredSound& sound,
+                             const Playback& playback, std::function<void()> analyse)
+    : editor_(editor), sound_(sound), playback_(playback), analyse_(std::move(analyse)) {
+    settings_.setByteAt(WaveformSettings::kShowRuler, 1);
+    settings_.setByteAt(WaveformSettings::kShowLevels, 1);
+    settings_.setVerticalScale(1.0f);
+}
+
+void WaveformModel::Create(WindowHandle parent, int left, int top, int width, int height) {
+    Q_EMIT displayCreated(parent, QRect(left, top, width, height));
+}
+
+void WaveformModel::GetDisplayRange(qint32& beginMs, qint32& endMs) const {
+    const ViewRange view = resolved(view_, duration());
+    beginMs = view.begin;
+    endMs = view.end;
+}
+
+void WaveformModel::SetDisplayRange(qint32 beginMs, qint32 endMs) {
+    if (endMs != -1 && endMs < beginMs) std::swap(beginMs, endMs);
+    show({beginMs, endMs});
+}
+
+void WaveformModel::show(ViewRange view) {
+    view_ = view;
+    Q_EMIT displayChanged();
+    view = resolved(view_, duration());
+    Q_EMIT editor_.WaveRangeChanged(view.begin, view.end);
+}
+
+void WaveformModel::GetSelection(qint16& available, qint32& beginMs, qint32& endMs) const {
+    available = selected_ ? 1 : 0;
+    beginMs = selection_.begin;
+    endMs = selection_.end;
+}
+
+void WaveformModel::SetSelection(qint16 available, qint32 beginMs, qint32 endMs) {
+    selected_ = available == 1 && sound_.timeline;
+    selection_ = {0, 0};
+    if (selected_) {
+        const qint32 last = duration();
+        if (endMs == -1) endMs = last;
+        if (endMs < beginMs) std::swap(beginMs, endMs);
+        selection_ = {std::clamp(beginMs, 0, last), std::clamp(endMs, 0, last)};
+    }
+    Q_EMIT displayChanged();
+    Q_EMIT editor_.WaveSelectionChanged(selected_ ? 1 : 0, selection_.begin, selection_.end);
+}
+
+double WaveformModel::zoomCentre() const {
+    const ViewRange view = selected_ ? selection_ : resolved(view_, duration());
+    return (0.0 + view.begin + view.end) / 2;
+}
+
+void WaveformModel::ZoomIn() { show(zoomedIn(view_, zoomCentre(), duration())); }
+
+void WaveformModel::ZoomOut() { show(zoomedOut(view_, zoomCentre(), duration())); }
+
+void WaveformModel::ZoomFull() { show({}); }
+
+void WaveformModel::ZoomToSelection(qint32) {
+    show(selected_ ? zoomedTo(selection_, duration()) : view_);
+}
+
+void WaveformModel::SetSettings(const WaveformSettings& settings) {
+    settings_ = settings;
+    Q_EMIT displayChanged();
+}
+
+int WaveformModel::channels() const {
+    return sound_.timeline ? sound_.timeline->format().channels : 0;
+}
+
+qint32 WaveformModel::playPosition() const {
+    return playback_.active() ? playback_.positionMs() : -1;
+}
+
+bool WaveformModel::columns(int channel, double beginMs, double endMs,
+                            std::span<WaveColumn> columns) const {
+    if (!sound_.timeline || !sound_.analysed) return false;
+    const double framesPerMs = sound_.timeline->format().rate / 1000.0;
+    bool drawn = false;
+    const ErrorCode code = attempt([&] {
+        std::vector<sound::PeakRange> peaks(columns.size());
+        drawn =
+            sound_.timeline->columns(channel, beginMs * framesPerMs, endMs * framesPerMs, peaks);
+        std::ranges::transform(peaks, columns.begin(), [](const sound::PeakRange& peak) {
+            return WaveColumn{peak.minimum, peak.maximum};
+        });
+    });
+    return drawn && code == kOk;
+}
+
+void WaveformModel::notifyMouse(qint16 kind) { Q_EMIT editor_.WaveMouseNotification(kind, 0, 0); }
+
+bool WaveformModel::reset() {
+    view_ = {};
+    selection_ = {0, 0};
+    return std::exchange(selected_, false);
+}
+
+}  // namespace tarnwick::engine
