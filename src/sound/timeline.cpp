@@ -1,0 +1,81 @@
+#include "sound/timeline.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "sound/piece_tree.h"
+#include "sound/sound_error.h"
+
+namespace tarnwick::sound {
+
+namespace {
+
+// No sound needs more, and products of a great many gains stay numbers.
+constexpr double kMaximumGain = 1e9;
+// More than any recording, and far from where sums of frames would overflow.
+constexpr std::int64_t kMaximumFrames = std::int64_t{1} << 48;
+
+[[noreturn]] void badRange() {
+    throw SoundError(SoundFailure::BadRange, "a stretch outside the sound");
+}
+
+void checkRange(std::int64_t first, std::int64_t end, std::int64_t frames) {
+    if (first < 0 || first > end || end > frames) badRange();
+}
+
+}  // namespace
+
+Timeline::Timeline(std::shared_ptr<const Source> source)
+    : source_(std::move(source)), tree_(sourcePiece(0, source_->frames())) {}
+
+Timeline::Timeline(std::shared_ptr<const Source> source, Tree tree)
+    : source_(std::move(source)), tree_(std::move(tree)) {}
+
+std::int64_t Timeline::frames() const { return totalOf(tree_); }
+
+void Timeline::read(std::int64_t first, std::int64_t count, double* interleaved) const {
+    if (count < 0 || first < 0 || first > frames() - count) badRange();
+    const int channels = format().channels;
+    visitPieces(tree_.get(), first, first + count, [&](const Piece& piece) {
+        double* const begin = interleaved + (piece.at - first) * channels;
+        double* const end = begin + piece.count * channels;
+        if (piece.silent()) {
+            std::fill(begin, end, 0.0);
+            return;
+        }
+        source_->read(piece.source, piece.count, begin);
+        if (piece.gain != 1.0)
+            for (double* value = begin; value < end; ++value)
+                *value *= piece.gain;
+    });
+}
+
+Timeline Timeline::inserted(std::int64_t at, std::int64_t count) const {
+    if (at < 0 || at > frames() || count < 0 || count > kMaximumFrames - frames()) badRange();
+    const auto [before, from] = split(tree_, at);
+    return {source_, joined(joined(before, silentPiece(count)), from)};
+}
+
+Timeline Timeline::removed(std::int64_t first, std::int64_t end) const {
+    checkRange(first, end, frames());
+    return {source_, joined(split(tree_, first).first, split(tree_, end).second)};
+}
+
+Timeline Timeline::scaled(std::int64_t first, std::int64_t end, double gain) const {
+    checkRange(first, end, frames());
+    if (!(std::abs(gain) <= kMaximumGain)) badRange();
+    const auto [before, from] = split(tree_, first);
+    const auto [inside, behind] = split(from, end - first);
+    // Silence instead of a product with 0: exact, and a stretch that scans need not look into.
+    const PieceTree changed = gain == 0.0 ? silentPiece(end - first) : withGain(inside, gain);
+    return {source_, joined(joined(before, changed), behind)};
+}
+
+std::vector<Piece> Timeline::pieces(std::int64_t first, std::int64_t end) const {
+    checkRange(first, end, frames());
+    std::vector<Piece> found;
+    visitPieces(tree_.get(), first, end, [&](const Piece& piece) { found.push_back(piece); });
+    return found;
+}
+
+}  // namespace tarnwick::sound
