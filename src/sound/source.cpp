@@ -5,6 +5,7 @@
 #include <new>
 
 #include "sound/loud_maps.h"
+#include "sound/mp3_decoder.h"
 #include "sound/peaks_builder.h"
 #include "sound/sample_coding.h"
 #include "sound/sound_error.h"
@@ -33,6 +34,11 @@ std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
         Peaks peaks = buildPeaks(*stored, *file, progress);
         file->checkUnchanged();
         return finished(*stored, file, std::move(peaks));
+    }
+    if (looksLikeMp3(*file)) {
+        DecodedSound decoded = decodeMp3(*file, progress);
+        file->checkUnchanged();
+        return finished(decoded.sound, std::move(decoded.file), std::move(decoded.peaks));
     }
     if (file->size() == 0) throw SoundError(SoundFailure::NotASound, "the file is empty");
     throw SoundError(SoundFailure::NotASound, "no sound file of a known kind");
