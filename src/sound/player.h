@@ -46,7 +46,7 @@ class Player {
     bool paused() const;
 
   private:
-    class Machine;
+    class Machine;  // the player's thread and what it shares with the caller
     std::unique_ptr<Machine> machine_;
 };
 

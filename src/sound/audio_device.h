@@ -1,0 +1,56 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+struct cubeb;
+struct cubeb_stream;
+
+namespace tarnwick::sound {
+
+class FrameRing;
+
+// The default sound device, through the cubeb library: one stream at a time. The connection is made
+// at the first open() and kept. Used by one thread; nothing throws.
+class AudioDevice {
+  public:
+    AudioDevice() = default;
+    ~AudioDevice();
+    AudioDevice(const AudioDevice&) = delete;
+    AudioDevice& operator=(const AudioDevice&) = delete;
+
+    // Prepares a stream that takes its `frames` frames from `ring` and plays silence where there
+    // are none; `ring` outlives the stream. False when there is no device.
+    bool open(int rate, int channels, std::int64_t frames, FrameRing& ring);
+    bool start();  // starts, or goes on after hold(); false when the device is lost
+    void hold();
+    void close();  // ends the stream at once
+
+    bool isOpen() const { return stream_ != nullptr; }
+    bool lost() const { return lost_.load(); }  // the device went away
+
+    // Frames of the ring that the device has taken so far.
+    std::int64_t taken() const { return taken_.load(); }
+    // Frames of the ring that have been heard; nothing when the device cannot tell.
+    std::optional<std::int64_t> played() const;
+
+  private:
+    static long fill(cubeb_stream*, void* self, const void*, void* out, long frames);
+    static void changed(cubeb_stream*, void* self, int state);
+    bool connect();
+    void disconnect();
+    bool openStream(int rate, int channels);
+
+    cubeb* context_ = nullptr;
+    cubeb_stream* stream_ = nullptr;
+    FrameRing* ring_ = nullptr;
+    int channels_ = 0;
+    std::int64_t frames_ = 0;
+    std::atomic<std::int64_t> taken_{0};
+    std::atomic<std::int64_t> gaps_{0};  // frames of silence played because the ring ran dry
+    std::atomic<bool> lost_{false};
+};
+
+}  // namespace tarnwick::sound
