@@ -5,6 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <type_traits>
 
 namespace tarnwick::sound {
@@ -137,8 +138,8 @@ void measureAs(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
     constexpr std::size_t kLanes = 16;  // a multiple of the channels: lanes never mix them
     std::array<Value, kLanes> minimum;
     std::array<Value, kLanes> maximum;
-    for (std::size_t lane = 0; lane < kLanes; ++lane)
-        minimum[lane] = maximum[lane] = values[lane % kChannels];
+    minimum.fill(std::numeric_limits<Value>::max());
+    maximum.fill(std::numeric_limits<Value>::lowest());
     std::size_t i = 0;
     for (; i + kLanes <= count; i += kLanes)
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
