@@ -1,0 +1,170 @@
+#include <QDir>
+#include <thread>
+
+#include "desk.h"
+
+namespace tarnwick::engine {
+namespace {
+
+using Display = Desk;
+
+TEST_F(Display, ShowsWhatItIsToldAndReportsIt) {
+    load(wave(4000, 8000));
+    Waveform& waveform = editor->waveform();
+    struct Case {
+        std::function<void()> call;
+        const char* line;
+    };
+    const Case cases[] = {
+        {[&] { waveform.SetDisplayRange(0, -1); }, "Range 0 4000"},
+        {[&] { waveform.ZoomIn(); }, "Range 1000 3000"},
+        {[&] { waveform.SetDisplayRange(3200, 5200); }, "Range 3200 5200"},
+        {[&] { waveform.SetSelection(1, 3000, 1000); }, "Selection 1 1000 3000"},
+        {[&] { waveform.ZoomToSelection(1); }, "Range 1000 3000"},
+        {[&] { waveform.SetSelection(1, 500, 500); }, "Selection 1 500 500"},
+        {[&] { waveform.ZoomIn(); }, "Range 0 1000"},
+        {[&] { waveform.ZoomOut(); }, "Range 0 2000"},
+        {[&] { waveform.SetSelection(1, 3900, -1); }, "Selection 1 3900 4000"},
+        {[&] { waveform.notifyMouse(kMouseClearsSelection); }, "Mouse 3 0 0"},
+        {[&] { waveform.SetSelection(0, 0, 0); }, "Selection 0 0 0"},
+        {[&] { waveform.ZoomFull(); }, "Range 0 4000"},
+    };
+    for (const Case& each : cases) {
+        events.clear();
+        each.call();
+        EXPECT_EQ(said(), each.line);
+    }
+    // The whole sound stays the whole sound when it grows; a selection goes with its sound.
+    editor->InsertSilence(0, 1000);
+    ASSERT_TRUE(sees("EditDone 2 1"));
+    qint32 begin;
+    qint32 end;
+    waveform.GetDisplayRange(begin, end);
+    EXPECT_EQ(end, 5000);
+    waveform.SetSelection(1, 1, 2);
+    editor->SoundClose();
+    EXPECT_TRUE(sees("Selection 0 0 0"));
+    waveform.GetDisplayRange(begin, end);
+    EXPECT_EQ(end, 0);
+}
+
+TEST_F(Display, DrawsAfterTheFirstAnalysisAndFollowsEveryEdit) {
+    Waveform& waveform = editor->waveform();
+    std::vector<WaveColumn> columns(4);
+    int changes = 0;
+    QObject::connect(&waveform, &Waveform::displayChanged, [&] { ++changes; });
+    load(wave(1000, 16384) + wave(1000, 0));
+    EXPECT_FALSE(waveform.columns(0, 0, 2000, columns));
+    waveform.AnalyzeSound();
+    ASSERT_TRUE(sees("AnalysisDone"));
+    EXPECT_EQ(said(), "AnalysisStarted, AnalysisPerc 100, AnalysisDone");
+    EXPECT_GE(changes, 3);  // closed, loaded, analysed
+    ASSERT_TRUE(waveform.columns(0, 0, 2000, columns));
+    EXPECT_NEAR(columns[0].minimum, -0.5f, 0.001f);
+    EXPECT_NEAR(columns[1].maximum, 0.5f, 0.001f);
+    EXPECT_NEAR(columns[3].maximum, 0.0f, 0.001f);
+    EXPECT_FALSE(waveform.columns(1, 0, 2000, columns));
+
+    editor->InsertSilence(0, 1000);
+    ASSERT_TRUE(sees("EditDone 2 1"));
+    ASSERT_TRUE(waveform.columns(0, 0, 4000, columns));  // one column past the end
+    EXPECT_EQ(columns[0].maximum, 0.0f);
+    EXPECT_NEAR(columns[1].maximum, 0.5f, 0.001f);
+    EXPECT_EQ(columns[3].maximum, 0.0f);
+}
+
+TEST_F(Display, KeepsTheSettingsRecordWhole) {
+    WaveformSettings settings;
+    editor->waveform().GetSettings(settings);
+    EXPECT_EQ(settings.verticalScale(), 1.0f);
+    settings.setByteAt(WaveformSettings::kShowRuler, 0);
+    settings.setByteAt(99, 7);
+    settings.setVerticalScale(4.5f);
+    editor->waveform().SetSettings(settings);
+    WaveformSettings kept;
+    editor->waveform().GetSettings(kept);
+    EXPECT_EQ(kept.byteAt(WaveformSettings::kShowRuler), 0);
+    EXPECT_EQ(kept.byteAt(WaveformSettings::kShowLevels), 1);
+    EXPECT_EQ(kept.byteAt(99), 7);
+    EXPECT_EQ(kept.verticalScale(), 4.5f);
+}
+
+TEST_F(Display, PlayingTellsItsStartItsPauseAndHowItEnded) {
+    load(wave(2000, 100));
+    EXPECT_EQ(editor->GetPlaybackPosition(), 0);
+    EXPECT_EQ(editor->SoundPlayRange(1500, 1800), kOk);
+    ASSERT_TRUE(sees("Ended"));
+    EXPECT_EQ(said(), "Started, Ended");
+    EXPECT_EQ(editor->GetPlaybackPosition(), 1800);
+    EXPECT_EQ(editor->waveform().playPosition(), -1);
+
+    events.clear();
+    editor->SoundStop();  // nothing plays
+    editor->SoundPlay();
+    ASSERT_TRUE(pumpUntil([&] { return editor->GetPlaybackPosition() > 50; }));
+    editor->SoundPause();
+    editor->SoundPause();
+    ASSERT_TRUE(sees("Paused"));
+    const qint32 held = editor->GetPlaybackPosition();
+    pause(60);
+    EXPECT_EQ(editor->GetPlaybackPosition(), held);
+    EXPECT_EQ(editor->waveform().playPosition(), held);
+    editor->SoundResume();
+    ASSERT_TRUE(pumpUntil([&] { return editor->GetPlaybackPosition() > held; }));
+    editor->SoundPlayRange(1000, -1);
+    editor->InsertSilence(0, 10);
+    ASSERT_TRUE(sees("EditDone 2 1"));
+    EXPECT_EQ(said().substr(0, 52), "Started, Paused, Started, Started, Stopped, EditStar");
+
+    editor->SoundPlay();
+    ASSERT_TRUE(sees("Started"));
+    editor->SoundClose();
+    EXPECT_TRUE(sees("Stopped"));
+    EXPECT_EQ(editor->GetPlaybackPosition(), 0);
+}
+
+TEST_F(Display, WhatIsAskedForWhileTheSoundEndsIsSilent) {
+    load(wave(300, 100));
+    editor->SoundPlay();
+    ASSERT_TRUE(sees("Started"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));  // it ends, nobody has heard yet
+    editor->SoundPause();
+    ASSERT_TRUE(sees("Ended"));
+    pause(50);
+    EXPECT_EQ(said(), "Started, Ended");
+}
+
+TEST_F(Display, EverythingAtOnce) {
+    Samples take = wave(1500, 8000) + wave(500, 0);
+    for (int i = 0; i < 3; ++i)
+        take = take + take;
+    const QString first = make("first.wav", wavFile(take));
+    for (int round = 0; round < 12; ++round) {
+        load(take);
+        std::vector<WaveColumn> columns(300);
+        for (int step = 0; step < 8; ++step) {
+            editor->SoundPlayRange(step * 100, -1);
+            write("out.wav", step * 10, -1);
+            editor->waveform().AnalyzeSound();
+            editor->SilencePositionsDetect(100, 300, 0);
+            editor->waveform().columns(0, 0, 9000 - round, columns);
+            if (step % 3 == 2)
+                editor->Undo();
+            else
+                editor->InsertSilence(step * 500, 250);
+            QCoreApplication::processEvents();
+        }
+        if (round % 3 == 0)
+            editor->LoadSound(first);
+        else if (round % 3 == 1)
+            renew();  // in the midst of all
+        else
+            ASSERT_TRUE(pumpUntil([&] { return editor->SoundExportsPending() == 0; }));
+    }
+    load(take);
+    EXPECT_EQ(written("out.wav"), take);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
+}
+
+}  // namespace
+}  // namespace tarnwick::engine

@@ -1,0 +1,291 @@
+#include <algorithm>
+#include <fstream>
+#include <limits>
+
+#include "desk.h"
+
+namespace tarnwick::engine {
+namespace {
+
+// A second of sound, two of room noise under the threshold, a second of sound.
+const Samples kTake = wave(1000, 8000) + wave(2000, 50) + wave(1000, 8000);
+constexpr qint16 kThreshold = 589;
+
+TEST_F(Desk, LoadsWithProgressThatOnlyRises) {
+    ASSERT_EQ(editor->LoadSound(make("take.wav", wavFile(kTake))), kOk);
+    EXPECT_EQ(editor->GetSoundDuration(), 0);  // nothing changes before its event
+    EXPECT_TRUE(events.empty());
+    ASSERT_TRUE(sees("LoadingDone 1"));
+    EXPECT_EQ(editor->GetSoundDuration(), 4000);
+    EXPECT_EQ(events.takeFirst(), QLatin1String("LoadingStarted"));
+    events.removeLast();
+    int last = -1;
+    for (const QString& line : events) {
+        ASSERT_TRUE(line.startsWith(u"LoadingPerc ")) << said();
+        EXPECT_GT(line.mid(12).toInt(), last);
+        last = line.mid(12).toInt();
+    }
+    EXPECT_LE(last, 100);
+}
+
+TEST_F(Desk, AFailedLoadLeavesNoSound) {
+    struct Case {
+        QString path;
+        qint32 atOnce;
+        qint32 error;
+    };
+    const Case cases[] = {
+        {path("missing.wav"), kFileNotFound, kFileNotFound},
+        {folder.path(), kFileNotFound, kFileNotFound},
+        {QString(), kFileNotFound, kFileNotFound},
+        {make("empty.wav", {}), kOk, kNotASound},
+        {make("text.wav", QByteArray(5000, 'x')), kOk, kNotASound},
+        {make("frameless.wav", wavFile({})), kOk, kNotASound},
+    };
+    for (const Case& each : cases) {
+        load(kTake);
+        EXPECT_EQ(editor->LoadSound(each.path), each.atOnce) << qPrintable(each.path);
+        if (each.atOnce == kOk)
+            sees("LoadingDone 0");
+        else
+            pause(20);
+        EXPECT_EQ(events.empty(), each.atOnce != kOk);
+        EXPECT_EQ(editor->LastError(), each.error) << qPrintable(each.path);
+        EXPECT_EQ(editor->GetSoundDuration(), 0);
+        EXPECT_EQ(editor->waveform().channels(), 0);
+    }
+}
+
+TEST_F(Desk, PausesAtBothEndsAreFoundWithTheOneBetween) {
+    load(kTake);
+    editor->InsertSilence(0, 1500);
+    ASSERT_TRUE(sees("EditDone 2 1"));
+    EXPECT_EQ(said(), "EditStarted, EditPerc 100, EditDone 2 1");
+    editor->InsertSilence(editor->GetSoundDuration(), 1500);
+    EXPECT_EQ(editor->GetSoundDuration(), 5500);
+    editor->SilencePositionsDetect(kThreshold, 1500, 0);
+    ASSERT_TRUE(sees("SilencesDone 1"));
+    EXPECT_EQ(editor->GetSoundDuration(), 7000);
+    EXPECT_EQ(silences(), "0-1500 2500-4500 5500-7000");
+
+    editor->SilencePositionsDetect(kThreshold, 1501, 0);
+    events.clear();
+    sees("SilencesDone 1");
+    EXPECT_EQ(silences(), "2500-4500");
+    editor->SilencePositionsDetect(20000, 1, 0);
+    events.clear();
+    sees("SilencesDone 1");
+    EXPECT_EQ(silences(), "0-7000");
+    qint32 start = 1;
+    qint32 end = 1;
+    editor->SilencePositionsGetRange(1, start, end);
+    EXPECT_EQ(start + end, 0);
+}
+
+TEST_F(Desk, NoSpeechSampleIsLostBetweenTwoSilences) {
+    // Edges that lie between two milliseconds.
+    const Samples quiet(70013, 0);
+    const Samples speech(50007, 100000);
+    load(quiet + speech + quiet);
+    editor->SilencePositionsDetect(0, 1000, 0);
+    ASSERT_TRUE(sees("SilencesDone 1"));
+    ASSERT_EQ(silences(), "0-1587 2722-4309");
+    const Samples span = written("speech.wav", 1587, 2722);
+    EXPECT_EQ(std::ranges::count(span, 100000), 50007);
+    EXPECT_LT(span.size(), 50007u + 2 * 45);
+}
+
+TEST_F(Desk, AQueuedEditWorksOnTheResultOfTheOneBefore) {
+    load(kTake);
+    editor->DeleteRange(0, 500);
+    editor->DeleteRange(0, 500);
+    editor->InsertSilence(4000, 100);  // meant as the end when it was asked for
+    EXPECT_EQ(editor->GetSoundDuration(), 4000);
+    ASSERT_TRUE(sees("EditDone 2 1"));
+    EXPECT_EQ(written("out.wav"), slice(kTake, kRate, kTake.size()) + Samples(kRate / 10, 0));
+}
+
+TEST_F(Desk, UndoGoesBackBitForBitAndNoFurther) {
+    load(kTake);
+    EXPECT_EQ(written("before.wav"), kTake);
+    events.clear();
+    editor->DeleteRange(700, 1700);
+    editor->effects().ApplyVolume(0, 500, 0, 0.0f, 0);
+    editor->InsertSilence(250, 0);
+    ASSERT_TRUE(sees("EditDone 2 1"));
+    const Samples edited = written("edited.wav");
+    EXPECT_EQ(edited.size(), kTake.size() - kRate);
+    EXPECT_EQ(slice(edited, 0, kRate / 2), Samples(kRate / 2, 0));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(editor->UndoAvailable());
+        events.clear();
+        editor->Undo();
+        ASSERT_TRUE(sees("EditDone 4 1"));
+    }
+    EXPECT_FALSE(editor->UndoAvailable());
+    EXPECT_EQ(written("after.wav"), kTake);
+    editor->Undo();
+    ASSERT_TRUE(sees("EditDone 4 0"));
+    EXPECT_EQ(editor->LastError(), kNotSupported);
+
+    editor->EnableUndo(0);
+    editor->DeleteRange(0, -1);
+    ASSERT_TRUE(sees("EditDone 1 1"));
+    EXPECT_FALSE(editor->UndoAvailable());
+    EXPECT_EQ(editor->GetSoundDuration(), 0);
+    EXPECT_EQ(written("nothing.wav").size(), 0u);
+}
+
+TEST_F(Desk, ExportsOverlapWithEditsAndKeepWhatTheySaw) {
+    Samples take = kTake;
+    for (int i = 0; i < 5; ++i)
+        take = take + take;  // two minutes
+    load(take);
+    qint32 pendingInHandler = -1;
+    bool firstWasThere = false;
+    QObject::connect(editor.get(), &SoundEditor::SoundExportDone, editor.get(), [&] {
+        if (pendingInHandler >= 0) return;
+        pendingInHandler = editor->SoundExportsPending();
+        firstWasThere = QFile::exists(path("whole.wav"));
+    });
+    ASSERT_EQ(write("whole.wav"), kOk);
+    ASSERT_EQ(write("part.wav", 1000, 1250), kOk);
+    editor->encodeFormats().WAV.EncodeMode = kWav8;  // too late for those two
+    editor->DeleteRange(0, 60000);
+    editor->SilencePositionsDetect(kThreshold, 1500, 0);
+    EXPECT_EQ(editor->SoundExportsPending(), 2);
+    ASSERT_TRUE(pumpUntil([&] { return editor->SoundExportsPending() == 0 && events.size() > 5; }));
+    EXPECT_EQ(pendingInHandler, 1);
+    EXPECT_TRUE(firstWasThere);
+    EXPECT_EQ(events.filter(QStringLiteral("ExportDone 1")).size(), 2);
+    EXPECT_EQ(samplesOf(path("whole.wav")), take);
+    EXPECT_EQ(samplesOf(path("part.wav")), slice(take, kRate, kRate + 11025));
+    EXPECT_EQ(editor->SilencePositionsGetCount(), 17);
+}
+
+TEST_F(Desk, AnExportOverItsOwnRecordingLeavesTheSoundWhole) {
+    load(kTake);
+    EXPECT_EQ(written("take.wav", 0, 1000), slice(kTake, 0, kRate));
+    EXPECT_EQ(written("again.wav"), kTake);
+    EXPECT_EQ(written("past.wav", 3500, 9000), slice(kTake, 154350, 176400));
+    EXPECT_EQ(written("reversed.wav", 3500, 0).size(), 0u);
+    EXPECT_EQ(written("beyond.wav", 9000, -1).size(), 0u);
+    EXPECT_GE(QFile(path("reversed.wav")).size(), 44);
+    events.clear();
+    EXPECT_EQ(write("gone/x.wav"), kOk);
+    ASSERT_TRUE(sees("ExportDone 0"));
+    EXPECT_EQ(editor->LastError(), kWriteFailed);
+}
+
+TEST_F(Desk, RefusedCallsRaiseNothing) {
+    auto& formats = editor->encodeFormats();
+    const QString out = path("out.wav");
+    const auto refused = [&](qint32 got, ErrorCode expected, const char* what) {
+        EXPECT_EQ(got, expected) << what;
+        EXPECT_EQ(editor->LastError(), expected) << what;
+    };
+    for (const bool loaded : {false, true}) {
+        if (loaded) load(kTake);
+        const ErrorCode range = loaded ? kBadRange : kNoSound;
+        const ErrorCode format = loaded ? kBadFormat : kNoSound;
+        refused(editor->DeleteRange(-2, 10), range, "negative begin");
+        refused(editor->DeleteRange(20, 10), range, "reversed");
+        refused(editor->InsertSilence(0, -1), range, "negative length");
+        refused(editor->InsertSilence(-300, 10), range, "negative position");
+        refused(editor->SilencePositionsDetect(-1, 10, 0), range, "threshold");
+        refused(editor->SoundPlayRange(20, 10), range, "reversed play");
+        refused(editor->SoundExport(kRate, 1, 0, 0, -1, {}), range, "no path");
+        refused(editor->SoundExport(kRate, 3, 0, 0, -1, out), format, "channels");
+        refused(editor->SoundExport(0, 1, 0, 0, -1, out), format, "rate");
+        formats.WAV.EncodeMode = 5;
+        refused(editor->SoundExport(kRate, 1, 0, 0, -1, out), format, "depth");
+        formats.WAV.EncodeMode = kWav24;
+        formats.FormatToUse = 3;
+        refused(editor->SoundExport(kRate, 1, 0, 0, -1, out), format, "container");
+        formats.FormatToUse = kWavContainer;
+    }
+    pause(20);
+    EXPECT_EQ(said(), "");
+    EXPECT_FALSE(QFile::exists(out));
+
+    // Those that return nothing tell it by their event, and a sound can become too long.
+    editor->effects().ApplyVolume(-5, 10, 0, 0.0f, 0);
+    ASSERT_TRUE(sees("EditDone 3 0"));
+    editor->effects().ApplyVolume(0, 10, 0, std::numeric_limits<float>::quiet_NaN(), 0);
+    events.clear();
+    ASSERT_TRUE(sees("EditDone 3 0"));
+    editor->InsertSilence(0, std::numeric_limits<qint32>::max());
+    ASSERT_TRUE(sees("EditDone 2 0"));
+    EXPECT_EQ(editor->LastError(), kBadRange);
+    EXPECT_EQ(editor->GetSoundDuration(), 4000);
+    EXPECT_FALSE(editor->UndoAvailable());
+    EXPECT_EQ(written("same.wav"), kTake);
+}
+
+TEST_F(Desk, AClosedSoundReportsNothingMoreButItsFileIsWritten) {
+    load(kTake);
+    ASSERT_EQ(write("late.wav"), kOk);
+    editor->InsertSilence(0, 100);
+    editor->SilencePositionsDetect(kThreshold, 10, 0);
+    editor->waveform().AnalyzeSound();
+    editor->SoundClose();
+    EXPECT_EQ(editor->GetSoundDuration(), 0);
+    EXPECT_EQ(editor->SoundExportsPending(), 0);
+    ASSERT_TRUE(pumpUntil([&] { return QFile::exists(path("late.wav")); }));
+    pause(100);
+    EXPECT_EQ(said(), "");
+    EXPECT_EQ(samplesOf(path("late.wav")), kTake);
+    editor->waveform().AnalyzeSound();
+
+    // A load that is replaced says nothing either; here from inside an event.
+    const QString other = make("other.wav", wavFile(wave(500, 8000)));
+    const auto once = std::make_shared<bool>(true);
+    QObject::connect(editor.get(), &SoundEditor::SoundLoadingStarted, editor.get(), [&, once] {
+        if (std::exchange(*once, false)) editor->LoadSound(other);
+    });
+    editor->LoadSound(path("take.wav"));
+    ASSERT_TRUE(sees("LoadingDone 1"));
+    pause(50);
+    EXPECT_EQ(editor->GetSoundDuration(), 500);
+    EXPECT_EQ(events.filter(QStringLiteral("LoadingDone")).size(), 1);
+    EXPECT_EQ(events.count(QStringLiteral("LoadingStarted")), 2);
+}
+
+TEST_F(Desk, ARecordingChangedInPlaceFailsWhatComesNext) {
+    load(kTake);
+    std::ofstream(QFile::encodeName(path("take.wav")).toStdString(), std::ios::app) << "more";
+    EXPECT_EQ(editor->SoundPlayRange(0, -1), kSourceChanged);
+    const std::pair<std::function<void()>, const char*> cases[] = {
+        {[&] { editor->InsertSilence(0, 10); }, "EditDone 2 0"},
+        {[&] { editor->SilencePositionsDetect(1, 1, 0); }, "SilencesDone 0"},
+        {[&] { write("out.wav"); }, "ExportDone 0"},
+    };
+    for (const auto& [start, line] : cases) {
+        editor->SoundPlayRange(-7, 0);  // puts another code into LastError
+        start();
+        ASSERT_TRUE(sees(line));
+        EXPECT_EQ(editor->LastError(), kSourceChanged) << line;
+    }
+    EXPECT_EQ(editor->GetSoundDuration(), 4000);
+    EXPECT_FALSE(editor->UndoAvailable());
+    EXPECT_FALSE(QFile::exists(path("out.wav")));
+}
+
+TEST_F(Desk, TheAudibleRangeIsToldOutwardAndItsHandlerMayEdit) {
+    editor->SetEditorOption(100);
+    load(Samples(10013, 0) + Samples(20000, 100000) + Samples(5000, 0));
+    const auto tail = QObject::connect(
+        editor.get(), &SoundEditor::AudibleRangeDetected, editor.get(), [&](qint32, qint32 end) {
+            EXPECT_EQ(editor->DeleteRange(end, editor->GetSoundDuration()), kOk);
+        });
+    editor->SilencePositionsDetect(10, 1, 0);
+    ASSERT_TRUE(sees("EditDone 1 1"));
+    EXPECT_EQ(events.first(), QStringLiteral("Audible 227 681"));
+    EXPECT_EQ(editor->GetSoundDuration(), 680);  // 30032 frames, rounded down
+    QObject::disconnect(tail);
+    editor->SilencePositionsDetect(32767, 1, 0);
+    EXPECT_TRUE(sees("Audible 0 0"));
+}
+
+}  // namespace
+}  // namespace tarnwick::engine
