@@ -10,6 +10,7 @@ namespace tarnwick::forms {
 namespace {
 
 constexpr int kFontPixels = 12;
+constexpr int kSmallFontPixels = 11;
 constexpr int kTitleIndent = 8;
 
 QColor lineColour(const QPalette& palette) {
@@ -43,6 +44,12 @@ QFont uiFont() {
     font.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Nimbus Sans"),
                       QStringLiteral("Arial"), QStringLiteral("DejaVu Sans Condensed")});
     font.setPixelSize(kFontPixels);
+    return font;
+}
+
+QFont smallFont() {
+    QFont font = uiFont();
+    font.setPixelSize(kSmallFontPixels);
     return font;
 }
 

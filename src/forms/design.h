@@ -39,6 +39,9 @@ void put(QWidget* control, const Place& place);
 // The one font of all windows: a fixed pixel size, never scaled with the window.
 QFont uiFont();
 
+// The same a little smaller, where the design leaves little room: the list, the narrow buttons.
+QFont smallFont();
+
 // "opFormat", 0 -> "opFormat(0)": the object name of an array element.
 QString elementName(const QString& array, int index);
 

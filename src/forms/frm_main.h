@@ -56,7 +56,7 @@ class frmMain : public QWidget {
     QLabel *Label34, *LabelSelectionBegin;
     QLabel *Label18, *LabelSelectionEnd;
 
-    QGroupBox* Frame4;  // kept up to date, parked below the visible part
+    QGroupBox* Frame4;  // kept up to date, never shown
     QLabel *Label3, *Label4, *LabelRangeBegin, *Label5, *LabelRangeEnd, *Label6,
         *LabelRangeDuration;
 

@@ -54,6 +54,7 @@ void frmMain::makeList() {
     cbContent =
         makeButton(frTarnwick, QStringLiteral("cbContent"), QStringLiteral("Expand Content"), {});
     announceText(cbContent);
+    cbContent->setFont(smallFont());
     cbContent->setEnabled(false);
 
     lvAudioDetails = makePromptList(frTarnwick, QStringLiteral("lvAudioDetails"));
@@ -70,6 +71,8 @@ void frmMain::makeList() {
                  {4920, 7200, 3600, 480}, QStringLiteral("Progress"));
     txbCalculating->setReadOnly(true);
     txbCalculating->setFocusPolicy(Qt::NoFocus);
+    txbCalculating->setStyleSheet(QStringLiteral(
+        "border-radius: 3px; background: palette(highlight); color: palette(highlighted-text);"));
     txbCalculating->setAlignment(Qt::AlignCenter);
     txbCalculating->hide();
 }

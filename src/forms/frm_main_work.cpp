@@ -86,6 +86,7 @@ void frmMain::makeLocations() {
 void frmMain::makePositions() {
     Frame4 = makeFrame(frTarnwick, QStringLiteral("Frame4"), QStringLiteral("Positions"),
                        {480, 13200, 4800, 1500});
+    Frame4->hide();  // a large window would reach down to it
     Label3 = makeLabel(Frame4, QStringLiteral("Label3"), QStringLiteral("Visible range"),
                        {240, 240, 1800, kLabelHeight});
     const std::array<QLabel**, 3> captions{&Label4, &Label5, &Label6};
@@ -132,6 +133,9 @@ void frmMain::makeEdit() {
     cbInsertSilence =
         makeButton(frEdit, QStringLiteral("cbInsertSilence"), QStringLiteral("  Insert Silence"),
                    {}, QStringLiteral("Insert Silence At Cursor Location (ms)"));
+    for (QPushButton* button : {cbDeleteSelection, cbFlattenSelection, cbInsertSilence}) {
+        button->setFont(smallFont());
+    }
     cbDeleteSelection->setEnabled(false);
     cbFlattenSelection->setEnabled(false);
 }

@@ -11,7 +11,6 @@ namespace tarnwick::forms {
 
 namespace {
 
-constexpr int kListFontPixels = 11;
 constexpr int kTextMargin = 4;
 constexpr int kRowPadding = 5;
 
@@ -44,11 +43,19 @@ class PromptDelegate : public QStyledItemDelegate {
         if (!isShown(index.column())) {
             return;
         }
+        drawGrid(painter, cell);
         drawText(painter, cell, text, designOf(index.column()).centred,
                  index.data(Qt::ForegroundRole).isValid());
     }
 
   private:
+    // Parts the times, which nearly touch at the smallest scale.
+    static void drawGrid(QPainter* painter, const QStyleOptionViewItem& cell) {
+        QColor line = cell.palette.color(QPalette::Text);
+        line.setAlphaF(0.12F);
+        painter->fillRect(QRect(cell.rect.right(), cell.rect.top(), 1, cell.rect.height()), line);
+    }
+
     static void drawText(QPainter* painter, const QStyleOptionViewItem& cell, const QString& text,
                          bool centred, bool flagged) {
         const bool picked = cell.state.testFlag(QStyle::State_Selected);
@@ -78,8 +85,7 @@ QTreeWidget* makePromptList(QWidget* parent, const QString& name) {
     auto* list = new QTreeWidget(parent);
     list->setObjectName(name);
     list->setAccessibleName(QStringLiteral("Prompts"));
-    QFont font = uiFont();
-    font.setPixelSize(kListFontPixels);
+    const QFont font = smallFont();
     list->setFont(font);
     list->setItemDelegate(new PromptDelegate(list));
     list->setColumnCount(0);

@@ -122,7 +122,9 @@ void placeWorkArea(frmMain& form, double vvScale) {
 
 void Scaling(frmFrame& frame, frmMain& form, double vvScale) {
     frame.resize(scaledSize(14075, 11200, vvScale));
-    form.resize(scaledSize(13750, 10250, vvScale));
+    const QSize formSize = scaledSize(13750, 10250, vvScale);
+    form.setMinimumSize(formSize);  // also inside a child window, which asks for no size of its own
+    form.resize(formSize);
     placeWorkArea(form, vvScale);
     for (const Placed& row : kPlaced) {
         place(form, row, vvScale);
