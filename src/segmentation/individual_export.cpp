@@ -28,6 +28,8 @@ IndividualExport::IndividualExport(forms::frmMain& form, Services services)
 }
 
 void IndividualExport::mnuExport_Click() {
+    // Without rows, or while they are being found anew, there is nothing that could be written.
+    if (form_.lvAudioDetails->topLevelItemCount() == 0 || services_.listIsChanging()) return;
     if (form_.txbNberFileNames->text() != form_.txbNberAudioFiles->text() &&
         !services_.boxes.askYesNo(u"Warning!"_qs,
                                   u"The file numbers are different so something is incorrect. "

@@ -1,1 +1,67 @@
-int main() { return 0; }
+#include <QApplication>
+#include <QIcon>
+#include <cstdlib>
+
+#include "app/application.h"
+#include "engine/create_sound_editor.h"
+#include "forms/design.h"
+#include "platform/desktop_boxes.h"
+#include "platform/desktop_open_dialog.h"
+#include "platform/desktop_opener.h"
+#include "platform/disk.h"
+
+using namespace tarnwick;
+
+namespace {
+
+// The last net under the event loop: an exception that gets here takes the default path.
+class Program : public QApplication {
+  public:
+    using QApplication::QApplication;
+
+    const runtime::FailurePath* failure = nullptr;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::exception& error) {
+            failure->Default_Path(runtime::descriptionOf(error));
+        }
+    }
+};
+
+// At once: no window is asked, nothing is saved. Files that are being written stay as they were.
+[[noreturn]] void endProcess() { std::_Exit(EXIT_SUCCESS); }
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Program program(argc, argv);
+    QApplication::setApplicationName(u"Tarnwick"_qs);
+    QApplication::setDesktopFileName(u"tarnwick"_qs);
+    QApplication::setStyle(u"Fusion"_qs);
+    QApplication::setFont(forms::uiFont());
+    QApplication::setWindowIcon(QIcon(u":/tarnwick/icon.png"_qs));
+
+    platform::DesktopBoxes boxes;
+    platform::DesktopOpenDialog cmdlg;
+    platform::Disk files;
+    platform::DesktopOpener opener;
+    platform::SystemClock clock;
+    runtime::FailurePath failure(
+        QApplication::applicationDirPath(),
+        {.criticalBox = [&](const QString& title,
+                            const QString& text) { boxes.critical(title, text); },
+         .endProcess = endProcess,
+         .now = [&] { return clock.now(); }});
+    program.failure = &failure;
+    runtime::ProcessState state;
+    settings::SettingsDatabase database;
+    const auto EDT = engine::createSoundEditor();
+
+    const app::Services services{failure, state,  database, boxes, cmdlg,
+                                 files,   opener, clock,    *EDT,  endProcess};
+    app::Application application(services);
+    failure.unguarded([&] { application.Sub_Main(); });
+    return QApplication::exec();
+}

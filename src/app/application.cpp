@@ -1,0 +1,61 @@
+#include "app/application.h"
+
+#include "app/main_window.h"
+#include "app/windows.h"
+#include "forms/frm_frame.h"
+#include "forms/frm_main.h"
+#include "forms/scaling.h"
+#include "runtime/guarded.h"
+
+namespace tarnwick::app {
+
+Application::Application(const Services& services) : services_(services) {}
+
+Application::~Application() {
+    // The subjects go before the form that they work on, and the frame takes the form with it.
+    mainWindow_.reset();
+    windows_.reset();
+}
+
+void Application::Sub_Main() {
+    runtime::FailurePath& failure = services_.failure;
+    failure.vsBuild = u"Build 682"_qs;
+    failure.Write_Log(failure.logDate());
+    failure.Write_Log(u"Program launched"_qs);
+    if (!services_.files.FileExists(platform::pathIn(failure.appPath(), u"Tarnwick.mdb"_qs)))
+        failure.Database_Missing();
+    services_.state.vsConnection = settings::connectionString(failure.appPath());
+    frame_ = std::make_unique<forms::frmFrame>();
+    form_ = new forms::frmMain(frame_.get());
+    MDIForm_Load();
+    loadMainWindow();
+    frame_->show();
+}
+
+void Application::MDIForm_Load() {
+    runtime::guarded(services_.failure, u"frmFrame.MDIForm_Load: ", [&](runtime::Line& line) {
+        settings::SettingsDatabase& database = services_.database;
+        line(10);
+        const settings::Access access(database, services_.state.vsConnection);
+        line(20);
+        const settings::Record row = database.Read(u"SELECT * FROM Admin WHERE F1 = 18"_qs);
+        line(30);
+        services_.state.vvScale = row.real(u"F13"_qs) / 100.0;
+        line(40);
+        database.Close();
+        line(50);
+        forms::Scaling(*frame_, *form_, services_.state.vvScale);
+        line(60);
+        frame_->setWindowTitle(u"Tarnwick – "_qs + services_.failure.vsBuild);
+    });
+}
+
+// Outside the guard: a sound editor that will not start takes the default path.
+void Application::loadMainWindow() {
+    windows_ = std::make_unique<Windows>(*frame_, *form_, services_);
+    mainWindow_ = std::make_unique<MainWindow>(*form_, *windows_, services_);
+    mainWindow_->Form_Load();
+    windows_->showMain();
+}
+
+}  // namespace tarnwick::app

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+
+#include "app/services.h"
+
+namespace tarnwick::forms {
+class frmFrame;
+class frmMain;
+}  // namespace tarnwick::forms
+
+namespace tarnwick::app {
+
+class MainWindow;
+class Windows;
+
+// The program: its start, its windows, and everything that they share. Several can live in one
+// process, each with a program folder of its own. UI thread.
+class Application {
+  public:
+    // `services` and what it refers to outlive the application.
+    explicit Application(const Services& services);
+    ~Application();
+
+    // The start, from the first log line to the shown main window. Its faults have no guard of
+    // their own; without the database it ends the program.
+    void Sub_Main();
+
+    forms::frmFrame& frame() { return *frame_; }
+    forms::frmMain& mainForm() { return *form_; }
+
+  private:
+    void MDIForm_Load();
+    void loadMainWindow();
+
+    const Services& services_;
+    std::unique_ptr<forms::frmFrame> frame_;
+    forms::frmMain* form_ = nullptr;  // the frame owns it once it is a child window
+    std::unique_ptr<Windows> windows_;
+    std::unique_ptr<MainWindow> mainWindow_;
+};
+
+}  // namespace tarnwick::app

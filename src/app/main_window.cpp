@@ -1,0 +1,156 @@
+#include "app/main_window.h"
+
+#include "forms/scaling.h"
+#include "runtime/events.h"
+#include "widgets/waveform_view.h"
+
+namespace tarnwick::app {
+
+MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& services)
+    : form_(form),
+      windows_(windows),
+      services_(services),
+      preferences_(form, services),
+      status_(form),
+      import_(form, chooser_, importServices()),
+      workingFiles_(form, fileServices()),
+      detection_(form, detectionServices()),
+      alignment_(form, {session_, import_.script(), detection_.silences(), services.EDT}),
+      chain_(form, chainServices()),
+      promptList_(form, services.failure, services.state, session_, services.EDT),
+      waveformControls_(form, services.failure, services.EDT),
+      transport_(form, services.failure, services.EDT, status_),
+      export_(form, exportServices()) {
+    connectShell();
+    windows_.batchProcessorClosed = [this] { batchProcessorClosed(); };
+}
+
+project::ExcelImport::Services MainWindow::importServices() {
+    return {.failure = services_.failure,
+            .state = services_.state,
+            .session = session_,
+            .boxes = services_.boxes,
+            .files = services_.files,
+            .openWorkbook = documents::Workbook::open,
+            .Load_Working_Sound = [this] {
+                export_.drop();
+                workingFiles_.Load_Working_Sound();
+            }};
+}
+
+project::WorkingFiles::Services MainWindow::fileServices() {
+    return {.failure = services_.failure,
+            .state = services_.state,
+            .session = session_,
+            .EDT = services_.EDT,
+            .boxes = services_.boxes,
+            .cmdlg = services_.cmdlg,
+            .files = services_.files,
+            .startImport = [this] { import_.vsImportResult.clear(); },
+            .Import_Excel = [this] { import_.Import_Excel(); },
+            .Import_Word = [] {}};
+}
+
+segmentation::SilenceDetection::Services MainWindow::detectionServices() {
+    return {.failure = services_.failure,
+            .state = services_.state,
+            .EDT = services_.EDT,
+            .database = services_.database,
+            .clock = services_.clock,
+            .align = [this] { alignment_.Align(); }};
+}
+
+segmentation::ReloadChain::Services MainWindow::chainServices() {
+    return {.failure = services_.failure,
+            .session = session_,
+            .EDT = services_.EDT,
+            .boxes = services_.boxes,
+            .status = status_,
+            .backUp = [this] { workingFiles_.mnuBackupSourceFile_Click(); },
+            .process = [this] { detection_.cbProcess_Click(); }};
+}
+
+segmentation::IndividualExport::Services MainWindow::exportServices() {
+    return {.failure = services_.failure,
+            .state = services_.state,
+            .session = session_,
+            .EDT = services_.EDT,
+            .boxes = services_.boxes,
+            .files = services_.files,
+            .listIsChanging = [this] { return chain_.soundIsChanging() || detection_.scanning(); },
+            .showBatchProcessor = [this] { windows_.showBatchProcessor(); }};
+}
+
+void MainWindow::connectShell() {
+    const auto command = [this](QAction* item, auto handler) {
+        runtime::onEvent(services_.failure, item, &QAction::triggered, &form_, handler);
+    };
+    command(form_.mnuQuit, [this] { services_.endProcess(); });
+    command(form_.mnuBatchProcessor, [this] { windows_.showBatchProcessor(); });
+    command(form_.mnuRenameWizard, [this] { windows_.showRenameWizard(); });
+    command(form_.mnuProjectFolder,
+            [this] { services_.opener.open(services_.state.vsProjectFolder); });
+    runtime::onEvent(services_.failure, form_.TimerMenuEnabler, &QTimer::timeout, &form_,
+                     [this] { TimerMenuEnabler_Timer(); });
+    runtime::onEvent(services_.failure, &services_.EDT.waveform(),
+                     &engine::Waveform::displayCreated, &form_,
+                     [this](quintptr parent, QRect place) { showWaveform(parent, place); });
+}
+
+void MainWindow::Form_Load() {
+    form_.frTarnwick->setFrameShape(QFrame::NoFrame);
+    form_.frTarnwick->show();
+    services_.EDT.InitEditor(reinterpret_cast<quintptr>(&form_));
+    services_.EDT.EnableUndo(1);
+    createWaveform();
+    waveformControls_.setUp();
+    session_.viCurrentRow = 1;
+    preferences_.PreferencesLoad();
+    form_.TimerMenuEnabler->start();
+}
+
+void MainWindow::createWaveform() {
+    forms::placePicture(form_, services_.state.vvScale);
+    const QRect place = form_.Picture1->geometry();
+    services_.EDT.waveform().Create(reinterpret_cast<quintptr>(form_.frTarnwick), place.left(),
+                                    place.top(), place.width(), place.height());
+}
+
+void MainWindow::showWaveform(quintptr parent, const QRect& place) {
+    auto* view =
+        new widgets::WaveformView(services_.EDT.waveform(), reinterpret_cast<QWidget*>(parent));
+    view->setGeometry(place);
+    view->stackUnder(form_.Picture1);
+    view->show();
+}
+
+// Keeps two buttons in step with the editor; it can fire between any two events, so it only reads.
+void MainWindow::TimerMenuEnabler_Timer() {
+    form_.cbUndo->setEnabled(services_.EDT.UndoAvailable());
+    qint16 available = 0;
+    qint32 begin = 0;
+    qint32 end = 0;
+    services_.EDT.waveform().GetSelection(available, begin, end);
+    form_.cbZoomSelection->setEnabled(available == 1);
+}
+
+// The main window comes back without a sound and with an empty list.
+void MainWindow::batchProcessorClosed() {
+    form_.frExportFiles->hide();
+    services_.EDT.SoundClose();
+    form_.lvAudioDetails->clear();
+    forms::setListHeight(form_, forms::kListHeight, services_.state.vvScale);
+    form_.txbContent->hide();
+    form_.cbContent->setText(u"Expand Content"_qs);
+    form_.LabelTotalDuration->setText(u"00:00:00.000"_qs);
+    for (QLineEdit* counter : {form_.txbNberFileNames, form_.txbNberAudioFiles}) {
+        counter->setText(u"0"_qs);
+        QPalette palette = counter->palette();
+        palette.setColor(QPalette::Base, Qt::white);
+        palette.setColor(QPalette::Text, Qt::black);
+        counter->setPalette(palette);
+    }
+    form_.lbStatus->setText(u"Status: Idle"_qs);
+}
+
+}  // namespace tarnwick::app

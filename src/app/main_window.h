@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+
+#include "app/preferences.h"
+#include "app/services.h"
+#include "app/windows.h"
+#include "forms/frm_main.h"
+#include "forms/frm_select_import_sheet.h"
+#include "model/session.h"
+#include "project/excel_import.h"
+#include "project/working_files.h"
+#include "segmentation/alignment.h"
+#include "segmentation/individual_export.h"
+#include "segmentation/prompt_list.h"
+#include "segmentation/reload_chain.h"
+#include "segmentation/silence_detection.h"
+#include "segmentation/status_line.h"
+#include "segmentation/transport.h"
+#include "segmentation/waveform_controls.h"
+
+namespace tarnwick::app {
+
+// The main window put together: its form, and the subjects that work on it, each given what it
+// needs of the others. UI thread.
+class MainWindow {
+  public:
+    MainWindow(forms::frmMain& form, Windows& windows, const Services& services);
+
+    // Prepares the window: the sound editor, the waveform display, the settings. Not guarded.
+    void Form_Load();
+
+    const model::Session& session() const { return session_; }
+
+  private:
+    void connectShell();
+    void createWaveform();
+    void showWaveform(quintptr parent, const QRect& place);
+    void TimerMenuEnabler_Timer();
+    void batchProcessorClosed();
+    project::ExcelImport::Services importServices();
+    project::WorkingFiles::Services fileServices();
+    segmentation::ReloadChain::Services chainServices();
+    segmentation::SilenceDetection::Services detectionServices();
+    segmentation::IndividualExport::Services exportServices();
+
+    forms::frmMain& form_;
+    Windows& windows_;
+    const Services& services_;
+    model::Session session_;
+    forms::frmSelectImportSheet chooser_;
+    Preferences preferences_;
+    segmentation::StatusLine status_;
+    project::ExcelImport import_;
+    project::WorkingFiles workingFiles_;
+    segmentation::SilenceDetection detection_;
+    segmentation::Alignment alignment_;
+    segmentation::ReloadChain chain_;
+    segmentation::PromptList promptList_;
+    segmentation::WaveformControls waveformControls_;
+    segmentation::Transport transport_;
+    segmentation::IndividualExport export_;
+};
+
+}  // namespace tarnwick::app

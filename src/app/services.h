@@ -1,0 +1,29 @@
+#pragma once
+
+#include "engine/sound_editor.h"
+#include "platform/boxes.h"
+#include "platform/clock.h"
+#include "platform/file_system.h"
+#include "platform/open_dialog.h"
+#include "platform/opener.h"
+#include "runtime/failure_path.h"
+#include "runtime/process_state.h"
+#include "settings/settings_database.h"
+
+namespace tarnwick::app {
+
+// What every subject of the program can be given. All of it outlives the windows.
+struct Services {
+    runtime::FailurePath& failure;
+    runtime::ProcessState& state;
+    settings::SettingsDatabase& database;
+    platform::Boxes& boxes;
+    platform::OpenDialog& cmdlg;
+    platform::FileSystem& files;
+    platform::Opener& opener;
+    platform::Clock& clock;
+    engine::SoundEditor& EDT;
+    std::function<void()> endProcess;
+};
+
+}  // namespace tarnwick::app
