@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 
 namespace fs = std::filesystem;
 
@@ -23,13 +22,17 @@ std::vector<std::string> sourceFiles(const std::string& folder) {
 }
 
 std::vector<Include> includesOf(const std::string& file) {
-    static const std::regex kInclude(R"re(^\s*#\s*include\s*([<"])([^>"]+)[>"])re");
     std::ifstream in(fs::path(TARNWICK_SOURCE_FOLDER) / file);
     std::vector<Include> includes;
-    std::smatch match;
     for (std::string line; std::getline(in, line);) {
-        if (std::regex_search(line, match, kInclude))
-            includes.push_back({file, match[2].str(), match[1].str() == "\""});
+        std::erase_if(line, [](char c) { return c == ' ' || c == '\t'; });
+        const std::string directive = "#include";
+        if (!line.starts_with(directive) || line.size() < directive.size() + 2) continue;
+        const char opening = line[directive.size()];
+        const std::size_t begin = directive.size() + 1;
+        const std::size_t end = line.find(opening == '"' ? '"' : '>', begin);
+        if (end != std::string::npos)
+            includes.push_back({file, line.substr(begin, end - begin), opening == '"'});
     }
     return includes;
 }
