@@ -45,7 +45,7 @@ void frmMain::makePreferences() {
 }
 
 void frmMain::makeScriptGroup() {
-    QGroupBox* box = makeFrame(frPreferences, QString(), QStringLiteral("Script"),
+    QGroupBox* box = makeFrame(frPreferences, QStringLiteral("frScript"), QStringLiteral("Script"),
                                {kLeftColumn, 180, kColumnWidth, 2820});
     OpScriptFormat[0] = option(box, "OpScriptFormat", 0, "Script in Word", {240, 300, 2600, kRow});
     OpScriptFormat[1] =
@@ -91,8 +91,8 @@ void frmMain::makeSourceGroup() {
     opSourceFileFormatGroup = groupOf(this, opSourceFileFormat);
     lbSpecs = makeLabel(Frame10, QStringLiteral("lbSpecs"), QStringLiteral("File specs"),
                         {840, 3720, 7540, 240});
-    QGroupBox* specs =
-        makeFrame(Frame10, QString(), QStringLiteral("File specs"), {120, 720, 5760, 1380});
+    QGroupBox* specs = makeFrame(Frame10, QStringLiteral("frFileSpecs"),
+                                 QStringLiteral("File specs"), {120, 720, 5760, 1380});
     makeSourceCombos(specs);
     chBUSource = makeCheck(Frame10, QStringLiteral("chBUSource"),
                            QStringLiteral(" Backup Source File Automatically When Edited"),

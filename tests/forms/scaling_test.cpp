@@ -1,0 +1,103 @@
+#include "forms/scaling.h"
+
+#include <gtest/gtest.h>
+
+#include <QHeaderView>
+
+#include "model/list_columns.h"
+
+namespace tarnwick::forms {
+namespace {
+
+struct ScalingTest : testing::TestWithParam<double> {
+    ScalingTest() {
+        Scaling(frame, form, GetParam());
+        placePicture(form, GetParam());
+    }
+    QRect scaled(double left, double top, double width, double height) const {
+        const double scale = GetParam();
+        return rectOf({left * scale, top * scale, width * scale, height * scale});
+    }
+
+    frmFrame frame;
+    frmMain form;
+};
+
+INSTANTIATE_TEST_SUITE_P(Scales, ScalingTest, testing::Values(1.0, 1.5, 1.53, 2.0));
+
+TEST_P(ScalingTest, ListedControlsTakeTheirDesignTimesTheScale) {
+    EXPECT_EQ(frame.size(), scaled(0, 0, 14075, 11200).size());
+    EXPECT_EQ(form.size(), scaled(0, 0, 13750, 10250).size());
+    EXPECT_EQ(form.frTarnwick->geometry(), scaled(3 * 15, 1 * 15, 900 * 15, 684 * 15));
+    EXPECT_EQ(form.Picture1->geometry(), scaled(50 * 15, 20 * 15, 10875, 3375));
+    EXPECT_EQ(form.cbZoomSelection->geometry(), scaled(3240, 0, 1400, 360));
+    EXPECT_EQ(form.frSpecs->geometry(), scaled(840, 5100, 12450, 660));
+    EXPECT_EQ(form.lvAudioDetails->geometry(), scaled(120, 5880, 13200, 4215));
+    EXPECT_EQ(form.cbContent->geometry(), scaled(11880, 4660, 1360, 440));
+    EXPECT_EQ(form.txbInsertSilence->width(), scaled(0, 0, 735, 0).width());
+    EXPECT_EQ(form.txbInsertSilence->height(), px(300));  // not listed: as designed
+    setListHeight(form, kListHeightAboveContent, GetParam());
+    EXPECT_EQ(form.lvAudioDetails->geometry(), scaled(120, 5880, 13200, 3255));
+    EXPECT_EQ(form.txbSilence->font().pixelSize(), uiFont().pixelSize());
+}
+
+TEST_P(ScalingTest, CaptionsEndWhereTheirValueBegins) {
+    const std::initializer_list<std::array<QWidget*, 2>> pairs{
+        {form.LabelTotalDuration, form.Label37},
+        {form.LabelSelectionDuration, form.Label36},
+        {form.LabelSelectionBegin, form.Label34},
+        {form.LabelSelectionEnd, form.Label18},
+        {form.txbSilence, form.Label32},
+        {form.txbThreshold, form.Label10},
+        {form.txbSpeed, form.Label38},
+        {form.txbVariance, form.Label16},
+        {form.txbNberFileNames, form.Label41},
+        {form.txbNberAudioFiles, form.Label42}};
+    const int top = scaled(0, 260, 0, 0).y();
+    for (const auto& [value, caption] : pairs) {
+        EXPECT_EQ(caption->x() + caption->width(), value->x())
+            << caption->objectName().toStdString();
+        EXPECT_EQ(caption->y(), top);
+        EXPECT_GE(caption->x(), 0);
+    }
+    EXPECT_EQ(form.txbThreshold->pos(), scaled(3600, 240, 0, 0).topLeft());
+    EXPECT_EQ(form.Label13->pos(), QPoint(form.txbThreshold->geometry().right() + 1, top));
+    EXPECT_EQ(form.Label33->x(), form.txbSilence->geometry().right() + 1);
+}
+
+TEST_P(ScalingTest, NothingLiesOverAnything) {
+    QWidgetList parents{form.frTarnwick,   form.frAction, form.frLocations,    form.frTransport,
+                        form.frEdit,       form.frFiles,  form.frSpecs,        form.frPreferences,
+                        form.frAutoNumber, form.Frame10,  form.frExcelSpecific};
+    for (const QWidget* parent : parents) {
+        const QWidgetList all =
+            parent->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        for (const QWidget* one : all) {
+            if (one->isHidden() && one != form.Picture1) continue;
+            const std::string name = one->objectName().toStdString();
+            EXPECT_TRUE(one == form.lbSpecs || parent->rect().contains(one->geometry())) << name;
+            for (const QWidget* other : all) {
+                EXPECT_TRUE(other == one || other->isHidden() ||
+                            !other->geometry().intersects(one->geometry()))
+                    << name << " and " << other->objectName().toStdString();
+            }
+        }
+    }
+}
+
+TEST_P(ScalingTest, ColumnsAreMadeAfreshAndTimesFitThem) {
+    Scaling(frame, form, GetParam());
+    const QTreeWidget& list = *form.lvAudioDetails;
+    ASSERT_EQ(list.columnCount(), model::kListColumns);
+    EXPECT_EQ(list.headerItem()->text(model::kStartMsec), QStringLiteral("Start_msec"));
+    EXPECT_EQ(list.headerItem()->textAlignment(model::kWords) & Qt::AlignHCenter, Qt::AlignHCenter);
+    EXPECT_EQ(list.columnWidth(model::kContent), scaled(0, 0, 4400, 0).width());
+    EXPECT_EQ(list.columnWidth(model::kStartMsec), 1);
+    EXPECT_EQ(list.columnWidth(model::kEndMsec), 1);
+    EXPECT_GE(list.columnWidth(model::kActual),
+              QFontMetrics(list.font()).horizontalAdvance(QStringLiteral("00:00:04.000")));
+    EXPECT_LE(list.header()->length(), list.width() - 20);  // room for the scroll bar
+}
+
+}  // namespace
+}  // namespace tarnwick::forms
