@@ -10,12 +10,15 @@ struct Conversion {
     QString from;     // file name extension of the old form, "xls"
     QString to;       // file name extension of the new form, "xlsx"
     QString package;  // what to install when the suite cannot do it, "libreoffice-calc"
+    QString library;  // the suite's own library for it, in the folder of its program
 };
 
 inline const Conversion kWorkbookConversion{QStringLiteral("xls"), QStringLiteral("xlsx"),
-                                            QStringLiteral("libreoffice-calc")};
+                                            QStringLiteral("libreoffice-calc"),
+                                            QStringLiteral("libsclo.so")};
 inline const Conversion kDocumentConversion{QStringLiteral("doc"), QStringLiteral("docx"),
-                                            QStringLiteral("libreoffice-writer")};
+                                            QStringLiteral("libreoffice-writer"),
+                                            QStringLiteral("libswlo.so")};
 
 // True for the bytes of a compound file, the container of the old office documents, and of the new
 // ones when they are encrypted.
@@ -24,10 +27,13 @@ bool isCompoundFile(const QByteArray& bytes);
 // True for a compound file that cannot be read without a password.
 bool isPasswordProtected(const QByteArray& bytes);
 
+inline constexpr int kConversionLimitMs = 60'000;
+
 // Turns an old office document into its new form and gives that. `bytes` must be a compound file;
 // an empty result means that the suite could not make sense of it. Takes about a second and holds
-// the caller, for a minute at most; throws runtime::Fault when the suite is missing (what to
-// install), when it takes too long, or when there is no room for the work.
-QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion);
+// the caller until then. Throws runtime::Fault when the suite or its part for this conversion is
+// missing (what to install), when it takes longer than `limitMs`, or when there is no room for it.
+QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion,
+                           int limitMs = kConversionLimitMs);
 
 }  // namespace tarnwick::documents

@@ -54,8 +54,8 @@ class ZipPackage {
     std::unique_ptr<zip, Closer> archive_;
 };
 
-// Names without their prefix: what an element is called whatever namespace prefix a writer chose.
-QByteArray localName(const pugi::xml_node& node);
+// Elements and attributes by their local name, whatever namespace prefix their writer chose. What
+// is not there is a null node or attribute.
 bool isNamed(const pugi::xml_node& node, const char* name);
 pugi::xml_node childNamed(const pugi::xml_node& parent, const char* name);
 pugi::xml_attribute attributeNamed(const pugi::xml_node& node, const char* name);

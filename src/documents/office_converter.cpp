@@ -1,0 +1,134 @@
+#include "documents/office_converter.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include "runtime/fault.h"
+
+#ifdef Q_OS_UNIX
+#include <signal.h>
+#include <unistd.h>
+#endif
+
+namespace tarnwick::documents {
+
+namespace {
+
+quint16 wordAt(const QByteArray& bytes, qsizetype at) {
+    if (at + 2 > bytes.size()) return 0;
+    return static_cast<quint16>(static_cast<uchar>(bytes[at]) | static_cast<uchar>(bytes[at + 1])
+                                                                    << 8);
+}
+
+// A workbook's stream starts with a begin record; among the next few an encrypted one has the
+// record of its key.
+bool startsEncryptedWorkbook(const QByteArray& bytes, qsizetype at) {
+    constexpr quint16 kBegin = 0x0809, kFilePass = 0x002f;
+    if (wordAt(bytes, at) != kBegin || wordAt(bytes, at + 2) > 16) return false;
+    for (int record = 0; record < 4; ++record) {
+        at += 4 + wordAt(bytes, at + 2);
+        if (wordAt(bytes, at) == kFilePass) return true;
+    }
+    return false;
+}
+
+bool startsEncryptedDocument(const QByteArray& bytes, qsizetype at) {
+    constexpr quint16 kMagic = 0xa5ec, kEncrypted = 0x0100;
+    return wordAt(bytes, at) == kMagic && (wordAt(bytes, at + 10) & kEncrypted);
+}
+
+QByteArray utf16(const QString& text) {
+    return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+}
+
+QString suiteProgram() {
+    for (const char* name : {"soffice", "libreoffice"}) {
+        const QString found = QStandardPaths::findExecutable(QString::fromLatin1(name));
+        if (!found.isEmpty()) return found;
+    }
+    return {};
+}
+
+[[noreturn]] void failWithMissing(const Conversion& conversion) {
+    throw runtime::Fault(QStringLiteral("LibreOffice is needed to read a .%1 file. Please install "
+                                        "the package %2.")
+                             .arg(conversion.from, conversion.package));
+}
+
+// True when the suite is there, but not the part of it that reads these documents.
+bool lacksLibrary(const QString& program, const Conversion& conversion) {
+    const QDir folder = QFileInfo(QFileInfo(program).canonicalFilePath()).dir();
+    return folder.exists(QStringLiteral("soffice.bin")) && !folder.exists(conversion.library);
+}
+
+// The program that is started only starts others: when the time is up, all of them must go.
+void run(QProcess& process, int limitMs) {
+#ifdef Q_OS_UNIX
+    process.setChildProcessModifier([] { ::setsid(); });
+#endif
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start();
+    if (process.waitForFinished(limitMs)) return;
+    const bool started = process.state() == QProcess::Running;
+#ifdef Q_OS_UNIX
+    if (started) ::kill(-static_cast<pid_t>(process.processId()), SIGKILL);
+#endif
+    process.kill();
+    process.waitForFinished();
+    throw runtime::Fault(started ? QStringLiteral("LibreOffice took too long to convert the file.")
+                                 : QStringLiteral("LibreOffice cannot be started."));
+}
+
+}  // namespace
+
+bool isCompoundFile(const QByteArray& bytes) {
+    return bytes.startsWith(QByteArrayView("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1", 8));
+}
+
+bool isPasswordProtected(const QByteArray& bytes) {
+    if (!isCompoundFile(bytes)) return false;
+    if (bytes.contains(utf16(QStringLiteral("EncryptedPackage")))) return true;
+    // Streams start on a small sector of 64 bytes at the least.
+    for (qsizetype at = 512; at < bytes.size(); at += 64)
+        if (startsEncryptedWorkbook(bytes, at) || startsEncryptedDocument(bytes, at)) return true;
+    return false;
+}
+
+QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion, int limitMs) {
+    // Left to itself the suite would take any other bytes for a text.
+    if (!isCompoundFile(bytes)) return {};
+    const QString program = suiteProgram();
+    if (program.isEmpty()) failWithMissing(conversion);
+
+    const QTemporaryDir folder;
+    QFile source(folder.filePath(QStringLiteral("source.") + conversion.from));
+    if (!folder.isValid() || !source.open(QIODevice::WriteOnly)) runtime::pathNotFound();
+    if (source.write(bytes) != bytes.size() || !source.flush()) runtime::diskFull();
+    source.close();
+
+    QProcess process;
+    process.setProgram(program);
+    // Two runs on one profile disturb each other, and the person's own suite may be open.
+    process.setArguments({QStringLiteral("-env:UserInstallation=") +
+                              QUrl::fromLocalFile(folder.filePath(QStringLiteral("profile")))
+                                  .toString(QUrl::FullyEncoded),
+                          QStringLiteral("--headless"), QStringLiteral("--norestore"),
+                          QStringLiteral("--convert-to"), conversion.to, QStringLiteral("--outdir"),
+                          folder.path(), source.fileName()});
+    run(process, limitMs);
+
+    // The exit code is 0 even when nothing could be loaded: only the output tells.
+    QFile result(folder.filePath(QStringLiteral("source.") + conversion.to));
+    if (result.open(QIODevice::ReadOnly)) return result.readAll();
+    if (lacksLibrary(program, conversion)) failWithMissing(conversion);
+    return {};
+}
+
+}  // namespace tarnwick::documents

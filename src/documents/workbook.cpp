@@ -1,0 +1,144 @@
+#include "documents/workbook.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <optional>
+
+#include "documents/office_converter.h"
+#include "documents/workbook_tables.h"
+#include "documents/zip_package.h"
+#include "runtime/fault.h"
+
+namespace tarnwick::documents {
+
+namespace {
+
+constexpr qint64 kLargestFile = 128 << 20;  // bytes
+
+[[noreturn]] void fail(const QString& name, PackageError::Reason reason) {
+    QString what = QStringLiteral("The workbook %1 is damaged.");
+    if (reason == PackageError::kNotAPackage)
+        what = QStringLiteral("The file %1 is not a workbook.");
+    else if (reason == PackageError::kEncrypted)
+        what = QStringLiteral("The workbook %1 is protected by a password.");
+    else if (reason == PackageError::kTooLarge)
+        what = QStringLiteral("The workbook %1 is too large to be read.");
+    throw runtime::Fault(what.arg(u'"' + name + u'"'));
+}
+
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    if (!QFileInfo::exists(path)) runtime::fileNotFound();
+    if (!QFileInfo(path).isFile()) fail(QFileInfo(path).fileName(), PackageError::kNotAPackage);
+    if (!file.open(QIODevice::ReadOnly)) runtime::permissionDenied();
+    if (file.size() > kLargestFile) fail(QFileInfo(path).fileName(), PackageError::kTooLarge);
+    return file.read(kLargestFile);
+}
+
+}  // namespace
+
+struct Workbook::Content {
+    struct Entry {
+        QString name;
+        QString part;
+        std::optional<Sheet> sheet;  // once it was asked for
+    };
+
+    Content(const QByteArray& bytes, const QString& name) : name(name), package(bytes) { load(); }
+
+    void load();
+    const Sheet& sheet(Entry& entry) const;
+
+    QString name;
+    ZipPackage package;
+    WorkbookTables tables;
+    std::vector<Entry> entries;
+};
+
+void Workbook::Content::load() {
+    QString workbook;
+    for (const Relationship& relation : package.relationships({}))
+        if (relation.type == u"officeDocument") workbook = relation.target;
+    if (!workbook.endsWith(u".xml", Qt::CaseInsensitive))
+        throw PackageError(PackageError::kNotAPackage);
+    pugi::xml_document document;
+    package.readXml(workbook, document);
+    const pugi::xml_node root = document.document_element();
+    if (!isNamed(root, "workbook")) throw PackageError(PackageError::kNotAPackage);
+
+    const QHash<QString, Relationship> relations = package.relationships(workbook);
+    for (const pugi::xml_node& sheet : childNamed(root, "sheets").children()) {
+        if (!isNamed(sheet, "sheet")) continue;
+        const Relationship relation =
+            relations.value(QString::fromUtf8(attributeNamed(sheet, "id").value()));
+        if (relation.type == u"worksheet")
+            entries.push_back({QString::fromUtf8(attributeNamed(sheet, "name").value()),
+                               relation.target, std::nullopt});
+    }
+    QString texts, styles;
+    for (const Relationship& relation : relations) {
+        if (relation.type == u"sharedStrings") texts = relation.target;
+        if (relation.type == u"styles") styles = relation.target;
+    }
+    tables.texts = readTexts(package, texts);
+    tables.formats = readFormats(package, styles);
+    tables.from1904 = attributeNamed(childNamed(root, "workbookPr"), "date1904").as_bool();
+}
+
+const Sheet& Workbook::Content::sheet(Entry& entry) const {
+    if (!entry.sheet) {
+        try {
+            entry.sheet = readSheet(package, entry.part, tables);
+        } catch (const PackageError& error) {
+            fail(name, error.reason);
+        }
+    }
+    return *entry.sheet;
+}
+
+Workbook::Workbook(std::unique_ptr<Content> content) : content_(std::move(content)) {}
+Workbook::Workbook(Workbook&&) noexcept = default;
+Workbook& Workbook::operator=(Workbook&&) noexcept = default;
+Workbook::~Workbook() = default;
+
+Workbook Workbook::open(const QString& path) {
+    const QString name = QFileInfo(path).fileName();
+    const QByteArray bytes = readFile(path);
+    if (!isCompoundFile(bytes)) return fromBytes(bytes, name);
+    if (isPasswordProtected(bytes)) fail(name, PackageError::kEncrypted);
+    const QByteArray converted = convertDocument(bytes, kWorkbookConversion);
+    if (converted.isEmpty()) fail(name, PackageError::kDamaged);
+    return fromBytes(converted, name);
+}
+
+Workbook Workbook::fromBytes(const QByteArray& bytes, const QString& name) {
+    std::unique_ptr<Content> content;
+    try {
+        content = std::make_unique<Content>(bytes, name);
+    } catch (const PackageError& error) {
+        fail(name, error.reason);
+    }
+    if (content->entries.empty())
+        throw runtime::Fault(QStringLiteral("The workbook \"%1\" has no worksheets.").arg(name));
+    return Workbook(std::move(content));
+}
+
+int Workbook::sheetCount() const { return static_cast<int>(content_->entries.size()); }
+
+QString Workbook::sheetName(int index) const {
+    if (index < 1 || index > sheetCount()) runtime::subscriptOutOfRange();
+    return content_->entries[static_cast<std::size_t>(index - 1)].name;
+}
+
+const Sheet& Workbook::sheet(int index) const {
+    if (index < 1 || index > sheetCount()) runtime::subscriptOutOfRange();
+    return content_->sheet(content_->entries[static_cast<std::size_t>(index - 1)]);
+}
+
+const Sheet& Workbook::sheet(const QString& name) const {
+    for (Content::Entry& entry : content_->entries)
+        if (entry.name.compare(name, Qt::CaseInsensitive) == 0) return content_->sheet(entry);
+    runtime::subscriptOutOfRange();
+}
+
+}  // namespace tarnwick::documents

@@ -1,0 +1,141 @@
+#include "documents/workbook_tables.h"
+
+#include <QHash>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+namespace tarnwick::documents {
+
+namespace {
+
+// Characters that XML cannot hold stand as "_x000D_".
+QString unescaped(QString text) {
+    for (qsizetype at = 0; (at = text.indexOf(u"_x", at)) >= 0; ++at) {
+        if (at + 7 > text.size() || text[at + 6] != u'_') continue;
+        bool hexadecimal = false;
+        const ushort code = QStringView(text).mid(at + 2, 4).toUShort(&hexadecimal, 16);
+        if (hexadecimal) text.replace(at, 7, QChar(code));
+    }
+    return text;
+}
+
+QByteArray rawText(const pugi::xml_node& node) {
+    QByteArray text;
+    for (const pugi::xml_node& child : node.children())
+        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata)
+            text += child.value();
+    return text;
+}
+
+// The text of a shared or an inline string: plain, or in several runs. How it is pronounced
+// (phonetic runs) is not part of it.
+QString stringText(const pugi::xml_node& string) {
+    QByteArray text;
+    for (const pugi::xml_node& child : string.children()) {
+        if (isNamed(child, "t"))
+            text += rawText(child);
+        else if (isNamed(child, "r"))
+            text += rawText(childNamed(child, "t"));
+    }
+    return unescaped(QString::fromUtf8(text));
+}
+
+// "BC12" to row and column; false when it is no such reference.
+bool parseReference(const char* reference, qint32& row, qint32& column) {
+    qint32 letters = 0;
+    const char* at = reference;
+    for (; *at >= 'A' && *at <= 'Z' && letters <= kMaximumColumns; ++at)
+        letters = letters * 26 + (*at - 'A' + 1);
+    qint32 number = 0;
+    const auto [end, error] = std::from_chars(at, at + std::strlen(at), number);
+    if (letters == 0 || error != std::errc() || *end != '\0') return false;
+    row = number;
+    column = letters;
+    return true;
+}
+
+QString numberText(const QByteArray& value, unsigned style, const WorkbookTables& tables) {
+    double number = 0.0;
+    const auto [end, error] =
+        std::from_chars(value.constData(), value.constData() + value.size(), number);
+    if (error != std::errc() || *end != '\0' || !std::isfinite(number))
+        return QString::fromUtf8(value);
+    static const NumberFormat plain;
+    const NumberFormat& format = style < tables.formats.size() ? tables.formats[style] : plain;
+    return format.format(number, tables.from1904);
+}
+
+QString cellText(const pugi::xml_node& cell, const WorkbookTables& tables) {
+    const QByteArray type = attributeNamed(cell, "t").as_string("n");
+    if (type == "inlineStr") return stringText(childNamed(cell, "is"));
+    const QByteArray value = rawText(childNamed(cell, "v"));
+    if (value.isEmpty()) return {};
+    if (type == "s") {
+        bool valid = false;
+        const qulonglong index = value.trimmed().toULongLong(&valid);
+        if (!valid || index >= tables.texts.size()) throw PackageError(PackageError::kDamaged);
+        return tables.texts[index];
+    }
+    if (type == "b")
+        return value.trimmed() == "1" ? QStringLiteral("True") : QStringLiteral("False");
+    if (type == "n")
+        return numberText(value.trimmed(), attributeNamed(cell, "s").as_uint(), tables);
+    return unescaped(QString::fromUtf8(value));  // a formula's text, an error, a date as text
+}
+
+}  // namespace
+
+std::vector<QString> readTexts(const ZipPackage& package, const QString& part) {
+    std::vector<QString> texts;
+    if (part.isEmpty()) return texts;
+    pugi::xml_document document;
+    package.readXml(part, document);
+    for (const pugi::xml_node& string : document.document_element().children())
+        if (isNamed(string, "si")) texts.push_back(stringText(string));
+    return texts;
+}
+
+std::vector<NumberFormat> readFormats(const ZipPackage& package, const QString& part) {
+    std::vector<NumberFormat> formats;
+    if (part.isEmpty()) return formats;
+    pugi::xml_document document;
+    package.readXml(part, document);
+    const pugi::xml_node root = document.document_element();
+    QHash<int, NumberFormat> own;
+    for (const pugi::xml_node& format : childNamed(root, "numFmts").children())
+        own.insert(attributeNamed(format, "numFmtId").as_int(),
+                   NumberFormat(QString::fromUtf8(attributeNamed(format, "formatCode").value())));
+    for (const pugi::xml_node& style : childNamed(root, "cellXfs").children()) {
+        const int number = attributeNamed(style, "numFmtId").as_int();
+        const auto found = own.constFind(number);
+        formats.push_back(found == own.cend() ? NumberFormat::builtIn(number) : *found);
+    }
+    return formats;
+}
+
+Sheet readSheet(const ZipPackage& package, const QString& part, const WorkbookTables& tables) {
+    pugi::xml_document document;
+    package.readXml(part, document);
+    const pugi::xml_node root = document.document_element();
+    if (!isNamed(root, "worksheet")) throw PackageError(PackageError::kDamaged);
+    Sheet sheet;
+    qint32 row = 0;  // writers may leave out where a row or a cell stands: it follows the last one
+    for (const pugi::xml_node& line : childNamed(root, "sheetData").children()) {
+        if (!isNamed(line, "row") || row >= kMaximumRows) continue;
+        row = attributeNamed(line, "r").as_int(row + 1);
+        qint32 column = 0;
+        for (const pugi::xml_node& cell : line.children()) {
+            if (!isNamed(cell, "c") || column >= kMaximumColumns) continue;
+            ++column;
+            qint32 place = row;
+            const pugi::xml_attribute reference = attributeNamed(cell, "r");
+            if (reference && !parseReference(reference.value(), place, column))
+                throw PackageError(PackageError::kDamaged);
+            sheet.setText(place, column, cellText(cell, tables));
+        }
+    }
+    return sheet;
+}
+
+}  // namespace tarnwick::documents
