@@ -23,10 +23,11 @@ constexpr std::int64_t kTurnFrames = 16 * 1024;
 // Under this length a second decoder costs more than it saves.
 constexpr std::int64_t kWorthSplitting = 1 << 20;
 // A decoder that begins in the middle decodes so many frames before, to have the bits and the
-// overlap that they leave to later ones. A multiple of kFrameGrid, as is the joint: only then does
-// it give the very samples that one decoder for all would.
+// overlap that they leave to later ones.
 constexpr long kPreFrames = 32;
-constexpr std::int64_t kFrameGrid = 4;
+// Two decoders join without a trace where the synthesis window of both stands at its beginning: it
+// goes round in 16 blocks of 32 samples, and a frame has 18 or 36 blocks.
+constexpr std::int64_t kJointGrid = 8 * 576;
 
 // One decoder on the file, giving floating samples in the format of the first frame.
 class Decoder {
@@ -49,15 +50,14 @@ class Decoder {
     int channels() const { return channels_; }
     std::int64_t frames() const { return mpg123_length(handle_); }
 
-    // The frame nearest to `wanted` at which two decoders join without a trace; 0 if there is none.
+    // The last frame up to `wanted` at which two decoders join without a trace; 0 if there is none.
     std::int64_t joint(std::int64_t wanted) const {
         long encoderDelay = 0;
         long decoderDelay = 0;
         mpg123_getstate(handle_, MPG123_ENC_DELAY, &encoderDelay, nullptr);
         mpg123_getstate(handle_, MPG123_DEC_DELAY, &decoderDelay, nullptr);
         const std::int64_t cut = encoderDelay >= 0 ? encoderDelay + decoderDelay : 0;
-        const std::int64_t grid = kFrameGrid * mpg123_spf(handle_);
-        return grid > 0 ? std::max<std::int64_t>((wanted + cut) / grid * grid - cut, 0) : 0;
+        return std::max<std::int64_t>((wanted + cut) / kJointGrid * kJointGrid - cut, 0);
     }
 
     void seek(std::int64_t frame) {
@@ -70,7 +70,15 @@ class Decoder {
         const int result =
             mpg123_read(handle_, interleaved.data(), interleaved.size_bytes(), &bytes);
         if (result != MPG123_OK && result != MPG123_DONE && result != MPG123_NEW_FORMAT) damaged();
-        if (bytes == 0 && result == MPG123_NEW_FORMAT) return decode(interleaved);
+        if (result == MPG123_NEW_FORMAT) {
+            long rate = 0;
+            int channels = 0;
+            int encoding = 0;
+            mpg123_getformat(handle_, &rate, &channels, &encoding);
+            if (rate != rate_ || channels != channels_ || encoding != MPG123_ENC_FLOAT_32)
+                damaged();
+            if (bytes == 0) return decode(interleaved);
+        }
         return bytes / sizeof(float);
     }
 
@@ -100,8 +108,8 @@ class Decoder {
     }
 
     void start() {
-        mpg123_param(handle_, MPG123_ADD_FLAGS, MPG123_QUIET | MPG123_GAPLESS | MPG123_SKIP_ID3V2,
-                     0.0);
+        mpg123_param(handle_, MPG123_ADD_FLAGS,
+                     MPG123_QUIET | MPG123_GAPLESS | MPG123_SKIP_ID3V2 | MPG123_FORCE_FLOAT, 0.0);
         mpg123_param(handle_, MPG123_PREFRAMES, kPreFrames, 0.0);
         mpg123_param(handle_, MPG123_RESYNC_LIMIT, -1, 0.0);
         mpg123_replace_reader_handle(handle_, &Decoder::readBytes, &Decoder::moveTo, nullptr);
@@ -109,10 +117,7 @@ class Decoder {
         if (mpg123_open_handle(handle_, this) != MPG123_OK ||
             mpg123_getformat(handle_, &rate_, &channels_, &encoding) != MPG123_OK)
             throw SoundError(SoundFailure::NotASound, "no sound in the file");
-        mpg123_format_none(handle_);
-        if (mpg123_format(handle_, rate_, channels_, MPG123_ENC_FLOAT_32) != MPG123_OK ||
-            mpg123_scan(handle_) != MPG123_OK)
-            damaged();
+        if (encoding != MPG123_ENC_FLOAT_32 || mpg123_scan(handle_) != MPG123_OK) damaged();
     }
 
     const SourceFile& file_;

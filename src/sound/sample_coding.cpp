@@ -50,6 +50,11 @@ struct Integer24 {
         const std::uint32_t low = kBig ? bytes[2] : bytes[0];
         return static_cast<std::int32_t>(high << 24 | std::uint32_t{bytes[1]} << 16 | low << 8);
     }
+    // The same in one step, where the byte behind the sample may be read too.
+    static std::int32_t loadInside(const std::uint8_t* bytes) {
+        const auto word = loadWord<std::uint32_t, kBig>(bytes);
+        return static_cast<std::int32_t>(kBig ? word & 0xFFFFFF00 : word << 8);
+    }
 };
 
 template <bool kBig>
@@ -132,8 +137,14 @@ void measureAs(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
     // Unpacked first: the loop of comparisons then runs on whole vectors.
     std::array<Value, Peaks::kFinestFrames * kChannels> values;
     const auto count = static_cast<std::size_t>(frames * kChannels);
-    for (std::size_t i = 0; i < count; ++i)
-        values[i] = Codec::load(bytes + i * Codec::kBytes);
+    if constexpr (requires { Codec::loadInside(bytes); }) {
+        for (std::size_t i = 0; i + 1 < count; ++i)
+            values[i] = Codec::loadInside(bytes + i * Codec::kBytes);
+        values[count - 1] = Codec::load(bytes + (count - 1) * Codec::kBytes);
+    } else {
+        for (std::size_t i = 0; i < count; ++i)
+            values[i] = Codec::load(bytes + i * Codec::kBytes);
+    }
 
     constexpr std::size_t kLanes = 16;  // a multiple of the channels: lanes never mix them
     std::array<Value, kLanes> minimum;
