@@ -10,9 +10,11 @@ namespace tarnwick::sound {
 
 namespace {
 
-// How far ahead of the ear the device asks for frames. Servers fall silent for a moment with much
-// less, and answer a click late with much more.
-constexpr int kLatencyMs = 100;
+// How far ahead of the ear the device may take frames. Servers that can take back what they have
+// not played yet begin and end at once however much that is. With little they starve for up to two
+// seconds when they had prepared that much silence beforehand, as a sink without hardware does.
+constexpr int kLatencyMs = 2000;
+constexpr std::int64_t kMostLatency = 96000;  // in frames, what the library allows
 
 }  // namespace
 
@@ -54,7 +56,8 @@ bool AudioDevice::openStream(int rate, int channels) {
     params.channels = static_cast<std::uint32_t>(channels);
     params.layout = channels == 1 ? CUBEB_LAYOUT_MONO : CUBEB_LAYOUT_STEREO;
     params.prefs = CUBEB_STREAM_PREF_NONE;
-    const auto latency = static_cast<std::uint32_t>(rate * kLatencyMs / 1000);
+    const std::int64_t ahead = std::int64_t{rate} * kLatencyMs / 1000;
+    const auto latency = static_cast<std::uint32_t>(std::min(ahead, kMostLatency));
     const auto stateChanged = [](cubeb_stream* stream, void* self, cubeb_state state) {
         changed(stream, self, state);
     };

@@ -8,6 +8,9 @@ namespace {
 
 constexpr std::int64_t kBlockFrames = 4096;
 
+// What is kept ready: more than the device takes at once when it begins, which may be two seconds.
+constexpr std::size_t kReadySeconds = 3;
+
 // A device that gives no sign of life for so long is stuck. Virtual ones may take two seconds to
 // begin.
 constexpr std::chrono::seconds kPatience{4};
@@ -17,7 +20,7 @@ constexpr std::chrono::seconds kPatience{4};
 Playback::Playback(Stretch stretch, AudioDevice& device)
     : stretch_(std::move(stretch)),
       device_(device),
-      ring_(static_cast<std::size_t>(stretch_.sound->format().rate) *
+      ring_(kReadySeconds * static_cast<std::size_t>(stretch_.sound->format().rate) *
             static_cast<std::size_t>(stretch_.sound->format().channels)) {
     const AudioFormat format = stretch_.sound->format();
     if (frames() > 0) device_.open(format.rate, format.channels, frames(), ring_);

@@ -273,7 +273,7 @@ TEST_F(PulseTest, AServerThatGoesAwayDoesNotStopTheClock) {
 TEST_F(PulseTest, ASoundThatCannotBeReadFurtherIsReported) {
     Witness witness;
     Player player(witness.events());
-    player.play(std::make_shared<BrokenSound>(kMono, 100'000, 60'000), 0, 100'000);
+    player.play(std::make_shared<BrokenSound>(kMono, 300'000, 140'000), 0, 300'000);
     ASSERT_TRUE(witness.await("changed"));
     EXPECT_THAT(witness.all(), ElementsAre("started", "changed"));
     EXPECT_FALSE(player.playing());
