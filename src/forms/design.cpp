@@ -193,6 +193,14 @@ QListWidget* makeList(QWidget* parent, const QString& objectName, const Place& p
     return name(new QListWidget(parent), objectName, caption, place);
 }
 
+QProgressBar* makeProgress(QWidget* parent, const QString& objectName, const Place& place) {
+    auto* bar = new QProgressBar(parent);
+    bar->setRange(0, 100);
+    bar->setValue(0);
+    bar->setTextVisible(false);
+    return name(bar, objectName, QStringLiteral("Progress"), place);
+}
+
 QGroupBox* makeFrame(QWidget* parent, const QString& objectName, const QString& title,
                      const Place& place) {
     return name(new TitledFrame(title, parent), objectName, title, place);

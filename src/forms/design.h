@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRect>
@@ -99,6 +100,8 @@ QComboBox* makeCombo(QWidget* parent, const QString& name, const QStringList& it
                      const QString& text, const Place& place, const QString& caption);
 QListWidget* makeList(QWidget* parent, const QString& name, const Place& place,
                       const QString& caption);
+// A bar of 0 to 100 at 0, without a text of its own.
+QProgressBar* makeProgress(QWidget* parent, const QString& name, const Place& place);
 QGroupBox* makeFrame(QWidget* parent, const QString& name, const QString& title,
                      const Place& place);
 

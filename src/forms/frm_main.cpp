@@ -57,22 +57,13 @@ void frmMain::makeProgressFrames() {
         made->hide();
         return made;
     };
-    const auto bar = [](QWidget* parent, const QString& name) {
-        auto* made = new QProgressBar(parent);
-        made->setObjectName(name);
-        made->setAccessibleName(QStringLiteral("Progress"));
-        made->setRange(0, 100);
-        made->setValue(0);
-        made->setTextVisible(false);
-        return made;
-    };
     frLoadFiles = frame(QStringLiteral("frLoadFiles"), QStringLiteral("Loading Script File..."),
                         {3600, 280, 6300, 2640});
     lbImporting = makeLabel(frLoadFiles, QStringLiteral("lbImporting"),
                             QStringLiteral("Importing Script File..."), {300, 540, 5700, 240});
     announceText(lbImporting);
-    pbLoadingScript = bar(frLoadFiles, QStringLiteral("pbLoadingScript"));
-    put(pbLoadingScript, {300, 870, 5700, 255});
+    pbLoadingScript =
+        makeProgress(frLoadFiles, QStringLiteral("pbLoadingScript"), {300, 870, 5700, 255});
     Label29 = makeLabel(frLoadFiles, QStringLiteral("Label29"), QStringLiteral("File Names"),
                         {300, 1380, 1200, 300});
     txbScript = makeText(frLoadFiles, QStringLiteral("txbScript"), QString(),
@@ -89,8 +80,7 @@ void frmMain::makeProgressFrames() {
     lbExporting = makeLabel(frExportFiles, QStringLiteral("lbExporting"),
                             QStringLiteral("Exporting Individual Files..."), {300, 540, 5700, 240});
     announceText(lbExporting);
-    pbExporting = bar(frExportFiles, QStringLiteral("pbExporting"));
-    put(pbExporting, {300, 900, 5700, 255});
+    pbExporting = makeProgress(frExportFiles, QStringLiteral("pbExporting"), {300, 900, 5700, 255});
 }
 
 }  // namespace tarnwick::forms

@@ -89,6 +89,8 @@ void frmMain::makeSourceGroup() {
                                        {240.0 + 1380 * i, 300, 1300, kRow}, i == 1);
     }
     opSourceFileFormatGroup = groupOf(this, opSourceFileFormat);
+    // Its place grows with the window while the page does not, so it lies outside of its group; the
+    // box below shows the same words.
     lbSpecs = makeLabel(Frame10, QStringLiteral("lbSpecs"), QStringLiteral("File specs"),
                         {840, 3720, 7540, 240});
     QGroupBox* specs = makeFrame(Frame10, QStringLiteral("frFileSpecs"),

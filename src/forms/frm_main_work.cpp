@@ -43,12 +43,7 @@ void frmMain::makeWaveform() {
     lbStatus = makeLabel(frTarnwick, QStringLiteral("lbStatus"), QStringLiteral("Status: Idle"),
                          {8640, 3840, 3015, 195});
     announceText(lbStatus);
-    pbWAVFormBuilding = new QProgressBar(frTarnwick);
-    pbWAVFormBuilding->setObjectName(QStringLiteral("pbWAVFormBuilding"));
-    pbWAVFormBuilding->setAccessibleName(QStringLiteral("Progress"));
-    pbWAVFormBuilding->setRange(0, 100);
-    pbWAVFormBuilding->setValue(0);
-    pbWAVFormBuilding->setTextVisible(false);
+    pbWAVFormBuilding = makeProgress(frTarnwick, QStringLiteral("pbWAVFormBuilding"), {});
     pbWAVFormBuilding->hide();
 }
 
