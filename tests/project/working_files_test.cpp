@@ -1,0 +1,119 @@
+#include "project/working_files.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+
+#include "forms/frm_main.h"
+#include "support/scripted_editor.h"
+#include "support/scripted_ports.h"
+
+using namespace tarnwick;
+
+namespace {
+
+struct WorkingFilesDesk : ::testing::Test {
+    test::FailureDesk desk;
+    test::ScriptedEditor EDT;
+    test::ScriptedDialog cmdlg;
+    platform::Disk files;
+    runtime::ProcessState state;
+    model::Session session;
+    QTemporaryDir folder;
+    QStringList imports;
+    forms::frmMain form;
+    project::WorkingFiles working{
+        form,
+        {desk.failure, state, session, EDT, desk.boxes, cmdlg, files, [] {},
+         [this] { imports << u"Excel"_qs; }, [this] { imports << u"Word"_qs; }}};
+
+    void SetUp() override {
+        QFile take(folder.filePath(u"take.aiff"_qs));
+        ASSERT_TRUE(take.open(QIODevice::WriteOnly));
+        take.write("recording");
+        cmdlg.path = take.fileName();
+        new QTreeWidgetItem(form.lvAudioDetails);
+    }
+    QString text(const QString& path) const {
+        QFile file(folder.filePath(path));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : u"none"_qs;
+    }
+};
+
+TEST_F(WorkingFilesDesk, TheChosenFilesFolderBecomesTheProject) {
+    form.opSourceFileFormat[2]->setChecked(true);
+    form.mnuLoadFiles->trigger();
+    EXPECT_EQ(cmdlg.filter, u"Audio Files (*.aif; *.aiff)|*.aif; *aiff");
+    EXPECT_EQ(state.vsProjectFolder, folder.path());
+    EXPECT_EQ(session.vsWorkingFile, u"take.aiff");
+    EXPECT_EQ(form.txbAudio->text(), u"take.aiff");
+    EXPECT_EQ(imports, QStringList(u"Excel"_qs));
+    form.OpScriptFormat[0]->setChecked(true);
+    form.mnuLoadFiles->trigger();
+    EXPECT_EQ(imports.last(), u"Word");
+}
+
+TEST_F(WorkingFilesDesk, ACancelledDialogOnlyEmptiesTheList) {
+    state.vsProjectFolder = u"before"_qs;
+    cmdlg.path.clear();
+    form.mnuLoadFiles->trigger();
+    EXPECT_EQ(form.lvAudioDetails->topLevelItemCount(), 0);
+    EXPECT_EQ(state.vsProjectFolder, u"before");
+    EXPECT_TRUE(desk.boxes.shown.isEmpty());
+    EXPECT_TRUE(imports.isEmpty());
+}
+
+TEST_F(WorkingFilesDesk, AFolderThatIsInTheWayRefusesTheLoad) {
+    QDir(folder.path()).mkdir(u"Raw_Files"_qs);
+    form.mnuLoadFiles->trigger();
+    EXPECT_EQ(desk.boxes.shown,
+              QStringList(u"The Project folder cannot contain a 'BU_Source_Files' or a 'Raw_Files' "
+                          u"folder. Rename or move outside of the Project folder before "
+                          u"proceeding."_qs));
+    EXPECT_EQ(state.vsProjectFolder, folder.path());
+    EXPECT_TRUE(imports.isEmpty());
+}
+
+TEST_F(WorkingFilesDesk, ARefusedSoundLeavesNoTrace) {
+    form.mnuLoadFiles->trigger();
+    EDT.loadResult = engine::kNotASound;
+    EDT.lastError = engine::kNotASound;
+    working.Load_Working_Sound();
+    EXPECT_EQ(EDT.taken(),
+              QStringList({u"SoundClose"_qs, u"SetLoadMode 0"_qs, u"LoadSound take.aiff"_qs}));
+    EXPECT_EQ(desk.boxes.shown.last(), u"Cannot load file take.aiff due to error -5");
+    EXPECT_FALSE(form.mnuBackupSourceFile->isEnabled());
+    EXPECT_FALSE(files.FolderExists(folder.filePath(u"BU_Source_Files"_qs)));
+}
+
+TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
+    form.mnuLoadFiles->trigger();
+    working.Load_Working_Sound();
+    EXPECT_TRUE(form.mnuBackupSourceFile->isEnabled());
+    EXPECT_EQ(session.vsLoadStage, u"Initial Load");
+    form.cbxChannels->setEditText(u"2"_qs);
+    EDT.taken();
+
+    working.mnuBackupSourceFile_Click();  // too early: nothing is copied, nothing written
+    EXPECT_TRUE(EDT.taken().isEmpty());
+    session.vsLoadStage = u"End Silence Added"_qs;
+    working.mnuBackupSourceFile_Click();
+    EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs));
+    EXPECT_EQ(EDT.encodeFormats().WAV.EncodeMode, engine::kWav24);
+    EXPECT_EQ(session.vsPromptExport, u"No");
+    working.mnuBackupSourceFile_Click();
+    EXPECT_EQ(text(u"BU_Source_Files/take._100.wav"_qs), u"recording");
+    EXPECT_EQ(text(u"BU_Source_Files/take._101.wav"_qs), u"recording");
+}
+
+TEST_F(WorkingFilesDesk, ABackupThatCannotBeCopiedOverwritesNothing) {
+    form.mnuLoadFiles->trigger();
+    session.vsLoadStage = u"End Silence Added"_qs;  // the backup folder was never made
+    EXPECT_THROW(form.mnuBackupSourceFile->setEnabled(true);
+                 form.mnuBackupSourceFile->trigger(), test::ProcessEnded);
+    EXPECT_EQ(desk.boxes.shown.last(), u"Tarnwick|Path not found");
+    EXPECT_TRUE(EDT.calls.filter(u"SoundExport"_qs).isEmpty());
+    EXPECT_EQ(desk.log(), "");
+}
+
+}  // namespace

@@ -1,0 +1,76 @@
+#include "runtime/numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "runtime/arithmetic.h"
+
+using namespace tarnwick::runtime;
+
+namespace {
+
+QString faultOf(const std::function<void()>& body) {
+    try {
+        body();
+    } catch (const Fault& fault) {
+        return fault.description();
+    }
+    return u"none"_qs;
+}
+
+TEST(Numbers, LenientReadingTakesTheLeadingNumber) {
+    const std::vector<std::pair<QString, double>> cases{
+        {u""_qs, 0},        {u"abc"_qs, 0},  {u"1500ms"_qs, 1500},   {u" 12abc"_qs, 12},
+        {u"-35"_qs, -35},   {u"+7"_qs, 7},   {u"1000.5"_qs, 1000.5}, {u".5x"_qs, 0.5},
+        {u"1e3"_qs, 1000},  {u"2e"_qs, 2},   {u"50 "_qs, 50},        {u"-"_qs, 0},
+        {u"1.2.3"_qs, 1.2}, {u"12 5"_qs, 12}};
+    for (const auto& [text, value] : cases)
+        EXPECT_EQ(val(text), value) << text.toStdString();
+}
+
+TEST(Numbers, StrictReadingRefusesAnythingElse) {
+    EXPECT_EQ(strictDouble(u" -35 "), -35.0);
+    EXPECT_EQ(strictLong(u"2.5"), 2);
+    EXPECT_EQ(strictLong(u"3.5"), 4);
+    for (const QString& text : {u""_qs, u"12abc"_qs, u"--1"_qs, u"nan"_qs})
+        EXPECT_EQ(faultOf([&] { strictDouble(text); }), u"Type mismatch") << text.toStdString();
+    EXPECT_EQ(strictInteger(u"32767"), 32767);
+    EXPECT_EQ(faultOf([] { strictInteger(u"32768"); }), u"Overflow");
+    EXPECT_EQ(faultOf([] { strictLong(u"1e10"); }), u"Overflow");
+}
+
+TEST(Numbers, HalvesRoundToTheEvenNumber) {
+    EXPECT_EQ(roundToLong(1000.5), 1000);
+    EXPECT_EQ(roundToLong(1001.5), 1002);
+    EXPECT_EQ(roundToLong(-0.5), 0);
+    EXPECT_EQ(roundToLong(2147483647.4), 2147483647);
+    EXPECT_EQ(faultOf([] { roundToLong(2147483647.5); }), u"Overflow");
+    EXPECT_EQ(faultOf([] { roundToInteger(std::numeric_limits<double>::quiet_NaN()); }),
+              u"Overflow");
+}
+
+TEST(Numbers, TextsHaveTheProductsForms) {
+    EXPECT_EQ(fixedOneDecimal(1.7783), u"1.8");
+    EXPECT_EQ(fixedOneDecimal(0.001), u"0.0");
+    EXPECT_EQ(signedText(12), u" 12");
+    EXPECT_EQ(signedText(-13), u"-13");
+    EXPECT_EQ(signedText(-0.0), u" 0");
+    EXPECT_EQ(plainText(589), u"589");
+    EXPECT_EQ(plainText(32767), u"32767");
+    EXPECT_EQ(plainText(2147483647.0), u"2147483647");
+}
+
+TEST(Arithmetic, FaultsWhereItWouldWrap) {
+    EXPECT_EQ(add<qint16>(32766, 1), 32767);
+    EXPECT_EQ(faultOf([] { add<qint16>(32767, 1); }), u"Overflow");
+    EXPECT_EQ(faultOf([] { subtract<qint32>(-2147483647, 2); }), u"Overflow");
+    EXPECT_EQ(faultOf([] { multiply<qint32>(21474837, 100); }), u"Overflow");
+    EXPECT_EQ(faultOf([] { divide(1.0, 0.0); }), u"Division by zero");
+    std::array<int, 3> three{1, 2, 3};
+    EXPECT_EQ(element(three, 2), 3);
+    EXPECT_EQ(faultOf([&] { element(three, 3); }), u"Subscript out of range");
+    EXPECT_EQ(faultOf([&] { element(three, -1); }), u"Subscript out of range");
+}
+
+}  // namespace

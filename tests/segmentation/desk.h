@@ -1,0 +1,44 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "forms/frm_main.h"
+#include "forms/scaling.h"
+#include "model/session.h"
+#include "support/gui_main.h"
+#include "support/scripted_editor.h"
+#include "support/scripted_ports.h"
+
+namespace tarnwick::test {
+
+// A main window with a scripted engine and scripted boxes.
+struct MainDesk : ::testing::Test {
+    FailureDesk desk;
+    ScriptedEditor EDT;
+    model::Session session;
+    runtime::ProcessState state;
+    forms::frmFrame frame;
+    forms::frmMain form;
+
+    void SetUp() override {
+        state.vvScale = 1.5;
+        forms::Scaling(frame, form, state.vvScale);
+    }
+    void addRows(int count) {
+        for (int i = 1; i <= count; ++i)
+            new QTreeWidgetItem(form.lvAudioDetails, {QString::number(i),
+                                                      u"P%1"_qs.arg(i),
+                                                      u"Text %1"_qs.arg(i),
+                                                      QString::number(i * 1000),
+                                                      {},
+                                                      QString::number(i * 1000 + 600)});
+    }
+    // Lets the one-shot timer `timer` fire.
+    static void fire(QTimer* timer) {
+        ASSERT_TRUE(timer->isActive());
+        ASSERT_EQ(timer->interval(), 100);
+        ASSERT_TRUE(waitUntil([timer] { return !timer->isActive(); }, 2000));
+    }
+};
+
+}  // namespace tarnwick::test

@@ -1,0 +1,141 @@
+#include <QMouseEvent>
+
+#include "desk.h"
+#include "model/list_columns.h"
+#include "segmentation/alignment.h"
+#include "segmentation/prompt_list.h"
+#include "segmentation/transport.h"
+
+using namespace tarnwick;
+
+namespace {
+
+struct List : test::MainDesk {
+    segmentation::StatusLine status{form};
+    segmentation::PromptList list{form, desk.failure, state, session, EDT};
+    segmentation::Transport transport{form, desk.failure, EDT, status};
+
+    void mouse(QEvent::Type type, int row) {
+        QWidget* viewport = form.lvAudioDetails->viewport();
+        const QPoint at =
+            form.lvAudioDetails->visualItemRect(form.lvAudioDetails->topLevelItem(row)).center();
+        QMouseEvent event(type, at, viewport->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
+        QApplication::sendEvent(viewport, &event);
+    }
+};
+
+TEST_F(List, APressPlaysFromTheRowAndAReleaseStopsInTheOneMode) {
+    addRows(5);
+    EDT.rangeEnd = 4000;
+    mouse(QEvent::MouseButtonPress, 2);
+    EXPECT_EQ(EDT.taken(),
+              QStringList({u"SetDisplayRange 2000 6000"_qs, u"SoundPlayRange 3000 60000"_qs}));
+    EXPECT_EQ(session.viCurrentRow, 3);
+    EXPECT_EQ(session.vlSavedRangeEnd, 4000);
+    EXPECT_EQ(form.txbContent->toPlainText(), u"Text 3");
+    mouse(QEvent::MouseButtonRelease, 2);
+    EXPECT_EQ(EDT.taken(), QStringList(u"SoundStop"_qs));
+
+    form.mnuPlayfromListView->trigger();
+    EXPECT_TRUE(form.opPlayfromlistview[0]->isChecked());
+    EXPECT_EQ(form.mnuPlayfromListView->text(), u"Play/Stop on Mouse Click");
+    mouse(QEvent::MouseButtonPress, 0);
+    mouse(QEvent::MouseButtonRelease, 0);
+    EXPECT_EQ(EDT.taken(), QStringList(u"SoundPlayRange 1000 60000"_qs)) << "too near the start";
+    form.mnuPlayfromListView->trigger();
+    EXPECT_EQ(form.mnuPlayfromListView->text(), u"Play Continously on Mouse Click");
+}
+
+TEST_F(List, TheContentPaneTakesTheStripThatTheListGivesUp) {
+    form.cbContent->setEnabled(true);
+    form.cbContent->click();
+    EXPECT_EQ(form.cbContent->text(), u"Hide Content");
+    EXPECT_FALSE(form.txbContent->isHidden());
+    EXPECT_NEAR(form.lvAudioDetails->height(), 3255 * 1.5 / 15, 1);
+    form.cbContent->click();
+    EXPECT_EQ(form.cbContent->text(), u"Expand Content");
+    EXPECT_TRUE(form.txbContent->isHidden());
+    EXPECT_NEAR(form.lvAudioDetails->height(), 4215 * 1.5 / 15, 1);
+}
+
+TEST_F(List, ThePauseButtonsCaptionIsTheStateOfPlayback) {
+    EDT.position = 2500;
+    Q_EMIT EDT.SoundPlaybackStarted();
+    EXPECT_EQ(form.lbStatus->text(), u"Status10: Playing...2500");
+    EXPECT_TRUE(form.TimerPlaybackPos->isActive());
+    form.CommandPause->setEnabled(true);
+    form.CommandPause->click();
+    Q_EMIT EDT.SoundPlaybackPaused();
+    EXPECT_EQ(form.CommandPause->text(), u"Resume");
+    EXPECT_EQ(form.lbStatus->text(), u"Status9: Playback paused");
+    ASSERT_TRUE(
+        test::waitUntil([this] { return form.lbStatus->text().startsWith(u"Status14"); }, 500));
+    EXPECT_EQ(form.lbStatus->text(), u"Status14: Paused at 2500");
+    EXPECT_EQ(form.pbWAVFormBuilding->value(), 4);
+    form.CommandPause->click();
+    EXPECT_EQ(EDT.calls, QStringList({u"SoundPause"_qs, u"SoundResume"_qs}));
+    Q_EMIT EDT.SoundPlaybackEnded();
+    EXPECT_EQ(form.lbStatus->text(), u"Status8: Idle");
+    Q_EMIT EDT.SoundPlaybackStopped();
+    EXPECT_EQ(form.lbStatus->text(), u"Status11: Idle");
+    EXPECT_FALSE(form.TimerPlaybackPos->isActive());
+    EXPECT_EQ(form.CommandPause->text(), u"Pause");
+}
+
+struct Pairing : test::MainDesk {
+    model::Script script;
+    segmentation::SilenceArray silences{};
+    segmentation::Alignment alignment{form, {session, script, silences, EDT}};
+
+    void prompts(int count) {
+        script.viPromptCount = static_cast<qint16>(count);
+        for (int i = 1; i <= std::min(count, 500); ++i)
+            script.Prompts[static_cast<std::size_t>(i)] = {u"N"_qs, u"a b"_qs, u"2"_qs};
+    }
+    QString cell(int row, int column) const {
+        return form.lvAudioDetails->topLevelItem(row)->text(column);
+    }
+};
+
+TEST_F(Pairing, RowsPairByPositionAndRowsWithoutSpeechShowIt) {
+    prompts(4);
+    silences[0] = {0, 0, 1500};
+    silences[1] = {0, 2300, 4000};
+    silences[2] = {0, 6000, 7500};
+    session.viCurrentRow = 2;
+    form.txbNberAudioFiles->setText(u"2"_qs);
+    alignment.Align();
+    EXPECT_EQ(cell(0, model::kStartMsec), u"1500");
+    EXPECT_EQ(cell(0, model::kEndMsec), u"2300");
+    EXPECT_EQ(cell(0, model::kVariance), u" 0 %");
+    EXPECT_EQ(cell(1, model::kVariance), u" 150 %");
+    EXPECT_EQ(cell(2, model::kStartMsec), u"7500");
+    EXPECT_EQ(cell(2, model::kActual), u"-7500");
+    EXPECT_EQ(cell(3, model::kVariance), u"-100 %");
+    const auto* flagged = form.lvAudioDetails->topLevelItem(1);
+    for (const int column : {model::kActual, model::kProjected, model::kVariance})
+        EXPECT_EQ(flagged->foreground(column).color(), QColor(255, 0, 0));
+    EXPECT_NE(flagged->foreground(model::kWords).color(), QColor(255, 0, 0));
+    EXPECT_EQ(form.lvAudioDetails->currentItem(), flagged);
+    EXPECT_EQ(form.txbNberFileNames->text(), u"4");
+    EXPECT_EQ(form.txbNberFileNames->palette().color(QPalette::Base), QColor(255, 0, 0));
+    EXPECT_TRUE(form.txbSpeed->isEnabled() && form.cbContent->isEnabled());
+    form.txbNberAudioFiles->setText(u"4"_qs);
+    alignment.Align();
+    EXPECT_EQ(form.lvAudioDetails->topLevelItemCount(), 4);
+    EXPECT_EQ(form.txbNberAudioFiles->palette().color(QPalette::Base), QColor(0, 255, 0));
+}
+
+TEST_F(Pairing, FaultsLeaveTheListHalfBuilt) {
+    prompts(0);
+    EXPECT_THROW(alignment.Align(), runtime::Fault) << "there is no current row to select";
+    EXPECT_EQ(form.txbNberFileNames->text(), u"0");
+    prompts(501);
+    EXPECT_THROW(alignment.Align(), runtime::Fault);
+    EXPECT_EQ(form.lvAudioDetails->topLevelItemCount(), 500);
+    prompts(3);
+    form.txbSpeed->setText(u""_qs);
+    EXPECT_THROW(alignment.Align(), runtime::Fault);
+}
+
+}  // namespace

@@ -1,0 +1,179 @@
+#include "desk.h"
+#include "segmentation/individual_export.h"
+#include "segmentation/silence_detection.h"
+
+using namespace tarnwick;
+
+namespace {
+
+struct Scan : test::MainDesk {
+    settings::SettingsDatabase database;
+    int aligned = 0;
+    segmentation::SilenceDetection detection{
+        form, {desk.failure, state, EDT, database, desk.clock, [this] { ++aligned; }}};
+
+    void SetUp() override {
+        MainDesk::SetUp();
+        const QString file = desk.folder.filePath(u"Tarnwick.mdb"_qs);
+        ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE), file));
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        state.vsConnection = settings::connectionString(desk.folder.path());
+        form.chRecalcTimer->setChecked(false);
+    }
+    QString stored(const QString& what) {
+        const settings::Access access(database, state.vsConnection);
+        return database.Read(u"SELECT "_qs + what + u" AS X FROM Silences"_qs).text(u"X"_qs);
+    }
+};
+
+TEST_F(Scan, AsksWithTheRoundedThreshold) {
+    form.cbProcess->setEnabled(true);
+    addRows(2);
+    form.cbProcess->click();
+    EXPECT_EQ(EDT.taken(), QStringList(u"SilencePositionsDetect 589 1500"_qs));
+    EXPECT_EQ(form.lvAudioDetails->topLevelItemCount(), 0);
+    EXPECT_FALSE(form.txbCalculating->isHidden());
+    EXPECT_EQ(form.txbSilencePerc->text(), u"1.8");
+    EXPECT_EQ(form.txbSilenceThreshold->text(), u"589");
+    EXPECT_TRUE(detection.scanning());
+    form.txbSilence->setText(u"soon"_qs);
+    EXPECT_THROW(detection.cbProcess_Click(), runtime::Fault);
+    form.txbThreshold->setText(u"0.1"_qs);
+    EXPECT_THROW(detection.cbProcess_Click(), runtime::Fault) << "beyond the engine's scale";
+}
+
+TEST_F(Scan, StoresUpTo501Silences) {
+    for (const int count : {0, 1, 501, 3}) {
+        EDT.silenceCount = count;
+        detection.cbProcess_Click();
+        Q_EMIT EDT.SilencePosDetectionDone(1);
+        fire(form.EDTTimerSilencePosDetectionDone);
+        EXPECT_EQ(form.txbNberAudioFiles->text(), QString::number(count - 1));
+        EXPECT_EQ(stored(u"COUNT(*)"_qs), QString::number(count));
+        EXPECT_FALSE(detection.scanning());
+    }
+    EXPECT_EQ(stored(u"MAX(FinishAt)"_qs), u"2400");
+    EXPECT_EQ(detection.silences()[2].FinishAt, 2400);
+    EXPECT_EQ(detection.silences()[3].FinishAt, 0) << "cleared before each scan";
+    EXPECT_EQ(aligned, 4);
+    EXPECT_TRUE(form.mnuExport->isEnabled());
+    EXPECT_TRUE(form.txbCalculating->isHidden());
+    EXPECT_FALSE(database.isOpen());
+}
+
+TEST_F(Scan, The502ndSilenceEndsTheProgramWithTheOthersStored) {
+    EDT.silenceCount = 502;
+    detection.cbProcess_Click();
+    Q_EMIT EDT.SilencePosDetectionDone(1);
+    EXPECT_THROW(test::waitUntil([] { return false; }, 400), test::ProcessEnded);
+    EXPECT_EQ(desk.boxes.shown.last(), u"Tarnwick|Subscript out of range");
+    EXPECT_EQ(stored(u"COUNT(*)"_qs), u"501");
+    EXPECT_EQ(aligned, 0);
+    EXPECT_EQ(desk.log(), "");
+}
+
+struct Export : test::MainDesk {
+    platform::Disk files;
+    QTemporaryDir project;
+    bool changing = false;
+    int batch = 0;
+    segmentation::IndividualExport exporting{form,
+                                             {desk.failure, state, session, EDT, desk.boxes, files,
+                                              [this] { return changing; }, [this] { ++batch; }}};
+
+    void SetUp() override {
+        MainDesk::SetUp();
+        state.vsProjectFolder = project.path();
+        session.vsWorkingFile = u"take.wav"_qs;
+        session.vsScriptFile = u"script.xlsx"_qs;
+        QDir(project.path()).mkdir(u"BU_Source_Files"_qs);
+        for (const QString& name : {u"take.wav"_qs, u"script.xlsx"_qs})
+            QFile(project.filePath(name)).open(QIODevice::WriteOnly);
+        form.txbNberFileNames->setText(u"3"_qs);
+        form.txbNberAudioFiles->setText(u"3"_qs);
+        form.mnuExport->setEnabled(true);
+        addRows(3);
+    }
+    void next() {
+        EDT.endExport();
+        fire(form.EDTTimerSoundExportDone);
+    }
+    bool moved(const QString& name) const {
+        return QFile::exists(project.filePath(u"BU_Source_Files/"_qs + name)) &&
+               !QFile::exists(project.filePath(name));
+    }
+};
+
+TEST_F(Export, WritesEachRowAndThenClearsTheFolder) {
+    form.mnuExport->trigger();
+    EXPECT_EQ(EDT.calls, QStringList(u"SoundExport 44100 1 1000 1600 P1.wav"_qs));
+    EXPECT_EQ(form.lbExporting->text(), u"Exporting file 1 of 3");
+    next();
+    next();
+    EXPECT_EQ(EDT.taken().last(), u"SoundExport 44100 1 3000 3600 P3.wav");
+    EXPECT_EQ(batch, 0);
+    next();
+    EXPECT_EQ(batch, 1);
+    EXPECT_TRUE(moved(u"take.wav"_qs) && moved(u"script.xlsx"_qs));
+    EXPECT_TRUE(desk.boxes.shown.isEmpty());
+    EDT.pending = 1;
+    session.vsPromptExport = u"No"_qs;
+    next();  // a backup after the run
+    EXPECT_EQ(batch, 1);
+}
+
+TEST_F(Export, DifferentCountersAreAskedAbout) {
+    form.txbNberAudioFiles->setText(u"2"_qs);
+    form.mnuExport->trigger();
+    EXPECT_EQ(desk.boxes.shown,
+              QStringList(u"Warning!|The file numbers are different so something is incorrect. Do "
+                          u"you want proceed anyway?"_qs));
+    EXPECT_TRUE(EDT.calls.isEmpty());
+    desk.boxes.yes = true;
+    form.mnuExport->trigger();
+    EXPECT_EQ(EDT.calls.size(), 1);
+}
+
+TEST_F(Export, ABackupStillBeingWrittenFinishesNoRunEarly) {
+    EDT.pending = 1;  // the backup
+    session.vsPromptExport = u"No"_qs;
+    form.mnuExport->trigger();
+    next();  // the backup's end: row 2 is asked for while row 1 is on its way
+    next();
+    EXPECT_EQ(EDT.pending, 2);
+    next();
+    EXPECT_EQ(batch, 0) << "the last row is still being written";
+    EXPECT_FALSE(moved(u"take.wav"_qs));
+    next();
+    EXPECT_EQ(batch, 1);
+    EXPECT_TRUE(moved(u"take.wav"_qs));
+}
+
+TEST_F(Export, ARunWaitsForAListThatIsBeingRebuilt) {
+    form.mnuExport->trigger();
+    form.lvAudioDetails->clear();
+    changing = true;
+    EDT.endExport();
+    test::waitUntil([] { return false; }, 250);
+    EXPECT_EQ(EDT.calls.size(), 1);
+    EXPECT_EQ(batch, 0);
+    addRows(3);
+    changing = false;
+    ASSERT_TRUE(test::waitUntil([this] { return EDT.calls.size() == 2; }, 1000));
+    exporting.drop();
+    next();
+    EXPECT_EQ(batch, 0);
+    EXPECT_EQ(EDT.calls.size(), 2) << "another recording took the sound's place";
+}
+
+TEST_F(Export, AFileThatCannotBeMovedStays) {
+    QFile(project.filePath(u"BU_Source_Files/take.wav"_qs)).open(QIODevice::WriteOnly);
+    form.mnuExport->trigger();
+    for (int i = 0; i < 3; ++i)
+        next();
+    EXPECT_TRUE(QFile::exists(project.filePath(u"take.wav"_qs)));
+    EXPECT_TRUE(moved(u"script.xlsx"_qs));
+    EXPECT_EQ(batch, 1);
+}
+
+}  // namespace

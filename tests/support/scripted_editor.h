@@ -1,0 +1,154 @@
+#pragma once
+
+#include <QStringList>
+#include <map>
+
+#include "engine/sound_editor.h"
+
+namespace tarnwick::test {
+
+// An editor without a sound engine: it writes down what it is asked and answers from its fields.
+// The test raises the events itself.
+class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
+    struct Display : engine::Waveform {
+        explicit Display(ScriptedEditor& editor) : editor(editor) {}
+        void Create(engine::WindowHandle, int, int, int, int) override {}
+        void AnalyzeSound() override { editor.calls << u"AnalyzeSound"_qs; }
+        void GetDisplayRange(qint32& begin, qint32& end) const override {
+            begin = editor.rangeBegin;
+            end = editor.rangeEnd;
+        }
+        void SetDisplayRange(qint32 begin, qint32 end) override {
+            editor.note(u"SetDisplayRange"_qs, {begin, end});
+        }
+        void GetSelection(qint16& available, qint32& begin, qint32& end) const override {
+            available = editor.selected;
+            begin = editor.selectionBegin;
+            end = editor.selectionEnd;
+        }
+        void SetSelection(qint16 available, qint32 begin, qint32 end) override {
+            editor.note(u"SetSelection"_qs, {available, begin, end});
+        }
+        void ZoomIn() override {}
+        void ZoomOut() override {}
+        void ZoomFull() override {}
+        void ZoomToSelection(qint32) override {}
+        void GetSettings(engine::WaveformSettings& settings) const override {
+            settings = editor.settings;
+        }
+        void SetSettings(const engine::WaveformSettings& settings) override {
+            editor.settings = settings;
+        }
+        int channels() const override { return 0; }
+        qint32 duration() const override { return 0; }
+        qint32 playPosition() const override { return -1; }
+        bool columns(int, double, double, std::span<engine::WaveColumn>) const override {
+            return false;
+        }
+        void notifyMouse(qint16) override {}
+
+        ScriptedEditor& editor;
+    };
+    struct NoMp3 : engine::Mp3Options {
+        qint32 CBR_GetCount(qint32) const override { return 0; }
+        double CBR_GetValue(qint32, qint32) const override { return 0.0; }
+    };
+    struct NoCodecs : engine::AcmOptions {
+        void CodecsEnum() override {}
+        qint16 CodecsGetCount() const override { return 0; }
+        QString CodecsGetName(qint16) const override { return {}; }
+        qint16 FormatsGetCount(qint16) const override { return 0; }
+        QString FormatsGetName(qint16, qint16) const override { return {}; }
+    };
+
+  public:
+    void InitEditor(engine::WindowHandle) override {}
+    void EnableUndo(qint32) override {}
+    void SetEditorOption(qint16) override {}
+    void SetLoadMode(qint32 mode) override { note(u"SetLoadMode"_qs, {mode}); }
+    qint32 LoadSound(const QString& path) override {
+        calls << u"LoadSound "_qs + path.section(u'/', -1);
+        return loadResult;
+    }
+    void SoundClose() override { calls << u"SoundClose"_qs; }
+    qint32 LoadFromEditor(engine::WindowHandle) override { return engine::kNotSupported; }
+    qint32 LastError() const override { return lastError; }
+    qint32 GetSoundDuration() const override { return duration; }
+    QString FormatMs(qint32 ms, qint32, qint32) const override { return QString::number(ms); }
+    void SoundPlay() override { calls << u"SoundPlay"_qs; }
+    qint32 SoundPlayRange(qint32 begin, qint32 end) override {
+        return note(u"SoundPlayRange"_qs, {begin, end});
+    }
+    void SoundPause() override { calls << u"SoundPause"_qs; }
+    void SoundResume() override { calls << u"SoundResume"_qs; }
+    void SoundStop() override { calls << u"SoundStop"_qs; }
+    qint32 GetPlaybackPosition() const override { return position; }
+    qint32 DeleteRange(qint32 begin, qint32 end) override {
+        return note(u"DeleteRange"_qs, {begin, end});
+    }
+    qint32 InsertSilence(qint32 at, qint32 length) override {
+        return note(u"InsertSilence"_qs, {at, length});
+    }
+    qint32 RemoveSilence(qint32, qint32, qint16, qint32) override { return 0; }
+    bool UndoAvailable() const override { return false; }
+    void Undo() override { calls << u"Undo"_qs; }
+    qint32 SilencePositionsDetect(qint16 threshold, qint32 minimum, qint32) override {
+        note(u"SilencePositionsDetect"_qs, {threshold, minimum});
+        return detectResult;
+    }
+    qint32 SilencePositionsGetCount() const override { return silenceCount; }
+    void SilencePositionsGetRange(qint32 index, qint32& start, qint32& end) const override {
+        start = index * 1000;
+        end = start + 400;
+    }
+    qint32 SoundExport(qint32 frequency, qint32 channels, qint32, qint32 begin, qint32 end,
+                       const QString& path) override {
+        if (path.isEmpty()) return engine::kBadFormat;
+        ++pending;
+        calls << u"SoundExport %1 %2 %3 %4 "_qs.arg(frequency).arg(channels).arg(begin).arg(end) +
+                     path.section(u'/', -1);
+        return engine::kOk;
+    }
+    qint32 SoundExportsPending() const override { return pending; }
+    engine::Waveform& waveform() override { return display_; }
+    engine::Effects& effects() override { return *this; }
+    engine::EncodeFormats& encodeFormats() override { return formats_; }
+    void ApplyVolume(qint32, qint32, qint32, float, qint32) override {}
+    qint32 Normalize(qint32, qint32, float, float, float) override { return 0; }
+
+    void endExport() {
+        --pending;
+        Q_EMIT SoundExportDone(1);
+    }
+    QStringList taken() { return std::exchange(calls, {}); }
+    qint32 note(const QString& name, std::initializer_list<qint32> arguments) {
+        QString call = name;
+        for (const qint32 argument : arguments)
+            call += u' ' + QString::number(argument);
+        calls << call;
+        return engine::kOk;
+    }
+
+    QStringList calls;
+    qint32 loadResult = 0;
+    qint32 detectResult = 0;
+    qint32 lastError = 0;
+    qint32 duration = 60000;
+    qint32 position = 0;
+    qint32 silenceCount = 3;
+    qint32 pending = 0;
+    qint16 selected = 0;
+    qint32 selectionBegin = 0;
+    qint32 selectionEnd = 0;
+    qint32 rangeBegin = 0;
+    qint32 rangeEnd = 8000;
+    engine::WaveformSettings settings;
+
+  private:
+    Display display_{*this};
+    NoMp3 mp3_;
+    NoCodecs codecs_;
+    engine::EncodeFormats formats_{mp3_, codecs_};
+};
+
+}  // namespace tarnwick::test

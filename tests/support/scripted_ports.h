@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QDateTime>
+#include <QTemporaryDir>
+
+#include "platform/boxes.h"
+#include "platform/clock.h"
+#include "platform/disk.h"
+#include "platform/open_dialog.h"
+#include "platform/opener.h"
+#include "runtime/failure_path.h"
+
+// Stand-ins for the outside world that answer from a script and remember what they were asked.
+
+namespace tarnwick::test {
+
+// Thrown where the program would have ended. Not a std::exception: nothing in between catches it.
+struct ProcessEnded {};
+
+class ScriptedBoxes : public platform::Boxes {
+  public:
+    void plain(const QString& text) override { shown << text; }
+    void critical(const QString& title, const QString& text) override {
+        shown << title + u"|"_qs + text;
+    }
+    bool askYesNo(const QString& title, const QString& text) override {
+        shown << title + u"|"_qs + text;
+        return yes;
+    }
+    std::optional<QString> input(const QString&) override { return {}; }
+
+    QStringList shown;
+    bool yes = false;
+};
+
+class ScriptedDialog : public platform::OpenDialog {
+  public:
+    void setFilter(const QString& text) override { filter = text; }
+    std::optional<Choice> ShowOpen() override {
+        if (path.isEmpty()) return {};
+        return Choice{path, path.section(u'/', -1)};
+    }
+
+    QString filter;
+    QString path;  // empty: the operator cancels
+};
+
+class ScriptedOpener : public platform::Opener {
+  public:
+    void open(const QString& target) override { opened << target; }
+    QStringList opened;
+};
+
+class StoppedClock : public platform::Clock {
+  public:
+    QDateTime now() const override { return QDateTime(QDate(2020, 3, 7), QTime(9, 5, 59)); }
+    double Timer() const override { return seconds += 0.25; }
+    mutable double seconds = 0.0;
+};
+
+// A program folder of its own with a failure path whose end is an exception.
+struct FailureDesk {
+    QTemporaryDir folder;
+    ScriptedBoxes boxes;
+    StoppedClock clock;
+    runtime::FailurePath failure{
+        folder.path(),
+        {.criticalBox = [this](const QString& title,
+                               const QString& text) { boxes.critical(title, text); },
+         .endProcess = [] { throw ProcessEnded(); },
+         .now = [this] { return clock.now(); }}};
+
+    QByteArray log() const {
+        QFile file(folder.filePath(u"Error.log"_qs));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+};
+
+}  // namespace tarnwick::test
