@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDataStream>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QtEndian>
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -39,42 +41,30 @@ inline Samples slice(const Samples& samples, qsizetype first, qsizetype end) {
 
 inline QByteArray wavFile(const Samples& samples) {
     QByteArray file;
-    const auto number = [&](auto value) {
-        value = qToLittleEndian(value);
-        file.append(reinterpret_cast<const char*>(&value), sizeof value);
-    };
+    QDataStream out(&file, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
     const auto bytes = static_cast<quint32>(samples.size() * 3);
-    file.append("RIFF");
-    number(36 + bytes);
-    file.append("WAVEfmt ");
-    number(quint32{16});
-    for (const quint16 word : {1, 1})
-        number(word);
-    for (const quint32 rate : {kRate, kRate * 3})
-        number(rate);
-    for (const quint16 word : {3, 24})
-        number(word);
-    file.append("data");
-    number(bytes);
+    out.writeRawData("RIFF", 4);
+    out << 36 + bytes + bytes % 2;
+    out.writeRawData("WAVEfmt ", 8);
+    out << quint32{16} << quint16{1} << quint16{1} << quint32{kRate} << quint32{kRate * 3}
+        << quint16{3} << quint16{24};
+    out.writeRawData("data", 4);
+    out << bytes;
     for (const qint32 sample : samples)
-        for (const int shift : {0, 8, 16})
-            file.append(static_cast<char>(sample >> shift));
-    return file;
+        out.writeRawData(reinterpret_cast<const char*>(&sample), 3);
+    return bytes % 2 ? file.append('\0') : file;
 }
 
-// The samples of a plain 24-bit mono WAV file; nothing for any other.
+// The samples of a file that an editor wrote.
 inline Samples samplesOf(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return {};
     const QByteArray all = file.readAll();
-    const qsizetype data = all.indexOf("data") + 8;
-    if (!all.startsWith("RIFF") || all.mid(22, 2) != QByteArray("\1\0", 2) || all.at(34) != 24)
-        return {};
-    const auto bytes = qFromLittleEndian<quint32>(all.constData() + data - 4);
-    Samples samples;
-    for (qsizetype at = data; at + 2 < data + bytes && at + 2 < all.size(); at += 3)
-        samples.push_back((static_cast<quint8>(all[at]) | static_cast<quint8>(all[at + 1]) << 8 |
-                           static_cast<qint8>(all[at + 2]) * 65536));
+    Samples samples(static_cast<std::size_t>(std::max<qsizetype>(all.size() - 44, 0) / 3));
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        samples[i] = qFromLittleEndian<qint32>(all.constData() + 43 + 3 * i) >> 8;
+    EXPECT_EQ(all.left(44), wavFile(samples).left(44)) << qPrintable(path);
     return samples;
 }
 

@@ -27,11 +27,7 @@ TEST(TimeText, ShowsHoursMinutesSecondsAndMilliseconds) {
 TEST(ViewRange, ZoomsByTwoAndStaysInsideTheSound) {
     constexpr qint32 kLength = 60000;
     const ViewRange whole;
-    struct Case {
-        ViewRange got;
-        ViewRange expected;
-    };
-    const Case cases[] = {
+    const std::pair<ViewRange, ViewRange> cases[] = {
         {zoomedIn(whole, 30000, kLength), {15000, 45000}},
         {zoomedIn({10000, 20000}, 19000, kLength), {16500, 21500}},
         {zoomedIn(whole, 1000, kLength), {0, 30000}},       // moved to the sound's start
@@ -48,7 +44,7 @@ TEST(ViewRange, ZoomsByTwoAndStaysInsideTheSound) {
         {zoomedIn({3, 9}, 5, 0), {3, 9}},  // no sound
     };
     for (std::size_t i = 0; i < std::size(cases); ++i)
-        EXPECT_EQ(cases[i].got, cases[i].expected) << "case " << i;
+        EXPECT_EQ(cases[i].first, cases[i].second) << "case " << i;
 }
 
 TEST(EventQueue, KeepsTheOrderThroughNestedLoopsAndDropsOldGenerations) {
