@@ -238,7 +238,7 @@ QString NumberFormat::date(double serial, bool from1904) const {
     for (const Token& token : tokens_) {
         if (token.letter == u's' || (token.letter == u'e' && token.text == u"s"))
             unit = std::min(unit, 1000.0);
-        if (token.letter == u'.') unit = 1.0;
+        if (token.letter == u'.') unit = std::pow(10.0, 3 - std::min(token.count, 3));
         halves = halves || token.letter == u'a';
     }
     const auto milliseconds =

@@ -1,6 +1,7 @@
 #include "documents/workbook_tables.h"
 
 #include <QHash>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -122,12 +123,12 @@ Sheet readSheet(const ZipPackage& package, const QString& part, const WorkbookTa
     Sheet sheet;
     qint32 row = 0;  // writers may leave out where a row or a cell stands: it follows the last one
     for (const pugi::xml_node& line : childNamed(root, "sheetData").children()) {
-        if (!isNamed(line, "row") || row >= kMaximumRows) continue;
-        row = attributeNamed(line, "r").as_int(row + 1);
+        if (!isNamed(line, "row")) continue;
+        row = std::clamp(attributeNamed(line, "r").as_int(row + 1), 0, kMaximumRows + 1);
         qint32 column = 0;
         for (const pugi::xml_node& cell : line.children()) {
-            if (!isNamed(cell, "c") || column >= kMaximumColumns) continue;
-            ++column;
+            if (!isNamed(cell, "c")) continue;
+            column = std::min(column, kMaximumColumns) + 1;
             qint32 place = row;
             const pugi::xml_attribute reference = attributeNamed(cell, "r");
             if (reference && !parseReference(reference.value(), place, column))

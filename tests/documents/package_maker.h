@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+#include <utility>
+#include <vector>
+
+using Parts = std::vector<std::pair<QByteArray, QByteArray>>;
+
+// A zip archive of the given names and contents.
+QByteArray zipOf(const Parts& parts);
+
+// The parts of a workbook with one worksheet of the given rows; the rest is what any writer makes.
+Parts workbookParts(const QByteArray& rows);
+void replacePart(Parts& parts, const QByteArray& name, const QByteArray& content);

@@ -1,0 +1,219 @@
+#include "documents/workbook.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "documents/office_converter.h"
+#include "documents/package_maker.h"
+#include "runtime/fault.h"
+
+using namespace tarnwick;
+using documents::Sheet;
+using documents::Workbook;
+
+namespace {
+
+QString data(const char* name) {
+    return QStringLiteral(TARNWICK_TEST_DATA "/documents/") + QString::fromLatin1(name);
+}
+
+QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+template <class Call>
+QString faultOf(Call&& call) {
+    try {
+        call();
+    } catch (const runtime::Fault& fault) {
+        return fault.description();
+    }
+    return QStringLiteral("none");
+}
+
+// What becomes of a file with those bytes: the text of its first cell, or the fault.
+QString firstCell(const QByteArray& bytes) {
+    QString text;
+    const QString fault = faultOf(
+        [&] { text = Workbook::fromBytes(bytes, QStringLiteral("w")).sheet(1).text(1, 1); });
+    return fault == "none" ? text : fault;
+}
+
+Sheet sheetOf(const QByteArray& rows) {
+    return Workbook::fromBytes(zipOf(workbookParts(rows)), QStringLiteral("w")).sheet(1);
+}
+
+}  // namespace
+
+// Written by the office suite, read natively and through the converter.
+class RealWorkbook : public testing::TestWithParam<const char*> {};
+
+TEST_P(RealWorkbook, CellsAreWhatAPersonSees) {
+    const Workbook workbook = Workbook::open(data(GetParam()));
+    ASSERT_EQ(workbook.sheetCount(), 3);
+    EXPECT_EQ(workbook.sheetName(1), "Prompts");
+    EXPECT_EQ(workbook.sheetName(3), "Hidden");
+    EXPECT_EQ(workbook.sheet(QStringLiteral("hidden")).text(1, 1), "unseen");
+    EXPECT_EQ(faultOf([&] { workbook.sheet(0); }), "Subscript out of range");
+    EXPECT_EQ(faultOf([&] { workbook.sheetName(4); }), "Subscript out of range");
+    EXPECT_EQ(faultOf([&] { workbook.sheet(QStringLiteral("Prompt")); }), "Subscript out of range");
+    // The old form has no format for conditions: the result of a formula is only a number there.
+    const bool old = QString::fromLatin1(GetParam()).endsWith(QStringLiteral(".xls"));
+    const struct {
+        int sheet, row, column;
+        QString text;
+    } cells[] = {
+        {1, 1, 2, "Prompt"},
+        {1, 2, 2, "Welcome to the night line."},
+        {1, 3, 1, "1500"},
+        {1, 3, 2, QStringLiteral(u"Größe, “quoted” & <marked> — 日本")},
+        {1, 4, 1, ""},
+        {1, 4, 2, "First line\nsecond line"},
+        {1, 4, 3, "one  two"},
+        {1, 45, 28, "far away"},
+        {1, 1048577, 1, ""},
+        {1, 0, 1, ""},
+        {2, 1, 1, "12.5"},
+        {2, 1, 2, "0.1"},
+        {2, 1, 3, "123456789012"},
+        {2, 1, 4, "-7"},
+        {2, 2, 1, "07/03/2020"},
+        {2, 2, 2, "1999-12-31"},
+        {2, 2, 3, "13:05:09"},
+        {2, 3, 1, "12.5%"},
+        {2, 3, 2, "0007"},
+        {2, 3, 3, "1234.5"},
+        {2, 4, 1, "True"},
+        {2, 4, 2, old ? "0" : "False"},
+        {2, 5, 1, "25"},
+        {2, 5, 2, "take_-7"},
+        {2, 5, 3, "#DIV/0!"},
+    };
+    for (const auto& cell : cells)
+        EXPECT_EQ(workbook.sheet(cell.sheet).text(cell.row, cell.column), cell.text)
+            << cell.sheet << ' ' << cell.row << ' ' << cell.column;
+}
+
+INSTANTIATE_TEST_SUITE_P(Workbook, RealWorkbook, testing::Values("script.xlsx", "script.xls"));
+
+TEST(Workbook, ReadsWhatOtherWritersMake) {
+    const Sheet sheet = sheetOf(
+        "<row><c t='s'><v>0</v></c><c t='inlineStr'><is><r><t>in</t></r><r><t>line</t></r></is></c>"
+        "<c/><c><v>1E3</v></c></row>"
+        "<row r='1048576'><c r='XFD1048576'><v>0.30000000000000004</v></c>"
+        "<c r='XFE1048576'><v>9</v></c></row>"
+        "<row r='3'><c r='B3' t='s'><v>1</v></c><c t='s'><v>2</v></c>"
+        "<c t='b'><f>1=1</f><v>1</v></c><c t='str'><f>A1</f><v> x </v></c>"
+        "<c><v>1e300</v></c><c><v>nan</v></c></row>");
+    const struct {
+        int row, column;
+        const char* text;
+    } cells[] = {{1, 1, "Two  runs"}, {1, 2, "inline"},       {1, 3, ""},
+                 {1, 4, "1000"},      {3, 2, "a\rb"},         {3, 3, ""},
+                 {3, 4, "True"},      {3, 5, " x "},          {3, 6, "1E+300"},
+                 {3, 7, "nan"},       {1048576, 16384, "0.3"}};
+    for (const auto& [row, column, text] : cells)
+        EXPECT_EQ(sheet.text(row, column), text) << row << ' ' << column;
+}
+
+TEST(Workbook, BadFilesAreNamedForWhatTheyAre) {
+    const QByteArray good = bytesOf(data("script.xlsx"));
+    const Parts parts = workbookParts("<row><c><v>1</v></c></row>");
+    const QByteArray made = zipOf(parts);
+    ASSERT_EQ(firstCell(made), "1");
+    const auto with = [&](const char* part, const QByteArray& content) {
+        Parts changed = parts;
+        replacePart(changed, part, content);
+        return zipOf(changed);
+    };
+    const QString damaged = QStringLiteral("The workbook \"w\" is damaged.");
+    const QString other = QStringLiteral("The file \"w\" is not a workbook.");
+    const QString large = QStringLiteral("The workbook \"w\" is too large to be read.");
+    QByteArray flipped = good;
+    flipped[flipped.indexOf("sheet1.xml") + 60] ^= 0x55;
+    const struct {
+        QByteArray bytes;
+        QString fault;
+    } files[] = {
+        {"", other},
+        {"no workbook at all", other},
+        {zipOf({{"readme.txt", "x"}}), other},
+        {with("_rels/.rels", "<Relationships/>"), other},
+        {with("xl/workbook.xml", "<document/>"), other},
+        {good.left(good.size() / 2), damaged},
+        {flipped, damaged},
+        {with("xl/workbook.xml", "<workbook><sheets>"), damaged},
+        {with("xl/workbook.xml", ""), damaged},
+        {with("XL/Worksheets/Sheet1.xml", "<chartsheet/>"), damaged},
+        {zipOf({parts.begin(), parts.end() - 1}), damaged},
+        {with("xl/_rels/workbook.xml.rels", "<Relationships/>"),
+         QStringLiteral("The workbook \"w\" has no worksheets.")},
+        {zipOf(workbookParts("<row><c t='s'><v>3</v></c></row>")), damaged},
+        {zipOf(workbookParts("<row><c t='s'><v>-1</v></c></row>")), damaged},
+        {zipOf(workbookParts("<row><c r='1A'><v>1</v></c></row>")), damaged},
+        {zipOf(workbookParts(QByteArray(40 << 20, ' '))), large},
+        {zipOf(workbookParts(QByteArray(8 << 20, ' '))), large},  // a bomb by its ratio
+    };
+    for (const auto& [bytes, fault] : files)
+        EXPECT_EQ(firstCell(bytes), fault)
+            << bytes.size() << ' ' << bytes.left(20).toHex().constData();
+    for (qsizetype end = 0; end < made.size(); end += 7)
+        EXPECT_NE(firstCell(made.left(end)), "1") << end;
+}
+
+TEST(Workbook, BadFilesOnDisk) {
+    const struct {
+        const char* name;
+        const char* fault;
+    } files[] = {
+        {"none.xlsx", "File not found"},
+        {"", "The file \"\" is not a workbook."},
+        {"encrypted.xls", "The workbook \"encrypted.xls\" is protected by a password."},
+        {"letter.doc", "The workbook \"letter.doc\" is damaged."},
+        {"script.fods", "The file \"script.fods\" is not a workbook."},
+    };
+    for (const auto& [name, fault] : files)
+        EXPECT_EQ(faultOf([&] { Workbook::open(data(name)); }), fault) << name;
+    EXPECT_FALSE(documents::isPasswordProtected(bytesOf(data("script.xls"))));
+    const QByteArray letter = bytesOf(data("letter.doc"));
+    EXPECT_FALSE(documents::isPasswordProtected(letter));
+    // A new workbook under a password is a compound file with this stream in its directory.
+    const QString stream = QStringLiteral("EncryptedPackage");
+    EXPECT_TRUE(documents::isPasswordProtected(
+        letter + QByteArray(reinterpret_cast<const char*>(stream.utf16()), stream.size() * 2)));
+}
+
+// A stand-in for the suite, first on the search path.
+TEST(OfficeConverter, TheSuiteIsMissingOrHangs) {
+    const QByteArray document = bytesOf(data("script.xls"));
+    const QByteArray path = qgetenv("PATH");
+    const QTemporaryDir folder;
+    qputenv("PATH", folder.path().toUtf8());
+    const auto convert = [&] {
+        documents::convertDocument(document, documents::kWorkbookConversion, 300);
+    };
+    EXPECT_EQ(faultOf(convert),
+              "LibreOffice is needed to read a .xls file. Please install the package "
+              "libreoffice-calc.");
+    QFile suite(folder.filePath(QStringLiteral("soffice")));
+    ASSERT_TRUE(suite.open(QIODevice::WriteOnly));
+    suite.write("#!/bin/sh\n/bin/sleep 20 &\nwait\n");
+    suite.close();
+    suite.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    EXPECT_EQ(faultOf(convert), "LibreOffice took too long to convert the file.");
+    suite.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    ASSERT_TRUE(suite.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    suite.write("#!/bin/sh\nexit 0\n");
+    suite.close();
+    EXPECT_EQ(faultOf([&] {
+                  EXPECT_EQ(documents::convertDocument(document, documents::kWorkbookConversion),
+                            QByteArray());
+              }),
+              "none");
+    ASSERT_TRUE(QFile(folder.filePath(QStringLiteral("soffice.bin"))).open(QIODevice::WriteOnly));
+    EXPECT_NE(faultOf(convert), "none");  // there, but without its part for workbooks
+    qputenv("PATH", path);
+}
