@@ -26,8 +26,12 @@ constexpr std::int64_t kWorthSplitting = 1 << 20;
 // overlap that they leave to later ones.
 constexpr long kPreFrames = 32;
 // Two decoders join without a trace where the synthesis window of both stands at its beginning: it
-// goes round in 16 blocks of 32 samples, and a frame has 18 or 36 blocks.
-constexpr std::int64_t kJointGrid = 8 * 576;
+// goes round in 16 blocks of 32 samples, and a frame has 36 blocks. (In the short frames of the
+// rates under 32 kHz this holds only by luck; those are decoded in one go.)
+constexpr std::int64_t kJointGrid = 4 * 1152;
+constexpr int kLowestSplitRate = 32000;
+// How much the first decoder decodes beyond the joint to see that the second gives the same.
+constexpr std::int64_t kCheckFrames = 2048;
 
 // One decoder on the file, giving floating samples in the format of the first frame.
 class Decoder {
@@ -154,7 +158,7 @@ class Decoding {
         const int channels = sound_.format.channels;
         std::vector<float> values(static_cast<std::size_t>(kTurnFrames * channels));
         std::vector<std::uint8_t> bytes(values.size() * 3);
-        while (first < end && !given_up_) {
+        while (first < end && !givenUp_) {
             if (stop_.stop_requested())
                 throw SoundError(SoundFailure::Cancelled, "opening was cancelled");
             // Turns end on the grid of the peaks, so that no two turns share one but at the joint.
@@ -178,11 +182,29 @@ class Decoding {
         return first;
     }
 
-    void giveUp() { given_up_ = true; }
+    void giveUp() { givenUp_ = true; }
+
+    // Lets the decoder that has come to the joint go a little further. Where that is not what the
+    // other one gave, it decodes the rest itself. Returns where the sound ends.
+    std::int64_t proveJoint(Decoder& decoder, std::int64_t joint, std::int64_t end) {
+        const int channels = sound_.format.channels;
+        std::vector<float> values(static_cast<std::size_t>(kCheckFrames * channels));
+        std::vector<std::uint8_t> bytes(values.size() * 3);
+        std::vector<std::uint8_t> other(bytes.size());
+        const std::size_t got = decoder.decode(values);
+        const std::int64_t frames = static_cast<std::int64_t>(got) / channels;
+        pack24(std::span(values).first(got), bytes.data());
+        bytes.resize(got * 3);
+        other.resize(scratch_->readSome(joint * frameBytes(), std::span(other).first(got * 3)));
+        if (bytes == other) return end;
+        peaksSpoilt_ = true;
+        scratch_->write(joint * frameBytes(), bytes);
+        return run(decoder, joint + frames, INT64_MAX, [](std::int64_t) {});
+    }
 
     // The sound of `frames` in all; the peaks are made anew where decoding could not make them.
     DecodedSound finished(std::int64_t frames, std::int64_t joint) {
-        const bool foreseen = frames == sound_.frames;
+        const bool foreseen = frames == sound_.frames && !peaksSpoilt_;
         sound_.frames = frames;
         if (!foreseen) {
             peaks_ = buildPeaks(sound_, *scratch_, {{}, stop_});
@@ -215,7 +237,8 @@ class Decoding {
     std::shared_ptr<SourceFile> scratch_;
     std::stop_token stop_;
     Peaks peaks_;
-    std::atomic<bool> given_up_ = false;
+    bool peaksSpoilt_ = false;
+    std::atomic<bool> givenUp_ = false;
 };
 
 // Decodes from `joint` to the end on a thread of its own while the caller decodes what is before.
@@ -243,7 +266,7 @@ std::int64_t runBoth(const SourceFile& file, Decoding& decoding, Decoder& decode
         }
     }
     if (failed) std::rethrow_exception(failed);
-    return end;
+    return decoding.proveJoint(decoder, joint, end);
 }
 
 }  // namespace
@@ -259,7 +282,7 @@ DecodedSound decodeMp3(const SourceFile& file, const Progress& progress) {
     std::shared_ptr<SourceFile> scratch =
         SourceFile::scratch(sound.frames * sound.format.channels * 3);
     Decoding decoding(sound, scratch, progress.stop);
-    const bool split = sound.frames >= kWorthSplitting;
+    const bool split = sound.frames >= kWorthSplitting && sound.format.rate >= kLowestSplitRate;
     const std::int64_t joint = split ? decoder.joint(sound.frames / 2) : 0;
     SteadyPercent percent(progress, split ? joint : sound.frames);
     const auto report = [&](std::int64_t done) { percent.reached(done); };

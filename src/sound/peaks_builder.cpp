@@ -31,11 +31,11 @@ class Build {
     void work(Report report) {
         const std::int64_t frameBytes = sound_.format.channels * bytesOf(sound_.coding);
         std::vector<std::uint8_t> bytes(static_cast<std::size_t>(kTurnFrames * frameBytes));
-        while (!given_up_) {
+        while (!givenUp_) {
             const std::int64_t first = next_.fetch_add(kTurnFrames);
             if (first >= sound_.frames) return;
             if (stop_.stop_requested()) {
-                given_up_ = true;
+                givenUp_ = true;
                 throw SoundError(SoundFailure::Cancelled, "opening was cancelled");
             }
             const std::int64_t frames = std::min(kTurnFrames, sound_.frames - first);
@@ -46,7 +46,7 @@ class Build {
         }
     }
 
-    void giveUp() { given_up_ = true; }
+    void giveUp() { givenUp_ = true; }
     Peaks& peaks() { return peaks_; }
 
   private:
@@ -55,7 +55,7 @@ class Build {
     std::stop_token stop_;
     Peaks peaks_;
     std::atomic<std::int64_t> next_ = 0;
-    std::atomic<bool> given_up_ = false;
+    std::atomic<bool> givenUp_ = false;
 };
 
 }  // namespace
