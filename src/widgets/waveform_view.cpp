@@ -82,13 +82,10 @@ TimeAxis WaveformView::axis() const {
     return WaveformPainter(waveform_, {size(), devicePixelRatioF(), palette(), font()}).axis();
 }
 
-void WaveformView::paintEvent(QPaintEvent* event) {
+void WaveformView::paintEvent(QPaintEvent*) {
     renderIfStale();
     QPainter painter(this);
-    const QRect dirty = event->rect();
-    const qreal ratio = picture_.devicePixelRatio();
-    painter.drawPixmap(QRectF(dirty), picture_,
-                       QRectF(QPointF(dirty.topLeft()) * ratio, QSizeF(dirty.size()) * ratio));
+    painter.drawPixmap(0, 0, picture_);  // only what is due: the painter is clipped to it
     const WaveformColours colours(palette());
     painter.setPen(colours.frame);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
