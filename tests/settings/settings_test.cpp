@@ -33,8 +33,7 @@ QString faultOf(Call&& call) {
 class SettingsDatabaseTest : public testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(
-            QFile::copy(QStringLiteral(TARNWICK_PROGRAM_FOLDER "/../seed/Tarnwick.mdb"), file()));
+        ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE), file()));
     }
     QString file() const { return folder_.filePath(QStringLiteral("Tarnwick.mdb")); }
     QString connection() const { return settings::connectionString(folder_.path()); }
