@@ -36,8 +36,8 @@ class SoundEditor : public QObject {
     virtual void SetEditorOption(qint16 option) = 0;  // 100: audible range instead of silences
     virtual void SetLoadMode(qint32 mode) = 0;        // 0, before each LoadSound
 
-    // Replaces the sound. Ends with SoundLoadingDone. `path`: full path, WAV, AIFF or MP3, told
-    // by content, not by name.
+    // Replaces the sound; the old one is gone at once, also when the call is refused. Ends with
+    // SoundLoadingDone. `path`: full path, WAV, AIFF or MP3, told by content, not by name.
     virtual qint32 LoadSound(const QString& path) = 0;
     virtual void SoundClose() = 0;
     virtual qint32 LoadFromEditor(WindowHandle form) = 0;  // ends with SoundLoadingDone
@@ -52,9 +52,11 @@ class SoundEditor : public QObject {
     virtual void SoundPause() = 0;
     virtual void SoundResume() = 0;
     virtual void SoundStop() = 0;
-    virtual qint32 GetPlaybackPosition() const = 0;  // ms
+    // In ms; stays where the last playing ended or was stopped.
+    virtual qint32 GetPlaybackPosition() const = 0;
 
-    // Edits; each ends with SoundEditDone.
+    // Edits; each stops what plays and ends with SoundEditDone. One that is asked for before the
+    // event of another works on the result of that.
     virtual qint32 DeleteRange(qint32 beginMs, qint32 endMs) = 0;
     virtual qint32 InsertSilence(qint32 positionMs, qint32 lengthMs) = 0;
     // Cuts what lies at or under `threshold` (0 to 32767) inside the range, nothing else.

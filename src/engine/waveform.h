@@ -56,7 +56,7 @@ class Waveform : public QObject {
     // False when no analysed sound is there to be drawn. Cheap at any length and zoom.
     virtual int channels() const = 0;         // 0 without a sound
     virtual qint32 duration() const = 0;      // ms, 0 without a sound
-    virtual qint32 playPosition() const = 0;  // ms, -1 when nothing plays or is paused
+    virtual qint32 playPosition() const = 0;  // ms, also while paused; else -1
     virtual bool columns(int channel, double beginMs, double endMs,
                          std::span<WaveColumn> columns) const = 0;
 
