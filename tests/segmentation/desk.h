@@ -5,6 +5,7 @@
 #include "forms/frm_main.h"
 #include "forms/scaling.h"
 #include "model/session.h"
+#include "runtime/process_state.h"
 #include "support/gui_main.h"
 #include "support/scripted_editor.h"
 #include "support/scripted_ports.h"
