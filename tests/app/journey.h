@@ -1,0 +1,72 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "app/application.h"
+#include "engine/create_sound_editor.h"
+#include "forms/frm_frame.h"
+#include "forms/frm_main.h"
+#include "support/gui_main.h"
+#include "support/scripted_ports.h"
+
+namespace tarnwick::test {
+
+// The whole program with its real engine, database, documents and windows; only the boxes and the
+// dialog answer from a script.
+struct Journey : ::testing::Test {
+    FailureDesk desk;  // the program folder
+    ScriptedDialog cmdlg;
+    ScriptedOpener opener;
+    platform::Disk files;
+    runtime::ProcessState state;
+    settings::SettingsDatabase database;
+    std::unique_ptr<engine::SoundEditor> EDT = engine::createSoundEditor();
+    app::Services services{
+        desk.failure, state,  database,   desk.boxes, cmdlg,
+        files,        opener, desk.clock, *EDT,       [] { throw ProcessEnded(); }};
+    app::Application application{services};
+    QTemporaryDir session;
+
+    void SetUp() override {
+        ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE), databaseFile()));
+        QFile::setPermissions(databaseFile(), QFile::ReadOwner | QFile::WriteOwner);
+    }
+    QString databaseFile() const { return desk.folder.filePath(u"Tarnwick.mdb"_qs); }
+    void execute(const QString& statement) {
+        const settings::Access access(database, settings::connectionString(desk.folder.path()));
+        database.Execute(statement);
+        database.Close();
+    }
+    forms::frmMain& form() { return application.mainForm(); }
+    QString in(const QString& name) const { return session.filePath(name); }
+
+    void write(const QString& name, const QByteArray& bytes) const {
+        QFile file(in(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    QByteArray read(const QString& name) const {
+        QFile file(in(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void takeDemo(const QString& name) const {
+        ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_DEMO "/") + name, in(name)));
+    }
+    void load(const QString& name) {
+        cmdlg.path = in(name);
+        form().mnuLoadFiles->trigger();
+    }
+    // Waits until the chain has filled the list and every file is written.
+    bool settled(int rows) {
+        return waitUntil([&] {
+            return form().lvAudioDetails->topLevelItemCount() == rows &&
+                   form().txbCalculating->isHidden() && EDT->SoundExportsPending() == 0;
+        });
+    }
+    QString cell(int row, int column) {
+        return form().lvAudioDetails->topLevelItem(row)->text(column);
+    }
+    QStringList boxes() { return std::exchange(desk.boxes.shown, {}); }
+};
+
+}  // namespace tarnwick::test

@@ -1,0 +1,180 @@
+#include <QtEndian>
+
+#include "documents/package_maker.h"
+#include "journey.h"
+#include "model/list_columns.h"
+#include "support/wav_samples.h"
+
+using namespace tarnwick;
+using test::Samples;
+using test::operator+;
+
+namespace {
+
+struct Session : test::Journey {
+    void SetUp() override {
+        Journey::SetUp();
+        application.Sub_Main();
+    }
+    // A workbook of `rows` rows, names and texts.
+    void writeScript(int rows, bool twoColumns = true) {
+        QByteArray cells;
+        for (int i = 1; i <= rows; ++i) {
+            const QByteArray n = QByteArray::number(i);
+            cells += "<row r=\"" + n + "\"><c r=\"A" + n + "\" t=\"inlineStr\"><is><t>Prompt " + n +
+                     "</t></is></c>";
+            if (twoColumns)
+                cells += "<c r=\"B" + n + "\" t=\"inlineStr\"><is><t>one two  four</t></is></c>";
+            cells += "</row>";
+        }
+        write(u"script.xlsx"_qs, zipOf(workbookParts(cells)));
+    }
+};
+
+TEST_F(Session, TheDemoBecomesTenNamedFiles) {
+    takeDemo(u"harbour_tour.wav"_qs);
+    takeDemo(u"harbour_tour.xlsx"_qs);
+    const QByteArray recording = read(u"harbour_tour.wav"_qs);
+    load(u"harbour_tour.wav"_qs);
+    ASSERT_TRUE(settled(10));
+    EXPECT_EQ(form().txbNberAudioFiles->text(), u"10");
+    EXPECT_EQ(form().txbNberAudioFiles->palette().color(QPalette::Base), QColor(0, 255, 0));
+    EXPECT_TRUE(form().cbProcess->isEnabled());
+    EXPECT_TRUE(form().frLoadFiles->isHidden());
+    EXPECT_EQ(read(u"BU_Source_Files/harbour_tour_100.wav"_qs), recording);
+    EXPECT_NE(read(u"harbour_tour.wav"_qs), recording);
+
+    form().cbxChannels->setEditText(u"2"_qs);
+    form().mnuExport->trigger();
+    ASSERT_TRUE(test::waitUntil([&] { return !form().isVisible(); }));
+    for (int row = 0; row < 10; ++row) {
+        const QByteArray file = read(cell(row, model::kFileName) + u".wav"_qs);
+        ASSERT_GT(file.size(), 44) << row;
+        EXPECT_EQ(qFromLittleEndian<quint16>(file.constData() + 22), 2);
+        EXPECT_EQ(qFromLittleEndian<quint32>(file.constData() + 24), 44100u);
+        EXPECT_EQ(qFromLittleEndian<quint16>(file.constData() + 34), 24);
+    }
+    EXPECT_EQ(
+        files.list(in(u"BU_Source_Files"_qs), u"*"_qs),
+        QStringList({u"harbour_tour.wav"_qs, u"harbour_tour.xlsx"_qs, u"harbour_tour_100.wav"_qs}));
+    EXPECT_TRUE(boxes().isEmpty());
+
+    auto* close = application.frame().findChild<QPushButton*>(u"cbClose"_qs);
+    ASSERT_NE(close, nullptr);
+    close->click();
+    EXPECT_TRUE(form().isVisible());
+    EXPECT_EQ(form().lvAudioDetails->topLevelItemCount(), 0);
+    EXPECT_EQ(EDT->GetSoundDuration(), 0);
+    EXPECT_EQ(form().txbNberFileNames->text(), u"0");
+}
+
+TEST_F(Session, ExportedPromptsHoldTheirSpeechBitForBit) {
+    Samples take = test::wave(300, 100);
+    std::vector<Samples> words;
+    for (int i = 0; i < 4; ++i) {
+        words.push_back(test::wave(731 + 97 * i, 9000 + i));
+        take = take + words.back() + test::wave(1801 + i, 120);
+    }
+    write(u"take.wav"_qs, test::wavFile(take));
+    writeScript(5);  // the first row is the header
+    load(u"take.wav"_qs);
+    ASSERT_TRUE(settled(4));
+    EXPECT_EQ(form().txbNberAudioFiles->text(), u"4");
+    EXPECT_EQ(cell(0, model::kWords), u"4");
+    form().mnuExport->trigger();
+    ASSERT_TRUE(test::waitUntil([&] { return !form().isVisible(); }));
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const Samples file = test::samplesOf(in(u"Prompt %1.wav"_qs.arg(i + 2)));
+        const auto found = std::search(file.begin(), file.end(), words[i].begin(), words[i].end());
+        EXPECT_NE(found, file.end()) << "prompt " << i;
+        EXPECT_LT(file.size() - words[i].size(), 2u * 45u) << "a millisecond at each end at most";
+    }
+}
+
+TEST_F(Session, NamesFollowTheLayoutOfTheScript) {
+    write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
+    form().chIgnoreFirstRow->setChecked(false);
+    writeScript(3, false);
+    load(u"take.wav"_qs);
+    ASSERT_TRUE(settled(3));
+    EXPECT_EQ(cell(0, model::kFileName), u"ACME_995");
+    EXPECT_EQ(cell(2, model::kFileName), u"ACME_1005");
+    EXPECT_EQ(cell(2, model::kContent), u"Prompt 3");
+
+    QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
+    form().chImportSpecifiedRows->setChecked(true);
+    form().txbImportStartRow->setText(u"2"_qs);
+    form().txbImportEndRow->setText(u"3"_qs);
+    form().opAutoNaming[1]->setChecked(true);
+    writeScript(9);
+    load(u"take.wav"_qs);
+    ASSERT_TRUE(settled(2));
+    EXPECT_EQ(cell(0, model::kFileName), u"ACME_1000");
+    EXPECT_EQ(form().lbImporting->text(), u"Importing Excel row 3 of 3");
+}
+
+TEST_F(Session, BadRecordingsGetTheirBoxAndNothingElseHappens) {
+    const QByteArray whole = test::wavFile(test::wave(500, 9000));
+    const std::vector<std::pair<QByteArray, QString>> cases{
+        {QByteArray(), u"empty"_qs},
+        {QByteArray(20000, 'n'), u"no sound"_qs},
+        {whole.left(30), u"cut in the header"_qs},
+        {test::wavFile({}), u"without frames"_qs}};
+    writeScript(3);
+    for (const auto& [bytes, what] : cases) {
+        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
+        write(u"take.wav"_qs, bytes);
+        load(u"take.wav"_qs);
+        ASSERT_TRUE(test::waitUntil([&] { return !desk.boxes.shown.isEmpty(); }))
+            << what.toStdString();
+        EXPECT_TRUE(desk.boxes.shown[0].startsWith(u"Cannot "))
+            << desk.boxes.shown[0].toStdString();
+        test::waitUntil([] { return false; }, 300);
+        EXPECT_EQ(boxes().size(), 1);
+        EXPECT_EQ(read(u"take.wav"_qs), bytes);
+        EXPECT_EQ(EDT->GetSoundDuration(), 0);
+    }
+    QFile::remove(in(u"take.wav"_qs));
+    QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
+    load(u"take.wav"_qs);
+    EXPECT_EQ(boxes(), QStringList(u"Cannot load file take.wav due to error -4"_qs));
+    write(u"take.wav"_qs, whole.left(whole.size() / 2));
+    load(u"take.wav"_qs);
+    EXPECT_TRUE(settled(2)) << "what is there of a recording that was cut off is loaded";
+    EXPECT_EQ(desk.log().count("\r\n"), 2);
+}
+
+TEST_F(Session, BadWorkbooksEndInTheirRecordOrQuietly) {
+    write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
+    load(u"take.wav"_qs);
+    EXPECT_EQ(boxes(), QStringList(u"No Excel file in Project folder.\rPlease fix and reload "
+                                   u"working files."_qs));
+    EXPECT_EQ(EDT->GetSoundDuration(), 0);
+    write(u"script.xlsx"_qs, "no workbook");
+    EXPECT_THROW(load(u"take.wav"_qs), test::ProcessEnded);
+    EXPECT_TRUE(desk.log().contains("frmMain.Import_Excel: "));
+    EXPECT_TRUE(desk.log().contains(", Line 70\r\n"));
+    writeScript(502);
+    EXPECT_THROW(load(u"take.wav"_qs), test::ProcessEnded);
+    EXPECT_TRUE(desk.log().contains("frmMain.Import_Excel: Subscript out of range, Line 90\r\n"));
+}
+
+TEST_F(Session, TheImportWaitsForTheChosenSheet) {
+    write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
+    writeScript(3);
+    form().chPromptSheet->setChecked(true);
+    load(u"take.wav"_qs);
+    QWidget* chooser = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == u"frmSelectImportSheet") chooser = window;
+    ASSERT_TRUE(chooser != nullptr && chooser->isVisible());
+    EXPECT_EQ(EDT->GetSoundDuration(), 0);
+    auto* names = chooser->findChild<QComboBox*>(u"cbxSheetNames"_qs);
+    EXPECT_EQ(names->count(), 1);
+    EXPECT_EQ(names->currentText(), names->itemText(0));
+    chooser->findChild<QPushButton*>(u"cbSelectSheet"_qs)->click();
+    EXPECT_TRUE(settled(2));
+    EXPECT_EQ(state.vsSelectedSheet, names->itemText(0));
+}
+
+}  // namespace
