@@ -91,7 +91,7 @@ class Editor final : public SoundEditor, private Effects {
     qint32 startEdit(EditCommand command, Edit run);
     // An edit that makes a new sound of the present one.
     qint32 startChange(EditCommand command, WorkingSound::Change change);
-    void refuseEdit(EditCommand command, ErrorCode code);
+    qint32 refuseEdit(EditCommand command, ErrorCode code);
 
     void scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimumMs);
     void scanAudibleRange(const Ticket& ticket, qint16 threshold);

@@ -47,29 +47,30 @@ qint32 Editor::startChange(EditCommand command, WorkingSound::Change change) {
                      });
 }
 
-void Editor::refuseEdit(EditCommand command, ErrorCode code) {
-    // Through the worker, so that it comes after what was asked for before.
+qint32 Editor::refuseEdit(EditCommand command, ErrorCode code) {
+    // Through the worker, so that the event comes after what was asked for before.
     submit([this, command, code](const Ticket& ticket) {
         events_.post(ticket.generation, [this, command, code] {
             fail(code);
             Q_EMIT SoundEditDone(command, 0);
         });
     });
+    return refuse(code);
 }
 
 qint32 Editor::DeleteRange(qint32 beginMs, qint32 endMs) {
-    if (!sound_.timeline) return refuse(kNoSound);
+    if (!sound_.timeline) return refuseEdit(kDeleteRange, kNoSound);
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
-    if (!stretch || stretch->reversed()) return refuse(kBadRange);
+    if (!stretch || stretch->reversed()) return refuseEdit(kDeleteRange, kBadRange);
     return startChange(kDeleteRange, [stretch](const sound::Timeline& head) {
         return head.removed(stretch->firstIn(head), stretch->endIn(head));
     });
 }
 
 qint32 Editor::InsertSilence(qint32 positionMs, qint32 lengthMs) {
-    if (!sound_.timeline) return refuse(kNoSound);
+    if (!sound_.timeline) return refuseEdit(kInsertSilence, kNoSound);
     const auto position = Position::of(positionMs, sound_.durationMs());
-    if (!position || lengthMs < 0) return refuse(kBadRange);
+    if (!position || lengthMs < 0) return refuseEdit(kInsertSilence, kBadRange);
     return startChange(kInsertSilence, [position, lengthMs](const sound::Timeline& head) {
         return head.inserted(position->frameIn(head), sound::frameAt(lengthMs, head.format().rate));
     });
@@ -78,9 +79,11 @@ qint32 Editor::InsertSilence(qint32 positionMs, qint32 lengthMs) {
 qint32 Editor::RemoveSilence(qint32, qint32, qint16, qint32) { return refuse(kNotSupported); }
 
 void Editor::ApplyVolume(qint32 beginMs, qint32 endMs, qint32, float level, qint32) {
-    if (!sound_.timeline) return refuseEdit(kApplyVolume, kNoSound);
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
-    if (!stretch || stretch->reversed()) return refuseEdit(kApplyVolume, kBadRange);
+    if (!sound_.timeline || !stretch || stretch->reversed()) {
+        refuseEdit(kApplyVolume, sound_.timeline ? kBadRange : kNoSound);
+        return;
+    }
     startChange(kApplyVolume, [stretch, level](const sound::Timeline& head) {
         return head.scaled(stretch->firstIn(head), stretch->endIn(head), level);
     });
@@ -89,8 +92,10 @@ void Editor::ApplyVolume(qint32 beginMs, qint32 endMs, qint32, float level, qint
 qint32 Editor::Normalize(qint32, qint32, float, float, float) { return refuse(kNotSupported); }
 
 void Editor::Undo() {
-    if (!sound_.timeline) return refuseEdit(kUndo, kNoSound);
-    startEdit(kUndo, [](WorkingSound& working) { return working.undo(); });
+    if (sound_.timeline)
+        startEdit(kUndo, [](WorkingSound& working) { return working.undo(); });
+    else
+        refuseEdit(kUndo, kNoSound);
 }
 
 void Editor::analyse() {
@@ -134,7 +139,7 @@ void Editor::scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimum
     });
     events_.post(ticket.generation, [this, code, silences = std::move(silences)] {
         fail(code);
-        if (code == kOk) sound_.silences = silences;
+        sound_.silences = silences;  // none after a failure: old ones would not fit the sound
         Q_EMIT SilencePosDetectionDone(code == kOk ? 1 : 0);
     });
 }

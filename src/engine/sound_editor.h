@@ -19,8 +19,9 @@ namespace tarnwick::engine {
 //
 // Where a function names an ending event, it returns at once, the work goes on on the editor's own
 // threads, and the event is delivered later from the event loop of the UI thread, in the order of
-// the work. An operation that returns an ErrorCode other than kOk was refused: no event follows.
-// An operation that cannot return a code reports a refusal through its ending event.
+// the work. An operation that returns an ErrorCode other than kOk was refused: no event follows,
+// except for edits, which end in SoundEditDone(command, 0) when they are refused, too. SoundPlay,
+// which has no code to return, then ends in SoundPlaybackStopped.
 // Closing or replacing the sound makes what still runs for it silent: it reports nothing more, but
 // an output file that is already being written is completed.
 //

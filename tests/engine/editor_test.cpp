@@ -162,9 +162,6 @@ TEST_F(Desk, RefusedCallsRaiseNothing) {
     const QString out = path("out.wav");
     for (const ErrorCode expected : {kNoSound, kBadRange}) {
         if (expected == kBadRange) load(kTake);
-        EXPECT_EQ(editor->DeleteRange(-2, 10), expected);
-        EXPECT_EQ(editor->DeleteRange(20, 10), expected);
-        EXPECT_EQ(editor->InsertSilence(0, -1), expected);
         EXPECT_EQ(editor->SilencePositionsDetect(-1, 10, 0), expected);
         EXPECT_EQ(editor->SoundPlayRange(20, 10), expected);
         EXPECT_EQ(editor->SoundExport(kRate, 1, 0, 0, -1, {}), expected);
@@ -177,7 +174,12 @@ TEST_F(Desk, RefusedCallsRaiseNothing) {
     pause(20);
     EXPECT_EQ(said(), "");
 
-    // Those that return nothing tell it by their event, and a sound can become too long.
+    // Edits tell it by their event, too, and a sound can become too long.
+    EXPECT_EQ(editor->DeleteRange(-2, 10), kBadRange);
+    EXPECT_EQ(editor->DeleteRange(20, 10), kBadRange);
+    EXPECT_EQ(editor->InsertSilence(0, -1), kBadRange);
+    ASSERT_TRUE(sees("EditDone 2 0"));
+    EXPECT_EQ(said(), "EditDone 1 0, EditDone 1 0, EditDone 2 0");
     editor->effects().ApplyVolume(-5, 10, 0, 0.0f, 0);
     ASSERT_TRUE(sees("EditDone 3 0"));
     editor->effects().ApplyVolume(0, 10, 0, std::numeric_limits<float>::quiet_NaN(), 0);
