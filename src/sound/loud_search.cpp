@@ -18,7 +18,12 @@ LoudSearch::LoudSearch(const Timeline& timeline, double limit)
     : source_(*timeline.source()),
       limit_(limit),
       channels_(timeline.format().channels),
-      pieces_(timeline.pieces(0, timeline.frames())) {}
+      pieces_(timeline.pieces(0, timeline.frames())) {
+    // Asked for once: the searches below are little else than looks at peaks.
+    for (int level = 0; level < source_.peaks().levels(); ++level)
+        peaks_.push_back({source_.peaks().level(0, level).data(),
+                          source_.peaks().level(channels_ - 1, level).data()});
+}
 
 // Makes the piece that holds a frame the present one.
 void LoudSearch::moveTo(std::int64_t frame) {
@@ -42,17 +47,19 @@ void LoudSearch::moveTo(std::int64_t frame) {
 }
 
 bool LoudSearch::quiet(int level, std::int64_t frame) const {
-    const auto index = static_cast<std::size_t>(frame / Peaks::framesAt(level));
-    for (int channel = 0; channel < channels_; ++channel) {
-        const Peak peak = source_.peaks().level(channel, level)[index];
+    // The places are not negative: shifting divides.
+    const auto index = static_cast<std::size_t>(frame) >> (8 + 4 * level);
+    static_assert(Peaks::kFinestFrames == 1 << 8 && Peaks::kStep == 1 << 4);
+    for (const Peak* const channel : peaks_[static_cast<std::size_t>(level)]) {
+        const Peak peak = channel[index];
         if (peak.maximum > quietPeak_ || peak.minimum < -quietPeak_) return false;
     }
     return true;
 }
 
 bool LoudSearch::certainlyLoud(std::int64_t block) const {
-    for (int channel = 0; channel < channels_; ++channel) {
-        const Peak peak = source_.peaks().level(channel, 0)[static_cast<std::size_t>(block)];
+    for (const Peak* const channel : peaks_[0]) {
+        const Peak peak = channel[block];
         if (peak.maximum > loudPeak_ || -peak.minimum > loudPeak_) return true;
     }
     return false;
@@ -62,7 +69,8 @@ bool LoudSearch::certainlyLoud(std::int64_t block) const {
 std::int64_t LoudSearch::pastQuiet(std::int64_t frame) const {
     if (!quiet(0, frame)) return frame;
     int level = 0;
-    while (level + 1 < source_.peaks().levels() && quiet(level + 1, frame))
+    const int levels = static_cast<int>(peaks_.size());
+    while (level + 1 < levels && quiet(level + 1, frame))
         ++level;
     return (frame / Peaks::framesAt(level) + 1) * Peaks::framesAt(level);
 }
@@ -71,7 +79,8 @@ std::int64_t LoudSearch::pastQuiet(std::int64_t frame) const {
 std::int64_t LoudSearch::beforeQuiet(std::int64_t frame) const {
     if (!quiet(0, frame)) return frame + 1;
     int level = 0;
-    while (level + 1 < source_.peaks().levels() && quiet(level + 1, frame))
+    const int levels = static_cast<int>(peaks_.size());
+    while (level + 1 < levels && quiet(level + 1, frame))
         ++level;
     return frame / Peaks::framesAt(level) * Peaks::framesAt(level);
 }

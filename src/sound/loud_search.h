@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -35,6 +36,7 @@ class LoudSearch {
     std::int64_t lastInSource(std::int64_t first, std::int64_t end);
 
     const Source& source_;
+    std::vector<std::array<const Peak*, 2>> peaks_;  // by level and channel
     double limit_;
     int channels_;
     std::vector<Piece> pieces_;

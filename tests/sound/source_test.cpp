@@ -16,7 +16,7 @@ namespace {
 std::string number(std::uint64_t value, int bytes, bool big = false) {
     std::string text;
     for (int i = 0; i < bytes; ++i)
-        text += static_cast<char>(value >> (8 * (big ? bytes - 1 - i : i)));
+        text += i < 8 ? static_cast<char>(value >> (8 * (big ? bytes - 1 - i : i))) : '\0';
     return text;
 }
 
