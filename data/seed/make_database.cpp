@@ -16,7 +16,7 @@ using namespace tarnwick;
 std::string literal(const seed::Value& value) {
     if (const int* number = std::get_if<int>(&value)) return std::to_string(*number);
     if (const char* const* text = std::get_if<const char*>(&value))
-        return "'" + std::string(*text) + "'";
+        return std::string(1, '\'').append(*text).append(1, '\'');
     return "NULL";
 }
 
@@ -29,7 +29,7 @@ std::string statements() {
     for (const seed::AdminRow& row : seed::kAdminRows) {
         sql += "INSERT INTO Admin VALUES (" + std::to_string(row.number);
         for (const seed::Value& value : row.values)
-            sql += ", " + literal(value);
+            sql.append(", ").append(literal(value));
         sql += ");";
     }
     return sql + "COMMIT;";

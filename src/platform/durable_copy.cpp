@@ -73,8 +73,9 @@ std::error_code copyDurably(const fs::path& from, const fs::path& to) {
     if (::fstat(source.number(), &state) != 0) return lastError();
     if (S_ISDIR(state.st_mode)) return std::make_error_code(std::errc::no_such_file_or_directory);
 
-    const fs::path growing =
-        to.parent_path() / ("." + to.filename().string() + "." + std::to_string(::getpid()));
+    std::string hidden(1, '.');
+    hidden.append(to.filename().string()).append(1, '.').append(std::to_string(::getpid()));
+    const fs::path growing = to.parent_path() / hidden;
     std::error_code error;
     {
         const Descriptor target(growing, O_WRONLY | O_CREAT | O_TRUNC, state.st_mode & 0777);
