@@ -19,6 +19,7 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
       chain_(form, chainServices()),
       promptList_(form, services.failure, services.state, session_, services.EDT),
       waveformControls_(form, services.failure, services.EDT),
+      editing_(form, services.failure, session_, services.EDT),
       transport_(form, services.failure, services.EDT, status_),
       export_(form, exportServices()) {
     connectShell();
@@ -120,8 +121,10 @@ void MainWindow::showWaveform(quintptr parent, const QRect& place) {
     auto* view =
         new widgets::WaveformView(services_.EDT.waveform(), reinterpret_cast<QWidget*>(parent));
     view->setGeometry(place);
-    view->stackUnder(form_.Picture1);
+    view->lower();  // the progress frames lie over it
     view->show();
+    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundPlaybackStarted,
+                     view, [view] { view->followPlayback(); });
 }
 
 // Keeps two buttons in step with the editor; it can fire between any two events, so it only reads.

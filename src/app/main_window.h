@@ -11,6 +11,7 @@
 #include "project/excel_import.h"
 #include "project/working_files.h"
 #include "segmentation/alignment.h"
+#include "segmentation/editing.h"
 #include "segmentation/individual_export.h"
 #include "segmentation/prompt_list.h"
 #include "segmentation/reload_chain.h"
@@ -58,6 +59,7 @@ class MainWindow {
     segmentation::ReloadChain chain_;
     segmentation::PromptList promptList_;
     segmentation::WaveformControls waveformControls_;
+    segmentation::Editing editing_;
     segmentation::Transport transport_;
     segmentation::IndividualExport export_;
 };

@@ -14,6 +14,7 @@ namespace tarnwick::app {
 Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services)
     : frame_(frame), main_(main), services_(services) {
     frame_.setMenuBar(main_.menuBar);
+    frame_.mdiArea->setBackground(frame_.palette().window());
     mainChild_ = addChild(main_);
     frame_.installEventFilter(this);
     main_.mnuWindows->addSeparator();
@@ -33,6 +34,11 @@ QMdiSubWindow* Windows::addChild(QWidget& form) {
     return child;
 }
 
+void Windows::centre(QMdiSubWindow& child) const {
+    child.move((mainChild_->width() - child.width()) / 2,
+               (mainChild_->height() - child.height()) / 2);
+}
+
 void Windows::showMain() {
     main_.menuBar->show();
     main_.show();
@@ -48,6 +54,7 @@ void Windows::showBatchProcessor() {
     hideMain();
     auto* form = new forms::frmBatchProcessor;
     batchChild_ = addChild(*form);
+    centre(*batchChild_);
     runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, this, [this] {
         batchChild_->close();
         batchChild_->deleteLater();
@@ -63,6 +70,7 @@ void Windows::showRenameWizard() {
     hideMain();
     auto* form = new forms::frmRenameWiz;
     renameChild_ = addChild(*form);
+    centre(*renameChild_);
     runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, this, [this] {
         renameChild_->close();
         renameChild_->deleteLater();

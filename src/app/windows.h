@@ -37,6 +37,7 @@ class Windows : public QObject {
 
   private:
     QMdiSubWindow* addChild(QWidget& form);
+    void centre(QMdiSubWindow& child) const;  // over the main window's place
     void listOpenWindows();
     void unloadAll();
 

@@ -113,7 +113,9 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     engine::Waveform& waveform() override { return display_; }
     engine::Effects& effects() override { return *this; }
     engine::EncodeFormats& encodeFormats() override { return formats_; }
-    void ApplyVolume(qint32, qint32, qint32, float, qint32) override {}
+    void ApplyVolume(qint32 begin, qint32 end, qint32, float, qint32) override {
+        note(u"ApplyVolume"_qs, {begin, end});
+    }
     qint32 Normalize(qint32, qint32, float, float, float) override { return 0; }
 
     void endExport() {

@@ -1,0 +1,51 @@
+#include "segmentation/editing.h"
+
+#include "forms/frm_main.h"
+#include "runtime/events.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::segmentation {
+
+Editing::Editing(forms::frmMain& form, const runtime::FailurePath& failure, model::Session& session,
+                 engine::SoundEditor& EDT)
+    : form_(form), session_(session), EDT_(EDT) {
+    const auto command = [&](auto* control, auto signal, auto handler) {
+        runtime::onEvent(failure, control, signal, &form_, handler);
+    };
+    command(form_.cbDeleteSelection, &QPushButton::clicked, [this] { cbDeleteSelection_Click(); });
+    command(form_.cbFlattenSelection, &QPushButton::clicked,
+            [this] { cbFlattenSelection_Click(); });
+    command(form_.cbInsertSilence, &QPushButton::clicked, [this] { cbInsertSilence_Click(); });
+    command(form_.cbUndo, &QPushButton::clicked, [this] { EDT_.Undo(); });
+    command(form_.mnuUndo, &QAction::triggered, [this] { EDT_.Undo(); });
+}
+
+Editing::Selection Editing::beginEdit() {
+    EDT_.SoundStop();
+    EDT_.waveform().GetDisplayRange(session_.vlSavedRangeBegin, session_.vlSavedRangeEnd);
+    Selection selection;
+    EDT_.waveform().GetSelection(selection.available, selection.begin, selection.end);
+    return selection;
+}
+
+void Editing::cbDeleteSelection_Click() {
+    const Selection selection = beginEdit();
+    if (selection.available == 0) return;
+    EDT_.DeleteRange(selection.begin, selection.end);
+    EDT_.waveform().SetSelection(0, 0, 0);
+}
+
+void Editing::cbFlattenSelection_Click() {
+    const Selection selection = beginEdit();
+    if (selection.available != 0)
+        EDT_.effects().ApplyVolume(selection.begin, selection.end, 0, 0.0f, 0);
+}
+
+void Editing::cbInsertSilence_Click() {
+    const Selection selection = beginEdit();
+    EDT_.waveform().SetSelection(0, 0, 0);
+    const qint32 length = runtime::roundToLong(runtime::val(form_.txbInsertSilence->text()));
+    EDT_.InsertSilence(selection.available == 1 ? selection.begin : 0, length);
+}
+
+}  // namespace tarnwick::segmentation

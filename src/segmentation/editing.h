@@ -1,0 +1,40 @@
+#pragma once
+
+#include "engine/sound_editor.h"
+#include "model/session.h"
+#include "runtime/failure_path.h"
+
+namespace tarnwick::forms {
+class frmMain;
+}
+
+namespace tarnwick::segmentation {
+
+// The operator's edits on the waveform. Each hands one edit to the engine and returns; the reload
+// chain rebuilds the list when it has ended. UI thread.
+class Editing {
+  public:
+    Editing(forms::frmMain& form, const runtime::FailurePath& failure, model::Session& session,
+            engine::SoundEditor& EDT);
+
+  private:
+    // What is selected; `available` is 0 when nothing is.
+    struct Selection {
+        qint16 available = 0;
+        qint32 begin = 0;
+        qint32 end = 0;
+    };
+
+    // Stops playback and saves the view, so that it comes back after the rebuild.
+    Selection beginEdit();
+
+    void cbDeleteSelection_Click();
+    void cbFlattenSelection_Click();
+    void cbInsertSilence_Click();
+
+    forms::frmMain& form_;
+    model::Session& session_;
+    engine::SoundEditor& EDT_;
+};
+
+}  // namespace tarnwick::segmentation

@@ -1,0 +1,59 @@
+#include "segmentation/editing.h"
+
+#include "desk.h"
+#include "segmentation/waveform_controls.h"
+
+using namespace tarnwick;
+
+namespace {
+
+struct Edits : test::MainDesk {
+    segmentation::WaveformControls controls{form, desk.failure, EDT};
+    segmentation::Editing editing{form, desk.failure, session, EDT};
+
+    void select(qint16 available, qint32 begin, qint32 end) {
+        EDT.selected = available;
+        EDT.selectionBegin = begin;
+        EDT.selectionEnd = end;
+        Q_EMIT EDT.WaveSelectionChanged(available, begin, end);
+    }
+};
+
+TEST_F(Edits, WorkOnTheSelectionAndSaveTheView) {
+    select(1, 2000, 2600);
+    EXPECT_EQ(form.txbInsertSilence->text(), u"600");
+    EXPECT_EQ(form.LabelSelectionDuration->text(), u"600");
+    form.cbFlattenSelection->click();
+    EXPECT_EQ(EDT.taken(), QStringList({u"SoundStop"_qs, u"ApplyVolume 2000 2600"_qs}));
+    EXPECT_EQ(session.vlSavedRangeEnd, 8000);
+    form.cbDeleteSelection->click();
+    EXPECT_EQ(EDT.taken(), QStringList({u"SoundStop"_qs, u"DeleteRange 2000 2600"_qs,
+                                        u"SetSelection 0 0 0"_qs}));
+    form.cbInsertSilence->click();
+    EXPECT_EQ(EDT.taken(), QStringList({u"SoundStop"_qs, u"SetSelection 0 0 0"_qs,
+                                        u"InsertSilence 2000 600"_qs}));
+    form.mnuUndo->trigger();
+    EXPECT_EQ(EDT.taken(), QStringList(u"Undo"_qs));
+}
+
+TEST_F(Edits, ACursorOffersThePauseAndNothingSelectedMeansTheStart) {
+    select(1, 700, 700);
+    EXPECT_FALSE(form.cbDeleteSelection->isEnabled());
+    EXPECT_EQ(form.txbInsertSilence->text(), u"1500");
+    select(0, 0, 0);
+    EXPECT_EQ(form.LabelSelectionBegin->text(), u"700") << "read-outs keep their last values";
+    form.txbInsertSilence->setText(u"2.5 s"_qs);
+    form.cbInsertSilence->click();
+    EXPECT_EQ(EDT.taken().last(), u"InsertSilence 0 2");
+}
+
+TEST_F(Edits, TheScaleSliderStandsUpsideDown) {
+    controls.setUp();
+    form.slWAVFormScale->setValue(50);
+    EXPECT_FLOAT_EQ(EDT.settings.verticalScale(), 5.0f);
+    EXPECT_EQ(form.slWAVFormScale->toolTip(), u"500");
+    form.slWAVFormScale->setValue(500);
+    EXPECT_FLOAT_EQ(EDT.settings.verticalScale(), 0.5f);
+}
+
+}  // namespace
