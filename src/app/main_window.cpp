@@ -22,6 +22,7 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
       editing_(form, services.failure, session_, services.EDT),
       transport_(form, services.failure, services.EDT, status_),
       export_(form, exportServices()) {
+    chooser_.setParent(form_.window(), chooser_.windowFlags());
     connectShell();
     windows_.batchProcessorClosed = [this] { batchProcessorClosed(); };
 }
@@ -34,7 +35,7 @@ project::ExcelImport::Services MainWindow::importServices() {
             .files = services_.files,
             .openWorkbook = documents::Workbook::open,
             .Load_Working_Sound = [this] {
-                export_.drop();
+                dropSound();
                 workingFiles_.Load_Working_Sound();
             }};
 }
@@ -47,7 +48,11 @@ project::WorkingFiles::Services MainWindow::fileServices() {
             .boxes = services_.boxes,
             .cmdlg = services_.cmdlg,
             .files = services_.files,
-            .startImport = [this] { import_.vsImportResult.clear(); },
+            .startImport =
+                [this] {
+                    import_.vsImportResult.clear();
+                    export_.drop();  // its rows are gone with the list
+                },
             .Import_Excel = [this] { import_.Import_Excel(); },
             .Import_Word = [] {}};
 }
@@ -137,10 +142,18 @@ void MainWindow::TimerMenuEnabler_Timer() {
     form_.cbZoomSelection->setEnabled(available == 1);
 }
 
+// What still waits to go on with the present sound must not go on with another.
+void MainWindow::dropSound() {
+    chain_.drop();
+    detection_.drop();
+    export_.drop();
+}
+
 // The main window comes back without a sound and with an empty list.
 void MainWindow::batchProcessorClosed() {
-    form_.frExportFiles->hide();
+    dropSound();
     services_.EDT.SoundClose();
+    form_.txbCalculating->hide();
     form_.lvAudioDetails->clear();
     forms::setListHeight(form_, forms::kListHeight, services_.state.vvScale);
     form_.txbContent->hide();

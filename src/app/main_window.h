@@ -38,6 +38,7 @@ class MainWindow {
     void createWaveform();
     void showWaveform(quintptr parent, const QRect& place);
     void TimerMenuEnabler_Timer();
+    void dropSound();
     void batchProcessorClosed();
     project::ExcelImport::Services importServices();
     project::WorkingFiles::Services fileServices();

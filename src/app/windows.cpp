@@ -15,7 +15,12 @@ Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& s
     : frame_(frame), main_(main), services_(services) {
     frame_.setMenuBar(main_.menuBar);
     frame_.mdiArea->setBackground(frame_.palette().window());
-    mainChild_ = addChild(main_);
+    // Without a title bar of its own: the frame's caption says it all, and nothing can be dragged.
+    const QSize size = main_.size();
+    mainChild_ = frame_.mdiArea->addSubWindow(&main_, Qt::FramelessWindowHint);
+    mainChild_->setWindowTitle(main_.windowTitle());
+    mainChild_->setGeometry(QRect(QPoint(0, 0), size));
+    mainChild_->hide();
     frame_.installEventFilter(this);
     main_.mnuWindows->addSeparator();
     runtime::onEvent(services_.failure, main_.mnuWindows, &QMenu::aboutToShow, this,
@@ -23,21 +28,6 @@ Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& s
 }
 
 Windows::~Windows() = default;
-
-QMdiSubWindow* Windows::addChild(QWidget& form) {
-    // Without a title bar of its own: the frame's caption says it all, and nothing can be dragged.
-    const QSize size = form.size();
-    QMdiSubWindow* child = frame_.mdiArea->addSubWindow(&form, Qt::FramelessWindowHint);
-    child->setWindowTitle(form.windowTitle());
-    child->setGeometry(QRect(QPoint(0, 0), size));
-    child->hide();
-    return child;
-}
-
-void Windows::centre(QMdiSubWindow& child) const {
-    child.move((mainChild_->width() - child.width()) / 2,
-               (mainChild_->height() - child.height()) / 2);
-}
 
 void Windows::showMain() {
     main_.menuBar->show();
@@ -50,34 +40,41 @@ void Windows::hideMain() {
     main_.menuBar->hide();
 }
 
-void Windows::showBatchProcessor() {
+template <class Form>
+void Windows::showInstead(std::function<void()> closed) {
+    if (instead_ && dynamic_cast<Form*>(instead_->widget()) != nullptr) return;
+    if (instead_) {
+        insteadClosed_ = {};
+        instead_->close();
+    }
     hideMain();
-    auto* form = new forms::frmBatchProcessor;
-    batchChild_ = addChild(*form);
-    centre(*batchChild_);
-    runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, this, [this] {
-        batchChild_->close();
-        batchChild_->deleteLater();
-        batchProcessorClosed();
-        showMain();
-    });
+    auto* form = new Form;
+    const QSize size = form->size();
+    instead_ = frame_.mdiArea->addSubWindow(form);
+    instead_->setAttribute(Qt::WA_DeleteOnClose);
+    instead_->setWindowTitle(form->windowTitle());
+    instead_->setGeometry(QRect(QPoint((mainChild_->width() - size.width()) / 2,
+                                       (mainChild_->height() - size.height()) / 2),
+                                size));
+    instead_->installEventFilter(this);
+    insteadClosed_ = std::move(closed);
+    runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, instead_,
+                     [child = instead_] { child->close(); });
     form->show();
-    batchChild_->show();
-    hideMain();
+    instead_->show();
 }
 
+void Windows::showBatchProcessor() { showInstead<forms::frmBatchProcessor>(batchProcessorClosed); }
+
 void Windows::showRenameWizard() {
-    hideMain();
-    auto* form = new forms::frmRenameWiz;
-    renameChild_ = addChild(*form);
-    centre(*renameChild_);
-    runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, this, [this] {
-        renameChild_->close();
-        renameChild_->deleteLater();
-        showMain();
-    });
-    form->show();
-    renameChild_->show();
+    showInstead<forms::frmRenameWiz>([] {});
+}
+
+// By its button or by its close box; not when it makes room for another or goes with the frame.
+void Windows::insteadCloses() {
+    if (!insteadClosed_) return;
+    std::exchange(insteadClosed_, {})();
+    showMain();
 }
 
 void Windows::listOpenWindows() {
@@ -96,6 +93,7 @@ void Windows::listOpenWindows() {
 
 // The frame's closing takes every other window with it, the last opened first.
 void Windows::unloadAll() {
+    insteadClosed_ = {};
     QWidgetList others = QApplication::topLevelWidgets();
     for (auto it = others.rbegin(); it != others.rend(); ++it)
         if (*it != &frame_ && (*it)->isVisible()) (*it)->close();
@@ -103,7 +101,10 @@ void Windows::unloadAll() {
 }
 
 bool Windows::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &frame_ && event->type() == QEvent::Close) unloadAll();
+    if (event->type() == QEvent::Close) {
+        if (watched == &frame_) unloadAll();
+        if (watched == instead_) services_.failure.unguarded([this] { insteadCloses(); });
+    }
     return QObject::eventFilter(watched, event);
 }
 

@@ -25,9 +25,9 @@ class Windows : public QObject {
     ~Windows() override;
 
     void showMain();
-    void hideMain();
-    void showBatchProcessor();  // made anew on each opening
-    void showRenameWizard();    // likewise
+    // Made anew on each opening; one that is open already stays as it is.
+    void showBatchProcessor();
+    void showRenameWizard();
 
     // Called when the Batch Processor has closed and before the main window shows again.
     std::function<void()> batchProcessorClosed;
@@ -36,8 +36,10 @@ class Windows : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    QMdiSubWindow* addChild(QWidget& form);
-    void centre(QMdiSubWindow& child) const;  // over the main window's place
+    void hideMain();
+    template <class Form>
+    void showInstead(std::function<void()> closed);
+    void insteadCloses();
     void listOpenWindows();
     void unloadAll();
 
@@ -45,9 +47,9 @@ class Windows : public QObject {
     forms::frmMain& main_;
     const Services& services_;
     QPointer<QMdiSubWindow> mainChild_;
-    QPointer<QMdiSubWindow> batchChild_;
-    QPointer<QMdiSubWindow> renameChild_;
-    QList<QAction*> listed_;  // entries of the Windows menu for the open child windows
+    QPointer<QMdiSubWindow> instead_;      // what stands in the main window's stead
+    std::function<void()> insteadClosed_;  // before the main window shows again
+    QList<QAction*> listed_;               // entries of the Windows menu for the open child windows
 };
 
 }  // namespace tarnwick::app

@@ -7,7 +7,9 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <QtEndian>
 
+#include "documents/compound_file.h"
 #include "runtime/fault.h"
 
 #ifdef Q_OS_UNIX
@@ -20,30 +22,26 @@ namespace tarnwick::documents {
 namespace {
 
 quint16 wordAt(const QByteArray& bytes, qsizetype at) {
-    if (at + 2 > bytes.size()) return 0;
-    return static_cast<quint16>(static_cast<uchar>(bytes[at]) | static_cast<uchar>(bytes[at + 1])
-                                                                    << 8);
+    return at + 2 > bytes.size() ? 0 : qFromLittleEndian<quint16>(bytes.constData() + at);
 }
 
 // A workbook's stream starts with a begin record; among the next few an encrypted one has the
 // record of its key.
-bool startsEncryptedWorkbook(const QByteArray& bytes, qsizetype at) {
+bool startsEncryptedWorkbook(const QByteArray& head) {
     constexpr quint16 kBegin = 0x0809, kFilePass = 0x002f;
-    if (wordAt(bytes, at) != kBegin || wordAt(bytes, at + 2) > 16) return false;
+    if (wordAt(head, 0) != kBegin) return false;
+    qsizetype at = 0;
     for (int record = 0; record < 4; ++record) {
-        at += 4 + wordAt(bytes, at + 2);
-        if (wordAt(bytes, at) == kFilePass) return true;
+        at += 4 + wordAt(head, at + 2);
+        if (wordAt(head, at) == kFilePass) return true;
     }
     return false;
 }
 
-bool startsEncryptedDocument(const QByteArray& bytes, qsizetype at) {
-    constexpr quint16 kMagic = 0xa5ec, kEncrypted = 0x0100;
-    return wordAt(bytes, at) == kMagic && (wordAt(bytes, at + 10) & kEncrypted);
-}
-
-QByteArray utf16(const QString& text) {
-    return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+bool startsEncryptedDocument(const QByteArray& head) {
+    constexpr quint16 kMagic = 0xa5ec, kOldMagic = 0xa5dc, kEncrypted = 0x0100;
+    const quint16 magic = wordAt(head, 0);
+    return (magic == kMagic || magic == kOldMagic) && (wordAt(head, 10) & kEncrypted);
 }
 
 QString suiteProgram() {
@@ -88,21 +86,16 @@ void run(QProcess& process, int limitMs) {
 
 }  // namespace
 
-bool isCompoundFile(const QByteArray& bytes) {
-    return bytes.startsWith(QByteArrayView("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1", 8));
-}
-
 bool isPasswordProtected(const QByteArray& bytes) {
-    if (!isCompoundFile(bytes)) return false;
-    if (bytes.contains(utf16(QStringLiteral("EncryptedPackage")))) return true;
-    // Streams start on a small sector of 64 bytes at the least.
-    for (qsizetype at = 512; at < bytes.size(); at += 64)
-        if (startsEncryptedWorkbook(bytes, at) || startsEncryptedDocument(bytes, at)) return true;
-    return false;
+    constexpr qint64 kHead = 1024;  // bytes, more than the records before the one of the key
+    const CompoundFile file(bytes);
+    return file.hasStream(u"EncryptedPackage") ||
+           startsEncryptedWorkbook(file.stream(u"Workbook", kHead)) ||
+           startsEncryptedWorkbook(file.stream(u"Book", kHead)) ||
+           startsEncryptedDocument(file.stream(u"WordDocument", kHead));
 }
 
 QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion, int limitMs) {
-    // Left to itself the suite would take any other bytes for a text.
     if (!isCompoundFile(bytes)) return {};
     const QString program = suiteProgram();
     if (program.isEmpty()) failWithMissing(conversion);
@@ -115,11 +108,13 @@ QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion
 
     QProcess process;
     process.setProgram(program);
+    // Without the filter the suite takes a damaged document for a text and gives its bytes as one.
     // Two runs on one profile disturb each other, and the person's own suite may be open.
     process.setArguments({QStringLiteral("-env:UserInstallation=") +
                               QUrl::fromLocalFile(folder.filePath(QStringLiteral("profile")))
                                   .toString(QUrl::FullyEncoded),
                           QStringLiteral("--headless"), QStringLiteral("--norestore"),
+                          QStringLiteral("--infilter=") + conversion.filter,
                           QStringLiteral("--convert-to"), conversion.to, QStringLiteral("--outdir"),
                           folder.path(), source.fileName()});
     run(process, limitMs);

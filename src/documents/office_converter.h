@@ -8,21 +8,18 @@ namespace tarnwick::documents {
 // A kind of old office document that the installed office suite turns into its new form.
 struct Conversion {
     QString from;     // file name extension of the old form, "xls"
+    QString filter;   // the suite's name for the old form, "MS Excel 97"
     QString to;       // file name extension of the new form, "xlsx"
     QString package;  // what to install when the suite cannot do it, "libreoffice-calc"
     QString library;  // the suite's own library for it, in the folder of its program
 };
 
-inline const Conversion kWorkbookConversion{QStringLiteral("xls"), QStringLiteral("xlsx"),
-                                            QStringLiteral("libreoffice-calc"),
-                                            QStringLiteral("libsclo.so")};
-inline const Conversion kDocumentConversion{QStringLiteral("doc"), QStringLiteral("docx"),
-                                            QStringLiteral("libreoffice-writer"),
-                                            QStringLiteral("libswlo.so")};
-
-// True for the bytes of a compound file, the container of the old office documents, and of the new
-// ones when they are encrypted.
-bool isCompoundFile(const QByteArray& bytes);
+inline const Conversion kWorkbookConversion{
+    QStringLiteral("xls"), QStringLiteral("MS Excel 97"), QStringLiteral("xlsx"),
+    QStringLiteral("libreoffice-calc"), QStringLiteral("libsclo.so")};
+inline const Conversion kDocumentConversion{
+    QStringLiteral("doc"), QStringLiteral("MS Word 97"), QStringLiteral("docx"),
+    QStringLiteral("libreoffice-writer"), QStringLiteral("libswlo.so")};
 
 // True for a compound file that cannot be read without a password.
 bool isPasswordProtected(const QByteArray& bytes);

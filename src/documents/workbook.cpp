@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <optional>
 
+#include "documents/compound_file.h"
 #include "documents/office_converter.h"
 #include "documents/workbook_tables.h"
 #include "documents/zip_package.h"

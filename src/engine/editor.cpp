@@ -53,7 +53,8 @@ void Editor::dropSound() {
     playback_.forget();
     // The worker frees the sound with its history: that can be much to free.
     worker_.add([this, dropped = std::exchange(sound_, {})] { working_.drop(); });
-    if (waveform_.reset()) events_.post([this] { Q_EMIT WaveSelectionChanged(0, 0, 0); });
+    if (waveform_.reset())
+        events_.post(EventQueue::kAnyGeneration, [this] { Q_EMIT WaveSelectionChanged(0, 0, 0); });
     Q_EMIT waveform_.displayChanged();
 }
 

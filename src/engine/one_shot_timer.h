@@ -32,6 +32,8 @@ class OneShotTimer {
     void arm() {
         if (!timer_.isActive()) timer_.start();
     }
+    // Forgets an arming: what was to follow belongs to a sound that is gone.
+    void disarm() { timer_.stop(); }
     bool armed() const { return timer_.isActive(); }
 
   private:

@@ -53,7 +53,8 @@ void Playback::stop() {
     if (!active()) return;
     player_.stop();
     state_ = State::AtRest;
-    events_.post([this] { Q_EMIT editor_.SoundPlaybackStopped(); });
+    // Also when the sound goes: whoever follows the playing must hear that it is over.
+    events_.post(EventQueue::kAnyGeneration, [this] { Q_EMIT editor_.SoundPlaybackStopped(); });
 }
 
 void Playback::forget() { rate_ = 0; }

@@ -1,5 +1,7 @@
 #include "forms/scaling.h"
 
+#include <cmath>
+
 #include <optional>
 
 #include "forms/prompt_list.h"
@@ -140,11 +142,12 @@ void setListHeight(frmMain& form, double twips, double vvScale) {
 }
 
 void placePicture(frmMain& form, double vvScale) {
-    constexpr double kLeftPixels = 50;
-    constexpr double kTopPixels = 20;
-    form.Picture1->setGeometry(scaledPx(kLeftPixels * kTwipsPerPixel, vvScale),
-                               scaledPx(kTopPixels * kTwipsPerPixel, vvScale),
-                               scaledPx(10875, vvScale), scaledPx(3375, vvScale));
+    // Whole pixels by the product's own rule: halves to the even number.
+    const auto pixels = [vvScale](double design) {
+        return static_cast<int>(std::nearbyint(static_cast<float>(design * vvScale)));
+    };
+    form.Picture1->setGeometry(pixels(50), pixels(20), pixels(10875 / kTwipsPerPixel),
+                               pixels(3375 / kTwipsPerPixel));
 }
 
 }  // namespace tarnwick::forms

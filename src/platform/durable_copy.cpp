@@ -58,10 +58,40 @@ std::error_code copyBytes(int source, int target) {
     }
 }
 
-// The folder's own entry for a file that was just named in it.
+// The folder's own entry for a file that was just named in it. A file system that cannot flush a
+// folder (some shared ones) keeps its own order.
 std::error_code flushFolder(const fs::path& file) {
     const Descriptor folder(file.parent_path(), O_RDONLY | O_DIRECTORY);
-    return folder.valid() && ::fsync(folder.number()) == 0 ? std::error_code{} : lastError();
+    if (folder.valid() && ::fsync(folder.number()) != 0 && errno != EINVAL && errno != ENOTSUP)
+        return lastError();
+    return {};
+}
+
+// The hidden name that a growing file has beside its target, of a length that always fits.
+fs::path hiddenBeside(const fs::path& target) {
+    static unsigned count = 0;
+    std::string name(".tarnwick-");
+    name.append(std::to_string(::getpid())).append(1, '-').append(std::to_string(++count));
+    return target.parent_path() / name;
+}
+
+std::error_code nameFile(int file, const fs::path& name) {
+    const std::string open = std::string("/proc/self/fd/").append(std::to_string(file));
+    const bool linked =
+        ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    return linked ? std::error_code{} : lastError();
+}
+
+// Copies into a file that stands under `hidden` when it is complete. Until then it has no name
+// where the file system can do that, so that even a killed process leaves nothing behind.
+std::error_code copyHidden(int source, const fs::path& hidden, mode_t mode) {
+    const Descriptor nameless(hidden.parent_path(), O_WRONLY | O_TMPFILE, mode);
+    if (nameless.valid()) {
+        const std::error_code error = copyBytes(source, nameless.number());
+        return error ? error : nameFile(nameless.number(), hidden);
+    }
+    const Descriptor named(hidden, O_WRONLY | O_CREAT | O_EXCL, mode);
+    return named.valid() ? copyBytes(source, named.number()) : lastError();
 }
 
 }  // namespace
@@ -73,18 +103,11 @@ std::error_code copyDurably(const fs::path& from, const fs::path& to) {
     if (::fstat(source.number(), &state) != 0) return lastError();
     if (S_ISDIR(state.st_mode)) return std::make_error_code(std::errc::no_such_file_or_directory);
 
-    std::string hidden(1, '.');
-    hidden.append(to.filename().string()).append(1, '.').append(std::to_string(::getpid()));
-    const fs::path growing = to.parent_path() / hidden;
-    std::error_code error;
-    {
-        const Descriptor target(growing, O_WRONLY | O_CREAT | O_TRUNC, state.st_mode & 0777);
-        if (!target.valid()) return lastError();
-        error = copyBytes(source.number(), target.number());
-    }
-    if (!error && ::rename(growing.c_str(), to.c_str()) != 0) error = lastError();
+    const fs::path hidden = hiddenBeside(to);
+    std::error_code error = copyHidden(source.number(), hidden, state.st_mode & 0777);
+    if (!error && ::rename(hidden.c_str(), to.c_str()) != 0) error = lastError();
     if (error) {
-        ::unlink(growing.c_str());
+        ::unlink(hidden.c_str());
         return error;
     }
     return flushFolder(to);
@@ -92,12 +115,13 @@ std::error_code copyDurably(const fs::path& from, const fs::path& to) {
 
 std::error_code moveWithoutOverwriting(const fs::path& from, const fs::path& to) {
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return {};
-    if (errno != EXDEV && errno != EINVAL) return lastError();
+    const int reason = errno;
+    if (reason != EXDEV && reason != EINVAL) return {reason, std::generic_category()};
 
     std::error_code error;
     if (fs::exists(fs::symlink_status(to, error)))
         return std::make_error_code(std::errc::file_exists);
-    if (errno == EINVAL) {  // a file system that cannot promise: the test above has to do
+    if (reason == EINVAL) {  // a file system that cannot promise: the test above has to do
         fs::rename(from, to, error);
         if (error != std::errc::cross_device_link) return error;
     }

@@ -100,6 +100,7 @@ RowRange ExcelImport::rowsToRead(const documents::Sheet& xlSheet) const {
 }
 
 void ExcelImport::readPrompt(const documents::Sheet& xlSheet, qint32 i, qint32 row) {
+    if (row < 1) throw runtime::Fault(u"Application-defined or object-defined error"_qs);
     const bool twoColumns = !xlSheet.text(1, 2).isEmpty();
     model::PromptRow& prompt = runtime::element(script_.Prompts, i);
     prompt.FileName = fileNameOf(xlSheet, twoColumns, i, row);

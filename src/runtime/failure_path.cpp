@@ -32,11 +32,7 @@ QString FailurePath::logDate() const {
 }
 
 void FailurePath::Fatal_Error(const QString& text) const {
-    Write_Log(text);
-    Write_Log(vsBuild);
-    Write_Log(QStringLiteral("Program terminated with error"));
-    Write_Log(logDate());
-    Write_Log(QString());
+    writeRecord(text);
     outlets_.criticalBox(
         QStringLiteral("An error has occured in the program execution!"),
         QStringLiteral("Error: ") + text +
@@ -45,6 +41,18 @@ void FailurePath::Fatal_Error(const QString& text) const {
             appPath_ + QStringLiteral(" folder)\r\nto ") + QLatin1String(kSupportAddress) +
             QStringLiteral(" for assistance."));
     end();
+}
+
+void FailurePath::writeRecord(const QString& text) const {
+    try {
+        Write_Log(text);
+        Write_Log(vsBuild);
+        Write_Log(QStringLiteral("Program terminated with error"));
+        Write_Log(logDate());
+        Write_Log(QString());
+    } catch (const Fault&) {
+        // A log that cannot be written must keep the program neither alive nor silent.
+    }
 }
 
 void FailurePath::Database_Missing() const {

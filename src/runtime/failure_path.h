@@ -36,7 +36,8 @@ class FailurePath {
     // The present date as the log writes it, "dd-mmm-yyyy" with English month names.
     QString logDate() const;
 
-    // Five log lines, the box, the end. Does not return.
+    // Five log lines, the box, the end. Does not return; where the log cannot be written, the box
+    // and the end still come.
     [[noreturn]] void Fatal_Error(const QString& text) const;
 
     // The delivered database is not beside the executable: two log lines, the box, the end.
@@ -56,6 +57,7 @@ class FailurePath {
     }
 
   private:
+    void writeRecord(const QString& text) const;
     [[noreturn]] void end() const;
 
     QString appPath_;

@@ -3,14 +3,11 @@
 namespace tarnwick::segmentation {
 
 ExportStep nextExportStep(const ExportMoment& moment) {
-    if (!moment.runOpen) return ExportStep::Nothing;
-    if (moment.vfExportIndex < static_cast<float>(moment.rowsOfRun)) {
-        const bool rowIsThere = moment.vfExportIndex < static_cast<float>(moment.rowsInList);
-        return rowIsThere && !moment.listIsChanging ? ExportStep::NextRow : ExportStep::Wait;
-    }
-    // The event of an export that is still on its way will bring the run back here.
-    const bool allWritten = moment.exportsPending == 0 && moment.lastWasPrompt;
-    return allWritten ? ExportStep::Finish : ExportStep::Nothing;
+    if (!moment.runOpen || moment.exportsPending > 0) return ExportStep::Nothing;
+    if (moment.listIsChanging) return ExportStep::Wait;
+    if (moment.vfExportIndex >= static_cast<float>(moment.rowsOfRun)) return ExportStep::Finish;
+    const bool rowIsThere = moment.vfExportIndex < static_cast<float>(moment.rowsInList);
+    return rowIsThere ? ExportStep::NextRow : ExportStep::Wait;
 }
 
 }  // namespace tarnwick::segmentation

@@ -12,19 +12,17 @@ struct ExportMoment {
     qint32 rowsInList = 0;        // rows that the list holds now
     bool listIsChanging = false;  // the sound changes or is scanned: the list is no guide now
     qint32 exportsPending = 0;    // exports asked for that have not ended
-    bool lastWasPrompt = false;   // the export asked for last was a prompt, not the backup
 };
 
 enum class ExportStep {
-    Nothing,  // no run, or the backup was what ended
+    Nothing,  // no run, or an export is still on its way: its end brings the run back here
     Wait,     // look again: what comes next cannot be told yet
     NextRow,  // ask for the next row
     Finish    // all is written
 };
 
-// What follows. A backup that ends in the middle of a run moves the run on like a row does, so more
-// than one export can be on its way; a run finishes only when all of them have ended, and takes no
-// row from a list that does not belong to the sound as it stands.
+// What follows. Backups end in the middle of a run, too: a run goes on only when nothing is on its
+// way any more, and takes no row from a list that does not belong to the sound as it stands.
 ExportStep nextExportStep(const ExportMoment& moment);
 
 }  // namespace tarnwick::segmentation

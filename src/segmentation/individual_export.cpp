@@ -43,6 +43,11 @@ void IndividualExport::mnuExport_Click() {
     Export_Row(vfExportIndex);
 }
 
+void IndividualExport::drop() {
+    runOpen_ = false;
+    form_.frExportFiles->hide();
+}
+
 void IndividualExport::Export_Row(float index) {
     engine::SoundEditor& EDT = services_.EDT;
     const qint32 channels = runtime::strictLong(form_.cbxChannels->currentText());
@@ -55,12 +60,31 @@ void IndividualExport::Export_Row(float index) {
                                     item->text(model::kFileName) + u".wav"_qs);
     vlExportStart = runtime::strictLong(item->text(model::kStartMsec));
     vlExportEnd = runtime::strictLong(item->text(model::kEndMsec));
+    keepRecording();
     services_.session.vsPromptExport = u"Yes"_qs;
-    EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
+    const qint32 nResult =
+        EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
+    // No event comes of a refused row. Should a backup end later, the row is asked for again.
+    if (nResult != engine::kOk) vfExportIndex -= 1;
     form_.pbExporting->setValue(row);
     form_.lbExporting->setText(
         u"Exporting file %1 of %2"_qs.arg(row).arg(form_.pbExporting->maximum()));
     forms::repaintNow(form_);
+}
+
+// A prompt that bears the recording's own name takes its place in the folder. The recording then
+// goes where the end of the run would have moved it.
+void IndividualExport::keepRecording() {
+    const QString recording =
+        platform::pathIn(services_.state.vsProjectFolder, services_.session.vsWorkingFile);
+    if (vsExportFile != recording || !services_.files.FileExists(recording)) return;
+    const QString kept = backupFolder() + services_.session.vsWorkingFile;
+    if (!services_.files.FileExists(kept)) services_.files.CopyFile(recording, kept);
+}
+
+QString IndividualExport::backupFolder() const {
+    return platform::pathIn(services_.state.vsProjectFolder, u"BU_Source_Files"_qs) +
+           QDir::separator();
 }
 
 ExportMoment IndividualExport::moment() const {
@@ -69,8 +93,7 @@ ExportMoment IndividualExport::moment() const {
             .rowsOfRun = form_.pbExporting->maximum(),
             .rowsInList = form_.lvAudioDetails->topLevelItemCount(),
             .listIsChanging = services_.listIsChanging(),
-            .exportsPending = services_.EDT.SoundExportsPending(),
-            .lastWasPrompt = services_.session.vsPromptExport == u"Yes"};
+            .exportsPending = services_.EDT.SoundExportsPending()};
 }
 
 void IndividualExport::EDTTimerSoundExportDone_Timer() {
@@ -90,10 +113,9 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
 void IndividualExport::finish() {
     runOpen_ = false;
     const QString& folder = services_.state.vsProjectFolder;
-    const QString backups = platform::pathIn(folder, u"BU_Source_Files"_qs) + QDir::separator();
     for (const QString& name : {services_.session.vsWorkingFile, services_.session.vsScriptFile}) {
         try {
-            services_.files.MoveFile(platform::pathIn(folder, name), backups);
+            services_.files.MoveFile(platform::pathIn(folder, name), backupFolder());
         } catch (const std::exception&) {
             // A file that cannot be moved stays where it is.
         }

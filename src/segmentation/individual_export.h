@@ -37,11 +37,13 @@ class IndividualExport {
     void mnuExport_Click();
 
     // Gives up a run that has not finished, because another recording takes the sound's place.
-    void drop() { runOpen_ = false; }
+    void drop();
 
   private:
     void Export_Row(float index);
     void EDTTimerSoundExportDone_Timer();
+    void keepRecording();
+    QString backupFolder() const;
     ExportMoment moment() const;
     void finish();
 

@@ -20,6 +20,18 @@ ReloadChain::ReloadChain(forms::frmMain& form, Services services)
     connectAnalysis();
 }
 
+void ReloadChain::drop() {
+    TimerReload.disarm();
+    TimerDisplayWaveform.disarm();
+    changing_ = false;
+}
+
+// The chain comes to no list: nothing is being calculated any more.
+void ReloadChain::end() {
+    changing_ = false;
+    form_.txbCalculating->hide();
+}
+
 template <class Signal, class Handler>
 void ReloadChain::on(Signal signal, Handler handler) {
     runtime::onEvent(services_.failure, &services_.EDT, signal, &form_, std::move(handler));
@@ -72,7 +84,7 @@ void ReloadChain::EDT_SoundLoadingDone(qint32 bResult) {
 void ReloadChain::EDT_SoundEditDone(qint32 bResult) {
     services_.status.finished(u"Status1: Idle"_qs);
     if (bResult == 1) return TimerReload.arm();
-    changing_ = false;
+    end();
     reportFailure();
 }
 
@@ -99,8 +111,7 @@ void ReloadChain::TimerReload_Timer() {
     const qint32 duration = EDT.GetSoundDuration();
     if (duration == 0) {
         EDT.SoundClose();
-        changing_ = false;
-        return;
+        return end();
     }
     form_.LabelTotalDuration->setText(EDT.FormatMs(duration, 0, 1));
     forms::repaintNow(form_);

@@ -35,6 +35,9 @@ class ReloadChain {
     // From the start of a load or edit until the list's rebuilding takes over or the chain ends.
     bool soundIsChanging() const { return changing_; }
 
+    // Gives up what is under way, because the sound is closed or replaced.
+    void drop();
+
   private:
     void connectLoading();
     void connectEditing();
@@ -44,6 +47,7 @@ class ReloadChain {
     void EDT_SoundEditDone(qint32 bResult);
     void EDT_WaveAnalysisDone();
     void reportFailure();
+    void end();
     void TimerReload_Timer();
     void TimerDisplayWaveform_Timer();
     void addPause(const QString& announcement, qint32 position, const char16_t* nextStage);

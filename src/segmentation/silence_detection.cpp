@@ -27,6 +27,11 @@ void SilenceDetection::cbProcess_Click() {
     startScan();
 }
 
+void SilenceDetection::drop() {
+    EDTTimerSilencePosDetectionDone.disarm();
+    scanning_ = false;
+}
+
 void SilenceDetection::startScan() {
     form_.txbCalculating->show();
     forms::repaintNow(form_);

@@ -44,6 +44,9 @@ class SilenceDetection {
     // From the start of a scan until the list is filled again.
     bool scanning() const { return scanning_; }
 
+    // Gives up a scan, because the sound is closed or replaced.
+    void drop();
+
   private:
     void startScan();
     void EDTTimerSilencePosDetectionDone_Timer();

@@ -37,7 +37,8 @@ class AtomicFile {
     // The AtomicFile keeps it.
     int descriptor() const { return descriptor_; }
 
-    // Makes the file the target. Once only, last. Throws like write(); the old file then stays.
+    // Makes the file the target. Once only, last. Throws like write(); the old file then stays,
+    // unless only the flush of the folder failed, which comes after the new file has its place.
     void commit();
 
   private:

@@ -177,4 +177,48 @@ TEST_F(Session, TheImportWaitsForTheChosenSheet) {
     EXPECT_EQ(state.vsSelectedSheet, names->itemText(0));
 }
 
+TEST_F(Session, ANewLoadTakesOverFromOneThatIsUnderWay) {
+    const Samples speech = test::wave(900, 9000) + test::wave(1800, 100) + test::wave(900, 9000);
+    writeScript(3);
+    for (const int delay : {0, 120, 230, 340, 450, 560}) {
+        write(u"take.wav"_qs, test::wavFile(speech));
+        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
+        load(u"take.wav"_qs);
+        test::waitUntil([] { return false; }, delay);
+        write(u"take.wav"_qs, test::wavFile(speech));
+        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
+        load(u"take.wav"_qs);
+        ASSERT_TRUE(settled(2)) << delay;
+        EXPECT_EQ(cell(0, model::kStartMsec), u"1500") << delay;
+        EXPECT_EQ(EDT->GetSoundDuration(), 3000 + 3600) << delay;
+        EXPECT_TRUE(boxes().isEmpty());
+    }
+    EDT->SoundPlay();
+    ASSERT_TRUE(test::waitUntil([&] { return form().TimerPlaybackPos->isActive(); }, 2000));
+    QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
+    load(u"take.wav"_qs);
+    ASSERT_TRUE(settled(2));
+    EXPECT_FALSE(form().TimerPlaybackPos->isActive()) << "the old sound no longer plays";
+}
+
+TEST_F(Session, OneWindowStandsInTheMainWindowsStead) {
+    const auto shown = [&](const QString& name) {
+        qsizetype count = 0;
+        for (const QWidget* window : application.frame().findChildren<QWidget*>(name))
+            count += window->isVisible();
+        return count;
+    };
+    form().mnuBatchProcessor->trigger();
+    form().mnuBatchProcessor->trigger();
+    EXPECT_EQ(shown(u"frmBatchProcessor"_qs), 1);
+    form().mnuRenameWizard->trigger();
+    EXPECT_EQ(shown(u"frmBatchProcessor"_qs), 0);
+    EXPECT_EQ(shown(u"frmRenameWiz"_qs), 1);
+    EXPECT_EQ(shown(u"frmMain"_qs), 0);
+    for (QWidget* window : application.frame().findChildren<QWidget*>(u"frmRenameWiz"_qs))
+        window->findChild<QPushButton*>(u"cbClose"_qs)->click();
+    EXPECT_EQ(shown(u"frmMain"_qs), 1);
+    EXPECT_EQ(shown(u"frmRenameWiz"_qs), 0);
+}
+
 }  // namespace

@@ -29,7 +29,9 @@ TEST_P(ScalingTest, ListedControlsTakeTheirDesignTimesTheScale) {
     EXPECT_EQ(frame.size(), scaled(0, 0, 14075, 11200).size());
     EXPECT_EQ(form.size(), scaled(0, 0, 13750, 10250).size());
     EXPECT_EQ(form.frTarnwick->geometry(), scaled(3 * 15, 1 * 15, 900 * 15, 684 * 15));
-    EXPECT_EQ(form.Picture1->geometry(), scaled(50 * 15, 20 * 15, 10875, 3375));
+    const auto even = [](double value) { return static_cast<int>(std::nearbyint(value)); };
+    EXPECT_EQ(form.Picture1->geometry(), QRect(even(50 * GetParam()), even(20 * GetParam()),
+                                               even(725 * GetParam()), even(225 * GetParam())));
     EXPECT_EQ(form.cbZoomSelection->geometry(), scaled(3240, 0, 1400, 360));
     EXPECT_EQ(form.frSpecs->geometry(), scaled(840, 5100, 12450, 660));
     EXPECT_EQ(form.lvAudioDetails->geometry(), scaled(120, 5880, 13200, 4215));

@@ -79,8 +79,8 @@ TEST(RowView, TheViewJumpsBeforeTheHeadLeavesIt) {
 
 TEST(ExportRun, MovesOnAndFinishesOnlyWhenAllIsWritten) {
     using enum ExportStep;
-    const ExportMoment row3of5{true, 3, 5, 5, false, 0, true};
-    const ExportMoment last{true, 5, 5, 5, false, 0, true};
+    const ExportMoment row3of5{true, 3, 5, 5, false, 0};
+    const ExportMoment last{true, 5, 5, 5, false, 0};
     const auto with = [](ExportMoment moment, auto change) {
         change(moment);
         return nextExportStep(moment);
@@ -88,9 +88,9 @@ TEST(ExportRun, MovesOnAndFinishesOnlyWhenAllIsWritten) {
     EXPECT_EQ(nextExportStep(row3of5), NextRow);
     EXPECT_EQ(nextExportStep(last), Finish);
     EXPECT_EQ(with(last, [](auto& m) { m.runOpen = false; }), Nothing);
-    EXPECT_EQ(with(last, [](auto& m) { m.lastWasPrompt = false; }), Nothing);
+    EXPECT_EQ(with(last, [](auto& m) { m.listIsChanging = true; }), Wait);
     EXPECT_EQ(with(last, [](auto& m) { m.exportsPending = 1; }), Nothing);
-    EXPECT_EQ(with(row3of5, [](auto& m) { m.exportsPending = 1; }), NextRow);
+    EXPECT_EQ(with(row3of5, [](auto& m) { m.exportsPending = 1; }), Nothing);
     EXPECT_EQ(with(row3of5, [](auto& m) { m.rowsInList = 0; }), Wait);
     EXPECT_EQ(with(row3of5, [](auto& m) { m.listIsChanging = true; }), Wait);
 }

@@ -138,11 +138,15 @@ TEST_F(Export, ABackupStillBeingWrittenFinishesNoRunEarly) {
     EDT.pending = 1;  // the backup
     session.vsPromptExport = u"No"_qs;
     form.mnuExport->trigger();
-    next();  // the backup's end: row 2 is asked for while row 1 is on its way
     next();
-    EXPECT_EQ(EDT.pending, 2);
+    EXPECT_EQ(EDT.calls.size(), 1) << "the backup's end moves nothing on: row 1 is on its way";
     next();
-    EXPECT_EQ(batch, 0) << "the last row is still being written";
+    next();
+    EXPECT_EQ(EDT.calls.size(), 3);
+    EDT.pending = 2;  // another backup was asked for while the last row is being written
+    session.vsPromptExport = u"No"_qs;
+    next();
+    EXPECT_EQ(batch, 0);
     EXPECT_FALSE(moved(u"take.wav"_qs));
     next();
     EXPECT_EQ(batch, 1);
@@ -164,6 +168,28 @@ TEST_F(Export, ARunWaitsForAListThatIsBeingRebuilt) {
     next();
     EXPECT_EQ(batch, 0);
     EXPECT_EQ(EDT.calls.size(), 2) << "another recording took the sound's place";
+}
+
+TEST_F(Export, ARefusedRowIsNotPassedOver) {
+    EDT.refuseExports = true;
+    form.mnuExport->trigger();
+    EDT.refuseExports = false;
+    EDT.pending = 1;  // a backup: its end is the only event to come
+    next();
+    EXPECT_EQ(EDT.calls, QStringList(u"SoundExport 44100 1 1000 1600 P1.wav"_qs));
+}
+
+TEST_F(Export, APromptOfTheRecordingsNameDoesNotCostTheRecording) {
+    form.lvAudioDetails->topLevelItem(1)->setText(1, u"take"_qs);
+    QFile recording(project.filePath(u"take.wav"_qs));
+    ASSERT_TRUE(recording.open(QIODevice::WriteOnly));
+    recording.write("recording");
+    recording.close();
+    form.mnuExport->trigger();
+    next();
+    QFile kept(project.filePath(u"BU_Source_Files/take.wav"_qs));
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), "recording");
 }
 
 TEST_F(Export, AFileThatCannotBeMovedStays) {

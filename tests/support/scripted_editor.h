@@ -103,7 +103,7 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     }
     qint32 SoundExport(qint32 frequency, qint32 channels, qint32, qint32 begin, qint32 end,
                        const QString& path) override {
-        if (path.isEmpty()) return engine::kBadFormat;
+        if (path.isEmpty() || refuseExports) return engine::kBadFormat;
         ++pending;
         calls << u"SoundExport %1 %2 %3 %4 "_qs.arg(frequency).arg(channels).arg(begin).arg(end) +
                      path.section(u'/', -1);
@@ -139,6 +139,7 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     qint32 position = 0;
     qint32 silenceCount = 3;
     qint32 pending = 0;
+    bool refuseExports = false;
     qint16 selected = 0;
     qint32 selectionBegin = 0;
     qint32 selectionEnd = 0;

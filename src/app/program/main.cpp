@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QIcon>
+#include <csignal>
 #include <cstdlib>
 
 #include "app/application.h"
@@ -36,6 +37,8 @@ class Program : public QApplication {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A file-size limit is a failed write like a full disk, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     Program program(argc, argv);
     QApplication::setApplicationName(u"Tarnwick"_qs);
     QApplication::setDesktopFileName(u"tarnwick"_qs);
