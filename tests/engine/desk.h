@@ -15,57 +15,19 @@
 #include <vector>
 
 #include "engine/create_sound_editor.h"
+#include "support/wav_samples.h"
 
 namespace tarnwick::engine {
 
-using Samples = std::vector<qint32>;  // 24 bits, one channel
-
-inline constexpr int kRate = 44100;
-
-// `ms` of a square wave; `level` on the scale of 0 to 32767.
-inline Samples wave(int ms, int level) {
-    Samples samples(static_cast<std::size_t>(ms) * kRate / 1000);
-    for (std::size_t i = 0; i < samples.size(); ++i)
-        samples[i] = (i / 20 % 2 ? -level : level) * 256 + static_cast<qint32>(i % 200);
-    return samples;
-}
-
-inline Samples operator+(Samples first, const Samples& second) {
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
-}
+using test::kRate;
+using test::operator+;
+using test::Samples;
+using test::samplesOf;
+using test::wave;
+using test::wavFile;
 
 inline Samples slice(const Samples& samples, qsizetype first, qsizetype end) {
     return Samples(samples.begin() + first, samples.begin() + end);
-}
-
-inline QByteArray wavFile(const Samples& samples) {
-    QByteArray file;
-    QDataStream out(&file, QIODevice::WriteOnly);
-    out.setByteOrder(QDataStream::LittleEndian);
-    const auto bytes = static_cast<quint32>(samples.size() * 3);
-    out.writeRawData("RIFF", 4);
-    out << 36 + bytes + bytes % 2;
-    out.writeRawData("WAVEfmt ", 8);
-    out << quint32{16} << quint16{1} << quint16{1} << quint32{kRate} << quint32{kRate * 3}
-        << quint16{3} << quint16{24};
-    out.writeRawData("data", 4);
-    out << bytes;
-    for (const qint32 sample : samples)
-        out.writeRawData(reinterpret_cast<const char*>(&sample), 3);
-    return bytes % 2 ? file.append('\0') : file;
-}
-
-// The samples of a file that an editor wrote.
-inline Samples samplesOf(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    const QByteArray all = file.readAll();
-    Samples samples(static_cast<std::size_t>(std::max<qsizetype>(all.size() - 44, 0) / 3));
-    for (std::size_t i = 0; i < samples.size(); ++i)
-        samples[i] = qFromLittleEndian<qint32>(all.constData() + 43 + 3 * i) >> 8;
-    EXPECT_EQ(all.left(44), wavFile(samples).left(44)) << qPrintable(path);
-    return samples;
 }
 
 // An editor on a desk: a folder for files, and everything it reports as lines of text.
