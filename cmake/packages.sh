@@ -15,14 +15,14 @@ TARNWICK_BUILD_PACKAGES=(
 # To use the program: its fonts, the MP3 encoder that is linked into the program folder, and
 # LibreOffice, which reads scripts in the old .xls and .doc forms.
 TARNWICK_RUN_PACKAGES=(
-    fonts-dejavu-core lame
+    fonts-liberation lame
     "libreoffice-calc-nogui|libreoffice-calc" "libreoffice-writer-nogui|libreoffice-writer"
 )
 
 # To run the tests: the format check, a sound server without hardware, and tools that judge sound
 # files independently.
 TARNWICK_TEST_PACKAGES=(
-    clang-format git pulseaudio ffmpeg sox espeak-ng xvfb xauth
+    clang-format git pulseaudio pulseaudio-utils ffmpeg sox espeak-ng xvfb xauth
 )
 
 # True when the package is installed.
