@@ -17,6 +17,8 @@ struct Conversion {
 inline const Conversion kWorkbookConversion{
     QStringLiteral("xls"), QStringLiteral("MS Excel 97"), QStringLiteral("xlsx"),
     QStringLiteral("libreoffice-calc"), QStringLiteral("libsclo.so")};
+// Unlike the filter for workbooks, which reads those of 1995 too, this one refuses the form before
+// its own.
 inline const Conversion kDocumentConversion{
     QStringLiteral("doc"), QStringLiteral("MS Word 97"), QStringLiteral("docx"),
     QStringLiteral("libreoffice-writer"), QStringLiteral("libswlo.so")};

@@ -2,6 +2,17 @@
 
 #include <zip.h>
 
+#include <QFile>
+
+QByteArray bytesOf(const char* name) {
+    QFile file(QStringLiteral(TARNWICK_TEST_DATA "/documents/") + QString::fromLatin1(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray utf16(QStringView text) {
+    return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+}
+
 QByteArray zipOf(const Parts& parts) {
     zip_source_t* buffer = zip_source_buffer_create(nullptr, 0, 0, nullptr);
     zip_source_keep(buffer);

@@ -1,10 +1,15 @@
 #pragma once
 
 #include <QByteArray>
+#include <QStringView>
 #include <utility>
 #include <vector>
 
 using Parts = std::vector<std::pair<QByteArray, QByteArray>>;
+
+// A file of the test data.
+QByteArray bytesOf(const char* name);
+QByteArray utf16(QStringView text);
 
 // A zip archive of the given names and contents.
 QByteArray zipOf(const Parts& parts);
