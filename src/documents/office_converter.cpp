@@ -59,9 +59,9 @@ QString suiteProgram() {
 }
 
 // True when the suite is there, but not the part of it that reads these documents.
-bool lacksLibrary(const QString& program, const Conversion& conversion) {
+bool lacksComponent(const QString& program, const Conversion& conversion) {
     const QDir folder = QFileInfo(QFileInfo(program).canonicalFilePath()).dir();
-    return folder.exists(QStringLiteral("soffice.bin")) && !folder.exists(conversion.library);
+    return folder.exists(QStringLiteral("soffice.bin")) && !folder.exists(conversion.component);
 }
 
 // The program that is started only starts others: when the time is up, all of them must go.
@@ -122,7 +122,7 @@ QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion
     // The exit code is 0 even when nothing could be loaded: only the output tells.
     QFile result(folder.filePath(QStringLiteral("source.") + conversion.to));
     if (result.open(QIODevice::ReadOnly)) return result.readAll();
-    if (lacksLibrary(program, conversion)) failWithMissing(conversion);
+    if (lacksComponent(program, conversion)) failWithMissing(conversion);
     return {};
 }
 

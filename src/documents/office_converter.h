@@ -7,11 +7,11 @@ namespace tarnwick::documents {
 
 // A kind of old office document that the installed office suite turns into its new form.
 struct Conversion {
-    QString from;     // file name extension of the old form, "xls"
-    QString filter;   // the suite's name for the old form, "MS Excel 97"
-    QString to;       // file name extension of the new form, "xlsx"
-    QString package;  // what to install when the suite cannot do it, "libreoffice-calc"
-    QString library;  // the suite's own library for it, in the folder of its program
+    QString from;       // file name extension of the old form, "xls"
+    QString filter;     // the suite's name for the old form, "MS Excel 97"
+    QString to;         // file name extension of the new form, "xlsx"
+    QString package;    // what to install when the suite cannot do it, "libreoffice-calc"
+    QString component;  // the suite's own component for it, in the folder of its program
 };
 
 inline const Conversion kWorkbookConversion{

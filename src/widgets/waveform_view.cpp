@@ -34,19 +34,10 @@ WaveformView::WaveformView(engine::Waveform& waveform, QWidget* parent)
     setCursor(Qt::IBeamCursor);
     playTimer_.setInterval(kPlayHeadPeriodMs);
     connect(&playTimer_, &QTimer::timeout, this, &WaveformView::followPlayback);
-    connect(&waveform_, &engine::Waveform::displayCreated, this, &WaveformView::placeAt);
     connect(&waveform_, &engine::Waveform::displayChanged, this, [this] {
         dropPicture();
         followPlayback();
     });
-}
-
-void WaveformView::placeAt(quintptr parent, QRect place) {
-    QWidget* owner = QWidget::find(static_cast<WId>(parent));
-    if (owner && owner != parentWidget()) setParent(owner);
-    setGeometry(place);
-    show();
-    raise();
 }
 
 void WaveformView::dropPicture() {

@@ -18,7 +18,7 @@ class WaveformView : public QWidget {
     Q_OBJECT
 
   public:
-    // `waveform` outlives the view. The view shows itself where the waveform's display is created.
+    // `waveform` outlives the view.
     explicit WaveformView(engine::Waveform& waveform, QWidget* parent = nullptr);
 
     // Looks at the play position now and, while there is one, 30 times a second. The view does this
@@ -34,7 +34,6 @@ class WaveformView : public QWidget {
     void wheelEvent(QWheelEvent* event) override;
 
   private:
-    void placeAt(quintptr parent, QRect place);
     void dropPicture();
     void renderIfStale();
     void paintSelection(QPainter& painter) const;

@@ -139,13 +139,5 @@ TEST_F(WaveformViewTest, SelectionCursorAndPlayHeadAreDrawnOverTheKeptPicture) {
     EXPECT_EQ(waveform.renderings, 0) << "a moving play head must not draw the wave anew";
 }
 
-TEST_F(WaveformViewTest, StandsWhereTheDisplayIsCreated) {
-    QWidget parent;
-    waveform.Create(parent.winId(), 50, 20, 640, 100);
-    EXPECT_EQ(view.parentWidget(), &parent);
-    EXPECT_EQ(view.geometry(), QRect(50, 20, 640, 100));
-    view.setParent(nullptr);
-}
-
 }  // namespace
 }  // namespace tarnwick::widgets
