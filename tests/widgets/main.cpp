@@ -1,9 +1,3 @@
-#include <gtest/gtest.h>
+#include "support/gui_main.h"
 
-#include <QApplication>
-
-int main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    QApplication app(argc, argv);
-    return RUN_ALL_TESTS();
-}
+TARNWICK_GUI_TEST_MAIN
