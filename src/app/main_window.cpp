@@ -157,7 +157,7 @@ void MainWindow::batchProcessorClosed() {
     form_.lvAudioDetails->clear();
     forms::setListHeight(form_, forms::kListHeight, services_.state.vvScale);
     form_.txbContent->hide();
-    form_.cbContent->setText(u"Expand Content"_qs);
+    forms::setCaption(form_.cbContent, u"Expand Content"_qs);
     form_.LabelTotalDuration->setText(u"00:00:00.000"_qs);
     for (QLineEdit* counter : {form_.txbNberFileNames, form_.txbNberAudioFiles}) {
         counter->setText(u"0"_qs);
@@ -166,7 +166,7 @@ void MainWindow::batchProcessorClosed() {
         palette.setColor(QPalette::Text, Qt::black);
         counter->setPalette(palette);
     }
-    form_.lbStatus->setText(u"Status: Idle"_qs);
+    forms::setCaption(form_.lbStatus, u"Status: Idle"_qs);
 }
 
 }  // namespace tarnwick::app

@@ -66,7 +66,7 @@ QString announced(const QString& caption) {
     return text.trimmed();
 }
 
-void announceText(QWidget* control, const QString& description) {
+void announceValue(QWidget* control, const QString& description) {
     control->setAccessibleName(QString());
     control->setAccessibleDescription(announced(description));
 }

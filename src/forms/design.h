@@ -49,9 +49,15 @@ QString elementName(const QString& array, int index);
 // A caption as it is announced: no outer blanks, no closing colon, no mnemonic mark.
 QString announced(const QString& caption);
 
-// For a control whose text changes at run time: lets it announce the text of the moment instead of
-// its first caption. `description` says what the text is, when the text alone does not.
-void announceText(QWidget* control, const QString& description = {});
+// Gives a control another caption, shown and announced.
+template <class Control>
+void setCaption(Control* control, const QString& caption) {
+    control->setText(caption);
+    control->setAccessibleName(announced(caption));
+}
+
+// For a read-out: it announces the value of the moment; `description` says what the value is.
+void announceValue(QWidget* control, const QString& description);
 
 // A push button whose caption breaks into lines when it is too wide for one. text() stays as given.
 class CaptionButton : public QPushButton {

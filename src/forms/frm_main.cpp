@@ -61,7 +61,6 @@ void frmMain::makeProgressFrames() {
                         {3600, 280, 6300, 2640});
     lbImporting = makeLabel(frLoadFiles, QStringLiteral("lbImporting"),
                             QStringLiteral("Importing Script File..."), {300, 540, 5700, 240});
-    announceText(lbImporting);
     pbLoadingScript =
         makeProgress(frLoadFiles, QStringLiteral("pbLoadingScript"), {300, 870, 5700, 255});
     Label29 = makeLabel(frLoadFiles, QStringLiteral("Label29"), QStringLiteral("File Names"),
@@ -79,7 +78,6 @@ void frmMain::makeProgressFrames() {
                           QStringLiteral("Exporting Individual Files..."), {3600, 280, 6300, 1500});
     lbExporting = makeLabel(frExportFiles, QStringLiteral("lbExporting"),
                             QStringLiteral("Exporting Individual Files..."), {300, 540, 5700, 240});
-    announceText(lbExporting);
     pbExporting = makeProgress(frExportFiles, QStringLiteral("pbExporting"), {300, 900, 5700, 255});
 }
 

@@ -53,7 +53,6 @@ void frmMain::makeSpecs() {
 void frmMain::makeList() {
     cbContent =
         makeButton(frTarnwick, QStringLiteral("cbContent"), QStringLiteral("Expand Content"), {});
-    announceText(cbContent);
     cbContent->setFont(smallFont());
     cbContent->setEnabled(false);
 

@@ -15,7 +15,7 @@ QLabel* readOut(QWidget* parent, const char* name, const QString& what) {
     QLabel* label = makeLabel(parent, QLatin1String(name), kNoTime,
                               {0, 0, kReadOutWidth, kReadOutHeight}, Qt::AlignCenter);
     label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    announceText(label, what);
+    announceValue(label, what);
     return label;
 }
 
@@ -42,7 +42,6 @@ void frmMain::makeWaveform() {
 
     lbStatus = makeLabel(frTarnwick, QStringLiteral("lbStatus"), QStringLiteral("Status: Idle"),
                          {8640, 3840, 3015, 195});
-    announceText(lbStatus);
     pbWAVFormBuilding = makeProgress(frTarnwick, QStringLiteral("pbWAVFormBuilding"), {});
     pbWAVFormBuilding->hide();
 }
@@ -108,7 +107,6 @@ void frmMain::makeTransport() {
     };
     CommandPlay = button("CommandPlay", "Play");
     CommandPause = button("CommandPause", "Pause");
-    announceText(CommandPause);
     CommandStop = button("CommandStop", "Stop");
     CommandPlaySelection = button("CommandPlaySelection", "Play selection");
     CommandPlaySelection->hide();

@@ -77,7 +77,8 @@ void ExcelImport::Continue_Import_Excel() {
         const qint32 row = i + rows.viFirstRow - 1;
         readPrompt(xlSheet, i, row);
         form_.pbLoadingScript->setValue(i + rows.viFirstRow);
-        form_.lbImporting->setText(u"Importing Excel row %1 of %2"_qs.arg(row).arg(rows.viLastRow));
+        forms::setCaption(form_.lbImporting,
+                          u"Importing Excel row %1 of %2"_qs.arg(row).arg(rows.viLastRow));
         forms::repaintNow(form_);
     }
 

@@ -67,8 +67,8 @@ void IndividualExport::Export_Row(float index) {
     // No event comes of a refused row. Should a backup end later, the row is asked for again.
     if (nResult != engine::kOk) vfExportIndex -= 1;
     form_.pbExporting->setValue(row);
-    form_.lbExporting->setText(
-        u"Exporting file %1 of %2"_qs.arg(row).arg(form_.pbExporting->maximum()));
+    forms::setCaption(form_.lbExporting,
+                      u"Exporting file %1 of %2"_qs.arg(row).arg(form_.pbExporting->maximum()));
     forms::repaintNow(form_);
 }
 

@@ -76,7 +76,7 @@ void PromptList::cbContent_Click() {
     forms::setListHeight(form_, expand ? forms::kListHeightAboveContent : forms::kListHeight,
                          state_.vvScale);
     form_.txbContent->setVisible(expand);
-    form_.cbContent->setText(expand ? u"Hide Content"_qs : u"Expand Content"_qs);
+    forms::setCaption(form_.cbContent, expand ? u"Hide Content"_qs : u"Expand Content"_qs);
 }
 
 void PromptList::mnuPlayfromListView_Click() {

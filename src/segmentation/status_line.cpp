@@ -6,7 +6,7 @@
 namespace tarnwick::segmentation {
 
 void StatusLine::write(const QString& text) {
-    form_.lbStatus->setText(text);
+    forms::setCaption(form_.lbStatus, text);
     forms::repaintNow(form_);
 }
 

@@ -49,19 +49,19 @@ void Transport::CommandPause_Click() {
 }
 
 void Transport::EDT_SoundPlaybackStarted() {
-    form_.CommandPause->setText(u"Pause"_qs);
+    forms::setCaption(form_.CommandPause, u"Pause"_qs);
     status_.started(u"Status10: Playing..."_qs + EDT_.FormatMs(EDT_.GetPlaybackPosition(), 0, 1));
     TimerPlaybackPos.start();
 }
 
 void Transport::EDT_SoundPlaybackPaused() {
-    form_.CommandPause->setText(u"Resume"_qs);
+    forms::setCaption(form_.CommandPause, u"Resume"_qs);
     status_.write(u"Status9: Playback paused"_qs);
 }
 
 void Transport::playbackOver(const QString& text) {
     TimerPlaybackPos.stop();
-    form_.CommandPause->setText(u"Pause"_qs);
+    forms::setCaption(form_.CommandPause, u"Pause"_qs);
     status_.finished(text);
 }
 

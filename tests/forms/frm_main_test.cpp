@@ -234,7 +234,7 @@ TEST(MainForm, EveryControlAnnouncesItself) {
     }
     EXPECT_EQ(nameOf(form.txbSilence), QStringLiteral("Duration"));
     EXPECT_EQ(nameOf(form.lvAudioDetails), QStringLiteral("Prompts"));
-    form.CommandPause->setText(QStringLiteral("Resume"));
+    setCaption(form.CommandPause, QStringLiteral("Resume"));
     EXPECT_EQ(nameOf(form.CommandPause), QStringLiteral("Resume"));
 }
 
