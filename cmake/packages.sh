@@ -9,20 +9,20 @@ TARNWICK_BUILD_PACKAGES=(
     qt6-base-dev libgl-dev
     libsqlcipher-dev libzip-dev libpugixml-dev
     libsndfile1-dev libmpg123-dev libmp3lame-dev libsoxr-dev libcubeb-dev
-    libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
+    libgtest-dev libgmock-dev libbenchmark-dev
 )
 
-# To use the program: its fonts, the MP3 encoder that is linked into the program folder, and
-# LibreOffice, which reads scripts in the old .xls and .doc forms.
+# To use the program: its fonts, the MP3 encoder that is linked into the program folder, the
+# opener of folders and pages, and LibreOffice, which reads scripts in the old .xls and .doc forms.
 TARNWICK_RUN_PACKAGES=(
-    fonts-liberation lame
+    fonts-liberation lame xdg-utils
     "libreoffice-calc-nogui|libreoffice-calc" "libreoffice-writer-nogui|libreoffice-writer"
 )
 
-# To run the tests: the format check, a sound server without hardware, and tools that judge sound
-# files independently.
+# To run the tests and benchmarks: the format check, a sound server without hardware with its
+# recorder, and the tool that the benchmarks compare with.
 TARNWICK_TEST_PACKAGES=(
-    clang-format git pulseaudio pulseaudio-utils ffmpeg sox espeak-ng xvfb xauth
+    clang-format git pulseaudio pulseaudio-utils ffmpeg
 )
 
 # True when the package is installed.

@@ -11,6 +11,7 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
       windows_(windows),
       services_(services),
       preferences_(form, services),
+      menuKeys_(form),
       status_(form),
       import_(form, chooser_, importServices()),
       workingFiles_(form, fileServices()),
@@ -19,7 +20,7 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
       chain_(form, chainServices()),
       promptList_(form, services.failure, services.state, session_, services.EDT),
       waveformControls_(form, services.failure, services.EDT),
-      editing_(form, services.failure, session_, services.EDT),
+      editing_(form, services.failure, session_, services.EDT, [this] { chain_.editAsked(); }),
       transport_(form, services.failure, services.EDT, status_),
       export_(form, exportServices()) {
     chooser_.setParent(form_.window(), chooser_.windowFlags());
@@ -78,7 +79,6 @@ segmentation::ReloadChain::Services MainWindow::chainServices() {
 
 segmentation::IndividualExport::Services MainWindow::exportServices() {
     return {.failure = services_.failure,
-            .state = services_.state,
             .session = session_,
             .EDT = services_.EDT,
             .boxes = services_.boxes,

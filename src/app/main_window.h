@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "app/menu_keys.h"
 #include "app/preferences.h"
 #include "app/services.h"
 #include "app/windows.h"
@@ -31,8 +32,6 @@ class MainWindow {
     // Prepares the window: the sound editor, the waveform display, the settings. Not guarded.
     void Form_Load();
 
-    const model::Session& session() const { return session_; }
-
   private:
     void connectShell();
     void createWaveform();
@@ -52,6 +51,7 @@ class MainWindow {
     model::Session session_;
     forms::frmSelectImportSheet chooser_;
     Preferences preferences_;
+    MenuKeys menuKeys_;
     segmentation::StatusLine status_;
     project::ExcelImport import_;
     project::WorkingFiles workingFiles_;

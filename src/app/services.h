@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "engine/sound_editor.h"
 #include "platform/boxes.h"
 #include "platform/clock.h"

@@ -64,6 +64,8 @@ qint32 Editor::LoadSound(const QString& path) {
     if (!QFileInfo(path).isFile() || !QFile(path).open(QIODevice::ReadOnly))
         return refuse(kFileNotFound);
     const std::filesystem::path file(QFile::encodeName(path).toStdString());
+    const ErrorCode known = attempt([&] { sound::Source::probe(file); });
+    if (known != kOk) return refuse(known);
     events_.post([this] { Q_EMIT SoundLoadingStarted(); });
     submit([this, file](const Ticket& ticket) {
         const auto percent = [&](int value) {

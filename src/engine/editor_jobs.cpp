@@ -76,7 +76,9 @@ qint32 Editor::InsertSilence(qint32 positionMs, qint32 lengthMs) {
     });
 }
 
-qint32 Editor::RemoveSilence(qint32, qint32, qint16, qint32) { return refuse(kNotSupported); }
+qint32 Editor::RemoveSilence(qint32, qint32, qint16, qint32) {
+    return refuseEdit(kRemoveSilence, kNotSupported);
+}
 
 void Editor::ApplyVolume(qint32 beginMs, qint32 endMs, qint32, float level, qint32) {
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
@@ -89,7 +91,9 @@ void Editor::ApplyVolume(qint32 beginMs, qint32 endMs, qint32, float level, qint
     });
 }
 
-qint32 Editor::Normalize(qint32, qint32, float, float, float) { return refuse(kNotSupported); }
+qint32 Editor::Normalize(qint32, qint32, float, float, float) {
+    return refuseEdit(kNormalize, kNotSupported);
+}
 
 void Editor::Undo() {
     if (sound_.timeline)

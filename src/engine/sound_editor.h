@@ -23,7 +23,7 @@ namespace tarnwick::engine {
 // except for edits, which end in SoundEditDone(command, 0) when they are refused, too. SoundPlay,
 // which has no code to return, then ends in SoundPlaybackStopped.
 // Closing or replacing the sound makes what still runs for it silent: it reports nothing more, but
-// an output file that is already being written is completed.
+// output files that were asked for are completed.
 //
 // All functions and signals: UI thread. Nothing throws.
 class SoundEditor : public QObject {

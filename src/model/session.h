@@ -11,10 +11,11 @@ inline constexpr char16_t kEndSilenceAdded[] = u"End Silence Added";
 
 // What the subjects of the main window hand to one another about the sound at work.
 struct Session {
-    QString vsWorkingFile;         // name of the recording, without the folder
+    QString vsWorkingFile;         // name of the chosen recording, without the folder
+    QString loadedFolder;          // folder and name of the recording whose sound is loaded: a load
+    QString loadedFile;            // that was given up may have left another in vsWorkingFile
     QString vsScriptFile;          // name of the workbook, without the folder
     QString vsLoadStage;           // how far the load's chain has come; empty before the first load
-    QString vsPromptExport;        // "Yes": the last export wrote a prompt; "No": it was the backup
     qint32 vlSavedRangeBegin = 0;  // visible range to come back to, in ms;
     qint32 vlSavedRangeEnd = 0;    // equal values: none is saved
     qint16 viCurrentRow = 1;       // row of the list that was clicked last, from 1

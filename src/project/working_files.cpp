@@ -38,6 +38,10 @@ WorkingFiles::WorkingFiles(forms::frmMain& form, Services services)
                      [this] { mnuLoadFiles_Click(); });
     runtime::onEvent(services_.failure, form_.mnuBackupSourceFile, &QAction::triggered,
                      form_.mnuBackupSourceFile, [this] { mnuBackupSourceFile_Click(); });
+    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundExportDone,
+                     &form_, [this] {
+                         if (services_.EDT.SoundExportsPending() == 0) saveWhatWaits();
+                     });
 }
 
 void WorkingFiles::mnuLoadFiles_Click() try {
@@ -74,6 +78,7 @@ void WorkingFiles::chooseFilter() {
 void WorkingFiles::Load_Working_Sound() {
     engine::SoundEditor& EDT = services_.EDT;
     const QString& vsWorkingFile = services_.session.vsWorkingFile;
+    saveWhatWaits();
     EDT.SoundClose();
     services_.session.vsLoadStage = text(model::kInitialLoad);
     EDT.SetLoadMode(0);
@@ -82,6 +87,8 @@ void WorkingFiles::Load_Working_Sound() {
                               QString::number(EDT.LastError()));
         return;
     }
+    services_.session.loadedFolder = services_.state.vsProjectFolder;
+    services_.session.loadedFile = vsWorkingFile;
     form_.mnuBackupSourceFile->setEnabled(true);
     try {
         services_.files.createFolder(
@@ -92,25 +99,32 @@ void WorkingFiles::Load_Working_Sound() {
 }
 
 void WorkingFiles::mnuBackupSourceFile_Click() {
+    // Before the pauses stand there is nothing to save yet.
+    if (services_.session.vsLoadStage != text(model::kEndSilenceAdded)) return;
+    backupWaits_ = services_.EDT.SoundExportsPending() > 0;
+    if (!backupWaits_) save();
+}
+
+void WorkingFiles::saveWhatWaits() {
+    if (std::exchange(backupWaits_, false)) save();
+}
+
+void WorkingFiles::save() {
     engine::SoundEditor& EDT = services_.EDT;
+    const model::Session& session = services_.session;
     const qint32 channels = runtime::strictLong(form_.cbxChannels->currentText());
     EDT.encodeFormats().FormatToUse = engine::kWavContainer;
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
-    QString source;
-    if (services_.session.vsLoadStage == text(model::kEndSilenceAdded)) {
-        source = platform::pathIn(services_.state.vsProjectFolder, services_.session.vsWorkingFile);
-        services_.files.CopyFile(source, copyName());
-        vfBackupCount += 1;
-    }
-    services_.session.vsPromptExport = u"No"_qs;
-    // Before the pauses stand there is nothing to save yet: the empty path makes the call harmless.
+    const QString source = platform::pathIn(session.loadedFolder, session.loadedFile);
+    services_.files.CopyFile(source, copyName());
+    vfBackupCount += 1;
     EDT.SoundExport(kBackupFrequency, channels, 0, 0, -1, source);
 }
 
 QString WorkingFiles::copyName() const {
     const qint16 count = runtime::roundToInteger(vfBackupCount);
-    const QString& name = services_.session.vsWorkingFile;
-    const QString folder = platform::pathIn(services_.state.vsProjectFolder, text(kBackupFolder));
+    const QString& name = services_.session.loadedFile;
+    const QString folder = platform::pathIn(services_.session.loadedFolder, text(kBackupFolder));
     return platform::pathIn(folder, leftPart(name, name.size() - kExtensionLength) + u'_' +
                                         QString::number(runtime::add(kFirstCopy, count)) +
                                         u".wav"_qs);

@@ -42,16 +42,20 @@ class WorkingFiles {
     void Load_Working_Sound();
 
     // Copies the file on disk to BU_Source_Files and has it overwritten by the sound as it stands.
-    // Faults when the copy fails, and then overwrites nothing.
+    // Faults when the copy fails, and then overwrites nothing. While an earlier save is still being
+    // written it waits for that to end, so that no state of the file goes uncopied.
     void mnuBackupSourceFile_Click();
 
   private:
     void chooseFilter();
+    void save();
+    void saveWhatWaits();
     QString copyName() const;
 
     forms::frmMain& form_;
     Services services_;
-    float vfBackupCount = 0;  // copies made in this run
+    float vfBackupCount = 0;    // copies made in this run
+    bool backupWaits_ = false;  // for the exports that are on their way
 };
 
 }  // namespace tarnwick::project

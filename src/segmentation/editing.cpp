@@ -7,8 +7,8 @@
 namespace tarnwick::segmentation {
 
 Editing::Editing(forms::frmMain& form, const runtime::FailurePath& failure, model::Session& session,
-                 engine::SoundEditor& EDT)
-    : form_(form), session_(session), EDT_(EDT) {
+                 engine::SoundEditor& EDT, std::function<void()> editAsked)
+    : form_(form), session_(session), EDT_(EDT), editAsked_(std::move(editAsked)) {
     const auto command = [&](auto* control, auto signal, auto handler) {
         runtime::onEvent(failure, control, signal, &form_, handler);
     };
@@ -16,8 +16,13 @@ Editing::Editing(forms::frmMain& form, const runtime::FailurePath& failure, mode
     command(form_.cbFlattenSelection, &QPushButton::clicked,
             [this] { cbFlattenSelection_Click(); });
     command(form_.cbInsertSilence, &QPushButton::clicked, [this] { cbInsertSilence_Click(); });
-    command(form_.cbUndo, &QPushButton::clicked, [this] { EDT_.Undo(); });
-    command(form_.mnuUndo, &QAction::triggered, [this] { EDT_.Undo(); });
+    command(form_.cbUndo, &QPushButton::clicked, [this] { undo(); });
+    command(form_.mnuUndo, &QAction::triggered, [this] { undo(); });
+}
+
+void Editing::undo() {
+    editAsked_();
+    EDT_.Undo();
 }
 
 Editing::Selection Editing::beginEdit() {
@@ -31,19 +36,22 @@ Editing::Selection Editing::beginEdit() {
 void Editing::cbDeleteSelection_Click() {
     const Selection selection = beginEdit();
     if (selection.available == 0) return;
+    editAsked_();
     EDT_.DeleteRange(selection.begin, selection.end);
     EDT_.waveform().SetSelection(0, 0, 0);
 }
 
 void Editing::cbFlattenSelection_Click() {
     const Selection selection = beginEdit();
-    if (selection.available != 0)
-        EDT_.effects().ApplyVolume(selection.begin, selection.end, 0, 0.0f, 0);
+    if (selection.available == 0) return;
+    editAsked_();
+    EDT_.effects().ApplyVolume(selection.begin, selection.end, 0, 0.0f, 0);
 }
 
 void Editing::cbInsertSilence_Click() {
     const Selection selection = beginEdit();
     EDT_.waveform().SetSelection(0, 0, 0);
+    editAsked_();
     const qint32 length = runtime::roundToLong(runtime::val(form_.txbInsertSilence->text()));
     EDT_.InsertSilence(selection.available == 1 ? selection.begin : 0, length);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "engine/sound_editor.h"
 #include "model/session.h"
 #include "runtime/failure_path.h"
@@ -15,7 +17,7 @@ namespace tarnwick::segmentation {
 class Editing {
   public:
     Editing(forms::frmMain& form, const runtime::FailurePath& failure, model::Session& session,
-            engine::SoundEditor& EDT);
+            engine::SoundEditor& EDT, std::function<void()> editAsked);
 
   private:
     // What is selected; `available` is 0 when nothing is.
@@ -28,6 +30,7 @@ class Editing {
     // Stops playback and saves the view, so that it comes back after the rebuild.
     Selection beginEdit();
 
+    void undo();
     void cbDeleteSelection_Click();
     void cbFlattenSelection_Click();
     void cbInsertSilence_Click();
@@ -35,6 +38,7 @@ class Editing {
     forms::frmMain& form_;
     model::Session& session_;
     engine::SoundEditor& EDT_;
+    std::function<void()> editAsked_;  // the list no longer belongs to the sound
 };
 
 }  // namespace tarnwick::segmentation

@@ -27,14 +27,19 @@ IndividualExport::IndividualExport(forms::frmMain& form, Services services)
                      &form_, [this] { EDTTimerSoundExportDone.arm(); });
 }
 
+// Without rows, or while they are being found anew, there is nothing that could be written.
+bool IndividualExport::listIsReady() const {
+    return form_.lvAudioDetails->topLevelItemCount() > 0 && !services_.listIsChanging();
+}
+
 void IndividualExport::mnuExport_Click() {
-    // Without rows, or while they are being found anew, there is nothing that could be written.
-    if (form_.lvAudioDetails->topLevelItemCount() == 0 || services_.listIsChanging()) return;
+    if (!listIsReady()) return;
     if (form_.txbNberFileNames->text() != form_.txbNberAudioFiles->text() &&
         !services_.boxes.askYesNo(u"Warning!"_qs,
                                   u"The file numbers are different so something is incorrect. "
                                   u"Do you want proceed anyway?"_qs))
         return;
+    if (!listIsReady()) return;  // it can have changed while the box stood
     vsExportRunning = u"Yes"_qs;
     runOpen_ = true;
     forms::showOverlay(form_, *form_.frExportFiles);
@@ -56,16 +61,15 @@ void IndividualExport::Export_Row(float index) {
     const qint32 row = runtime::roundToLong(index);
     const QTreeWidgetItem* item = form_.lvAudioDetails->topLevelItem(row - 1);
     if (item == nullptr) throw runtime::Fault(u"Index out of bounds"_qs);
-    vsExportFile = platform::pathIn(services_.state.vsProjectFolder,
-                                    item->text(model::kFileName) + u".wav"_qs);
+    // A separator in a name must not lead out of the project folder, nor into the backups.
+    const QString name = item->text(model::kFileName).replace(QDir::separator(), u'_');
+    vsExportFile = platform::pathIn(services_.session.loadedFolder, name + u".wav"_qs);
     vlExportStart = runtime::strictLong(item->text(model::kStartMsec));
     vlExportEnd = runtime::strictLong(item->text(model::kEndMsec));
     keepRecording();
-    services_.session.vsPromptExport = u"Yes"_qs;
     const qint32 nResult =
         EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
-    // No event comes of a refused row. Should a backup end later, the row is asked for again.
-    if (nResult != engine::kOk) vfExportIndex -= 1;
+    if (nResult != engine::kOk) runOpen_ = false;  // no event comes of a refused row: a standstill
     form_.pbExporting->setValue(row);
     forms::setCaption(form_.lbExporting,
                       u"Exporting file %1 of %2"_qs.arg(row).arg(form_.pbExporting->maximum()));
@@ -76,14 +80,14 @@ void IndividualExport::Export_Row(float index) {
 // goes where the end of the run would have moved it.
 void IndividualExport::keepRecording() {
     const QString recording =
-        platform::pathIn(services_.state.vsProjectFolder, services_.session.vsWorkingFile);
+        platform::pathIn(services_.session.loadedFolder, services_.session.loadedFile);
     if (vsExportFile != recording || !services_.files.FileExists(recording)) return;
-    const QString kept = backupFolder() + services_.session.vsWorkingFile;
+    const QString kept = backupFolder() + services_.session.loadedFile;
     if (!services_.files.FileExists(kept)) services_.files.CopyFile(recording, kept);
 }
 
 QString IndividualExport::backupFolder() const {
-    return platform::pathIn(services_.state.vsProjectFolder, u"BU_Source_Files"_qs) +
+    return platform::pathIn(services_.session.loadedFolder, u"BU_Source_Files"_qs) +
            QDir::separator();
 }
 
@@ -112,8 +116,8 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
 
 void IndividualExport::finish() {
     runOpen_ = false;
-    const QString& folder = services_.state.vsProjectFolder;
-    for (const QString& name : {services_.session.vsWorkingFile, services_.session.vsScriptFile}) {
+    const QString& folder = services_.session.loadedFolder;
+    for (const QString& name : {services_.session.loadedFile, services_.session.vsScriptFile}) {
         try {
             services_.files.MoveFile(platform::pathIn(folder, name), backupFolder());
         } catch (const std::exception&) {

@@ -8,7 +8,6 @@
 #include "platform/boxes.h"
 #include "platform/file_system.h"
 #include "runtime/failure_path.h"
-#include "runtime/process_state.h"
 #include "segmentation/export_run.h"
 
 namespace tarnwick::forms {
@@ -23,8 +22,7 @@ class IndividualExport {
   public:
     struct Services {
         const runtime::FailurePath& failure;
-        const runtime::ProcessState& state;
-        model::Session& session;
+        const model::Session& session;
         engine::SoundEditor& EDT;
         platform::Boxes& boxes;
         platform::FileSystem& files;
@@ -40,6 +38,7 @@ class IndividualExport {
     void drop();
 
   private:
+    bool listIsReady() const;
     void Export_Row(float index);
     void EDTTimerSoundExportDone_Timer();
     void keepRecording();

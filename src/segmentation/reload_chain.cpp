@@ -134,7 +134,7 @@ void ReloadChain::TimerDisplayWaveform_Timer() {
     if (session.vsLoadStage == QStringView(model::kStartSilenceAdded))
         return addPause(u"Adding Final Pause..."_qs, services_.EDT.GetSoundDuration(),
                         model::kEndSilenceAdded);
-    changing_ = false;
+    changing_ = TimerReload.armed();  // by another edit that has ended since
     services_.process();
 }
 

@@ -35,6 +35,9 @@ class ReloadChain {
     // From the start of a load or edit until the list's rebuilding takes over or the chain ends.
     bool soundIsChanging() const { return changing_; }
 
+    // An edit was asked for: from here on the list is no guide.
+    void editAsked() { changing_ = true; }
+
     // Gives up what is under way, because the sound is closed or replaced.
     void drop();
 

@@ -21,6 +21,20 @@ Source::Source(StoredSound sound, std::shared_ptr<const SourceFile> file, Peaks 
 
 Source::~Source() = default;
 
+namespace {
+
+[[noreturn]] void notASound(const SourceFile& file) {
+    throw SoundError(SoundFailure::NotASound,
+                     file.size() == 0 ? "the file is empty" : "no sound file of a known kind");
+}
+
+}  // namespace
+
+void Source::probe(const std::filesystem::path& path) {
+    const std::shared_ptr<const SourceFile> file = SourceFile::open(path);
+    if (!readWaveHeader(*file) && !readAiffHeader(*file) && !looksLikeMp3(*file)) notASound(*file);
+}
+
 std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
                                            const Progress& progress) try {
     const std::shared_ptr<const SourceFile> file = SourceFile::open(path);
@@ -40,8 +54,7 @@ std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
         file->checkUnchanged();
         return finished(decoded.sound, std::move(decoded.file), std::move(decoded.peaks));
     }
-    if (file->size() == 0) throw SoundError(SoundFailure::NotASound, "the file is empty");
-    throw SoundError(SoundFailure::NotASound, "no sound file of a known kind");
+    notASound(*file);
 } catch (const std::bad_alloc&) {
     throw SoundError(SoundFailure::NoSpace, "there is not enough memory");
 }

@@ -24,6 +24,9 @@ class Source : public FrameReader {
     static std::shared_ptr<const Source> open(const std::filesystem::path& path,
                                               const Progress& progress = {});
 
+    // Throws at once what opening the file would throw for its header alone.
+    static void probe(const std::filesystem::path& path);
+
     ~Source() override;
 
     AudioFormat format() const override { return sound_.format; }

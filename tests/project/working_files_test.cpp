@@ -100,15 +100,39 @@ TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     working.mnuBackupSourceFile_Click();
     EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs));
     EXPECT_EQ(EDT.encodeFormats().WAV.EncodeMode, engine::kWav24);
-    EXPECT_EQ(session.vsPromptExport, u"No");
+    EXPECT_EQ(text(u"BU_Source_Files/take._100.wav"_qs), u"recording");
+
+    // While that is being written, another waits, so that the state between is copied too.
+    working.mnuBackupSourceFile_Click();
+    working.mnuBackupSourceFile_Click();
+    EXPECT_TRUE(EDT.taken().isEmpty());
+    QFile take(folder.filePath(u"take.aiff"_qs));
+    ASSERT_TRUE(take.open(QIODevice::WriteOnly));
+    take.write("saved");
+    take.close();
+    EDT.endExport();
+    EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs));
+    EXPECT_EQ(text(u"BU_Source_Files/take._101.wav"_qs), u"saved");
+}
+
+TEST_F(WorkingFilesDesk, AGivenUpLoadLeavesTheLoadedRecordingItsFolder) {
+    form.mnuLoadFiles->trigger();
+    working.Load_Working_Sound();
+    const QTemporaryDir other;
+    QDir(other.path()).mkdir(u"BU_Source_Files"_qs);
+    cmdlg.path = other.filePath(u"take.aiff"_qs);
+    form.mnuLoadFiles->trigger();
+    EXPECT_EQ(state.vsProjectFolder, other.path());
+    session.vsLoadStage = u"End Silence Added"_qs;
     working.mnuBackupSourceFile_Click();
     EXPECT_EQ(text(u"BU_Source_Files/take._100.wav"_qs), u"recording");
-    EXPECT_EQ(text(u"BU_Source_Files/take._101.wav"_qs), u"recording");
 }
 
 TEST_F(WorkingFilesDesk, ABackupThatCannotBeCopiedOverwritesNothing) {
     form.mnuLoadFiles->trigger();
-    session.vsLoadStage = u"End Silence Added"_qs;  // the backup folder was never made
+    working.Load_Working_Sound();
+    QDir(folder.filePath(u"BU_Source_Files"_qs)).removeRecursively();
+    session.vsLoadStage = u"End Silence Added"_qs;
     EXPECT_THROW(form.mnuBackupSourceFile->setEnabled(true);
                  form.mnuBackupSourceFile->trigger(), test::ProcessEnded);
     EXPECT_EQ(desk.boxes.shown.last(), u"Tarnwick|Path not found");

@@ -9,7 +9,8 @@ namespace {
 
 struct Edits : test::MainDesk {
     segmentation::WaveformControls controls{form, desk.failure, EDT};
-    segmentation::Editing editing{form, desk.failure, session, EDT};
+    int asked = 0;
+    segmentation::Editing editing{form, desk.failure, session, EDT, [this] { ++asked; }};
 
     void select(qint16 available, qint32 begin, qint32 end) {
         EDT.selected = available;
@@ -34,6 +35,7 @@ TEST_F(Edits, WorkOnTheSelectionAndSaveTheView) {
                                         u"InsertSilence 2000 600"_qs}));
     form.mnuUndo->trigger();
     EXPECT_EQ(EDT.taken(), QStringList(u"Undo"_qs));
+    EXPECT_EQ(asked, 4);
 }
 
 TEST_F(Edits, ACursorOffersThePauseAndNothingSelectedMeansTheStart) {

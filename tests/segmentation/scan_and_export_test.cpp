@@ -78,13 +78,13 @@ struct Export : test::MainDesk {
     bool changing = false;
     int batch = 0;
     segmentation::IndividualExport exporting{form,
-                                             {desk.failure, state, session, EDT, desk.boxes, files,
+                                             {desk.failure, session, EDT, desk.boxes, files,
                                               [this] { return changing; }, [this] { ++batch; }}};
 
     void SetUp() override {
         MainDesk::SetUp();
-        state.vsProjectFolder = project.path();
-        session.vsWorkingFile = u"take.wav"_qs;
+        session.loadedFolder = project.path();
+        session.loadedFile = u"take.wav"_qs;
         session.vsScriptFile = u"script.xlsx"_qs;
         QDir(project.path()).mkdir(u"BU_Source_Files"_qs);
         for (const QString& name : {u"take.wav"_qs, u"script.xlsx"_qs})
@@ -117,7 +117,6 @@ TEST_F(Export, WritesEachRowAndThenClearsTheFolder) {
     EXPECT_TRUE(moved(u"take.wav"_qs) && moved(u"script.xlsx"_qs));
     EXPECT_TRUE(desk.boxes.shown.isEmpty());
     EDT.pending = 1;
-    session.vsPromptExport = u"No"_qs;
     next();  // a backup after the run
     EXPECT_EQ(batch, 1);
 }
@@ -136,7 +135,6 @@ TEST_F(Export, DifferentCountersAreAskedAbout) {
 
 TEST_F(Export, ABackupStillBeingWrittenFinishesNoRunEarly) {
     EDT.pending = 1;  // the backup
-    session.vsPromptExport = u"No"_qs;
     form.mnuExport->trigger();
     next();
     EXPECT_EQ(EDT.calls.size(), 1) << "the backup's end moves nothing on: row 1 is on its way";
@@ -144,7 +142,6 @@ TEST_F(Export, ABackupStillBeingWrittenFinishesNoRunEarly) {
     next();
     EXPECT_EQ(EDT.calls.size(), 3);
     EDT.pending = 2;  // another backup was asked for while the last row is being written
-    session.vsPromptExport = u"No"_qs;
     next();
     EXPECT_EQ(batch, 0);
     EXPECT_FALSE(moved(u"take.wav"_qs));
@@ -170,13 +167,22 @@ TEST_F(Export, ARunWaitsForAListThatIsBeingRebuilt) {
     EXPECT_EQ(EDT.calls.size(), 2) << "another recording took the sound's place";
 }
 
-TEST_F(Export, ARefusedRowIsNotPassedOver) {
+TEST_F(Export, ARefusedRowIsAStandstillAndNoBackupMovesItOn) {
     EDT.refuseExports = true;
     form.mnuExport->trigger();
     EDT.refuseExports = false;
-    EDT.pending = 1;  // a backup: its end is the only event to come
+    EDT.pending = 1;  // a backup
     next();
+    EXPECT_TRUE(EDT.calls.isEmpty());
+    form.mnuExport->trigger();
     EXPECT_EQ(EDT.calls, QStringList(u"SoundExport 44100 1 1000 1600 P1.wav"_qs));
+}
+
+TEST_F(Export, NamesLeadNowhereElse) {
+    form.lvAudioDetails->topLevelItem(0)->setText(1, u"../BU_Source_Files/take_100"_qs);
+    form.mnuExport->trigger();
+    EXPECT_EQ(EDT.calls,
+              QStringList(u"SoundExport 44100 1 1000 1600 .._BU_Source_Files_take_100.wav"_qs));
 }
 
 TEST_F(Export, APromptOfTheRecordingsNameDoesNotCostTheRecording) {

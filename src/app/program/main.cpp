@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QIcon>
+#include <QSettings>
 #include <csignal>
 #include <cstdlib>
 
@@ -45,6 +46,10 @@ int main(int argc, char** argv) {
     QApplication::setStyle(u"Fusion"_qs);
     QApplication::setFont(forms::uiFont());
     QApplication::setWindowIcon(QIcon(u":/tarnwick/icon.png"_qs));
+
+    // What Qt itself remembers (the dialog's last folders) stays in the program's folder, too.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       QApplication::applicationDirPath());
 
     platform::DesktopBoxes boxes;
     platform::DesktopOpenDialog cmdlg;
