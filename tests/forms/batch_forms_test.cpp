@@ -8,47 +8,18 @@ TEST(BatchForm, ControlsAreAsGiven) {
     const frmBatchProcessor form;
     EXPECT_EQ(form.windowTitle(), QStringLiteral("Convert and Resample Recorded WAV Files"));
     EXPECT_EQ(form.size(), QSize(917, 683));
-    expectControls(form,
-                   {{"txbFileToConvert", ""},
-                    {"cbProcess", "Process"},
-                    {"txbDelay", "0", kHidden},
-                    {"Label19", "Forced delay (msec) between steps ", kHidden},
-                    {"lbConversion", "Batch Processing Progress"},
-                    {"Label15", "Selected Steps:"},
-                    {"lbHissFilter", "Hiss Filter", kDisabled},
-                    {"lbResample", "Resample and/or Convert", kDisabled},
-                    {"chCutEnd", "Cut the first"},
-                    {"txbCutStart", "50"},
-                    {"txbCutEnd", "300"},
-                    {"txbSetSilenceStart", "500"},
-                    {"Label8", "msec. and at END of file to "},
-                    {"txbSilencedB", "-26"},
-                    {"Label1", "dB  or"},
-                    {"txbSilencePerc", "5.0"},
-                    {"txbSilenceThreshold", "0", kHidden},
-                    {"Label14", "(Note: Anything under the Threshold is considered Silence.)"},
-                    {"txbNormdB", "0.0"},
-                    {"Label13", "dB  or "},
-                    {"txbNormPerc", "100.0"},
-                    {"chHissFilter", "Hiss Filter", kDisabled},
-                    {"cbRecordBackgroundNoise", "Record Background Noise", kDisabled},
-                    {"frOutputSpecs", "Output File Specifications"},
-                    {"chConvert", "Resample and/or Convert Files", kHiddenAndDisabled, true},
-                    {"frResampleSettings", "Specifications"},
-                    {"opFormat(0)", "WAV", kShown, true},
-                    {"opFormat(3)", "AIFF"},
-                    {"opFrequency(5)", "48 kHz", kShown, true},
-                    {"opRate(2)", "24 bits", kShown, true},
-                    {"opChannel(1)", "Stereo", kShown, true},
-                    {"frKbps", "Constant Bit Rate (kbps)", kHidden},
-                    {"cbxOutputCBR", "cbxOutputCBR"},
-                    {"frACMCodecs", "ACM Codecs", kHidden},
-                    {"Label6", "Audio Encoder  (Codec)"},
-                    {"cbRefresh", "Refresh", kHidden},
-                    {"lbTitle", "Apply Filter(s) to File Currently in the Editor Window"},
-                    {"frLame", "Lame Encoder Not Detected!"},
-                    {"opBPMode(0)", "Batch Process Files", kShown, true},
-                    {"opBPMode(1)", "Concatenate Files"}});
+    expectControls(form, R"(
+txbFileToConvert=|cbProcess|-txbDelay=0|-Label19=Forced delay (msec) between steps |lbConversion|
+Label15=Selected Steps:|~lbHissFilter|~lbResample|chCutEnd|txbCutStart=50|txbCutEnd=300|
+txbSetSilenceStart=500|Label8=msec. and at END of file to |txbSilencedB=-26|Label1=dB  or|
+txbSilencePerc=5.0|-txbSilenceThreshold=0|
+Label14=(Note: Anything under the Threshold is considered Silence.)|txbNormdB=0.0|Label13=dB  or |
+txbNormPerc=100.0|~chHissFilter|~cbRecordBackgroundNoise|frOutputSpecs|-~*chConvert|
+frResampleSettings|*opFormat(0)|opFormat(3)|*opFrequency(5)|*opRate(2)|*opChannel(1)|
+-frKbps=Constant Bit Rate (kbps)|cbxOutputCBR=cbxOutputCBR|-frACMCodecs|
+Label6=Audio Encoder  (Codec)|-cbRefresh|
+lbTitle=Apply Filter(s) to File Currently in the Editor Window|frLame=Lame Encoder Not Detected!|
+*opBPMode(0)|opBPMode(1))");
     EXPECT_TRUE(form.lbConversion->font().bold());
     EXPECT_TRUE(form.cbxOutputCBR->isEditable());
     EXPECT_FALSE(form.cbxCodecs->isEditable());

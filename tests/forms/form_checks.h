@@ -10,20 +10,11 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QRegularExpression>
 #include <QWidget>
 #include <vector>
 
 namespace tarnwick::forms {
-
-enum ControlState { kShown, kDisabled, kHidden, kHiddenAndDisabled };
-
-// What a control of a form has to be at the start.
-struct Expected {
-    const char* name;
-    const char* text;
-    ControlState state = kShown;
-    bool on = false;
-};
 
 inline bool isControl(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) ||
@@ -36,27 +27,31 @@ inline bool isControl(const QWidget* widget) {
 // The controls of a form; what Qt builds inside a combo box or a list is none.
 inline std::vector<QWidget*> controlsOf(const QWidget& form) {
     std::vector<QWidget*> controls;
-    for (QWidget* widget : form.findChildren<QWidget*>()) {
-        const bool direct =
-            widget->parentWidget() == &form || qobject_cast<QGroupBox*>(widget->parentWidget());
-        if (direct && isControl(widget)) controls.push_back(widget);
-    }
+    for (QWidget* widget : form.findChildren<QWidget*>())
+        if (isControl(widget) &&
+            (widget->parentWidget() == &form || qobject_cast<QGroupBox*>(widget->parentWidget())))
+            controls.push_back(widget);
     return controls;
 }
 
-inline void expectControls(const QWidget& form, const std::vector<Expected>& table) {
-    for (const Expected& expected : table) {
-        const auto* control = form.findChild<QWidget*>(QString::fromUtf8(expected.name));
-        ASSERT_TRUE(control) << expected.name;
+// What the controls of a form have to be at the start: entries such as "~cbUndo|txbSpeed=150", with
+// "-" before the name of a hidden one, "~" of a disabled one, "*" of one that is on. The text is
+// only held against one that is given.
+inline void expectControls(const QWidget& form, const char* table) {
+    for (const QString& entry : QString::fromUtf8(table).remove(u'\n').split(u'|')) {
+        const qsizetype begin = entry.indexOf(QRegularExpression(QStringLiteral("[A-Za-z]")));
+        const QString flags = entry.left(begin);
+        const std::string told = entry.toStdString();
+        const auto* control = form.findChild<QWidget*>(entry.mid(begin).section(u'=', 0, 0));
+        ASSERT_TRUE(control) << told;
+        EXPECT_EQ(control->isHidden(), flags.contains(u'-')) << told;
+        EXPECT_EQ(control->isEnabled(), !flags.contains(u'~')) << told;
+        EXPECT_EQ(control->property("checked").toBool(), flags.contains(u'*')) << told;
+        if (!entry.contains(u'=')) continue;
         QVariant text = control->property("text");
-        if (!text.isValid()) text = control->property("title");
-        if (!text.isValid()) text = control->property("currentText");
-        EXPECT_EQ(text.toString(), QString::fromUtf8(expected.text)) << expected.name;
-        const bool hidden = expected.state == kHidden || expected.state == kHiddenAndDisabled;
-        const bool disabled = expected.state == kDisabled || expected.state == kHiddenAndDisabled;
-        EXPECT_EQ(control->isHidden(), hidden) << expected.name;
-        EXPECT_EQ(control->isEnabled(), !disabled) << expected.name;
-        EXPECT_EQ(control->property("checked").toBool(), expected.on) << expected.name;
+        for (const char* other : {"title", "currentText"})
+            if (!text.isValid()) text = control->property(other);
+        EXPECT_EQ(text.toString(), entry.section(u'=', 1)) << told;
     }
 }
 

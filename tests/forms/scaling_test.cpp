@@ -44,20 +44,23 @@ TEST_P(ScalingTest, ListedControlsTakeTheirDesignTimesTheScale) {
 }
 
 TEST_P(ScalingTest, CaptionsEndWhereTheirValueBegins) {
-    const std::initializer_list<std::array<QWidget*, 2>> pairs{
-        {form.LabelTotalDuration, form.Label37},
-        {form.LabelSelectionDuration, form.Label36},
-        {form.LabelSelectionBegin, form.Label34},
-        {form.LabelSelectionEnd, form.Label18},
-        {form.txbSilence, form.Label32},
-        {form.txbThreshold, form.Label10},
-        {form.txbSpeed, form.Label38},
-        {form.txbVariance, form.Label16},
-        {form.txbNberFileNames, form.Label41},
-        {form.txbNberAudioFiles, form.Label42}};
+    const QWidgetList values{form.LabelTotalDuration,
+                             form.LabelSelectionDuration,
+                             form.LabelSelectionBegin,
+                             form.LabelSelectionEnd,
+                             form.txbSilence,
+                             form.txbThreshold,
+                             form.txbSpeed,
+                             form.txbVariance,
+                             form.txbNberFileNames,
+                             form.txbNberAudioFiles};
+    const QWidgetList captions{form.Label37, form.Label36, form.Label34, form.Label18,
+                               form.Label32, form.Label10, form.Label38, form.Label16,
+                               form.Label41, form.Label42};
     const int top = scaled(0, 260, 0, 0).y();
-    for (const auto& [value, caption] : pairs) {
-        EXPECT_EQ(caption->x() + caption->width(), value->x())
+    for (qsizetype i = 0; i < values.size(); ++i) {
+        const QWidget* caption = captions[i];
+        EXPECT_EQ(caption->x() + caption->width(), values[i]->x())
             << caption->objectName().toStdString();
         EXPECT_EQ(caption->y(), top);
         EXPECT_GE(caption->x(), 0);

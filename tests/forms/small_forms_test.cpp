@@ -10,13 +10,13 @@ TEST(SmallForms, AboutAndSheetChoiceAreWindowsOfTheirOwn) {
     const frmAbout about(&owner);
     EXPECT_EQ(about.windowTitle(), QStringLiteral("About Tarnwick"));
     EXPECT_EQ(about.geometry(), QRect(133, 133, 488, 259));
-    expectControls(about, {{"Label1", "Tarnwick"},
-                           {"lbVersion", ">>>Change in Sub_Main"},
-                           {"Label2", "support@tarnwick.example"}});
+    expectControls(about, R"(
+Label1|lbVersion=>>>Change in Sub_Main|Label2=support@tarnwick.example)");
 
     const frmSelectImportSheet choice(&owner);
     EXPECT_EQ(choice.windowTitle(), QStringLiteral("Select Worksheet to Import"));
-    expectControls(choice, {{"cbxSheetNames", ""}, {"cbSelectSheet", "OK"}});
+    expectControls(choice, R"(
+cbxSheetNames=|cbSelectSheet)");
     EXPECT_TRUE(choice.cbxSheetNames->isEditable());
     for (const QWidget* form : std::initializer_list<const QWidget*>{&about, &choice}) {
         expectTidy(*form);
