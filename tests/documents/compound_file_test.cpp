@@ -44,19 +44,14 @@ TEST(CompoundFile, OnlyWhatNeedsAPasswordIsProtected) {
     const QByteArray locked = with(letter, letter.indexOf("\xec\xa5") + 11, "\x13");
     const QByteArray package = with(letter, kText, utf16(u"EncryptedPackage"));
     const QByteArray inner = with(with(package, kOther + kType, "\1"), kOther + kLeft, number(~0u));
-    const struct {
-        const char* what;
-        QByteArray bytes;
-        bool isProtected;
-    } files[] = {
+    const std::tuple<const char*, QByteArray, bool> files[] = {
         {"locked workbook", bytesOf("encrypted.xls"), true},
         {"workbook with a word in a cell", with(script, cell, utf16(u"EncryptedPackage")), false},
         {"workbook with the bytes of a locked document", script + locked, false},
         {"document", letter, false},
         {"locked document", locked, true},
         {"new form", package, true},
-        {"new form embedded", with(inner, kOther + kChild, number(5)), false},
-    };
+        {"new form embedded", with(inner, kOther + kChild, number(5)), false}};
     for (const auto& [what, bytes, isProtected] : files)
         EXPECT_EQ(isPasswordProtected(bytes), isProtected) << what;
 }
