@@ -77,9 +77,8 @@ class PlayerTest : public testing::Test {
     ~PlayerTest() override {
         for (const pid_t child : children_)
             end(child);
-        for (const auto& [name, value] : former_) {
+        for (const auto& [name, value] : former_)
             value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
-        }
     }
 
     void set(const std::string& name, const std::string& value) {
@@ -136,10 +135,8 @@ class PulseTest : public PlayerTest {
         run({"parec", "--raw", "-d", "null.monitor", "--latency-msec=10", "--rate=44100",
              "--channels=1", "--format=float32le"},
             recording_);
-        while (!std::filesystem::exists(recording_) ||
-               std::filesystem::file_size(recording_) == 0) {
+        while (!std::filesystem::exists(recording_) || std::filesystem::file_size(recording_) == 0)
             std::this_thread::sleep_for(5ms);
-        }
     }
 
     std::vector<float> heard() const {

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <random>
 
-#include "sound/sound_error.h"
+#include "sound/test_sounds.h"
 
 // Files are made byte by byte, so that the readers are not measured by our own writers.
 
@@ -57,14 +57,8 @@ std::string aiff(int frames, int bits, const std::string& kind, const std::strin
 
 class SourceTest : public testing::Test {
   protected:
-    void SetUp() override {
-        std::string folder = testing::TempDir() + "source-XXXXXX";
-        folder_ = ::mkdtemp(folder.data());
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
     std::filesystem::path write(const std::string& bytes) {
-        const auto path = folder_ / "take.mp3";  // the name must not matter
+        const auto path = folder_.path() / "take.mp3";  // the name must not matter
         std::ofstream(path, std::ios::binary) << bytes;
         return path;
     }
@@ -75,110 +69,79 @@ class SourceTest : public testing::Test {
         source->read(0, source->frames(), values.data());
         return values;
     }
-    SoundFailure failure(const std::string& bytes) {
-        try {
-            Source::open(write(bytes));
-        } catch (const SoundError& error) {
-            return error.failure();
-        }
-        return SoundFailure::Cancelled;  // none
-    }
 
-    std::filesystem::path folder_;
+    TempFolder folder_;
 };
 
 TEST_F(SourceTest, ReadsEveryCodingExactly) {
-    using testing::ElementsAre;
-    const std::string data16 = chunk("data", number(0x4000, 2) + number(0x8000, 2));
-    const std::string data24 = number(0x123456, 3) + number(0xFFFFFF, 3);
-    const struct {
-        const char* name;
-        std::string file;
-        std::vector<double> values;
-    } cases[] = {
-        {"8", wave(format(1, 1, 8000, 8) + chunk("data", "\x01\xC0")), {-127 / 128.0, 0.5}},
-        {"16", wave(format(1, 1, 8000, 16) + data16), {0.5, -1}},
-        {"24",
-         wave(format(1, 1, 8000, 24) + chunk("data", data24)),
-         {0x123456 / 8388608.0, -1 / 8388608.0}},
-        {"32",
-         wave(format(1, 2, 8000, 32) + chunk("data", number(1, 4) + number(1u << 31, 4))),
-         {1 / 2147483648.0, -1}},
-        {"float with a NaN",
-         wave(format(3, 1, 8000, 32) +
-              chunk("data", number(0x40000000, 4) + number(0x7FC00000, 4))),
-         {2, 0}},
-        {"double",
-         wave(format(3, 1, 8000, 64) + chunk("data", number(0xBFD0000000000000, 8))),
-         {-0.25}},
-        {"extensible", wave(extensible(16) + data16), {0.5, -1}},
-        {"odd chunks around",
-         wave(chunk("junk", "odd") + format(1, 1, 8000, 16) + chunk("LIST", "x") + data16 +
-              chunk("cue ", "abc")),
-         {0.5, -1}},
-        {"RF64",
-         wave(chunk("ds64", number(0, 8) + number(4, 8) + number(0, 12)) + format(1, 1, 8000, 16) +
-                  "data" + number(0xFFFFFFFF, 4) + data16.substr(8) + chunk("LIST", "x"),
-              "RF64"),
-         {0.5, -1}},
-        {"size never filled in",
-         wave(format(1, 1, 8000, 16) + "data" + number(0, 4) + data16.substr(8)),
-         {0.5, -1}},
-        {"size unknown",
-         wave(format(1, 1, 8000, 16) + "data" + number(0xFFFFFFFF, 4) + data16.substr(8)),
-         {0.5, -1}},
-        {"cut off in a frame",
-         wave(format(1, 1, 8000, 16) + "data" + number(1000, 4) + data16.substr(8) + "x"),
-         {0.5, -1}},
-        {"AIFF 16", aiff(2, 16, "", number(0x4000, 2, true) + number(0x8000, 2, true)), {0.5, -1}},
-        {"AIFF 24", aiff(1, 24, "", number(0x123456, 3, true)), {0x123456 / 8388608.0}},
-        {"AIFF 8, padded", aiff(3, 8, "", "\x40\x80\x01"), {0.5, -1, 1 / 128.0}},
-        {"AIFC sowt", aiff(1, 16, "sowt", number(0x4000, 2)), {0.5}},
-        {"AIFC fl32", aiff(1, 32, "fl32", number(0xBF000000, 4, true)), {-0.5}},
+    const auto mono = [](int coding, int bits, const std::string& samples) {
+        return wave(format(coding, 1, 8000, bits) + chunk("data", samples));
     };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.name);
-        EXPECT_EQ(samples(each.file), each.values);
-    }
+    const std::pair<std::string, std::vector<double>> codings[] = {
+        {mono(1, 8, "\x01\xC0"), {-127 / 128.0, 0.5}},
+        {mono(1, 24, number(0x123456, 3) + number(0xFFFFFF, 3)),
+         {0x123456 / 8388608.0, -1 / 8388608.0}},
+        {wave(format(1, 2, 8000, 32) + chunk("data", number(1, 4) + number(1u << 31, 4))),
+         {1 / 2147483648.0, -1}},
+        {mono(3, 32, number(0x40000000, 4) + number(0x7FC00000, 4)), {2, 0}},  // a NaN is silent
+        {mono(3, 64, number(0xBFD0000000000000, 8)), {-0.25}},
+        {aiff(2, 16, "", number(0x4000, 2, true) + number(0x8000, 2, true)), {0.5, -1}},
+        {aiff(1, 24, "", number(0x123456, 3, true)), {0x123456 / 8388608.0}},
+        {aiff(3, 8, "", "\x40\x80\x01"), {0.5, -1, 1 / 128.0}},
+        {aiff(1, 16, "sowt", number(0x4000, 2)), {0.5}},
+        {aiff(1, 32, "fl32", number(0xBF000000, 4, true)), {-0.5}}};
+    for (const auto& [file, values] : codings)
+        EXPECT_EQ(samples(file), values) << file.size();
+
+    const std::string format16 = format(1, 1, 8000, 16);
+    const std::string two = number(0x4000, 2) + number(0x8000, 2);
+    const std::string data = chunk("data", two);
+    const std::pair<const char*, std::string> layouts[] = {
+        {"plain", wave(format16 + data)},
+        {"extensible", wave(extensible(16) + data)},
+        {"odd chunks",
+         wave(chunk("junk", "odd") + format16 + chunk("LIST", "x") + data + chunk("cue ", "abc"))},
+        {"RF64", wave(chunk("ds64", number(0, 8) + number(4, 8) + number(0, 12)) + format16 +
+                          "data" + number(0xFFFFFFFF, 4) + two + chunk("LIST", "x"),
+                      "RF64")},
+        {"size never filled in", wave(format16 + "data" + number(0, 4) + two)},
+        {"size unknown", wave(format16 + "data" + number(0xFFFFFFFF, 4) + two)},
+        {"cut off in a frame", wave(format16 + "data" + number(1000, 4) + two + "x")}};
+    for (const auto& [name, file] : layouts)
+        EXPECT_EQ(samples(file), (std::vector<double>{0.5, -1})) << name;
 }
 
 TEST_F(SourceTest, RefusesWhatIsNoSound) {
     const std::string data = chunk("data", "abcd");
-    const std::string whole = wave(format(1, 1, 8000, 16) + data);
+    const std::string format16 = format(1, 1, 8000, 16);
     std::string noise(100'000, '\0');
     std::mt19937 random(7);
     for (char& byte : noise)
         byte = static_cast<char>(random());
-    const struct {
-        const char* name;
-        std::string file;
-        SoundFailure failure;
-    } cases[] = {
-        {"empty", "", SoundFailure::NotASound},
-        {"text", std::string(5000, 'a'), SoundFailure::NotASound},
-        {"noise", noise, SoundFailure::NotASound},
-        {"sync words", std::string(5000, '\xFF'), SoundFailure::NotASound},
-        {"no frame", wave(format(1, 1, 8000, 16) + chunk("data", "") + chunk("LIST", "abcd")),
-         SoundFailure::NotASound},
-        {"less than a frame", wave(format(1, 2, 8000, 16) + chunk("data", "abc")),
-         SoundFailure::NotASound},
-        {"rate 0", wave(format(1, 1, 0, 16) + data), SoundFailure::NotASound},
-        {"rate beyond", wave(format(1, 1, 768001, 16) + data), SoundFailure::NotASound},
-        {"no channels", wave(format(1, 0, 8000, 16) + data), SoundFailure::NotASound},
-        {"17 channels", wave(format(1, 17, 8000, 16) + data), SoundFailure::NotASound},
-        {"0 bits", wave(format(1, 1, 8000, 0) + data), SoundFailure::NotASound},
-        {"unknown coding", wave(format(0x55, 1, 8000, 16) + data), SoundFailure::NotASound},
-        {"cut in the header", whole.substr(0, 30), SoundFailure::Damaged},
-        {"cut before the data", whole.substr(0, 36), SoundFailure::Damaged},
-        {"AIFF without sound", aiff(0, 16, "", ""), SoundFailure::NotASound},
-        {"AIFF cut", aiff(1, 16, "", "ab").substr(0, 40), SoundFailure::Damaged},
+    const std::pair<const char*, std::string> noSounds[] = {
+        {"empty", ""},
+        {"text", std::string(5000, 'a')},
+        {"noise", noise},
+        {"sync words", std::string(5000, '\xFF')},
+        {"no frame", wave(format16 + chunk("data", "") + chunk("LIST", "abcd"))},
+        {"less than a frame", wave(format(1, 2, 8000, 16) + chunk("data", "abc"))},
+        {"rate 0", wave(format(1, 1, 0, 16) + data)},
+        {"rate beyond", wave(format(1, 1, 768001, 16) + data)},
+        {"no channels", wave(format(1, 0, 8000, 16) + data)},
+        {"17 channels", wave(format(1, 17, 8000, 16) + data)},
+        {"0 bits", wave(format(1, 1, 8000, 0) + data)},
+        {"unknown coding", wave(format(0x55, 1, 8000, 16) + data)},
+        {"AIFF without sound", aiff(0, 16, "", "")}};
+    const auto failure = [&](const std::string& file) {
+        return failureOf([&] { Source::open(write(file)); });
     };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.name);
-        EXPECT_EQ(failure(each.file), each.failure);
-    }
-    EXPECT_THROW(Source::open(folder_ / "gone.wav"), SoundError);
-    EXPECT_THROW(Source::open(folder_), SoundError);
+    for (const auto& [name, file] : noSounds)
+        EXPECT_EQ(failure(file), SoundFailure::NotASound) << name;
+    for (const std::size_t end : {30, 36})  // in the header, before the data
+        EXPECT_EQ(failure(wave(format16 + data).substr(0, end)), SoundFailure::Damaged) << end;
+    EXPECT_EQ(failure(aiff(1, 16, "", "ab").substr(0, 40)), SoundFailure::Damaged);
+    EXPECT_THROW(Source::open(folder_.path() / "gone.wav"), SoundError);
+    EXPECT_THROW(Source::open(folder_.path()), SoundError);
 }
 
 TEST_F(SourceTest, PeaksBoundTheSamplesAtEveryLevel) {
@@ -200,9 +163,9 @@ TEST_F(SourceTest, PeaksBoundTheSamplesAtEveryLevel) {
                     double low = 1, high = -1;
                     const auto end = std::min(first + Peaks::framesAt(level), source->frames());
                     for (; first < end; ++first) {
-                        low = std::min(low, values[static_cast<std::size_t>(first * 2 + channel)]);
-                        high =
-                            std::max(high, values[static_cast<std::size_t>(first * 2 + channel)]);
+                        const double value = values[static_cast<std::size_t>(first * 2 + channel)];
+                        low = std::min(low, value);
+                        high = std::max(high, value);
                     }
                     ASSERT_EQ(peak.minimum, std::floor(low * 32768));
                     ASSERT_EQ(peak.maximum, std::min(std::ceil(high * 32768), 32767.0));
@@ -215,7 +178,7 @@ TEST_F(SourceTest, PeaksBoundTheSamplesAtEveryLevel) {
 TEST_F(SourceTest, HoldsTheFileThroughRenamesButNotThroughChanges) {
     const auto path = write(wave(format(1, 1, 8000, 16) + chunk("data", "abcdefgh")));
     const auto source = Source::open(path);
-    std::filesystem::rename(path, folder_ / "other");
+    std::filesystem::rename(path, folder_.path() / "other");
     write("something else");
     EXPECT_NO_THROW(source->checkUnchanged());
     double value = 0;
@@ -223,14 +186,9 @@ TEST_F(SourceTest, HoldsTheFileThroughRenamesButNotThroughChanges) {
     EXPECT_EQ(value, ('g' + 'h' * 256) / 32768.0);
     EXPECT_THROW(source->read(3, 2, &value), SoundError);
 
-    std::filesystem::resize_file(folder_ / "other", 46);
-    for (const bool reading : {false, true})
-        try {
-            reading ? source->read(3, 1, &value) : source->checkUnchanged();
-            ADD_FAILURE() << "no failure";
-        } catch (const SoundError& error) {
-            EXPECT_EQ(error.failure(), SoundFailure::SourceChanged);
-        }
+    std::filesystem::resize_file(folder_.path() / "other", 46);
+    EXPECT_EQ(failureOf([&] { source->checkUnchanged(); }), SoundFailure::SourceChanged);
+    EXPECT_EQ(failureOf([&] { source->read(3, 1, &value); }), SoundFailure::SourceChanged);
 }
 
 TEST_F(SourceTest, ReportsEachPercentOnceAndStopsWhenAsked) {
@@ -240,12 +198,8 @@ TEST_F(SourceTest, ReportsEachPercentOnceAndStopsWhenAsked) {
     EXPECT_FALSE(percents.empty());
     EXPECT_TRUE(std::is_sorted(percents.begin(), percents.end(), std::less_equal<>()));
     std::stop_source stop;
-    try {
-        Source::open(path, {[&](int) { stop.request_stop(); }, stop.get_token()});
-        ADD_FAILURE() << "not stopped";
-    } catch (const SoundError& error) {
-        EXPECT_EQ(error.failure(), SoundFailure::Cancelled);
-    }
+    const Progress stopping{[&](int) { stop.request_stop(); }, stop.get_token()};
+    EXPECT_EQ(failureOf([&] { Source::open(path, stopping); }), SoundFailure::Cancelled);
 }
 
 }  // namespace

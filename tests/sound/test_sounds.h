@@ -23,9 +23,8 @@ class TestSound : public FrameReader {
     AudioFormat format() const override { return format_; }
     std::int64_t frames() const override { return frames_; }
     void read(std::int64_t first, std::int64_t count, double* out) const override {
-        for (std::int64_t i = 0; i < count * format_.channels; ++i) {
+        for (std::int64_t i = 0; i < count * format_.channels; ++i)
             out[i] = value(first * format_.channels + i);
-        }
     }
 
   protected:
@@ -111,9 +110,8 @@ class TempFolder {
     const std::filesystem::path& path() const { return path_; }
     std::vector<std::string> names() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+        for (const auto& entry : std::filesystem::directory_iterator(path_))
             names.push_back(entry.path().filename().string());
-        }
         std::sort(names.begin(), names.end());
         return names;
     }

@@ -136,29 +136,28 @@ TEST_F(Writer, RefusalsAndCancellingLeaveTheOldFileWhole) {
     chmod(target_.c_str(), 0640);
     const NoiseSound sound({44100, 1, 16, false}, 100'000);
     const OutputFormat wav{Container::Wav, sound.format()};
-    const auto outcome = [&](std::int64_t first, std::int64_t end, const OutputFormat& output,
-                             const std::filesystem::path& target, const Progress& progress = {}) {
-        return failureOf([&] { writeSound(sound, first, end, output, target, progress); });
-    };
     std::stop_source stop;
     std::vector<int> seen;
     const auto stopAtHalf = [&](int percent) {
         seen.push_back(percent);
         if (percent >= 50) stop.request_stop();
     };
-    EXPECT_EQ(outcome(5, 4, wav, target_), SoundFailure::BadRange);
-    EXPECT_EQ(outcome(-1, 4, wav, target_), SoundFailure::BadRange);
-    EXPECT_EQ(outcome(0, 100'001, wav, target_), SoundFailure::BadRange);
-    EXPECT_EQ(outcome(0, 4, {Container::Wav, {7999, 1, 16, false}}, target_),
-              SoundFailure::BadFormat);
-    EXPECT_EQ(outcome(0, 4, {Container::Wav, {44100, 17, 16, false}}, target_),
-              SoundFailure::BadFormat);
-    EXPECT_EQ(outcome(0, 4, {Container::Wav, {44100, 1, 12, false}}, target_),
-              SoundFailure::BadFormat);
-    EXPECT_EQ(outcome(0, 4, wav, folder_.path() / "gone" / "x.wav"), SoundFailure::WriteFailed);
-    EXPECT_EQ(outcome(0, 4, wav, folder_.path()), SoundFailure::WriteFailed);
-    EXPECT_EQ(outcome(0, 4, wav, ""), SoundFailure::WriteFailed);
-    EXPECT_EQ(outcome(0, 100'000, wav, target_, {stopAtHalf, stop.get_token()}),
+    using Range = std::pair<std::int64_t, std::int64_t>;
+    const auto outcome = [&](Range range, const OutputFormat& output,
+                             const std::filesystem::path& target, const Progress& progress = {}) {
+        return failureOf(
+            [&] { writeSound(sound, range.first, range.second, output, target, progress); });
+    };
+    for (const Range& range : {Range{5, 4}, Range{-1, 4}, Range{0, 100'001}})
+        EXPECT_EQ(outcome(range, wav, target_), SoundFailure::BadRange) << range.second;
+    for (const AudioFormat format :
+         {AudioFormat{7999, 1, 16, false}, {44100, 17, 16, false}, {44100, 1, 12, false}})
+        EXPECT_EQ(outcome({0, 4}, {Container::Wav, format}, target_), SoundFailure::BadFormat)
+            << format.rate;
+    for (const std::filesystem::path& target :
+         {folder_.path() / "gone" / "x.wav", folder_.path(), std::filesystem::path()})
+        EXPECT_EQ(outcome({0, 4}, wav, target), SoundFailure::WriteFailed) << target;
+    EXPECT_EQ(outcome({0, 100'000}, wav, target_, {stopAtHalf, stop.get_token()}),
               SoundFailure::Cancelled);
     const BrokenSound broken(sound.format(), 100'000, 50'000);
     EXPECT_EQ(failureOf([&] { writeSound(broken, 0, 100'000, wav, target_); }),
@@ -208,8 +207,7 @@ TEST(Quantiser, RoundsToTheNearestAndClips) {
     const std::vector<std::pair<double, int>> cases{
         {0.0, 0},        {0.49 * step, 0}, {0.51 * step, 1},   {-0.51 * step, -1},
         {1.5 * step, 2}, {2.5 * step, 2},  {1.0, 32767},       {32767.4 * step, 32767},
-        {-1.0, -32768},  {7.0, 32767},     {-1.0e300, -32768}, {nan, 0},
-    };
+        {-1.0, -32768},  {7.0, 32767},     {-1.0e300, -32768}, {nan, 0}};
     for (const auto& [value, sample] : cases) {
         std::int16_t out;
         quantise(&value, 1, {.bits = 16}, reinterpret_cast<unsigned char*>(&out));
