@@ -51,13 +51,13 @@ class SettingsDatabaseTest : public testing::Test {
         database_.Execute(statement);
         database_.Close();
     }
-    void insertSilence(int i) {
-        database_.Execute(QStringLiteral("INSERT INTO Silences(Nber, StartAt, FinishAt)VALUES "
-                                         "(%1,%2,%3)")
-                              .arg(i)
-                              .arg(i * 1000)
-                              .arg(i * 1000 + 500));
+    void insertSilences(int count) {
+        const QString statement =
+            QStringLiteral("INSERT INTO Silences(Nber, StartAt, FinishAt)VALUES (%1,%2,%3)");
+        for (int i = 0; i < count; ++i)
+            database_.Execute(statement.arg(i).arg(i * 1000).arg(i * 1000 + 500));
     }
+    QStringList files() const { return QDir(folder_.path()).entryList(QDir::Files); }
 
     QTemporaryDir folder_;
     SettingsDatabase database_;
@@ -66,17 +66,13 @@ class SettingsDatabaseTest : public testing::Test {
 }  // namespace
 
 TEST_F(SettingsDatabaseTest, DeliveredRowsAreTheFormDefaults) {
-    const struct {
-        int row;
-        QStringList texts;  // from F2; "-" is Null
-    } rows[] = {
-        {12, {"-", "0", "0", "500", "500", "-26", "300", "50", "-", "-", "-", "-"}},
-        {13, {"-", "0", "0.0", "0", "-", "-", "-", "-", "-", "-", "-", "-"}},
-        {14, {"-", "1", "0", "5", "2", "1", "", "", "", "-", "-", "-"}},
-        {17, {"1500", "-35", "150", "50", "32000", "8", "1", "96", "-", "-", "-", "-"}},
-        {18, {"0", "101", "195", "1", "0", "0", "1", "0", "1000", "0", "1", "153"}},
-        {19, {"1", "ACME_", "1000", "5", "", "1", "-", "-", "-", "-", "-", "-"}},
-    };
+    const std::pair<int, QString> rows[] = {// the texts from F2; "-" is Null
+                                            {12, "-,0,0,500,500,-26,300,50,-,-,-,-"},
+                                            {13, "-,0,0.0,0,-,-,-,-,-,-,-,-"},
+                                            {14, "-,1,0,5,2,1,,,,-,-,-"},
+                                            {17, "1500,-35,150,50,32000,8,1,96,-,-,-,-"},
+                                            {18, "0,101,195,1,0,0,1,0,1000,0,1,153"},
+                                            {19, "1,ACME_,1000,5,,1,-,-,-,-,-,-"}};
     for (const auto& [row, texts] : rows) {
         const Record record = admin(row);
         QStringList found;
@@ -84,7 +80,7 @@ TEST_F(SettingsDatabaseTest, DeliveredRowsAreTheFormDefaults) {
             const QString name = QStringLiteral("F%1").arg(column);
             found << (record.isNull(name) ? QStringLiteral("-") : record.text(name));
         }
-        EXPECT_EQ(found, texts) << row;
+        EXPECT_EQ(found.join(u','), texts) << row;
     }
     EXPECT_EQ(silences().number("n"), 0);
     QFile raw(file());
@@ -114,13 +110,9 @@ TEST_F(SettingsDatabaseTest, ColumnsAreReadAsWhatTheReaderWants) {
 }
 
 TEST_F(SettingsDatabaseTest, BadStatementsFaultAndChangeNothing) {
-    const char* const statements[] = {
-        "UPDATE Admin SET  F3 = 'O'Hara' WHERE F1 = 19",
-        "UPDATE Admin SET  F3 = ''; DELETE FROM Admin; --' WHERE F1 = 19",
-        "UPDATE Admin SET  F3 = twelve WHERE F1 = 19",
-        "",
-    };
-    for (const char* statement : statements)
+    for (const char* statement : {"UPDATE Admin SET  F3 = 'O'Hara' WHERE F1 = 19",
+                                  "UPDATE Admin SET  F3 = ''; DELETE FROM Admin; --' WHERE F1 = 19",
+                                  "UPDATE Admin SET  F3 = twelve WHERE F1 = 19", ""})
         EXPECT_NE(faultOf([&] { execute(statement); }), "") << statement;
     EXPECT_EQ(admin(19).text("F3"), "ACME_");
     execute("UPDATE Admin SET  F3 = 'x' WHERE F1 = 20");  // no such row: nothing happens
@@ -157,22 +149,19 @@ TEST_F(SettingsDatabaseTest, AScanIsStoredAndTheFileIsLeftAlone) {
     for (int round = 0; round < 2; ++round) {
         const Access access(database_, connection());
         database_.Execute("DELETE FROM Silences");
-        for (int i = 0; i < 501; ++i)
-            insertSilence(i);
+        insertSilences(501);
         database_.Release();
     }
-    EXPECT_EQ(silences().number("n"), 501);
-    EXPECT_EQ(silences().number("last"), 500);
+    EXPECT_EQ(silences().number("n") + silences().number("last"), 501 + 500);
     EXPECT_EQ(silences().number("total"), 500 * 501 / 2 * 1000 + 501 * 500);
-    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{"Tarnwick.mdb"});
+    EXPECT_EQ(files(), QStringList{"Tarnwick.mdb"});
 }
 
 TEST_F(SettingsDatabaseTest, AKilledWriterLeavesAWholeFile) {
     const pid_t child = fork();
     if (child == 0) {
         database_.Open(connection());
-        for (int i = 0; i < 200; ++i)
-            insertSilence(i);
+        insertSilences(200);
         _exit(0);  // nothing is closed
     }
     int status = 0;
@@ -180,7 +169,7 @@ TEST_F(SettingsDatabaseTest, AKilledWriterLeavesAWholeFile) {
     EXPECT_TRUE(WIFEXITED(status));
     EXPECT_EQ(silences().number("n"), 200);
     EXPECT_EQ(admin(17).text("F2"), "1500");
-    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{"Tarnwick.mdb"});
+    EXPECT_EQ(files(), QStringList{"Tarnwick.mdb"});
 }
 
 TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFile) {
@@ -192,7 +181,7 @@ TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFile) {
     other.Execute("UPDATE Admin SET  F3 = -40 WHERE F1 = 17");
     other.Close();
     EXPECT_EQ(admin(17).text("F2") + admin(17).text("F3"), "1600-40");
-    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{"Tarnwick.mdb"});
+    EXPECT_EQ(files(), QStringList{"Tarnwick.mdb"});
 }
 
 TEST_F(SettingsDatabaseTest, AReadOnlyDatabaseFailsOnTheFirstSaveOnly) {
@@ -212,14 +201,10 @@ TEST_F(SettingsDatabaseTest, AReadOnlyDatabaseFailsOnTheFirstSaveOnly) {
     EXPECT_EQ(admin(17).text("F2"), "1500");
 }
 
-TEST(ConnectionString, NamesTheFileBesideTheExecutable) {
+TEST(SettingsText, TheFileIsBesideTheExecutableAndApostrophesAreDoubled) {
     EXPECT_EQ(settings::connectionString("/opt/a;b"),
               "Provider=SQLCipher;Data Source=/opt/a;b/Tarnwick.mdb;Database Password=t9c27p5");
     EXPECT_EQ(settings::connectionString("/"),
               "Provider=SQLCipher;Data Source=/Tarnwick.mdb;Database Password=t9c27p5");
-}
-
-TEST(QuoteDoubled, DoublesEachApostrophe) {
-    EXPECT_EQ(settings::Quote_Doubled(""), "");
     EXPECT_EQ(settings::Quote_Doubled("it's ''"), "it''s ''''");
 }

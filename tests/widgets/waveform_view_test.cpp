@@ -34,41 +34,41 @@ class WaveformViewTest : public testing::Test {
                           modifiers, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&view, &event);
     }
-    std::array<qint32, 3> selection() const {
+    void press(Qt::MouseButton button, double x) { mouse(QEvent::MouseButtonPress, button, x); }
+    void move(double x) { mouse(QEvent::MouseMove, Qt::LeftButton, x); }
+    void release(double x) { mouse(QEvent::MouseButtonRelease, Qt::LeftButton, x); }
+    using Numbers = std::vector<qint32>;
+    Numbers selection() const {
         return {waveform.selected, waveform.selectionBegin, waveform.selectionEnd};
     }
+    Numbers range() const { return {waveform.rangeBegin, waveform.rangeEnd}; }
 };
 
-using Selection = std::array<qint32, 3>;
-
 TEST_F(WaveformViewTest, ClickSetsTheCursorAndDragSelectsInEitherDirection) {
-    mouse(QEvent::MouseButtonPress, Qt::LeftButton, 300);
-    mouse(QEvent::MouseMove, Qt::LeftButton, 301);  // a hand is not that steady
-    mouse(QEvent::MouseButtonRelease, Qt::LeftButton, 301);
-    EXPECT_EQ(selection(), (Selection{1, 3000, 3000}));
+    press(Qt::LeftButton, 300);
+    move(301);  // a hand is not that steady
+    release(301);
+    EXPECT_EQ(selection(), (Numbers{1, 3000, 3000}));
 
-    mouse(QEvent::MouseButtonPress, Qt::LeftButton, 400);
-    mouse(QEvent::MouseMove, Qt::LeftButton, 150);
-    EXPECT_EQ(selection(), (Selection{1, 1500, 4000}));
-    mouse(QEvent::MouseButtonRelease, Qt::LeftButton, 2000);
-    EXPECT_EQ(selection(), (Selection{1, 4000, 10000}));
+    press(Qt::LeftButton, 400);
+    move(150);
+    EXPECT_EQ(selection(), (Numbers{1, 1500, 4000}));
+    release(2000);
+    EXPECT_EQ(selection(), (Numbers{1, 4000, 10000}));
 
-    mouse(QEvent::MouseButtonPress, Qt::RightButton, 100);
+    press(Qt::RightButton, 100);
     EXPECT_EQ(waveform.notifications, std::vector<qint16>{3});
-    EXPECT_EQ(selection(), (Selection{1, 4000, 10000})) << "clearing is the owner's decision";
+    EXPECT_EQ(selection(), (Numbers{1, 4000, 10000})) << "clearing is the owner's decision";
 }
 
 TEST_F(WaveformViewTest, WheelZoomsAtThePointerAndScrollsWithShift) {
     wheel(240, 500);
-    EXPECT_EQ(waveform.rangeBegin, 2500);
-    EXPECT_EQ(waveform.rangeEnd, 7500);
+    EXPECT_EQ(range(), (Numbers{2500, 7500}));
     wheel(-120, 0, Qt::ShiftModifier);
-    EXPECT_EQ(waveform.rangeBegin, 3000);
-    EXPECT_EQ(waveform.rangeEnd, 8000);
+    EXPECT_EQ(range(), (Numbers{3000, 8000}));
     for (int i = 0; i < 16; ++i)
         wheel(-15, 500);  // a fine wheel adds up
-    EXPECT_EQ(waveform.rangeBegin, 0);
-    EXPECT_EQ(waveform.rangeEnd, -1);
+    EXPECT_EQ(range(), (Numbers{0, -1}));
 }
 
 TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
@@ -94,8 +94,8 @@ TEST_F(WaveformViewTest, RulerAndLevelsStandOutsideTheWave) {
     EXPECT_EQ(at(10, 20), colours().background);
     EXPECT_EQ(at(200, 195), colours().background);
     EXPECT_EQ(at(200, 30), colours().wave);
-    mouse(QEvent::MouseButtonPress, Qt::LeftButton, 36);
-    mouse(QEvent::MouseButtonRelease, Qt::LeftButton, 36);
+    press(Qt::LeftButton, 36);
+    release(36);
     EXPECT_EQ(waveform.selectionBegin, 0);
 }
 
@@ -104,11 +104,11 @@ TEST_F(WaveformViewTest, WithoutASoundNothingIsPaintedAndNoGestureDoesAnything) 
     const QImage image = picture();
     for (int x = 1; x < 999; x += 7)
         EXPECT_EQ(image.pixelColor(x, 100), colours().outside) << x;
-    mouse(QEvent::MouseButtonPress, Qt::LeftButton, 300);
-    mouse(QEvent::MouseButtonRelease, Qt::LeftButton, 300);
-    mouse(QEvent::MouseButtonPress, Qt::RightButton, 300);
+    press(Qt::LeftButton, 300);
+    release(300);
+    press(Qt::RightButton, 300);
     wheel(120, 300);
-    EXPECT_EQ(selection(), (Selection{0, 0, 0}));
+    EXPECT_EQ(selection(), (Numbers{0, 0, 0}));
     EXPECT_TRUE(waveform.notifications.empty());
     EXPECT_EQ(waveform.rangeEnd, -1);
 }
