@@ -3,25 +3,20 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QProgressBar>
 #include <QRegularExpression>
 #include <QWidget>
+#include <algorithm>
 #include <vector>
 
 namespace tarnwick::forms {
 
 inline bool isControl(const QWidget* widget) {
-    return qobject_cast<const QAbstractButton*>(widget) ||
-           qobject_cast<const QAbstractItemView*>(widget) ||
-           qobject_cast<const QComboBox*>(widget) || qobject_cast<const QGroupBox*>(widget) ||
-           qobject_cast<const QLabel*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
-           qobject_cast<const QPlainTextEdit*>(widget) || qobject_cast<const QProgressBar*>(widget);
+    const auto isA = [&](const char* kind) { return widget->inherits(kind); };
+    const auto kinds = {"QAbstractButton", "QAbstractItemView", "QComboBox",      "QGroupBox",
+                        "QLabel",          "QLineEdit",         "QPlainTextEdit", "QProgressBar"};
+    return std::any_of(kinds.begin(), kinds.end(), isA);
 }
 
 // The controls of a form; what Qt builds inside a combo box or a list is none.

@@ -124,13 +124,11 @@ TEST(MainForm, EveryControlAnnouncesItself) {
     for (QWidget* control : form.findChildren<QWidget*>()) {
         const QString object = control->objectName();
         if (object.isEmpty() || object.startsWith(QLatin1String("qt_")) || control->isWindow() ||
-            control == form.Picture1 || control == form.frTarnwick || !isControl(control)) {
+            control == form.Picture1 || control == form.frTarnwick || !isControl(control))
             continue;
-        }
-        EXPECT_FALSE(seen.contains(object)) << object.toStdString();
+        EXPECT_FALSE(seen.contains(object) || nameOf(control).isEmpty()) << object.toStdString();
         seen << object;
-        EXPECT_FALSE(nameOf(control).isEmpty()) << object.toStdString();
-        if (qobject_cast<QAbstractButton*>(control) || qobject_cast<QLabel*>(control)) {
+        if (control->inherits("QAbstractButton") || control->inherits("QLabel")) {
             EXPECT_EQ(nameOf(control), announced(control->property("text").toString()));
         }
     }

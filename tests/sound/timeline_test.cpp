@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <random>
 
 #include "sound/silence_scan.h"
-#include "sound/sound_error.h"
+#include "sound/sound_writer.h"
+#include "sound/test_sounds.h"
 #include "sound/time.h"
 
 namespace tarnwick::sound {
@@ -16,31 +16,19 @@ namespace {
 class TimelineTest : public testing::Test {
   protected:
     std::shared_ptr<const Source> makeSource(int channels, int frames) {
-        std::string data;
+        std::vector<double> values;
         for (int i = 0, left = 0, level = 0; i < frames; ++i, --left) {
             if (left <= 0) {
                 level = random_() % 2 == 0 ? 20000 : 300;
                 left = 1 + static_cast<int>(random_() % (random_() % 3 == 0 ? 6000 : 40));
             }
-            for (int channel = 0; channel < channels; ++channel) {
-                const int value = static_cast<int>(random_() % (2 * level + 1)) - level;
-                data += static_cast<char>(value);
-                data += static_cast<char>(value >> 8);
-            }
+            for (int channel = 0; channel < channels; ++channel)
+                values.push_back((static_cast<int>(random_() % (2 * level + 1)) - level) / 32768.0);
         }
-        const auto number = [](int value, int bytes) {
-            return std::string(reinterpret_cast<const char*>(&value), bytes);
-        };
-        const int size = static_cast<int>(data.size());
-        const std::filesystem::path path =
-            testing::TempDir() + "timeline" + std::to_string(::getpid()) + ".wav";
-        std::ofstream(path, std::ios::binary)
-            << "RIFF" << number(size + 36, 4) << "WAVEfmt " << number(16, 4) << number(1, 2)
-            << number(channels, 2) << number(44100, 4) << number(0, 4) << number(channels * 2, 2)
-            << number(16, 2) << "data" << number(size, 4) << data;
-        auto source = Source::open(path);
-        std::filesystem::remove(path);
-        return source;
+        const TempFolder folder;
+        const ListSound sound({44100, channels, 16, false}, values);
+        writeSound(sound, 0, frames, {Container::Wav, sound.format()}, folder.path() / "take.wav");
+        return Source::open(folder.path() / "take.wav");
     }
     std::int64_t upTo(std::int64_t limit) {
         return static_cast<std::int64_t>(random_() % static_cast<std::uint64_t>(limit + 1));
