@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -14,12 +17,42 @@ struct Include {
 
 // All .cpp and .h files under a folder of the project ("src"), relative to the source folder,
 // sorted. An empty result is an error of the caller's: the tests insist on files.
-std::vector<std::string> sourceFiles(const std::string& folder);
+inline std::vector<std::string> sourceFiles(const std::string& folder) {
+    const std::filesystem::path root = TARNWICK_SOURCE_FOLDER;
+    std::vector<std::string> files;
+    if (!std::filesystem::exists(root / folder)) return files;
+    for (const std::filesystem::directory_entry& entry :
+         std::filesystem::recursive_directory_iterator(root / folder)) {
+        const std::string extension = entry.path().extension().string();
+        if (entry.is_regular_file() && (extension == ".cpp" || extension == ".h"))
+            files.push_back(std::filesystem::relative(entry.path(), root).generic_string());
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
 
-std::vector<Include> includesOf(const std::string& file);
+inline std::vector<Include> includesOf(const std::string& file) {
+    std::ifstream in(std::filesystem::path(TARNWICK_SOURCE_FOLDER) / file);
+    std::vector<Include> includes;
+    for (std::string line; std::getline(in, line);) {
+        std::erase_if(line, [](char c) { return c == ' ' || c == '\t'; });
+        const std::string directive = "#include";
+        if (!line.starts_with(directive) || line.size() < directive.size() + 2) continue;
+        const char opening = line[directive.size()];
+        const std::size_t begin = directive.size() + 1;
+        const std::size_t end = line.find(opening == '"' ? '"' : '>', begin);
+        if (end != std::string::npos)
+            includes.push_back({file, line.substr(begin, end - begin), opening == '"'});
+    }
+    return includes;
+}
 
 // Text up to the first slash, and the rest; the rest is empty without a slash.
-std::string firstPart(const std::string& path);
-std::string afterFirstPart(const std::string& path);
+inline std::string firstPart(const std::string& path) { return path.substr(0, path.find('/')); }
+
+inline std::string afterFirstPart(const std::string& path) {
+    const std::size_t slash = path.find('/');
+    return slash == std::string::npos ? std::string() : path.substr(slash + 1);
+}
 
 }  // namespace tarnwick::house

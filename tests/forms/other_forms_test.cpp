@@ -1,5 +1,8 @@
 #include "forms/form_checks.h"
+#include "forms/frm_about.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/frm_rename_wiz.h"
+#include "forms/frm_select_import_sheet.h"
 
 namespace tarnwick::forms {
 namespace {
@@ -46,6 +49,52 @@ TEST(BatchForm, NothingIsClippedInAnyOfItsArrangements) {
              form.txbBackupFiles, form.txbFileName, form.opBPMode[0], form.opBPMode[1]})
         EXPECT_FALSE(form.rect().intersects(parked->geometry()))
             << parked->objectName().toStdString();
+}
+
+TEST(RenameForm, ControlsAreAsGiven) {
+    const frmRenameWiz form;
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("RenameWiz "));
+    EXPECT_EQ(form.size(), QSize(917, 683));
+    expectControls(form, R"(
+txbFileExtFilter=*.*|cbAdd=     Add       >>>|cbAddAll=Add All >>>>>>|cbRemove|cbRemoveAll|
+cbFlip=  Flip Horizontal|cbClear|cbRenamePerList=  Rename  Per List|
+chIncrNumberPrefix=Incr. Number (1_)|chIncrNumberSuffix=Incr. Number (_1)|
+chIncrLetterSuffix=Incr. Letter (_A)|txbStartingAt=1|-cbCancel|-cbRename|txbDateModified=|
+-cbReDateCancel|-cbReDate|~Command1|~Command6)");
+    EXPECT_FALSE(form.rect().intersects(form.Filelb->geometry()));
+}
+
+TEST(RenameForm, NothingIsClippedInEitherArrangementNorDuringAPreview) {
+    frmRenameWiz form;
+    expectTidy(form);
+    EXPECT_EQ(form.lbxSelectedFiles->geometry(), QRect(480, 48, 209, 524));
+    form.arrange(frmRenameWiz::kOneAboveTheOther);
+    EXPECT_EQ(form.lbxSelectedFiles->geometry(), QRect(192, 344, 497, 238));
+    form.cbPreview->hide();
+    form.cbReDatePreview->hide();
+    for (QPushButton* button : {form.cbCancel, form.cbRename, form.cbReDateCancel, form.cbReDate})
+        button->show();
+    expectTidy(form);
+}
+
+TEST(SmallForms, AboutAndSheetChoiceAreWindowsOfTheirOwn) {
+    QWidget owner;
+    const frmAbout about(&owner);
+    EXPECT_EQ(about.windowTitle(), QStringLiteral("About Tarnwick"));
+    EXPECT_EQ(about.geometry(), QRect(133, 133, 488, 259));
+    expectControls(about, R"(
+Label1|lbVersion=>>>Change in Sub_Main|Label2=support@tarnwick.example)");
+
+    const frmSelectImportSheet choice(&owner);
+    EXPECT_EQ(choice.windowTitle(), QStringLiteral("Select Worksheet to Import"));
+    expectControls(choice, R"(
+cbxSheetNames=|cbSelectSheet)");
+    EXPECT_TRUE(choice.cbxSheetNames->isEditable());
+    for (const QWidget* form : std::initializer_list<const QWidget*>{&about, &choice}) {
+        expectTidy(*form);
+        EXPECT_TRUE(form->isWindow());
+        EXPECT_FALSE(form->isModal());
+    }
 }
 
 }  // namespace
