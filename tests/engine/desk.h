@@ -71,12 +71,9 @@ class Desk : public testing::Test {
     bool pumpUntil(const std::function<bool()>& reached) {
         QElapsedTimer timer;
         timer.start();
-        while (!reached())
-            if (timer.elapsed() > 20000)
-                return false;
-            else
-                QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        return true;
+        while (!reached() && timer.elapsed() < 20000)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        return reached();
     }
     // Waits until the last event is `line`.
     bool sees(const char* line) {
@@ -113,8 +110,7 @@ class Desk : public testing::Test {
     std::string silences() const {
         QStringList all;
         for (qint32 i = 0; i < editor->SilencePositionsGetCount(); ++i) {
-            qint32 start;
-            qint32 end;
+            qint32 start, end;
             editor->SilencePositionsGetRange(i, start, end);
             all << QStringLiteral("%1-%2").arg(start).arg(end);
         }

@@ -23,8 +23,7 @@ TEST_F(Display, ShowsWhatItIsToldAndReportsIt) {
         {[&] { waveform.SetSelection(1, 3900, -1); }, "Selection 1 3900 4000"},
         {[&] { waveform.notifyMouse(kMouseClearsSelection); }, "Mouse 3 0 0"},
         {[&] { waveform.SetSelection(0, 0, 0); }, "Selection 0 0 0"},
-        {[&] { waveform.ZoomFull(); }, "Range 0 4000"},
-    };
+        {[&] { waveform.ZoomFull(); }, "Range 0 4000"}};
     for (const auto& [call, line] : cases) {
         events.clear();
         call();
