@@ -8,8 +8,8 @@
 #include "documents/workbook.h"
 #include "engine/create_sound_editor.h"
 #include "forms/frm_main.h"
-#include "support/gui_main.h"
 #include "support/scripted_ports.h"
+#include "support/wait_until.h"
 #include "take.h"
 
 // What the operator waits for: the workbook, the storing of a scan, and the whole way from the

@@ -6,8 +6,8 @@
 #include "engine/create_sound_editor.h"
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
-#include "support/gui_main.h"
 #include "support/scripted_ports.h"
+#include "support/wait_until.h"
 
 namespace tarnwick::test {
 

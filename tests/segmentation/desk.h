@@ -6,9 +6,9 @@
 #include "forms/scaling.h"
 #include "model/session.h"
 #include "runtime/process_state.h"
-#include "support/gui_main.h"
 #include "support/scripted_editor.h"
 #include "support/scripted_ports.h"
+#include "support/wait_until.h"
 
 namespace tarnwick::test {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QThread>
 #include <functional>
@@ -21,13 +21,3 @@ inline bool waitUntil(const std::function<bool()>& condition, int ms = 30000) {
 }
 
 }  // namespace tarnwick::test
-
-// A test program with windows: off-screen, one application for all tests.
-#define TARNWICK_GUI_TEST_MAIN                             \
-    int main(int argc, char** argv) {                      \
-        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) \
-            qputenv("QT_QPA_PLATFORM", "offscreen");       \
-        ::testing::InitGoogleTest(&argc, argv);            \
-        QApplication application(argc, argv);              \
-        return RUN_ALL_TESTS();                            \
-    }

@@ -1,3 +1,0 @@
-#include "support/gui_main.h"
-
-TARNWICK_GUI_TEST_MAIN

@@ -1,9 +1,0 @@
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-
-int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
