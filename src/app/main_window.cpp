@@ -161,10 +161,7 @@ void MainWindow::batchProcessorClosed() {
     form_.LabelTotalDuration->setText(u"00:00:00.000"_qs);
     for (QLineEdit* counter : {form_.txbNberFileNames, form_.txbNberAudioFiles}) {
         counter->setText(u"0"_qs);
-        QPalette palette = counter->palette();
-        palette.setColor(QPalette::Base, Qt::white);
-        palette.setColor(QPalette::Text, Qt::black);
-        counter->setPalette(palette);
+        forms::setBackground(counter, Qt::white);
     }
     forms::setCaption(form_.lbStatus, u"Status: Idle"_qs);
 }

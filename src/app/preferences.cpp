@@ -12,10 +12,8 @@ QString textOrEmpty(const settings::Record& row, const QString& column) {
     return row.isNull(column) ? QString() : row.text(column);
 }
 
-// A stored tick above 1 counts as none.
-bool tickUpToOne(const settings::Record& row, const QString& column) {
-    return row.number(column) == 1;
-}
+// A stored tick is 1; whatever else stands there counts as none.
+bool ticked(const settings::Record& row, const QString& column) { return row.number(column) == 1; }
 
 }  // namespace
 
@@ -55,14 +53,14 @@ void Preferences::showSegmentation(const settings::Record& row) {
 }
 
 void Preferences::showScriptAndWindow(const settings::Record& row) {
-    form_.chImportSpecifiedRows->setChecked(row.number(u"F2"_qs) == 1);
+    form_.chImportSpecifiedRows->setChecked(ticked(row, u"F2"_qs));
     form_.txbImportStartRow->setText(row.text(u"F3"_qs));
     form_.txbImportEndRow->setText(row.text(u"F4"_qs));
-    form_.chBUSource->setChecked(row.number(u"F5"_qs) == 1);
+    form_.chBUSource->setChecked(ticked(row, u"F5"_qs));
     form_.opPlayfromlistview[row.isTrue(u"F6"_qs) ? 0 : 1]->setChecked(true);
-    form_.chPromptSheet->setChecked(tickUpToOne(row, u"F7"_qs));
-    form_.chIgnoreFirstRow->setChecked(tickUpToOne(row, u"F8"_qs));
-    form_.chRecalcTimer->setChecked(row.number(u"F9"_qs) == 1);
+    form_.chPromptSheet->setChecked(ticked(row, u"F7"_qs));
+    form_.chIgnoreFirstRow->setChecked(ticked(row, u"F8"_qs));
+    form_.chRecalcTimer->setChecked(ticked(row, u"F9"_qs));
     form_.txbRecalcTimer->setText(row.text(u"F10"_qs));
 }
 

@@ -27,8 +27,6 @@ Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& s
                      [this] { listOpenWindows(); });
 }
 
-Windows::~Windows() = default;
-
 void Windows::showMain() {
     main_.menuBar->show();
     main_.show();

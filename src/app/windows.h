@@ -22,7 +22,6 @@ namespace tarnwick::app {
 class Windows : public QObject {
   public:
     Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services);
-    ~Windows() override;
 
     void showMain();
     // Made anew on each opening; one that is open already stays as it is.

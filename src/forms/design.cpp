@@ -66,6 +66,13 @@ QString announced(const QString& caption) {
     return text.trimmed();
 }
 
+void setBackground(QLineEdit* box, const QColor& colour) {
+    QPalette palette = box->palette();
+    palette.setColor(QPalette::Base, colour);
+    palette.setColor(QPalette::Text, Qt::black);
+    box->setPalette(palette);
+}
+
 void announceValue(QWidget* control, const QString& description) {
     control->setAccessibleName(QString());
     control->setAccessibleDescription(announced(description));

@@ -56,6 +56,10 @@ void setCaption(Control* control, const QString& caption) {
     control->setAccessibleName(announced(caption));
 }
 
+// Gives a text box a background that stands for a state, with text that is readable on it in a dark
+// scheme too.
+void setBackground(QLineEdit* box, const QColor& colour);
+
 // For a read-out: it announces the value of the moment; `description` says what the value is.
 void announceValue(QWidget* control, const QString& description);
 

@@ -12,13 +12,6 @@ namespace {
 constexpr QRgb kRed = qRgb(255, 0, 0);
 constexpr QRgb kGreen = qRgb(0, 255, 0);
 
-void setBackground(QLineEdit& box, QRgb colour) {
-    QPalette palette = box.palette();
-    palette.setColor(QPalette::Base, QColor(colour));
-    palette.setColor(QPalette::Text, Qt::black);  // readable on both colours in a dark scheme too
-    box.setPalette(palette);
-}
-
 }  // namespace
 
 void Alignment::Align() {
@@ -63,8 +56,8 @@ void Alignment::addRow(qint32 i) {
 
 void Alignment::compareCounters() {
     const bool equal = form_.txbNberAudioFiles->text() == form_.txbNberFileNames->text();
-    setBackground(*form_.txbNberAudioFiles, equal ? kGreen : kRed);
-    setBackground(*form_.txbNberFileNames, equal ? kGreen : kRed);
+    for (QLineEdit* counter : {form_.txbNberAudioFiles, form_.txbNberFileNames})
+        forms::setBackground(counter, QColor(equal ? kGreen : kRed));
 }
 
 void Alignment::selectCurrentRow() {

@@ -41,7 +41,6 @@ void IndividualExport::mnuExport_Click() {
         return;
     if (!listIsReady()) return;  // it can have changed while the box stood
     vsExportRunning = u"Yes"_qs;
-    runOpen_ = true;
     forms::showOverlay(form_, *form_.frExportFiles);
     form_.pbExporting->setMaximum(form_.lvAudioDetails->topLevelItemCount());
     vfExportIndex = 1;
@@ -49,7 +48,7 @@ void IndividualExport::mnuExport_Click() {
 }
 
 void IndividualExport::drop() {
-    runOpen_ = false;
+    vsExportRunning = u"No"_qs;
     form_.frExportFiles->hide();
 }
 
@@ -69,7 +68,8 @@ void IndividualExport::Export_Row(float index) {
     keepRecording();
     const qint32 nResult =
         EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
-    if (nResult != engine::kOk) runOpen_ = false;  // no event comes of a refused row: a standstill
+    // No event comes of a refused row: a standstill.
+    if (nResult != engine::kOk) vsExportRunning = u"No"_qs;
     form_.pbExporting->setValue(row);
     forms::setCaption(form_.lbExporting,
                       u"Exporting file %1 of %2"_qs.arg(row).arg(form_.pbExporting->maximum()));
@@ -92,7 +92,7 @@ QString IndividualExport::backupFolder() const {
 }
 
 ExportMoment IndividualExport::moment() const {
-    return {.runOpen = vsExportRunning == u"Yes" && runOpen_,
+    return {.runOpen = vsExportRunning == u"Yes",
             .vfExportIndex = vfExportIndex,
             .rowsOfRun = form_.pbExporting->maximum(),
             .rowsInList = form_.lvAudioDetails->topLevelItemCount(),
@@ -115,7 +115,7 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
 }
 
 void IndividualExport::finish() {
-    runOpen_ = false;
+    vsExportRunning = u"No"_qs;
     const QString& folder = services_.session.loadedFolder;
     for (const QString& name : {services_.session.loadedFile, services_.session.vsScriptFile}) {
         try {

@@ -50,11 +50,10 @@ class IndividualExport {
     Services services_;
     engine::OneShotTimer EDTTimerSoundExportDone;
     float vfExportIndex = 0;   // row being exported, from 1; keeps its last value
-    QString vsExportRunning;   // "Yes" from the first export on
+    QString vsExportRunning;   // "Yes" from the start of a run until it has finished or is given up
     QString vsExportFile;      // full path of the file being written
     qint32 vlExportStart = 0;  // the row's span, in ms
     qint32 vlExportEnd = 0;
-    bool runOpen_ = false;
 };
 
 }  // namespace tarnwick::segmentation
