@@ -1,7 +1,6 @@
 #include "sound/sound_writer.h"
 
 #include <algorithm>
-#include <memory>
 #include <new>
 #include <optional>
 #include <vector>
@@ -10,7 +9,6 @@
 #include "sound/encoder.h"
 #include "sound/resampler.h"
 #include "sound/sound_error.h"
-#include "sound/wav_encoder.h"
 
 namespace tarnwick::sound {
 
@@ -18,11 +16,6 @@ namespace {
 
 // Small enough to stay in the processor's cache through all the steps.
 constexpr std::int64_t kBlockFrames = 16384;
-
-bool writableAsPcm(const AudioFormat& format) {
-    if (format.floating) return format.bits == 32;
-    return format.bits == 8 || format.bits == 16 || format.bits == 24 || format.bits == 32;
-}
 
 void check(const FrameReader& sound, std::int64_t first, std::int64_t end,
            const OutputFormat& output) {
@@ -107,20 +100,6 @@ void encode(const FrameReader& sound, std::int64_t first, std::int64_t end,
 }
 
 }  // namespace
-
-std::unique_ptr<Encoder> makeEncoder(const OutputFormat& output, std::int64_t frames,
-                                     AtomicFile& file) {
-    switch (output.container) {
-        case Container::Wav:
-            if (!writableAsPcm(output.format)) break;
-            return std::make_unique<WavEncoder>(output.format, frames, file);
-        case Container::Aiff:
-        case Container::Mp3:
-        case Container::WavCodec:
-            break;
-    }
-    throw SoundError(SoundFailure::BadFormat, "a container that is not written");
-}
 
 void writeSound(const FrameReader& sound, std::int64_t first, std::int64_t end,
                 const OutputFormat& output, const std::filesystem::path& target,
