@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -13,14 +14,24 @@
 
 namespace tarnwick::engine {
 
-std::unique_ptr<SoundEditor> createSoundEditor() { return std::make_unique<Editor>(); }
+std::shared_ptr<EditorDirectory> createEditorDirectory() {
+    return std::make_shared<EditorDirectory>();
+}
 
-Editor::Editor()
-    : playback_(*this, events_, [this](ErrorCode code) { fail(code); }),
+std::unique_ptr<SoundEditor> createSoundEditor(std::shared_ptr<EditorDirectory> directory) {
+    return std::make_unique<Editor>(directory ? std::move(directory) : createEditorDirectory());
+}
+
+Editor::Editor(std::shared_ptr<EditorDirectory> directory)
+    : directory_(std::move(directory)),
+      playback_(*this, events_, [this](ErrorCode code) { fail(code); }),
       waveform_(*this, sound_, playback_, [this] { analyse(); }),
       exports_(events_, [this](ErrorCode code) { exportDone(code); }) {}
 
-Editor::~Editor() { soundGone_.request_stop(); }
+Editor::~Editor() {
+    directory_->remove(&sound_);
+    soundGone_.request_stop();
+}
 
 void Editor::SetEditorOption(qint16 option) {
     if (option == 100) audibleRangeOnly_ = true;
@@ -42,6 +53,14 @@ void Editor::submit(Work work) {
         [work = std::move(work), ticket = Ticket{events_.generation(), soundGone_.get_token()}] {
             if (!ticket.stop.stop_requested()) work(ticket);
         });
+}
+
+sound::Progress Editor::progressOf(const Ticket& ticket, void (SoundEditor::*signal)(qint16)) {
+    const auto announceNew = [this, ticket, signal, last = -1](int percent) mutable {
+        if (percent > last) announce(ticket, signal, static_cast<qint16>(percent));
+        last = std::max(last, percent);
+    };
+    return {.percent = announceNew, .stop = ticket.stop};
 }
 
 void Editor::dropSound() {
@@ -66,14 +85,31 @@ qint32 Editor::LoadSound(const QString& path) {
     const std::filesystem::path file(QFile::encodeName(path).toStdString());
     const ErrorCode known = attempt([&] { sound::Source::probe(file); });
     if (known != kOk) return refuse(known);
+    startLoading([file](const sound::Progress& progress) {
+        return sound::Timeline(sound::Source::open(file, progress));
+    });
+    return kOk;
+}
+
+qint32 Editor::LoadFromEditor(WindowHandle form) {
+    const DeliveredSound* const other = directory_->find(form);
+    if (!other || !other->timeline) return refuse(kNoSound);
+    // Before the own sound is dropped: it may be the one that is asked for.
+    const sound::Timeline taken = *other->timeline;
+    dropSound();
+    startLoading([taken](const sound::Progress&) {
+        taken.source()->checkUnchanged();
+        return taken;
+    });
+    return kOk;
+}
+
+void Editor::startLoading(Opening open) {
     events_.post([this] { Q_EMIT SoundLoadingStarted(); });
-    submit([this, file](const Ticket& ticket) {
-        const auto percent = [&](int value) {
-            announce(ticket, &SoundEditor::SoundLoadingPerc, static_cast<qint16>(value));
-        };
+    submit([this, open = std::move(open)](const Ticket& ticket) {
         std::optional<sound::Timeline> loaded;
         const ErrorCode code = attempt([&] {
-            loaded.emplace(sound::Source::open(file, {.percent = percent, .stop = ticket.stop}));
+            loaded.emplace(open(progressOf(ticket, &SoundEditor::SoundLoadingPerc)));
             working_.set(*loaded);
         });
         events_.post(ticket.generation, [this, code, loaded = std::move(loaded)] {
@@ -83,10 +119,7 @@ qint32 Editor::LoadSound(const QString& path) {
             Q_EMIT SoundLoadingDone(code == kOk ? 1 : 0);
         });
     });
-    return kOk;
 }
-
-qint32 Editor::LoadFromEditor(WindowHandle) { return refuse(kNotSupported); }
 
 void Editor::SoundPlay() {
     if (SoundPlayRange(0, -1) != kOk) events_.post([this] { Q_EMIT SoundPlaybackStopped(); });

@@ -4,6 +4,7 @@
 #include <stop_token>
 
 #include "engine/delivered_sound.h"
+#include "engine/editor_directory.h"
 #include "engine/encoder_lists.h"
 #include "engine/event_queue.h"
 #include "engine/exports.h"
@@ -20,10 +21,10 @@ namespace tarnwick::engine {
 // events, and waits for none of them before the destructor.
 class Editor final : public SoundEditor, private Effects {
   public:
-    Editor();
+    explicit Editor(std::shared_ptr<EditorDirectory> directory);
     ~Editor() override;
 
-    void InitEditor(WindowHandle) override {}
+    void InitEditor(WindowHandle form) override { directory_->add(form, &sound_); }
     void EnableUndo(qint32 mode) override { keepUndo_ = mode == 1; }
     void SetEditorOption(qint16 option) override;
     void SetLoadMode(qint32) override {}
@@ -75,6 +76,9 @@ class Editor final : public SoundEditor, private Effects {
                      float releasePercent) override;
 
     void dropSound();
+    // What opens the sound that is to come; on the worker.
+    using Opening = std::function<sound::Timeline(const sound::Progress&)>;
+    void startLoading(Opening open);
     void analyse();
     void submit(Work work);
     // A signal that changes nothing in the editor. Any thread.
@@ -86,8 +90,11 @@ class Editor final : public SoundEditor, private Effects {
         });
     }
 
+    // Tells each percent by `signal`, and stops when the ticket's sound goes. Any thread.
+    sound::Progress progressOf(const Ticket& ticket, void (SoundEditor::*signal)(qint16));
+
     // `run` edits the worker's sound and gives the new head; it throws what makes the edit fail.
-    using Edit = std::function<sound::Timeline(WorkingSound&)>;
+    using Edit = std::function<sound::Timeline(WorkingSound&, const sound::Progress&)>;
     qint32 startEdit(EditCommand command, Edit run);
     // An edit that makes a new sound of the present one.
     qint32 startChange(EditCommand command, WorkingSound::Change change);
@@ -101,6 +108,7 @@ class Editor final : public SoundEditor, private Effects {
     void fail(ErrorCode code);  // kOk is none
 
     // UI thread.
+    const std::shared_ptr<EditorDirectory> directory_;
     EventQueue events_;
     DeliveredSound sound_;
     ErrorCode lastError_ = kOk;

@@ -1,10 +1,12 @@
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "engine/editor.h"
 #include "engine/failure_codes.h"
+#include "sound/peak_level.h"
 #include "sound/silence_scan.h"
 
 // What the sound editor's worker does with a loaded sound: edits, analysis, scans.
@@ -24,8 +26,9 @@ qint32 Editor::startEdit(EditCommand command, Edit run) {
     submit([this, command, run = std::move(run)](const Ticket& ticket) {
         announce(ticket, &SoundEditor::SoundEditStarted);
         std::optional<sound::Timeline> edited;
-        const ErrorCode code = attempt([&] { edited = run(working_); });
-        if (code == kOk) announce(ticket, &SoundEditor::SoundEditPerc, qint16{100});
+        const sound::Progress progress = progressOf(ticket, &SoundEditor::SoundEditPerc);
+        const ErrorCode code = attempt([&] { edited = run(working_, progress); });
+        if (code == kOk) progress.percent(100);
         events_.post(ticket.generation, [this, command, code, edited = std::move(edited),
                                          undoAvailable = working_.undoAvailable()] {
             fail(code);
@@ -41,10 +44,10 @@ qint32 Editor::startEdit(EditCommand command, Edit run) {
 }
 
 qint32 Editor::startChange(EditCommand command, WorkingSound::Change change) {
-    return startEdit(command,
-                     [change = std::move(change), keepUndo = keepUndo_](WorkingSound& working) {
-                         return working.edit(change, keepUndo);
-                     });
+    return startEdit(command, [change = std::move(change), keepUndo = keepUndo_](
+                                  WorkingSound& working, const sound::Progress& progress) {
+        return working.edit(change, keepUndo, progress);
+    });
 }
 
 qint32 Editor::refuseEdit(EditCommand command, ErrorCode code) {
@@ -62,22 +65,32 @@ qint32 Editor::DeleteRange(qint32 beginMs, qint32 endMs) {
     if (!sound_.timeline) return refuseEdit(kDeleteRange, kNoSound);
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
     if (!stretch || stretch->reversed()) return refuseEdit(kDeleteRange, kBadRange);
-    return startChange(kDeleteRange, [stretch](const sound::Timeline& head) {
-        return head.removed(stretch->firstIn(head), stretch->endIn(head));
-    });
+    return startChange(kDeleteRange,
+                       [stretch](const sound::Timeline& head, const sound::Progress&) {
+                           return head.removed(stretch->firstIn(head), stretch->endIn(head));
+                       });
 }
 
 qint32 Editor::InsertSilence(qint32 positionMs, qint32 lengthMs) {
     if (!sound_.timeline) return refuseEdit(kInsertSilence, kNoSound);
     const auto position = Position::of(positionMs, sound_.durationMs());
     if (!position || lengthMs < 0) return refuseEdit(kInsertSilence, kBadRange);
-    return startChange(kInsertSilence, [position, lengthMs](const sound::Timeline& head) {
+    return startChange(kInsertSilence, [position, lengthMs](const sound::Timeline& head,
+                                                            const sound::Progress&) {
         return head.inserted(position->frameIn(head), sound::frameAt(lengthMs, head.format().rate));
     });
 }
 
-qint32 Editor::RemoveSilence(qint32, qint32, qint16, qint32) {
-    return refuseEdit(kRemoveSilence, kNotSupported);
+qint32 Editor::RemoveSilence(qint32 beginMs, qint32 endMs, qint16 threshold, qint32 mode) {
+    if (!sound_.timeline) return refuseEdit(kRemoveSilence, kNoSound);
+    const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
+    if (!stretch || stretch->reversed() || threshold < 0 || mode < 0)
+        return refuseEdit(kRemoveSilence, kBadRange);
+    return startChange(kRemoveSilence, [stretch, threshold, mode](const sound::Timeline& head,
+                                                                  const sound::Progress& progress) {
+        return sound::withoutSilence(head, {stretch->firstIn(head), stretch->endIn(head)},
+                                     threshold, sound::frameAt(mode, head.format().rate), progress);
+    });
 }
 
 void Editor::ApplyVolume(qint32 beginMs, qint32 endMs, qint32, float level, qint32) {
@@ -86,18 +99,30 @@ void Editor::ApplyVolume(qint32 beginMs, qint32 endMs, qint32, float level, qint
         refuseEdit(kApplyVolume, sound_.timeline ? kBadRange : kNoSound);
         return;
     }
-    startChange(kApplyVolume, [stretch, level](const sound::Timeline& head) {
-        return head.scaled(stretch->firstIn(head), stretch->endIn(head), level);
-    });
+    startChange(kApplyVolume,
+                [stretch, level](const sound::Timeline& head, const sound::Progress&) {
+                    return head.scaled(stretch->firstIn(head), stretch->endIn(head), level);
+                });
 }
 
-qint32 Editor::Normalize(qint32, qint32, float, float, float) {
-    return refuseEdit(kNormalize, kNotSupported);
+qint32 Editor::Normalize(qint32 beginMs, qint32 endMs, float percent, float, float) {
+    if (!sound_.timeline) return refuseEdit(kNormalize, kNoSound);
+    const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
+    if (!stretch || stretch->reversed() || !std::isfinite(percent) || percent < 0.0f)
+        return refuseEdit(kNormalize, kBadRange);
+    return startChange(kNormalize, [stretch, percent](const sound::Timeline& head,
+                                                      const sound::Progress& progress) {
+        const sound::FrameRange range{stretch->firstIn(head), stretch->endIn(head)};
+        const double peak = sound::peakLevel(head, range, progress);
+        // Silence stays silence.
+        return peak > 0.0 ? head.scaled(range.first, range.end, percent / 100.0 / peak) : head;
+    });
 }
 
 void Editor::Undo() {
     if (sound_.timeline)
-        startEdit(kUndo, [](WorkingSound& working) { return working.undo(); });
+        startEdit(kUndo,
+                  [](WorkingSound& working, const sound::Progress&) { return working.undo(); });
     else
         refuseEdit(kUndo, kNoSound);
 }

@@ -14,8 +14,9 @@ class Effects {
     virtual void ApplyVolume(qint32 beginMs, qint32 endMs, qint32 mode, float level,
                              qint32 reserved) = 0;
 
-    // Brings the peak of all channels to `percent` of full scale. The last two arguments are
-    // always 100. Ends with SoundEditDone, nCommand kNormalize. Returns an ErrorCode.
+    // Brings the peak of all channels to `percent` of full scale, 0 or more; past 100 the sound
+    // clips when it is written. Silence stays silence. The last two arguments are always 100. Ends
+    // with SoundEditDone, nCommand kNormalize. Returns an ErrorCode.
     virtual qint32 Normalize(qint32 beginMs, qint32 endMs, float percent, float attackPercent,
                              float releasePercent) = 0;
 };

@@ -41,8 +41,10 @@ class SoundEditor : public QObject {
     // SoundLoadingDone. `path`: full path, WAV, AIFF or MP3, told by content, not by name.
     virtual qint32 LoadSound(const QString& path) = 0;
     virtual void SoundClose() = 0;
-    virtual qint32 LoadFromEditor(WindowHandle form) = 0;  // ends with SoundLoadingDone
-    virtual qint32 LastError() const = 0;                  // of the last failure, an ErrorCode
+    // Takes over, as a new sound without a history, what the editor of another window (or this one)
+    // holds. Ends with SoundLoadingDone. Refused where that editor has no sound: the own one stays.
+    virtual qint32 LoadFromEditor(WindowHandle form) = 0;
+    virtual qint32 LastError() const = 0;  // of the last failure, an ErrorCode
 
     virtual qint32 GetSoundDuration() const = 0;  // ms, 0 without a sound
     // "00:00:00.000"; a negative time has a minus sign in front. Extra arguments are 0 and 1.
@@ -60,7 +62,9 @@ class SoundEditor : public QObject {
     // event of another works on the result of that.
     virtual qint32 DeleteRange(qint32 beginMs, qint32 endMs) = 0;
     virtual qint32 InsertSilence(qint32 positionMs, qint32 lengthMs) = 0;
-    // Cuts what lies at or under `threshold` (0 to 32767) inside the range, nothing else.
+    // Cuts what lies at or under `threshold` (0 to 32767) in all channels inside the range, nothing
+    // else. Between two louder places of the range only what lasts `mode` ms counts, so that with 1
+    // a wave keeps its passages through zero; at the edges of the range everything counts.
     virtual qint32 RemoveSilence(qint32 beginMs, qint32 endMs, qint16 threshold, qint32 mode) = 0;
     virtual bool UndoAvailable() const = 0;
     virtual void Undo() = 0;
@@ -98,6 +102,7 @@ class SoundEditor : public QObject {
     void SilencePosDetectionDone(qint32 bResult);
     void AudibleRangeDetected(qint32 beginMs, qint32 endMs);
     void SoundExportDone(qint32 bResult);
+    // For those who append sounds by automation; no operation of the editor itself ends so.
     void AppendAutomationDone(qint32 bResult);
     void SoundPlaybackStarted();
     void SoundPlaybackPaused();

@@ -24,8 +24,9 @@ const sound::Timeline& WorkingSound::head() const {
     return *head_;
 }
 
-const sound::Timeline& WorkingSound::edit(const Change& change, bool keepUndo) {
-    sound::Timeline edited = change(head());
+const sound::Timeline& WorkingSound::edit(const Change& change, bool keepUndo,
+                                          const sound::Progress& progress) {
+    sound::Timeline edited = change(head(), progress);
     if (lengthOf(edited) > std::numeric_limits<qint32>::max())
         throw EditorError(kBadRange, "sound too long");
     if (keepUndo)

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "sound/progress.h"
 #include "sound/timeline.h"
 
 namespace tarnwick::engine {
@@ -14,7 +15,7 @@ namespace tarnwick::engine {
 // it was; the failure has a code.
 class WorkingSound {
   public:
-    using Change = std::function<sound::Timeline(const sound::Timeline&)>;
+    using Change = std::function<sound::Timeline(const sound::Timeline&, const sound::Progress&)>;
 
     void set(sound::Timeline timeline);  // a new sound, without a history
     void drop();
@@ -25,7 +26,8 @@ class WorkingSound {
     // Both give the new head. An edit throws too when the sound would grow past what 32-bit
     // milliseconds can tell; without `keepUndo` the way back is given up. An undo throws too when
     // there is nothing to undo.
-    const sound::Timeline& edit(const Change& change, bool keepUndo);
+    const sound::Timeline& edit(const Change& change, bool keepUndo,
+                                const sound::Progress& progress);
     const sound::Timeline& undo();
 
     bool undoAvailable() const { return !history_.empty(); }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "sound/loud_search.h"
+#include "sound/sound_error.h"
 #include "sound/steady_percent.h"
 
 namespace tarnwick::sound {
@@ -14,27 +15,23 @@ constexpr std::int64_t kReportFrames = 1 << 16;
 
 double limitOf(int threshold) { return std::clamp(threshold, 0, 32767) / 32767.0; }
 
-}  // namespace
-
+// Every longest stretch without a loud frame in `range` that lasts at least `minimum`, in order.
+//
 // A silence of the minimum length that begins at or behind a frame covers the last frame of the
 // window of that length; so a loud frame there moves the window on by nearly its whole length, and
 // most of the sound is never looked at. (The idea of Boyer and Moore's string search, 1977.)
-std::vector<FrameRange> findSilences(const Timeline& timeline, int threshold,
-                                     std::int64_t minimumFrames, const Progress& progress) {
-    timeline.source()->checkUnchanged();
-    LoudSearch search(timeline, limitOf(threshold));
-    const std::int64_t frames = timeline.frames();
-    const std::int64_t minimum = std::max<std::int64_t>(minimumFrames, 1);
-    SteadyPercent percent(progress, frames);
+std::vector<FrameRange> silencesIn(LoudSearch& search, FrameRange range, std::int64_t minimum,
+                                   const Progress& progress) {
+    SteadyPercent percent(progress, range.end - range.first);
     std::vector<FrameRange> found;
-    std::int64_t report = 0;
+    std::int64_t report = range.first;
     // No silence that has not been found begins before `first`; if one begins there, the frame
-    // before it is loud or the sound's edge.
-    std::int64_t first = 0;
-    while (first <= frames - minimum) {
+    // before it is loud or the edge of the range.
+    std::int64_t first = range.first;
+    while (first <= range.end - minimum) {
         if (first >= report) {
             percent.checkStop();
-            percent.reached(first);
+            percent.reached(first - range.first);
             report = first + kReportFrames;
         }
         const std::int64_t end = first + minimum;
@@ -46,12 +43,40 @@ std::vector<FrameRange> findSilences(const Timeline& timeline, int threshold,
             first = loud + 1;
             continue;
         }
-        const std::int64_t next = search.firstLoud(end, frames);
-        found.push_back({first, next < 0 ? frames : next});
+        const std::int64_t next = search.firstLoud(end, range.end);
+        found.push_back({first, next < 0 ? range.end : next});
         first = found.back().end + 1;
     }
-    percent.reached(frames);
+    percent.reached(range.end - range.first);
     return found;
+}
+
+}  // namespace
+
+std::vector<FrameRange> findSilences(const Timeline& timeline, int threshold,
+                                     std::int64_t minimumFrames, const Progress& progress) {
+    timeline.source()->checkUnchanged();
+    LoudSearch search(timeline, limitOf(threshold));
+    return silencesIn(search, {0, timeline.frames()}, std::max<std::int64_t>(minimumFrames, 1),
+                      progress);
+}
+
+Timeline withoutSilence(const Timeline& timeline, FrameRange range, int threshold,
+                        std::int64_t minimumFrames, const Progress& progress) {
+    timeline.source()->checkUnchanged();
+    if (range.first < 0 || range.first > range.end || range.end > timeline.frames())
+        throw SoundError(SoundFailure::BadRange, "a stretch outside the sound");
+    LoudSearch search(timeline, limitOf(threshold));
+    const std::int64_t loud = search.firstLoud(range.first, range.end);
+    if (loud < 0) return timeline.removed(range.first, range.end);
+    const FrameRange inner{loud, search.lastLoud(loud, range.end) + 1};
+    const auto silences =
+        silencesIn(search, inner, std::max<std::int64_t>(minimumFrames, 1), progress);
+    // From the back, so that the places still ahead stay where they are.
+    Timeline left = timeline.removed(inner.end, range.end);
+    for (auto silence = silences.rbegin(); silence != silences.rend(); ++silence)
+        left = left.removed(silence->first, silence->end);
+    return left.removed(range.first, inner.first);
 }
 
 std::optional<FrameRange> audibleRange(const Timeline& timeline, int threshold,

@@ -35,8 +35,8 @@ class Desk : public testing::Test {
   protected:
     Desk() { renew(); }
 
-    void renew() {
-        editor = createSoundEditor();
+    void renew(const std::shared_ptr<EditorDirectory>& directory = {}) {
+        editor = createSoundEditor(directory);
         editor->EnableUndo(1);
         hear(&SoundEditor::SoundLoadingStarted, "LoadingStarted");
         hear(&SoundEditor::SoundLoadingPerc, "LoadingPerc");

@@ -119,6 +119,95 @@ TEST_F(Desk, UndoGoesBackBitForBitAndNoFurther) {
     EXPECT_EQ(written("nothing.wav").size(), 0u);
 }
 
+TEST_F(Desk, RemoveSilenceCutsWhatIsQuietInItsRangeAndNothingElse) {
+    // Edges off the milliseconds, a passage through zero of 8 frames, a gap of 2 ms.
+    const Samples loud = wave(100, 8000);
+    const Samples tail = wave(100, 8000) + Samples(8, 10) + loud;
+    load(Samples(4419, 0) + loud + wave(2, 50) + tail + Samples(22101, -100));
+    const struct {
+        qint32 begin, end, shortest;
+        Samples left;
+    } cases[] = {
+        {0, -1, 1, loud + tail},
+        {0, -1, 3, loud + wave(2, 50) + tail},
+        {0, -1, 0, loud + wave(100, 8000) + loud},
+        {50, 150, 1, Samples(2205, 0) + loud + wave(2, 50) + tail + Samples(22101, -100)},
+        {602, 9999, 1, Samples(4419, 0) + loud + wave(2, 50) + tail + Samples(8803, -100)},
+        {110, 190, 1, {}},  // all of it is loud
+        {300, 300, 1, {}},  // an empty range
+    };
+    const Samples before = written("before.wav");
+    for (const auto& [begin, end, shortest, left] : cases) {
+        EXPECT_EQ(editor->RemoveSilence(begin, end, kThreshold, shortest), kOk);
+        ASSERT_TRUE(sees("EditDone 14 1"));
+        const Samples after = written("after.wav");
+        EXPECT_TRUE(after == (left.empty() ? before : left))
+            << begin << " to " << end << ", " << after.size();
+        editor->Undo();
+        ASSERT_TRUE(sees("EditDone 4 1"));
+    }
+    EXPECT_TRUE(written("back.wav") == before);
+}
+
+TEST_F(Desk, NormalizeBringsThePeakOfItsStretchToThePercent) {
+    Samples take = wave(1000, 50) + wave(1000, 800) + wave(1000, 8000) + Samples(kRate, 0);
+    take[60000] = -209716;  // between two of the same height, where peaks alone cannot tell
+    load(take);
+    // The largest sample of what a stretch became, in steps of 24 bits.
+    const auto peak = [&](qint32 begin, qint32 end) {
+        const Samples samples = written("out.wav", begin, end);
+        const auto [low, high] = std::ranges::minmax(samples);
+        return std::max(-low, high);
+    };
+    const auto normalize = [&](qint32 begin, qint32 end, float percent) {
+        EXPECT_EQ(editor->effects().Normalize(begin, end, percent, 100.0f, 100.0f), kOk);
+        EXPECT_TRUE(sees("EditDone 19 1"));
+        EXPECT_EQ(events.filter(QStringLiteral("EditPerc")).removeDuplicates(), 0);
+    };
+    normalize(1000, 2000, 50.0f);
+    EXPECT_EQ(peak(1000, 2000), 4194304);
+    EXPECT_EQ(peak(0, 1000), 50 * 256 + 179);  // outside nothing changed
+    EXPECT_EQ(peak(2000, 3000), 8000 * 256 + 179);
+    normalize(1000, 2000, 6.25f);  // of what the first one made
+    EXPECT_EQ(peak(1000, 2000), 524288);
+    normalize(0, -1, 100.0f);
+    EXPECT_EQ(peak(0, -1), 8388607);  // as far as 24 bits go
+    normalize(3000, 4000, 90.0f);     // silence
+    EXPECT_EQ(peak(3000, 4000), 0);
+    normalize(0, -1, 0.0f);
+    EXPECT_EQ(peak(0, -1), 0);
+}
+
+TEST_F(Desk, AnEditorTakesOverTheSoundOfAnother) {
+    const auto directory = createEditorDirectory();
+    const auto other = createSoundEditor(directory);
+    renew(directory);
+    other->InitEditor(7);
+    editor->InitEditor(8);
+    EXPECT_EQ(editor->LoadFromEditor(6), kNoSound);
+    EXPECT_EQ(editor->LoadFromEditor(7), kNoSound);
+    ASSERT_EQ(other->LoadSound(make("other.wav", wavFile(kTake))), kOk);
+    ASSERT_TRUE(pumpUntil([&] { return other->GetSoundDuration() == 4000; }));
+    other->DeleteRange(0, 1000);
+    ASSERT_TRUE(pumpUntil([&] { return other->GetSoundDuration() == 3000; }));
+    ASSERT_EQ(editor->LoadFromEditor(7), kOk);
+    ASSERT_TRUE(sees("LoadingDone 1"));
+    EXPECT_EQ(events.first(), QStringLiteral("LoadingStarted"));
+    EXPECT_FALSE(editor->UndoAvailable());
+    const Samples taken = slice(kTake, kRate, kTake.size());
+    EXPECT_TRUE(written("taken.wav") == taken);
+
+    // From here on both go their own ways; one may even take over what it has itself.
+    other->SoundClose();
+    editor->DeleteRange(0, 2000);
+    ASSERT_TRUE(sees("EditDone 1 1"));
+    ASSERT_EQ(editor->LoadFromEditor(8), kOk);
+    ASSERT_TRUE(sees("LoadingDone 1"));
+    EXPECT_TRUE(written("own.wav") == slice(taken, 2 * kRate, taken.size()));
+    EXPECT_EQ(editor->LoadFromEditor(7), kNoSound);
+    EXPECT_EQ(editor->GetSoundDuration(), 1000);  // a refusal costs nothing
+}
+
 TEST_F(Desk, ExportsOverlapWithEditsAndKeepWhatTheySaw) {
     Samples take = kTake;
     for (int i = 0; i < 3; ++i)
@@ -176,8 +265,13 @@ TEST_F(Desk, RefusedCallsRaiseNothing) {
     EXPECT_EQ(editor->DeleteRange(-2, 10), kBadRange);
     EXPECT_EQ(editor->DeleteRange(20, 10), kBadRange);
     EXPECT_EQ(editor->InsertSilence(0, -1), kBadRange);
-    ASSERT_TRUE(sees("EditDone 2 0"));
-    EXPECT_EQ(said(), "EditDone 1 0, EditDone 1 0, EditDone 2 0");
+    EXPECT_EQ(editor->RemoveSilence(0, -1, -1, 1), kBadRange);
+    for (const float percent : {-1.0f, std::numeric_limits<float>::infinity()})
+        EXPECT_EQ(editor->effects().Normalize(0, -1, percent, 100.0f, 100.0f), kBadRange);
+    ASSERT_TRUE(pumpUntil([&] { return events.size() == 6; }));
+    EXPECT_EQ(
+        said(),
+        "EditDone 1 0, EditDone 1 0, EditDone 2 0, EditDone 14 0, EditDone 19 0, EditDone 19 0");
     editor->effects().ApplyVolume(-5, 10, 0, 0.0f, 0);
     ASSERT_TRUE(sees("EditDone 3 0"));
     editor->effects().ApplyVolume(0, 10, 0, std::numeric_limits<float>::quiet_NaN(), 0);
