@@ -9,7 +9,7 @@ TARNWICK_BUILD_PACKAGES=(
     qt6-base-dev libgl-dev
     libsqlcipher-dev libzip-dev libpugixml-dev
     libsndfile1-dev libmpg123-dev libmp3lame-dev libsoxr-dev libcubeb-dev
-    libgtest-dev libgmock-dev libbenchmark-dev
+    libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
 )
 
 # To use the program: its fonts, the MP3 encoder that is linked into the program folder, the
