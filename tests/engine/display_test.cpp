@@ -1,4 +1,3 @@
-#include <QDir>
 #include <thread>
 
 #include "desk.h"
@@ -110,36 +109,6 @@ TEST_F(Display, WhatIsAskedForWhileTheSoundEndsIsSilent) {
     ASSERT_TRUE(sees("Ended"));
     pause(50);
     EXPECT_EQ(said(), "Started, Ended");
-}
-
-TEST_F(Display, EverythingAtOnce) {
-    Samples take = wave(1500, 8000) + wave(1500, 0);
-    const QString first = make("first.wav", wavFile(take));
-    for (int round = 0; round < 6; ++round) {
-        load(take);
-        std::vector<WaveColumn> columns(300);
-        for (int step = 0; step < 8; ++step) {
-            editor->SoundPlayRange(step * 100, -1);
-            write("out.wav", step * 10, -1);
-            editor->waveform().AnalyzeSound();
-            editor->SilencePositionsDetect(100, 300, 0);
-            editor->waveform().columns(0, 0, 9000 - round, columns);
-            if (step % 3 == 2)
-                editor->Undo();
-            else
-                editor->InsertSilence(step * 300, 250);
-            QCoreApplication::processEvents();
-        }
-        if (round % 3 == 0)
-            editor->LoadSound(first);
-        else if (round % 3 == 1)
-            renew();  // in the midst of all
-        else
-            ASSERT_TRUE(pumpUntil([&] { return editor->SoundExportsPending() == 0; }));
-    }
-    load(take);
-    EXPECT_EQ(written("out.wav"), take);
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
 }
 
 }  // namespace
