@@ -66,10 +66,21 @@ void toFloats(const double* values, std::size_t count, unsigned char* out) {
     }
 }
 
-void turnRound(unsigned char* bytes, std::size_t samples, std::size_t width) {
-    for (std::size_t i = 0; i < samples; ++i) {
-        std::reverse(bytes + i * width, bytes + (i + 1) * width);
-    }
+void compand(const std::int32_t* samples, std::size_t count, Companding law, unsigned char* out) {
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = law == Companding::ALaw ? toALaw(samples[i]) : toMuLaw(samples[i]);
+}
+
+template <std::size_t kWidth>
+void turnRound(unsigned char* bytes, std::size_t samples) {
+    for (std::size_t i = 0; i < samples; ++i, bytes += kWidth)
+        std::reverse(bytes, bytes + kWidth);
+}
+
+void toBigEndian(unsigned char* bytes, std::size_t samples, std::size_t width) {
+    if (width == 2) turnRound<2>(bytes, samples);
+    if (width == 3) turnRound<3>(bytes, samples);
+    if (width == 4) turnRound<4>(bytes, samples);
 }
 
 }  // namespace
@@ -84,11 +95,14 @@ void quantise(const double* values, std::size_t count, const SampleLayout& layou
         unsigned char* place = out + done * width;
         if (layout.floating) {
             toFloats(values + done, now, place);
+        } else if (layout.law != Companding::None) {
+            toIntegers(values + done, now, 16, samples);
+            compand(samples, now, layout.law, place);
         } else {
             toIntegers(values + done, now, layout.bits, samples);
             pack(samples, now, layout, place);
         }
-        if (layout.bigEndian && width > 1) turnRound(place, now, width);
+        if (layout.bigEndian) toBigEndian(place, now, width);
     }
 }
 

@@ -3,15 +3,17 @@
 #include <cstddef>
 
 #include "sound/audio_format.h"
+#include "sound/companding.h"
 
 namespace tarnwick::sound {
 
-// Sample layouts of uncompressed files.
+// Sample layouts of files that keep each sample by itself.
 struct SampleLayout {
     int bits = 16;  // 8, 16, 24, 32
     bool floating = false;
     bool bigEndian = false;
-    bool unsigned8 = true;  // 8 bits with the middle at 128, as WAV has them
+    bool unsigned8 = true;              // 8 bits with the middle at 128, as WAV has them
+    Companding law = Companding::None;  // 8 bits that stand for 16
 
     int bytes() const { return bits / 8; }
 };

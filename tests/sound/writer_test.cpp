@@ -13,12 +13,12 @@
 #include <limits>
 
 #include "sound/atomic_file.h"
+#include "sound/header_writer.h"
 #include "sound/quantiser.h"
 #include "sound/resampler.h"
 #include "sound/sound_error.h"
 #include "sound/sound_writer.h"
 #include "sound/test_sounds.h"
-#include "sound/wav_encoder.h"
 
 namespace tarnwick::sound {
 namespace {

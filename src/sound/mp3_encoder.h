@@ -1,0 +1,48 @@
+#pragma once
+
+#include <lame/lame.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "sound/encoder.h"
+
+namespace tarnwick::sound {
+
+// The constant bit rates, in bits per second and rising, that MP3 files of `rate` frames per second
+// can have. Empty for rates that MP3 does not know. Asks the encoder: takes some 30 ms. Any thread.
+std::vector<int> mp3BitRates(int rate);
+
+// Writes MP3 of a constant bit rate, through LAME. Nothing is clipped. The length tag in front lets
+// decoders give exactly the frames that were written; below 16 kbit/s, and up to 32 kbit/s at some
+// rates, a frame has no room for it.
+class Mp3Encoder : public Encoder {
+  public:
+    // `bitRate` in bits per second, 1 or 2 channels. Throws SoundError(BadFormat) when the encoder
+    // does not honour all three.
+    Mp3Encoder(int rate, int channels, int bitRate, AtomicFile& file);
+
+    void write(const double* interleaved, std::int64_t frames) override;
+    void finish() override;
+
+  private:
+    struct Close {
+        void operator()(lame_t lame) const { lame_close(lame); }
+    };
+    using Lame = std::unique_ptr<lame_global_flags, Close>;
+
+    static Lame makeLame(int rate, int channels, int bitRate);
+    friend std::vector<int> mp3BitRates(int rate);
+
+    void append(int encoded);
+
+    AtomicFile& file_;
+    std::int64_t begin_;  // byte where the length tag stands
+    int channels_;
+    Lame lame_;
+    std::vector<double> values_;
+    std::vector<unsigned char> bytes_;
+};
+
+}  // namespace tarnwick::sound

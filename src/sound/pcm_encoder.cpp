@@ -1,0 +1,23 @@
+#include "sound/pcm_encoder.h"
+
+namespace tarnwick::sound {
+
+PcmEncoder::PcmEncoder(const std::vector<unsigned char>& header, const SampleLayout& layout,
+                       int channels, AtomicFile& file)
+    : file_(file), layout_(layout), channels_(channels) {
+    file_.write(header.data(), header.size());
+}
+
+void PcmEncoder::write(const double* interleaved, std::int64_t frames) {
+    const auto values = static_cast<std::size_t>(frames * channels_);
+    bytes_.resize(values * static_cast<std::size_t>(layout_.bytes()));
+    quantise(interleaved, values, layout_, bytes_.data());
+    file_.write(bytes_.data(), bytes_.size());
+}
+
+void PcmEncoder::finish() {
+    // Headers and chunks have an even length.
+    if (file_.size() % 2 != 0) file_.write("", 1);
+}
+
+}  // namespace tarnwick::sound
