@@ -115,8 +115,8 @@ class Editor final : public SoundEditor, private Effects {
     bool keepUndo_ = false;
     bool audibleRangeOnly_ = false;
     std::stop_source soundGone_;  // of the present sound's jobs
-    NoMp3Options mp3_;
-    NoAcmOptions acm_;
+    Mp3Rates mp3_;
+    WavCodecs acm_;
     EncodeFormats formats_{mp3_, acm_};
     Playback playback_;
     WaveformModel waveform_;

@@ -23,19 +23,23 @@ struct AiffOptions {
     qint32 EncodeMode = kAiff16;
 };
 
-// Output as MP3. The lists name only the constant rates that the encoder honours at a frequency.
+// Output as MP3. The lists name only the constant rates that the encoder honours at a frequency,
+// the highest first; none for a frequency that MP3 does not know. A rate that is not in the list
+// is refused by the export.
 class Mp3Options {
   public:
     virtual ~Mp3Options() = default;
     virtual qint32 CBR_GetCount(qint32 frequencyHz) const = 0;
-    virtual double CBR_GetValue(qint32 frequencyHz, qint32 index) const = 0;  // bits per second
+    // In bits per second; 0 for an index out of range.
+    virtual double CBR_GetValue(qint32 frequencyHz, qint32 index) const = 0;
 
     qint32 EncodeMode = kMp3ConstantBitRate;
     double CBR = 128000.0;  // bits per second
 };
 
 // Output through one of the codecs that live inside WAV. CodecsEnum must run before the lists are
-// read; indices count from 0, a name out of range is empty.
+// read; indices count from 0, a name out of range is empty. The format gives the file its rate and
+// channels: those named in the export do not count.
 class AcmOptions {
   public:
     virtual ~AcmOptions() = default;

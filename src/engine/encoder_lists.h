@@ -1,24 +1,35 @@
 #pragma once
 
+#include <map>
+#include <vector>
+
 #include "engine/encode_formats.h"
 
 namespace tarnwick::engine {
 
-// The option objects of an editor that writes neither MP3 nor codecs inside WAV: there is nothing
-// to choose from.
-class NoMp3Options final : public Mp3Options {
+// The bit rates of MP3, as the encoder tells them, the highest first. UI thread.
+class Mp3Rates final : public Mp3Options {
   public:
-    qint32 CBR_GetCount(qint32) const override { return 0; }
-    double CBR_GetValue(qint32, qint32) const override { return 0.0; }
+    qint32 CBR_GetCount(qint32 frequencyHz) const override;
+    double CBR_GetValue(qint32 frequencyHz, qint32 index) const override;
+
+  private:
+    const std::vector<int>& rates(qint32 frequencyHz) const;
+
+    mutable std::map<qint32, std::vector<int>> known_;  // by frequency: asking takes time
 };
 
-class NoAcmOptions final : public AcmOptions {
+// The codecs that are written into WAV. UI thread.
+class WavCodecs final : public AcmOptions {
   public:
-    void CodecsEnum() override {}
-    qint16 CodecsGetCount() const override { return 0; }
-    QString CodecsGetName(qint16) const override { return {}; }
-    qint16 FormatsGetCount(qint16) const override { return 0; }
-    QString FormatsGetName(qint16, qint16) const override { return {}; }
+    void CodecsEnum() override { listed_ = true; }
+    qint16 CodecsGetCount() const override;
+    QString CodecsGetName(qint16 codec) const override;
+    qint16 FormatsGetCount(qint16 codec) const override;
+    QString FormatsGetName(qint16 codec, qint16 format) const override;
+
+  private:
+    bool listed_ = false;
 };
 
 }  // namespace tarnwick::engine

@@ -6,8 +6,9 @@
 
 namespace tarnwick::engine {
 
-// What an export is to be written as, from the settings as they are now. kNotSupported for a
-// container that this editor does not write, kBadFormat for settings that no file can have.
+// What an export is to be written as, from the settings as they are now. Frequency and channels
+// are those of the codec's format where one was chosen. kBadFormat for settings that no file can
+// have.
 ErrorCode outputFormat(const EncodeFormats& formats, qint32 frequencyHz, qint32 channels,
                        sound::OutputFormat& output);
 

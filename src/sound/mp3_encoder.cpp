@@ -1,5 +1,7 @@
 #include "sound/mp3_encoder.h"
 
+#include <lame/lame.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -42,6 +44,8 @@ std::vector<int> mp3BitRates(int rate) {
     }
     return rates;
 }
+
+void Mp3Encoder::Close::operator()(lame_global_struct* lame) const { lame_close(lame); }
 
 // None when the encoder would settle on other rates than these.
 Mp3Encoder::Lame Mp3Encoder::makeLame(int rate, int channels, int bitRate) {

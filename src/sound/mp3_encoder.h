@@ -1,12 +1,12 @@
 #pragma once
 
-#include <lame/lame.h>
-
 #include <cstdint>
 #include <memory>
 #include <vector>
 
 #include "sound/encoder.h"
+
+struct lame_global_struct;
 
 namespace tarnwick::sound {
 
@@ -28,9 +28,9 @@ class Mp3Encoder : public Encoder {
 
   private:
     struct Close {
-        void operator()(lame_t lame) const { lame_close(lame); }
+        void operator()(lame_global_struct* lame) const;
     };
-    using Lame = std::unique_ptr<lame_global_flags, Close>;
+    using Lame = std::unique_ptr<lame_global_struct, Close>;
 
     static Lame makeLame(int rate, int channels, int bitRate);
     friend std::vector<int> mp3BitRates(int rate);
