@@ -1,10 +1,13 @@
 #include "sound/mp3_encoder.h"
 
 #include <lame/lame.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
+#include "sound/mp3_length_tag.h"
 #include "sound/sound_error.h"
 
 namespace tarnwick::sound {
@@ -61,7 +64,8 @@ Mp3Encoder::Lame Mp3Encoder::makeLame(int rate, int channels, int bitRate) {
     lame_set_VBR(lame.get(), vbr_off);
     lame_set_brate(lame.get(), bitRate / 1000);
     lame_set_quality(lame.get(), kQuality);
-    lame_set_bWriteVbrTag(lame.get(), 1);
+    const bool tag = mp3LengthTagFor(rate, channels, bitRate) == Mp3LengthTag::ByLame;
+    lame_set_bWriteVbrTag(lame.get(), tag ? 1 : 0);
     lame_set_write_id3tag_automatic(lame.get(), 0);
     const bool honoured = lame_init_params(lame.get()) == 0 &&
                           lame_get_out_samplerate(lame.get()) == rate &&
@@ -71,11 +75,15 @@ Mp3Encoder::Lame Mp3Encoder::makeLame(int rate, int channels, int bitRate) {
 
 Mp3Encoder::Mp3Encoder(int rate, int channels, int bitRate, AtomicFile& file)
     : file_(file),
-      begin_(file.size()),
       channels_(channels),
+      bitRate_(bitRate),
       lame_(makeLame(rate, channels, bitRate)),
       bytes_(kBlockBytes) {
     if (!lame_) throw SoundError(SoundFailure::BadFormat, "rates that MP3 does not have");
+    gain_ = 1.0 / lame_get_scale(lame_.get());
+    const bool own = mp3LengthTagFor(rate, channels, bitRate) == Mp3LengthTag::Here;
+    ownTagBytes_ = own ? mp3FrameBytes(rate, bitRate) : 0;
+    file_.write(std::vector<unsigned char>(ownTagBytes_).data(), ownTagBytes_);
 }
 
 void Mp3Encoder::append(int encoded) {
@@ -89,7 +97,8 @@ void Mp3Encoder::write(const double* interleaved, std::int64_t frames) {
         const auto count = static_cast<int>(std::min(kBlockFrames, frames - done));
         const double* block = interleaved + done * channels_;
         values_.resize(static_cast<std::size_t>(count * channels_));
-        std::transform(block, block + count * channels_, values_.begin(), bounded);
+        std::transform(block, block + count * channels_, values_.begin(),
+                       [this](double value) { return bounded(value) * gain_; });
         const auto room = static_cast<int>(bytes_.size());
         append(channels_ == 1
                    ? lame_encode_buffer_ieee_double(lame_.get(), values_.data(), values_.data(),
@@ -101,9 +110,25 @@ void Mp3Encoder::write(const double* interleaved, std::int64_t frames) {
 
 void Mp3Encoder::finish() {
     append(lame_encode_flush(lame_.get(), bytes_.data(), static_cast<int>(bytes_.size())));
-    // Only now are the lengths known that the tag, the first frame of the file, is to tell.
+    // Only now are the lengths known that the first frame is to tell.
+    if (ownTagBytes_ > 0) return writeOwnTag();
     const std::size_t tag = lame_get_lametag_frame(lame_.get(), bytes_.data(), bytes_.size());
-    if (tag > 0 && tag <= bytes_.size()) file_.writeAt(begin_, bytes_.data(), tag);
+    if (tag <= bytes_.size()) file_.writeAt(0, bytes_.data(), tag);
+}
+
+void Mp3Encoder::writeOwnTag() {
+    const Mp3Length length{.mp3Frames = lame_get_frameNum(lame_.get()),
+                           .bytes = file_.size(),
+                           .delay = lame_get_encoder_delay(lame_.get()),
+                           .padding = lame_get_encoder_padding(lame_.get()),
+                           .bitRate = bitRate_,
+                           .lowpass = lame_get_lowpassfreq(lame_.get())};
+    std::array<unsigned char, 4> header;
+    const auto second = static_cast<off_t>(ownTagBytes_);
+    if (pread(file_.descriptor(), header.data(), header.size(), second) != std::ssize(header))
+        throw SoundError(SoundFailure::WriteFailed, "the file cannot be read back");
+    const std::vector<unsigned char> tag = mp3LengthTag(header, ownTagBytes_, length);
+    file_.writeAt(0, tag.data(), tag.size());
 }
 
 }  // namespace tarnwick::sound

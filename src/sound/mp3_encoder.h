@@ -14,9 +14,9 @@ namespace tarnwick::sound {
 // can have. Empty for rates that MP3 does not know. Asks the encoder: takes some 30 ms. Any thread.
 std::vector<int> mp3BitRates(int rate);
 
-// Writes MP3 of a constant bit rate, through LAME. Nothing is clipped. The length tag in front lets
-// decoders give exactly the frames that were written; below 16 kbit/s, and up to 32 kbit/s at some
-// rates, a frame has no room for it.
+// Writes MP3 of a constant bit rate, through LAME, at the level of the sound and without clipping.
+// The length tag in front lets decoders give exactly the frames that were written; at the very
+// lowest bit rates there is no room for it, and decoders give some 2,000 frames more.
 class Mp3Encoder : public Encoder {
   public:
     // `bitRate` in bits per second, 1 or 2 channels. Throws SoundError(BadFormat) when the encoder
@@ -36,11 +36,14 @@ class Mp3Encoder : public Encoder {
     friend std::vector<int> mp3BitRates(int rate);
 
     void append(int encoded);
+    void writeOwnTag();
 
     AtomicFile& file_;
-    std::int64_t begin_;  // byte where the length tag stands
     int channels_;
+    int bitRate_;
     Lame lame_;
+    double gain_;              // takes back what LAME turns the sound down
+    std::size_t ownTagBytes_;  // of the length tag where LAME makes none, or 0
     std::vector<double> values_;
     std::vector<unsigned char> bytes_;
 };
