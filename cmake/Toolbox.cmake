@@ -30,8 +30,13 @@ if(TARNWICK_SANITIZE)
         -fsanitize=${TARNWICK_SANITIZE} -fno-sanitize-recover=all)
     # GCC sees uninitialised values in sanitized library code where there are none; the plain
     # presets keep the warning.
-    target_compile_options(tarnwick_flags INTERFACE -Wno-maybe-uninitialized)
+    target_compile_options(tarnwick_flags INTERFACE
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(tarnwick_flags INTERFACE -fsanitize=${TARNWICK_SANITIZE})
+endif()
+if(TARNWICK_FUZZ)
+    # Everything counts the branches that it takes; only the fuzzers get the main of the fuzzer.
+    target_compile_options(tarnwick_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # The two precompiled headers that every room of a kind shares.

@@ -25,6 +25,11 @@ TARNWICK_TEST_PACKAGES=(
     clang-format git pulseaudio pulseaudio-utils ffmpeg
 )
 
+# To look for bytes that the readers do not survive: fuzz/run only.
+TARNWICK_FUZZ_PACKAGES=(
+    clang-14 libclang-rt-14-dev
+)
+
 # True when the package is installed.
 tarnwick_has_package() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace tarnwick::fuzz {
+
+using Bytes = std::span<const std::uint8_t>;
+
+// Each takes any bytes for what it reads and uses all that comes out. Whatever the bytes, it
+// returns; a reader's refusal is part of that. An exception that it lets out is a fault of the
+// reader: one of a foreign kind, or a broken promise.
+void waveHeader(Bytes bytes);
+void aiffHeader(Bytes bytes);
+void source(Bytes bytes);    // a sound file of any kind, opened and read
+void mp3(Bytes bytes);       // the same for what is taken for MP3 without a look at it
+void longMp3(Bytes bytes);   // again and again, until two decoders share the work
+void timeline(Bytes bytes);  // the bytes are a list of edits
+void compoundFile(Bytes bytes);
+void workbook(Bytes bytes);       // a zip package
+void workbookParts(Bytes bytes);  // the parts inside one, a zero byte between them
+
+struct Target {
+    const char* name;  // of its program, its seeds and its finds
+    void (*run)(Bytes bytes);
+};
+
+inline constexpr std::array kTargets = {
+    Target{"wave_header", waveHeader},
+    Target{"aiff_header", aiffHeader},
+    Target{"source", source},
+    Target{"mp3", mp3},
+    Target{"long_mp3", longMp3},
+    Target{"timeline", timeline},
+    Target{"compound_file", compoundFile},
+    Target{"workbook", workbook},
+    Target{"workbook_parts", workbookParts},
+};
+
+}  // namespace tarnwick::fuzz
