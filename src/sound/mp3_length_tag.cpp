@@ -28,6 +28,7 @@ class Fields {
                                        frame_.data());
         return *this;
     }
+    // The lowest bytes of a number, 8 at most.
     Fields& number(std::int64_t value, int bytes) {
         while (bytes-- > 0)
             frame_[at_++] = static_cast<unsigned char>(value >> (8 * bytes));
@@ -82,7 +83,8 @@ std::vector<unsigned char> mp3LengthTag(const std::array<unsigned char, 4>& head
     fields.number(std::min(length.mp3Frames, kLargest), 4).number(fileBytes, 4);
     fields.text("LAME").text(std::string_view(get_lame_short_version()).substr(0, 5));
     fields.number(kConstantRate, 1).number(std::min(length.lowpass / 100, 255), 1);
-    fields.number(0, 9).number(std::min(length.bitRate / 1000, 255), 1);  // no gains are told
+    fields.number(0, 8).number(0, 1);  // no gains are told
+    fields.number(std::min(length.bitRate / 1000, 255), 1);
     fields.number(length.delay << 12 | length.padding, 3).number(0, 4).number(fileBytes, 4);
     fields.number(0, 2).sum();
     return frame;
