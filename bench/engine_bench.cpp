@@ -1,62 +1,157 @@
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QFile>
-#include <functional>
+#include <QPalette>
+#include <algorithm>
+#include <random>
 
-#include "engine/create_sound_editor.h"
+#include "engine_desk.h"
+#include "reference.h"
 #include "take.h"
+#include "widgets/waveform_painter.h"
 
-// The sound editor as the window meets it: calls, and events through the event loop.
+// Editing as the window meets it, and drawing and closing what was edited.
 
+namespace tarnwick::bench {
 namespace {
 
-using tarnwick::engine::SoundEditor;
+using engine::SoundEditor;
 
-// Runs `start` and the event loop until the signal comes.
-template <class Signal>
-void until(SoundEditor& editor, Signal signal, const std::function<void()>& start) {
-    QEventLoop loop;
-    const auto connection =
-        QObject::connect(&editor, signal, &loop, &QEventLoop::quit, Qt::DirectConnection);
-    start();
-    loop.exec();
-    QObject::disconnect(connection);
-}
+constexpr int kEdits = 5000;
 
-// An inserted pause with the analysis of the changed sound, from the call to WaveAnalysisDone; the
-// pauses of all rounds stay in the sound, each with its undo.
-void insertAndAnalyse(benchmark::State& state, const std::filesystem::path& recording) {
-    int argc = 0;
-    const QCoreApplication application(argc, nullptr);
-    const auto editor = tarnwick::engine::createSoundEditor();
-    editor->EnableUndo(1);
-    until(*editor, &SoundEditor::SoundLoadingDone,
-          [&] { editor->LoadSound(QFile::decodeName(recording.c_str())); });
-    if (editor->GetSoundDuration() == 0) return state.SkipWithError("the take does not load");
-    quint32 place = 0;
+// Edits of every kind at random places, the same in each run.
+class RandomEdits {
+  public:
+    explicit RandomEdits(SoundEditor& editor) : editor_(editor) {}
+
+    void operator()() {
+        const qint32 at = below(editor_.GetSoundDuration());
+        switch (below(6)) {
+            case 0:
+            case 1:
+                editor_.InsertSilence(at, 1 + below(3000));
+                break;
+            case 2:
+                editor_.DeleteRange(at, at + below(3000));
+                break;
+            case 3:
+                editor_.effects().ApplyVolume(at, at + below(60'000), 0, 0.7f, 0);
+                break;
+            case 4:
+                editor_.effects().Normalize(at, at + below(60'000), 80.0f, 100.0f, 100.0f);
+                break;
+            default:
+                editor_.RemoveSilence(at, at + below(10'000), 589, 1);
+        }
+    }
+
+  private:
+    qint32 below(qint32 limit) {
+        return static_cast<qint32>(random_() % static_cast<quint32>(limit));
+    }
+
+    SoundEditor& editor_;
+    std::mt19937 random_{5};
+};
+
+// An inserted pause with the analysis of the changed sound; the pauses of all rounds stay in the
+// sound, each with its undo.
+void insertAndAnalyse(benchmark::State& state) {
+    EngineDesk desk;
+    if (!desk.load(state.range(0) == 6 ? sixHours() : take()))
+        return state.SkipWithError("the recording does not load");
+    std::mt19937 random(1);
     for (auto _ : state) {
-        place = place * 1664525 + 1013904223;
         const auto at =
-            static_cast<qint32>(place % static_cast<quint32>(editor->GetSoundDuration()));
-        until(*editor, &SoundEditor::SoundEditDone, [&] { editor->InsertSilence(at, 10); });
-        until(*editor, &SoundEditor::WaveAnalysisDone, [&] { editor->waveform().AnalyzeSound(); });
+            static_cast<qint32>(random() % static_cast<quint32>(desk.editor->GetSoundDuration()));
+        desk.change([&] { desk.editor->InsertSilence(at, 10); });
     }
 }
+BENCHMARK(insertAndAnalyse)
+    ->Arg(1)
+    ->Arg(6)
+    ->ArgName("hours")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
-void insertOnTake(benchmark::State& state) { insertAndAnalyse(state, tarnwick::bench::take()); }
-void insertOnSixHours(benchmark::State& state) {
-    insertAndAnalyse(state, tarnwick::bench::sixHours());
+// One iteration is an edit with its analysis.
+void randomEdits(benchmark::State& state) {
+    const PeakMemory memory;
+    EngineDesk desk;
+    if (!desk.load(sixHours())) return state.SkipWithError("the recording does not load");
+    RandomEdits edits(*desk.editor);
+    double worst = 0.0;
+    for (auto _ : state) {
+        const double seconds = secondsOf([&] { desk.change(edits); });
+        state.SetIterationTime(seconds);
+        worst = std::max(worst, seconds);
+    }
+    state.counters["worst_ms"] = worst * 1e3;
+    state.counters["peak_MB"] = memory.megabytes();
 }
+BENCHMARK(randomEdits)->UseManualTime()->Iterations(kEdits)->Unit(benchmark::kMillisecond);
 
-BENCHMARK(insertOnTake)
-    ->Name("engine: insert and analyse, take")
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-BENCHMARK(insertOnSixHours)
-    ->Name("engine: insert and analyse, six hours")
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+// The whole picture, 1500 pixels wide, after those edits. `ms` of sound are seen, 0 is all of it.
+void paint(benchmark::State& state) {
+    EngineDesk desk;
+    if (!desk.load(sixHours())) return state.SkipWithError("the recording does not load");
+    RandomEdits edits(*desk.editor);
+    for (int i = 0; i < kEdits; ++i)
+        desk.change(edits);
+    engine::Waveform& waveform = desk.editor->waveform();
+    const widgets::WaveformPainter::Surface surface{{1500, 300}, 1.0, QPalette(), QFont()};
+    const qint32 duration = desk.editor->GetSoundDuration();
+    const auto width = static_cast<qint32>(state.range(0));
+    std::mt19937 random(6);
+    double worst = 0.0;
+    for (auto _ : state) {
+        const auto at = static_cast<qint32>(random() % static_cast<quint32>(duration - width));
+        width > 0 ? waveform.SetDisplayRange(at, at + width) : waveform.SetDisplayRange(0, -1);
+        const double seconds = secondsOf([&] {
+            benchmark::DoNotOptimize(widgets::WaveformPainter(waveform, surface).render());
+        });
+        state.SetIterationTime(seconds);
+        worst = std::max(worst, seconds);
+    }
+    state.counters["worst_ms"] = worst * 1e3;
+}
+BENCHMARK(paint)
+    ->Arg(0)
+    ->Arg(3'600'000)
+    ->Arg(60'000)
+    ->Arg(5'000)
+    ->Arg(10)
+    ->ArgName("ms")
+    ->UseManualTime()
+    ->Iterations(100)
+    ->Unit(benchmark::kMillisecond);
+
+// Another recording is loaded after those edits, or the sound is closed: until the editor's worker
+// has freed what it held and would do the next thing.
+void leave(benchmark::State& state) {
+    const bool loads = state.range(0) == 1;
+    double worst = 0.0;
+    for (auto _ : state) {
+        EngineDesk desk;
+        if (!desk.load(sixHours())) return state.SkipWithError("the recording does not load");
+        RandomEdits edits(*desk.editor);
+        for (int i = 0; i < kEdits; ++i)
+            desk.change(edits);
+        const double seconds = secondsOf([&] {
+            if (loads) {
+                desk.load(take());
+                return;
+            }
+            desk.editor->SoundClose();
+            EngineDesk::until(*desk.editor, &SoundEditor::SoundEditDone,
+                              [&] { desk.editor->DeleteRange(0, 0); });  // refused, in its turn
+        });
+        state.SetIterationTime(seconds);
+        worst = std::max(worst, seconds);
+    }
+    state.counters["worst_ms"] = worst * 1e3;
+}
+BENCHMARK(leave)->Arg(0)->Arg(1)->ArgName("loads")->UseManualTime()->Iterations(3)->Unit(
+    benchmark::kMillisecond);
 
 }  // namespace
+}  // namespace tarnwick::bench

@@ -1,15 +1,13 @@
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
 #include <random>
 
+#include "reference.h"
 #include "sound/silence_scan.h"
 #include "sound/time.h"
 #include "take.h"
 
-// The store and the timeline on long recordings. Ratios are best run against best run, side by
-// side on the same machine.
+// The store and the timeline on long recordings.
 
 namespace tarnwick::bench {
 namespace {
@@ -19,49 +17,49 @@ using namespace tarnwick::sound;
 constexpr int kThreshold = 589;
 constexpr std::int64_t kPauseMs = 1500;
 
-// Notes how the best iteration compares with a command's best run.
-class Ratio {
-  public:
-    template <class Work>
-    void time(benchmark::State& state, Work work) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        const double seconds =
-            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-        state.SetIterationTime(seconds);
-        best_ = std::min(best_, seconds);
-    }
-    void report(benchmark::State& state, double reference) const {
-        if (reference > 0.0) state.counters["ratio_to_ffmpeg"] = best_ / reference;
-    }
-
-  private:
-    double best_ = 1e9;
-};
+std::string ffmpeg(const char* filter) {
+    return "ffmpeg -v error -nostdin -i " + quoted(take()) + " " + filter + " -f null -";
+}
 
 std::int64_t pauseOf(const Timeline& timeline) { return frameAt(kPauseMs, timeline.format().rate); }
 
 void openToFullPeaks(benchmark::State& state) {
     Source::open(take());  // warm
-    Ratio ratio;
+    Race race("ffmpeg", ffmpeg(""));
     for (auto _ : state)
-        ratio.time(state, [] { benchmark::DoNotOptimize(Source::open(take())); });
-    ratio.report(state, ffmpegSeconds(""));
+        race.round(state, [] { benchmark::DoNotOptimize(Source::open(take())); });
+    race.report(state);
 }
-BENCHMARK(openToFullPeaks)->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
+BENCHMARK(openToFullPeaks)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
 void firstScan(benchmark::State& state) {
-    Ratio ratio;
+    Race race("ffmpeg", ffmpeg("-af silencedetect"));
     for (auto _ : state) {
         const Timeline timeline(Source::open(take()));  // anew: nothing is remembered
-        ratio.time(state, [&] {
+        race.round(state, [&] {
             state.counters["silences"] =
                 static_cast<double>(findSilences(timeline, kThreshold, pauseOf(timeline)).size());
         });
     }
-    ratio.report(state, ffmpegSeconds("-af silencedetect"));
+    race.report(state);
 }
 BENCHMARK(firstScan)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+
+// The operator moves the threshold: nothing is remembered for the new one.
+void scanAgain(benchmark::State& state) {
+    const Timeline timeline(Source::open(take()));
+    int threshold = kThreshold;
+    findSilences(timeline, threshold, pauseOf(timeline));
+    Race race("ffmpeg", ffmpeg("-af silencedetect"));
+    for (auto _ : state) {
+        threshold += 37;
+        race.round(state, [&] {
+            benchmark::DoNotOptimize(findSilences(timeline, threshold, pauseOf(timeline)));
+        });
+    }
+    race.report(state);
+}
+BENCHMARK(scanAgain)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
 // What an inserted pause costs until the waveform and the silences are up to date.
 void insertAndScan(benchmark::State& state) {
@@ -81,6 +79,7 @@ BENCHMARK(insertAndScan)->Arg(1)->Arg(6)->ArgName("hours")->Unit(benchmark::kMil
 
 // Six hours of stereo under thousands of edits, each with its scan and its undo state kept.
 void editsOnSixHours(benchmark::State& state) {
+    const PeakMemory memory;
     std::vector<Timeline> undo{Timeline(Source::open(sixHours()))};
     std::vector<PeakRange> columns(1500);
     std::mt19937_64 random(4);
@@ -102,7 +101,7 @@ void editsOnSixHours(benchmark::State& state) {
         undo.back().columns(1, 0.0, static_cast<double>(undo.back().frames()), columns);
         benchmark::DoNotOptimize(findSilences(undo.back(), kThreshold, pauseOf(undo.back())));
     }
-    state.counters["resident_MB"] = residentMegabytes();
+    state.counters["peak_MB"] = memory.megabytes();
 }
 BENCHMARK(editsOnSixHours)->Iterations(5000)->Unit(benchmark::kMillisecond);
 

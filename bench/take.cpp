@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 #include <algorithm>
-#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
@@ -130,30 +129,9 @@ const std::filesystem::path& sixHours() {
     return made.path;
 }
 
-double ffmpegSeconds(const std::string& options) {
-    if (std::system("command -v ffmpeg >/dev/null 2>&1") != 0) return 0.0;
-    std::string quoted;
-    for (const char letter : take().string())
-        quoted += letter == '\'' ? "'\\''" : std::string(1, letter);
-    const std::string command =
-        "ffmpeg -v error -nostdin -i '" + quoted + "' " + options + " -f null - >/dev/null 2>&1";
-    double best = 0.0;
-    for (int run = 0; run < 3; ++run) {
-        const auto start = std::chrono::steady_clock::now();
-        if (std::system(command.c_str()) != 0) return 0.0;
-        const double seconds =
-            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-        best = run == 0 ? seconds : std::min(best, seconds);
-    }
-    return best;
-}
-
-double residentMegabytes() {
-    std::ifstream state("/proc/self/statm");
-    double whole = 0.0;
-    double resident = 0.0;
-    state >> whole >> resident;
-    return resident * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1e6;
+const std::filesystem::path& outputFile() {
+    static const Made made{placeFor("-out.wav")};
+    return made.path;
 }
 
 }  // namespace tarnwick::bench

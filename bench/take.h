@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 
 namespace tarnwick::bench {
 
@@ -12,11 +11,7 @@ const std::filesystem::path& take();
 // A 24-bit stereo WAV of six hours, mostly holes, in the temporary folder; deleted at the end.
 const std::filesystem::path& sixHours();
 
-// Seconds that a command takes on the take, the best of three runs; 0 when it is not installed.
-// `options` stand between the input and the output to nothing.
-double ffmpegSeconds(const std::string& options);
-
-// Resident memory of this process, in megabytes, now.
-double residentMegabytes();
+// A place in the same folder for a file that a benchmark writes; deleted at the end.
+const std::filesystem::path& outputFile();
 
 }  // namespace tarnwick::bench

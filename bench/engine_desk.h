@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QFile>
+#include <chrono>
+#include <filesystem>
+#include <memory>
+
+#include "engine/create_sound_editor.h"
+
+namespace tarnwick::bench {
+
+// Seconds that `work` takes.
+template <class Work>
+double secondsOf(Work work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+// The program off-screen with a sound editor as the window meets it: calls, and events through the
+// event loop.
+class EngineDesk {
+    static int argc_;
+    static char* argv_[];
+
+  public:
+    EngineDesk() { editor->EnableUndo(1); }
+
+    // Runs `start` and the event loop until the signal has come `count` times.
+    template <class Sender, class Signal, class Start>
+    static void until(Sender& sender, Signal signal, Start start, int count = 1) {
+        QEventLoop loop;
+        const auto told = [&] {
+            if (--count == 0) loop.quit();
+        };
+        const auto connection =
+            QObject::connect(&sender, signal, &loop, told, Qt::DirectConnection);
+        start();
+        loop.exec();
+        QObject::disconnect(connection);
+    }
+
+    // False when the recording does not load.
+    bool load(const std::filesystem::path& recording) {
+        until(*editor, &engine::SoundEditor::SoundLoadingDone,
+              [&] { editor->LoadSound(QFile::decodeName(recording.c_str())); });
+        return editor->GetSoundDuration() > 0;
+    }
+
+    // Starts an edit and waits until the changed sound is analysed.
+    template <class Edit>
+    void change(Edit edit) {
+        until(*editor, &engine::SoundEditor::SoundEditDone, edit);
+        until(*editor, &engine::SoundEditor::WaveAnalysisDone,
+              [&] { editor->waveform().AnalyzeSound(); });
+    }
+
+    const QApplication application{argc_, argv_};
+    const std::unique_ptr<engine::SoundEditor> editor = engine::createSoundEditor();
+};
+
+inline int EngineDesk::argc_ = 3;
+inline char* EngineDesk::argv_[] = {const_cast<char*>("bench"), const_cast<char*>("-platform"),
+                                    const_cast<char*>("offscreen"), nullptr};
+
+}  // namespace tarnwick::bench
