@@ -52,6 +52,7 @@ void Mp3Encoder::Close::operator()(lame_global_struct* lame) const { lame_close(
 
 // None when the encoder would settle on other rates than these.
 Mp3Encoder::Lame Mp3Encoder::makeLame(int rate, int channels, int bitRate) {
+    if (rate <= 0) return nullptr;
     Lame lame(lame_init());
     if (!lame) throw SoundError(SoundFailure::NoSpace, "no memory for the MP3 encoder");
     lame_set_errorf(lame.get(), nullptr);

@@ -19,6 +19,7 @@
 #include "sound/sound_error.h"
 #include "sound/sound_writer.h"
 #include "sound/test_sounds.h"
+#include "sound/wav_codecs.h"
 
 namespace tarnwick::sound {
 namespace {
@@ -172,25 +173,32 @@ TEST_F(Writer, AFullDiskLeavesTheOldFileWhole) {
     if (child == 0) {
         if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) != 0 ||
             mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            mount("none", disk.c_str(), "tmpfs", 0, "size=256k") != 0) {
+            mount("none", disk.c_str(), "tmpfs", 0, "size=64k") != 0) {
             _exit(77);
         }
-        std::ofstream(disk / "out.wav") << "old";
         const NoiseSound sound({44100, 1, 24, false}, 400'000);
-        const auto failure = failureOf([&] {
-            writeSound(sound, 0, 400'000, {Container::Wav, sound.format()}, disk / "out.wav");
-        });
-        std::error_code none;
-        std::filesystem::directory_iterator names(disk, none);
-        const auto left = std::distance(names, {});
-        _exit(failure == SoundFailure::NoSpace && contentOf(disk / "out.wav") == "old" && left == 1
-                  ? 0
-                  : 1);
+        int failed = 0;  // a bit for each
+        for (const OutputFormat& output :
+             {OutputFormat{Container::Wav, sound.format()},
+              {Container::Mp3, sound.format(), 128000},
+              {Container::WavCodec, {44100, 1, 4, false}, 0, kImaAdpcm},
+              {Container::WavCodec, {44100, 1, 4, false}, 0, kMsAdpcm},
+              {Container::WavCodec, {44100, 1, 0, false}, 0, kGsm610}}) {
+            std::ofstream(disk / "out.wav") << "old";
+            const auto failure =
+                failureOf([&] { writeSound(sound, 0, 400'000, output, disk / "out.wav"); });
+            std::error_code none;
+            const auto left = std::distance(std::filesystem::directory_iterator(disk, none), {});
+            const bool whole = contentOf(disk / "out.wav") == "old" && left == 1;
+            failed = failed * 2 + (failure == SoundFailure::NoSpace && whole ? 0 : 1);
+        }
+        _exit(failed);
     }
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
     if (WEXITSTATUS(status) == 77) GTEST_SKIP() << "no disk can be mounted here";
-    EXPECT_EQ(status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_TRUE(WIFEXITED(status));
 }
 
 TEST(Quantiser, RoundsToTheNearestAndClips) {
