@@ -37,6 +37,8 @@ Coding compressedCoding(std::string_view kind, int bits) {
         return integerCoding(bits, false);
     if (kind == "sowt") return integerCoding(bits, true);
     if (kind == "raw ") return Coding::Unsigned8;
+    if (kind == "alaw" || kind == "ALAW") return Coding::ALaw;
+    if (kind == "ulaw" || kind == "ULAW") return Coding::MuLaw;
     if (kind == "fl32" || kind == "FL32") return Coding::BigFloat32;
     if (kind == "fl64" || kind == "FL64") return Coding::BigFloat64;
     notASound("a coding that is not known");
@@ -59,7 +61,8 @@ StoredSound readCommon(const SourceFile& file, const ChunkWalker::Chunk& chunk, 
     sound.coding = aifc ? compressedCoding(kind, bits) : integerCoding(bits, false);
     sound.format.floating =
         sound.coding == Coding::BigFloat32 || sound.coding == Coding::BigFloat64;
-    sound.format.bits = sound.format.floating ? 32 : bytesOf(sound.coding) * 8;
+    const bool law = sound.coding == Coding::ALaw || sound.coding == Coding::MuLaw;
+    sound.format.bits = sound.format.floating ? 32 : law ? 16 : bytesOf(sound.coding) * 8;
     return sound;
 }
 
@@ -77,7 +80,7 @@ std::int64_t readSamplePlace(const SourceFile& file, const ChunkWalker::Chunk& c
 
 }  // namespace
 
-std::optional<StoredSound> readAiffHeader(const SourceFile& file) {
+std::optional<FoundSound> readAiffHeader(const SourceFile& file) {
     std::array<std::uint8_t, 12> magic;
     if (file.readSome(0, magic) < magic.size()) return {};
     const std::string_view text(reinterpret_cast<const char*>(magic.data()), magic.size());
@@ -106,7 +109,7 @@ std::optional<StoredSound> readAiffHeader(const SourceFile& file) {
         sound.frames = 0;
     }
     checkUsable(sound);
-    return sound;
+    return FoundSound{sound};
 }
 
 }  // namespace tarnwick::sound

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -29,6 +30,35 @@ struct Integer8 {
     static std::int32_t load(const std::uint8_t* bytes) {
         return static_cast<std::int32_t>(static_cast<std::uint32_t>(*bytes ^ kBias) << 24);
     }
+};
+
+// The two codings of ITU-T G.711, spread over 16 bits: a sign, three bits of exponent, four of
+// mantissa. A-law has every other bit turned over, mu-law all of them.
+constexpr std::int16_t aLawValue(int code) {
+    code ^= 0x55;
+    const int exponent = code >> 4 & 7;
+    const int mantissa = (code & 15) * 16 + (exponent > 0 ? 264 : 8);
+    const int value = mantissa << (exponent > 1 ? exponent - 1 : 0);
+    return static_cast<std::int16_t>((code & 0x80) != 0 ? value : -value);
+}
+
+constexpr std::int16_t muLawValue(int code) {
+    constexpr int kBias = 132;
+    code ^= 0xFF;
+    const int value = (((code & 15) * 8 + kBias) << (code >> 4 & 7)) - kBias;
+    return static_cast<std::int16_t>((code & 0x80) != 0 ? -value : value);
+}
+
+template <std::int16_t (*kValue)(int)>
+struct Law {
+    static constexpr int kBytes = 1;
+    static constexpr std::array<std::int32_t, 256> kValues = [] {
+        std::array<std::int32_t, 256> values = {};
+        for (std::size_t code = 0; code < values.size(); ++code)
+            values[code] = kValue(static_cast<int>(code)) * 65536;
+        return values;
+    }();
+    static std::int32_t load(const std::uint8_t* bytes) { return kValues[*bytes]; }
 };
 
 template <bool kBig>
@@ -89,6 +119,10 @@ auto withCodec(Coding coding, Work work) {
             return work(Integer8<0x80>{});
         case Coding::Signed8:
             return work(Integer8<0>{});
+        case Coding::ALaw:
+            return work(Law<aLawValue>{});
+        case Coding::MuLaw:
+            return work(Law<muLawValue>{});
         case Coding::Little16:
             return work(Integer16<false>{});
         case Coding::Little24:

@@ -32,7 +32,7 @@ namespace {
 
 void Source::probe(const std::filesystem::path& path) {
     const std::shared_ptr<const SourceFile> file = SourceFile::open(path);
-    if (!readWaveHeader(*file) && !readAiffHeader(*file) && !looksLikeMp3(*file)) notASound(*file);
+    if (!readWaveHeader(*file) && !readAiffHeader(*file) && !findMp3(*file)) notASound(*file);
 }
 
 std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
@@ -42,19 +42,23 @@ std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
                              Peaks peaks) {
         return std::shared_ptr<const Source>(new Source(sound, std::move(held), std::move(peaks)));
     };
-    std::optional<StoredSound> stored = readWaveHeader(*file);
-    if (!stored) stored = readAiffHeader(*file);
-    if (stored) {
-        Peaks peaks = buildPeaks(*stored, *file, progress);
+    std::optional<FoundSound> found = readWaveHeader(*file);
+    if (!found) found = readAiffHeader(*file);
+    if (found && !found->blocks) {
+        Peaks peaks = buildPeaks(found->sound, *file, progress);
         file->checkUnchanged();
-        return finished(*stored, file, std::move(peaks));
+        return finished(found->sound, file, std::move(peaks));
     }
-    if (looksLikeMp3(*file)) {
-        DecodedSound decoded = decodeMp3(*file, progress);
-        file->checkUnchanged();
-        return finished(decoded.sound, std::move(decoded.file), std::move(decoded.peaks));
+    std::optional<DecodedSound> decoded;
+    if (found) {
+        decoded = decodeBlocks(*file, found->sound, *found->blocks, progress);
+    } else if (const auto start = findMp3(*file)) {
+        decoded = decodeMp3(*file, *start, progress);
+    } else {
+        notASound(*file);
     }
-    notASound(*file);
+    file->checkUnchanged();
+    return finished(decoded->sound, std::move(decoded->file), std::move(decoded->peaks));
 } catch (const std::bad_alloc&) {
     throw SoundError(SoundFailure::NoSpace, "there is not enough memory");
 }

@@ -12,6 +12,8 @@ class SourceFile;
 enum class Coding {
     Unsigned8,
     Signed8,
+    ALaw,
+    MuLaw,
     Little16,
     Little24,
     Little32,

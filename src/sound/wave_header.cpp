@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <vector>
 
 #include "sound/chunk_walker.h"
 #include "sound/sample_coding.h"
@@ -13,7 +14,16 @@ namespace {
 constexpr std::uint32_t kUnknownSize = 0xFFFFFFFF;
 constexpr int kMaximumRate = 768000;
 
-enum FormatTag : std::uint16_t { kPcm = 1, kFloat = 3, kExtensible = 0xFFFE };
+enum FormatTag : std::uint16_t {
+    kPcm = 1,
+    kMicrosoftAdpcm = 2,
+    kFloat = 3,
+    kALaw = 6,
+    kMuLaw = 7,
+    kImaAdpcm = 0x11,
+    kGsm610 = 0x31,
+    kExtensible = 0xFFFE
+};
 
 // The tail that all sub-formats made from a format tag share.
 constexpr std::array<std::uint8_t, 14> kSubFormatTail = {0x00, 0x00, 0x00, 0x00, 0x10, 0x00, 0x80,
@@ -33,6 +43,11 @@ int containerBytes(int bits, int channels, int blockBytes) {
 }
 
 void setCoding(StoredSound& sound, int tag, int bits, int blockBytes) {
+    if (tag == kALaw || tag == kMuLaw) {
+        sound.format.bits = 16;
+        sound.coding = tag == kALaw ? Coding::ALaw : Coding::MuLaw;
+        return;
+    }
     if (tag == kFloat && (bits == 32 || bits == 64)) {
         sound.format.bits = 32;
         sound.format.floating = true;
@@ -48,7 +63,47 @@ void setCoding(StoredSound& sound, int tag, int bits, int blockBytes) {
     sound.coding = kCodings[static_cast<std::size_t>(bytes - 1)];
 }
 
-StoredSound readFormat(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
+// The weights that a file of Microsoft ADPCM lists; the standard ones when it lists none.
+std::vector<AdpcmWeights> readWeights(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
+    constexpr std::size_t kMost = 256;  // a block names its pair by a byte
+    std::array<std::uint8_t, 22 + 4 * kMost> body = {};
+    const auto size = std::min<std::size_t>(static_cast<std::size_t>(chunk.size), body.size());
+    file.read(chunk.body, std::span(body).first(size));
+    const std::size_t listed = ChunkWalker::little16(body.data() + 20);
+    std::vector<AdpcmWeights> weights;
+    for (std::size_t at = 22; at + 4 <= size && weights.size() < listed; at += 4) {
+        const auto weight = [&](std::size_t place) -> int {
+            return static_cast<std::int16_t>(ChunkWalker::little16(body.data() + place));
+        };
+        weights.push_back({weight(at), weight(at + 2)});
+    }
+    if (weights.empty()) weights.assign(kStandardWeights.begin(), kStandardWeights.end());
+    return weights;
+}
+
+// How the samples lie in blocks; none where they do not.
+std::optional<BlockLayout> blockLayout(const SourceFile& file, const ChunkWalker::Chunk& chunk,
+                                       int tag, int bits, int blockBytes) {
+    BlockLayout layout{.blockBytes = blockBytes};
+    switch (tag) {
+        case kImaAdpcm:
+            layout.codec = BlockCodec::ImaAdpcm;
+            break;
+        case kMicrosoftAdpcm:
+            layout.codec = BlockCodec::MicrosoftAdpcm;
+            layout.weights = readWeights(file, chunk);
+            break;
+        case kGsm610:
+            layout.codec = BlockCodec::Gsm610;
+            return layout;
+        default:
+            return {};
+    }
+    if (bits != 4) notASound("a sample size that is not known");
+    return layout;
+}
+
+FoundSound readFormat(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
     std::array<std::uint8_t, 40> body = {};
     const auto size = std::min<std::size_t>(static_cast<std::size_t>(chunk.size), body.size());
     file.read(chunk.body, std::span(body).first(size));
@@ -67,8 +122,14 @@ StoredSound readFormat(const SourceFile& file, const ChunkWalker::Chunk& chunk) 
             notASound("a coding that is not known");
         tag = ChunkWalker::little16(body.data() + 24);
     }
-    setCoding(sound, tag, bits, blockBytes);
-    return sound;
+    std::optional<BlockLayout> blocks = blockLayout(file, chunk, tag, bits, blockBytes);
+    if (blocks) {
+        if (!isUsable(*blocks, sound.format.channels)) notASound("blocks of an impossible size");
+        sound.format.bits = 16;
+    } else {
+        setCoding(sound, tag, bits, blockBytes);
+    }
+    return {sound, std::move(blocks)};
 }
 
 // The bytes of sound behind a data chunk's header.
@@ -81,7 +142,24 @@ std::int64_t dataBytes(const SourceFile& file, const ChunkWalker::Chunk& chunk,
     }
     // A writer that never came back to fill in its size leaves 0; but 0 may also be the truth.
     if (chunk.claimed == 0 && !ChunkWalker::fillsFile(file, chunk.body, false)) return rest;
+    // Past the reach of 32 bits writers put what they could into the size. It is the truth only
+    // when chunks follow.
+    if (rest > INT32_MAX && chunk.size < rest &&
+        !ChunkWalker::fillsFile(file, chunk.body + chunk.size + chunk.size % 2, false))
+        return rest;
     return chunk.size;
+}
+
+// The frames of `bytes` of sound. Of blocks, the count in the fact chunk says how much of the last
+// one is sound, if it lies there: some writers count samples, blocks or half of them instead.
+std::int64_t countFrames(const FoundSound& found, std::int64_t bytes,
+                         std::optional<std::uint32_t> counted) {
+    const int channels = found.sound.format.channels;
+    if (!found.blocks) return channels > 0 ? bytes / (channels * bytesOf(found.sound.coding)) : 0;
+    const std::int64_t held = found.blocks->framesIn(bytes, channels);
+    const std::int64_t inBlock = found.blocks->framesIn(found.blocks->blockBytes, channels);
+    const bool plausible = counted && *counted <= held && *counted > held - inBlock;
+    return plausible ? std::int64_t{*counted} : held;
 }
 
 // The size of the data as an RF64 file states it; none when it does not.
@@ -94,6 +172,14 @@ std::optional<std::int64_t> readLongSize(const SourceFile& file, const ChunkWalk
     return static_cast<std::int64_t>(std::min<std::uint64_t>(size, INT64_MAX));
 }
 
+// The count of frames as the fact chunk states it; none when it does not.
+std::optional<std::uint32_t> readCount(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
+    std::array<std::uint8_t, 4> body;
+    if (chunk.size < static_cast<std::int64_t>(body.size())) return {};
+    file.read(chunk.body, body);
+    return ChunkWalker::little32(body.data());
+}
+
 }  // namespace
 
 void checkUsable(const StoredSound& sound) {
@@ -103,35 +189,31 @@ void checkUsable(const StoredSound& sound) {
     if (sound.frames < 1) notASound("no sound in the file");
 }
 
-std::optional<StoredSound> readWaveHeader(const SourceFile& file) {
+std::optional<FoundSound> readWaveHeader(const SourceFile& file) {
     std::array<std::uint8_t, 12> magic;
     if (file.readSome(0, magic) < magic.size()) return {};
     const std::string_view text(reinterpret_cast<const char*>(magic.data()), magic.size());
-    if ((!text.starts_with("RIFF") && !text.starts_with("RF64")) || !text.ends_with("WAVE"))
-        return {};
+    const std::string_view kind = text.substr(0, 4);
+    if ((kind != "RIFF" && kind != "RF64" && kind != "BW64") || !text.ends_with("WAVE")) return {};
 
     ChunkWalker walker(file, static_cast<std::int64_t>(magic.size()), false);
-    std::optional<StoredSound> sound;
+    std::optional<FoundSound> found;
     std::optional<std::int64_t> longSize;
-    std::optional<ChunkWalker::Chunk> data;
-    std::int64_t bytes = 0;
-    while (!sound || !data) {
-        const auto chunk = walker.next();
-        if (!chunk) break;
+    std::optional<std::uint32_t> counted;
+    while (const auto chunk = walker.next()) {
         if (chunk->is("ds64")) longSize = readLongSize(file, *chunk);
-        if (chunk->is("fmt ") && !sound) sound = readFormat(file, *chunk);
-        if (chunk->is("data") && !data) {
-            data = chunk;
-            bytes = dataBytes(file, *chunk, longSize);
-            walker.moveTo(chunk->body + bytes + bytes % 2);
-        }
+        if (chunk->is("fmt ") && !found) found = readFormat(file, *chunk);
+        if (chunk->is("fact")) counted = readCount(file, *chunk);
+        if (!chunk->is("data")) continue;
+        if (!found) break;
+        const std::int64_t bytes = dataBytes(file, *chunk, longSize);
+        found->sound.offset = chunk->body;
+        if (found->blocks) found->blocks->bytes = bytes;
+        found->sound.frames = countFrames(*found, bytes, counted);
+        checkUsable(found->sound);
+        return found;
     }
-    if (!sound || !data) throw SoundError(SoundFailure::Damaged, "the header is cut off");
-    sound->offset = data->body;
-    if (sound->format.channels > 0)
-        sound->frames = bytes / (sound->format.channels * bytesOf(sound->coding));
-    checkUsable(*sound);
-    return sound;
+    throw SoundError(SoundFailure::Damaged, "the header is cut off");
 }
 
 }  // namespace tarnwick::sound
