@@ -135,7 +135,7 @@ void AtomicFile::discard() noexcept {
 
 void AtomicFile::fail(int error, const char* what) {
     discard();
-    const bool full = error == ENOSPC || error == EDQUOT || error == ENOMEM;
+    const bool full = error == ENOSPC || error == EDQUOT || error == EFBIG || error == ENOMEM;
     throw SoundError(full ? SoundFailure::NoSpace : SoundFailure::WriteFailed, what);
 }
 

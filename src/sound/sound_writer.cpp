@@ -2,20 +2,18 @@
 
 #include <algorithm>
 #include <new>
-#include <optional>
+#include <system_error>
 #include <vector>
 
 #include "sound/atomic_file.h"
 #include "sound/encoder.h"
-#include "sound/resampler.h"
+#include "sound/ordered_blocks.h"
+#include "sound/rate_blocks.h"
 #include "sound/sound_error.h"
 
 namespace tarnwick::sound {
 
 namespace {
-
-// Small enough to stay in the processor's cache through all the steps.
-constexpr std::int64_t kBlockFrames = 16384;
 
 void check(const FrameReader& sound, std::int64_t first, std::int64_t end,
            const OutputFormat& output) {
@@ -28,21 +26,6 @@ void check(const FrameReader& sound, std::int64_t first, std::int64_t end,
         rate < kLowestRate || rate > kHighestRate) {
         throw SoundError(SoundFailure::BadFormat, "a rate or channel count that is not written");
     }
-}
-
-// Mono to stereo copies, stereo to mono averages. Into `out` unless nothing is to be changed.
-const double* withChannels(const double* in, std::int64_t frames, int from, int to,
-                           std::vector<double>& out) {
-    if (from == to) return in;
-    out.resize(static_cast<std::size_t>(frames * to));
-    for (std::int64_t i = 0; i < frames; ++i) {
-        if (to == 2) {
-            out[2 * i] = out[2 * i + 1] = in[i];
-        } else {
-            out[i] = (in[2 * i] + in[2 * i + 1]) * 0.5;
-        }
-    }
-    return out.data();
 }
 
 // Tells each percent once and heeds a request to stop.
@@ -66,37 +49,39 @@ class Course {
 };
 
 void encode(const FrameReader& sound, std::int64_t first, std::int64_t end,
-            const OutputFormat& output, AtomicFile& file, Course& course) {
-    const AudioFormat from = sound.format();
-    const AudioFormat& to = output.format;
-    const std::int64_t frames = end - first;
-    std::optional<Resampler> resampler;
-    if (from.rate != to.rate) {
-        // Where channels are merged or doubled, the rate is changed while there is one.
-        resampler.emplace(from.rate, to.rate, std::min(from.channels, to.channels), frames);
-    }
-    const auto encoder = makeEncoder(output, resampledLength(frames, from.rate, to.rate), file);
-    std::vector<double> block(static_cast<std::size_t>(kBlockFrames * from.channels));
+            const OutputFormat& output, const Progress& progress, AtomicFile& file) {
+    RateBlocks blocks(sound, first, end, output.format.rate, output.format.channels);
+    const auto encoder = makeEncoder(output, blocks.frames(), file);
+    Course course(progress, blocks.frames());
     std::vector<double> mixed;
-    const int between = resampler ? std::min(from.channels, to.channels) : to.channels;
-    const auto encodeResampled = [&](const std::vector<double>& ready) {
-        const auto count = static_cast<std::int64_t>(ready.size()) / between;
-        encoder->write(withChannels(ready.data(), count, between, to.channels, mixed), count);
+    std::int64_t done = 0;
+    const auto use = [&](const std::vector<double>& block) {
+        course.at(done);
+        const auto count = static_cast<std::int64_t>(block.size()) / blocks.channels();
+        encoder->write(
+            withChannels(block.data(), count, blocks.channels(), output.format.channels, mixed),
+            count);
+        done += count;
     };
-    for (std::int64_t at = first; at < end;) {
-        course.at(at - first);
-        const std::int64_t count = std::min(kBlockFrames, end - at);
-        sound.read(at, count, block.data());
-        const double* values = withChannels(block.data(), count, from.channels, between, mixed);
-        if (resampler) {
-            encodeResampled(resampler->process(values, count));
-        } else {
-            encoder->write(values, count);
+    const auto stopped = [&] { return progress.stop.stop_requested(); };
+    if (blocks.isLong()) {
+        // What the encoder takes as time, others use to read and resample the blocks to come.
+        OrderedBlocks ahead(
+            blocks.count(), blocks.threads(),
+            [&](std::int64_t number, std::vector<double>& block, const std::stop_token& stop) {
+                blocks.make(number, block, [&] { return stop.stop_requested() || stopped(); });
+            });
+        for (std::int64_t number = 0; number < blocks.count(); ++number)
+            use(ahead.next());
+    } else {
+        std::vector<double> block;
+        for (std::int64_t number = 0; number < blocks.count(); ++number) {
+            blocks.make(number, block, stopped);
+            use(block);
         }
-        at += count;
     }
-    if (resampler) encodeResampled(resampler->finish());
     encoder->finish();
+    course.at(done);
 }
 
 }  // namespace
@@ -106,11 +91,11 @@ void writeSound(const FrameReader& sound, std::int64_t first, std::int64_t end,
                 const Progress& progress) try {
     check(sound, first, end, output);
     AtomicFile file(target);
-    Course course(progress, end - first);
-    encode(sound, first, end, output, file, course);
-    course.at(end - first);
+    encode(sound, first, end, output, progress, file);
     file.commit();
 } catch (const std::bad_alloc&) {
+    throw SoundError(SoundFailure::NoSpace, "no memory for writing the sound");
+} catch (const std::system_error&) {  // no thread can be started
     throw SoundError(SoundFailure::NoSpace, "no memory for writing the sound");
 }
 
