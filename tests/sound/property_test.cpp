@@ -47,6 +47,7 @@ std::shared_ptr<const Source> drawnSource() {
     const auto bits = *rc::gen::element(8, 16, 24, 32, 0);
     // Floating samples go beyond full scale, where peaks cannot follow.
     const AudioFormat format{44100, channels, bits == 0 ? 32 : bits, bits == 0};
+    const auto container = *rc::gen::element(Container::Wav, Container::Aiff);
     const double scale = (format.floating ? 3.0 : 1.0) / 32768.0;
     std::vector<double> values;
     for (std::uint32_t state = 1; const Run& run : runs)
@@ -57,8 +58,8 @@ std::shared_ptr<const Source> drawnSource() {
         }
     const TempFolder folder;
     const ListSound sound(format, values);
-    writeSound(sound, 0, sound.frames(), {Container::Wav, format}, folder.path() / "take.wav");
-    return Source::open(folder.path() / "take.wav");
+    writeSound(sound, 0, sound.frames(), {container, format}, folder.path() / "take");
+    return Source::open(folder.path() / "take");
 }
 
 // A place from 0 to `last`, the ends and the joints of blocks more often than chance has it.
