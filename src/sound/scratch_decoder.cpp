@@ -28,7 +28,9 @@ class Decoding {
           frameBytes_(std::int64_t{bytesOf(sound.coding)} * sound.format.channels),
           scratch_(SourceFile::scratch(sound.frames * frameBytes_)),
           stop_(std::move(stop)),
-          peaks_(sound.format.channels, sound.frames) {}
+          peaks_(sound.format.channels, sound.frames) {
+        sound_.offset = 0;
+    }
 
     // Decodes from `first` until `end` or the end of the stream; returns where it ended.
     template <class Report>
