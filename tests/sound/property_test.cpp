@@ -34,7 +34,8 @@ std::ostream& operator<<(std::ostream& out, const Edit& edit) {
 }
 
 rc::Gen<int> levels() {
-    return rc::gen::oneOf(rc::gen::element(0, 1, 300, 589, 590, 32767), rc::gen::inRange(0, 32767));
+    return rc::gen::oneOf(rc::gen::element(0, 1, 300, 589, 590, 20'000, 32767),
+                          rc::gen::inRange(0, 32767));
 }
 
 std::shared_ptr<const Source> drawnSource() {
@@ -54,7 +55,8 @@ std::shared_ptr<const Source> drawnSource() {
         for (int i = 0; i < run.frames * channels; ++i) {
             state = state * 1664525 + 1013904223;
             const int level = static_cast<int>((state >> 8) % (2u * run.level + 1)) - run.level;
-            values.push_back((i < 4 ? run.level : level) * scale);
+            // Half a unit over the level: peaks must round it up, scans must not.
+            values.push_back((i < 4 ? run.level + 0.5 : level) * scale);
         }
     const TempFolder folder;
     const ListSound sound(format, values);
@@ -66,15 +68,18 @@ std::shared_ptr<const Source> drawnSource() {
 std::int64_t drawnPlace(std::int64_t last) {
     const auto place = *rc::gen::inRange<std::int64_t>(0, last + 1);
     return *rc::gen::weightedElement<std::int64_t>(
-        {{8, place}, {1, last}, {1, std::min(last, place / 256 * 256)}});
+        {{7, place}, {1, 0}, {1, last}, {1, std::min(last, place / 256 * 256)}});
 }
 
 Edit drawnEdit(std::int64_t frames) {
     Edit edit;
     edit.kind = *rc::gen::element(Edit::Insert, Edit::Remove, Edit::Scale);
     edit.first = drawnPlace(frames);
-    const std::int64_t most = edit.kind == Edit::Insert ? 3000 : frames - edit.first;
-    edit.end = edit.first + drawnPlace(std::min<std::int64_t>(most, *rc::gen::inRange(0, 9000)));
+    // Enough of the sound remains to cut again; gains go over many pieces.
+    const std::int64_t rest = frames - edit.first;
+    edit.end = edit.first + drawnPlace(edit.kind == Edit::Insert   ? 3000
+                                       : edit.kind == Edit::Remove ? std::min(rest, frames / 4)
+                                                                   : rest);
     edit.gain = *rc::gen::elementOf(Edit::kGains);
     return edit;
 }
