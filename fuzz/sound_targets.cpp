@@ -62,21 +62,15 @@ void checkFormat(const AudioFormat& format, std::int64_t frames) {
 }
 
 // What a header says must lie in its file.
-template <class Found>
-void checkPlace(const Found& found, const SourceFile& file) {
-    if constexpr (requires { found.blocks; }) {
-        checkFormat(found.sound.format, found.sound.frames);
-        promise(found.sound.offset >= 0 && found.sound.offset <= file.size(), "outside the file");
-        if (!found.blocks) checkPlace(found.sound, file);
-        return;
-    } else {
-        const auto& sound = found;
-        checkFormat(sound.format, sound.frames);
-        const std::int64_t frameBytes = sound.format.channels * bytesOf(sound.coding);
-        promise(sound.offset >= 0 && sound.offset <= file.size() &&
-                    sound.frames <= (file.size() - sound.offset) / frameBytes,
-                "samples outside the file");
-    }
+void checkPlace(const FoundSound& found, const SourceFile& file) {
+    const auto& [format, coding, offset, frames] = found.sound;
+    checkFormat(format, frames);
+    promise(offset >= 0 && offset <= file.size(), "samples outside the file");
+    const std::int64_t held = file.size() - offset;
+    if (found.blocks)
+        promise(frames <= found.blocks->framesIn(held, format.channels), "blocks that are missing");
+    else
+        promise(frames <= held / (format.channels * bytesOf(coding)), "frames that are missing");
 }
 
 // Reads a part of a sound and holds it against the peaks.
