@@ -24,9 +24,6 @@ constexpr std::array<int, 89> kSteps = {
     12635, 13899, 15289, 16818, 18500, 20350, 22385, 24623, 27086, 29794, 32767};
 constexpr std::array<int, 8> kStepMoves = {-1, -1, -1, -1, 2, 4, 6, 8};
 
-// How the step of Microsoft's coding grows with the size of the last difference, in 1/256.
-constexpr std::array<int, 16> kGrowth = {230, 230, 230, 230, 307, 409, 512, 614,
-                                         768, 614, 512, 409, 307, 230, 230, 230};
 constexpr int kLeastStep = 16;
 constexpr int kMostStep = 1 << 20;  // never reached by sound; a made-up file must not overflow it
 
@@ -61,8 +58,8 @@ struct MicrosoftState {
         const int predicted = (last * weights[0] + before * weights[1]) >> 8;
         before = last;
         last = clipped(predicted + (code >= 8 ? code - 16 : code) * step);
-        step =
-            std::clamp(step * kGrowth[static_cast<std::size_t>(code)] >> 8, kLeastStep, kMostStep);
+        step = std::clamp(step * kMicrosoftGrowth[static_cast<std::size_t>(code)] >> 8, kLeastStep,
+                          kMostStep);
         return static_cast<std::int16_t>(last);
     }
 };

@@ -17,6 +17,11 @@ using AdpcmWeights = std::array<int, 2>;
 constexpr std::array<AdpcmWeights, 7> kStandardWeights = {
     {{256, 0}, {512, -256}, {0, 0}, {192, 64}, {240, 0}, {460, -208}, {392, -232}}};
 
+// How the step of Microsoft's coding grows with the size of the last difference, in 1/256; by the
+// code of four bits.
+constexpr std::array<int, 16> kMicrosoftGrowth = {230, 230, 230, 230, 307, 409, 512, 614,
+                                                  768, 614, 512, 409, 307, 230, 230, 230};
+
 // Frames that `bytes` of one block hold.
 std::int64_t imaFrames(std::int64_t bytes, int channels);
 std::int64_t microsoftFrames(std::int64_t bytes, int channels);

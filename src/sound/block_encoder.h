@@ -11,9 +11,8 @@
 
 namespace tarnwick::sound {
 
-// Writes WAV of the codecs that keep samples in blocks, IMA and Microsoft ADPCM and GSM 6.10,
-// through libsndfile. The last block is filled up with silence; the fact chunk tells the true
-// length.
+// Writes WAV of IMA ADPCM and GSM 6.10, through libsndfile. The last block is filled up with
+// silence; the fact chunk tells the true length.
 class BlockEncoder : public Encoder {
   public:
     // Throws SoundError; BadFormat for more frames than the 32-bit sizes of a WAV can tell.

@@ -4,6 +4,7 @@
 
 #include "sound/block_encoder.h"
 #include "sound/header_writer.h"
+#include "sound/microsoft_encoder.h"
 #include "sound/mp3_encoder.h"
 #include "sound/pcm_encoder.h"
 #include "sound/sound_error.h"
@@ -50,9 +51,13 @@ std::unique_ptr<Encoder> makeWavCodec(const OutputFormat& output, std::int64_t f
             return makeWav(output.format, Companding::ALaw, frames, file);
         case kMuLawCodec:
             return makeWav(output.format, Companding::MuLaw, frames, file);
-        default:
+        case kMsAdpcm:
+            return std::make_unique<MicrosoftEncoder>(output.format, frames, file);
+        case kImaAdpcm:
+        case kGsm610:
             return std::make_unique<BlockEncoder>(codec, output.format, frames, file);
     }
+    refuse();
 }
 
 }  // namespace

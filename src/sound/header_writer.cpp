@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "sound/adpcm.h"
 #include "sound/sound_error.h"
 
 namespace tarnwick::sound {
@@ -80,6 +81,25 @@ std::vector<unsigned char> wavHeader(const AudioFormat& format, std::int64_t fra
         header.little(frames < kUnknown ? frames : kUnknown, 4);
     }
     header.text("data").little(large ? kUnknown : data, 4);
+    return header.take();
+}
+
+std::vector<unsigned char> adpcmHeader(const AudioFormat& format, std::int64_t frames,
+                                       std::int64_t blockBytes, std::int64_t blockFrames) {
+    constexpr std::int64_t kWeights = kStandardWeights.size();
+    constexpr std::int64_t kExtension = 4 + 4 * kWeights;
+    const std::int64_t data = (frames + blockFrames - 1) / blockFrames * blockBytes;
+    const std::int64_t riff = 4 + 8 + 18 + kExtension + 12 + 8 + data;
+    if (riff > kLargest || frames > kLargest)
+        throw SoundError(SoundFailure::BadFormat, "a WAV of this codec holds no more than 4 GiB");
+    Bytes header;
+    header.text("RIFF").little(riff, 4).text("WAVEfmt ").little(18 + kExtension, 4);
+    header.little(2, 2).little(format.channels, 2).little(format.rate, 4);
+    header.little(format.rate * blockBytes / blockFrames, 4).little(blockBytes, 2).little(4, 2);
+    header.little(kExtension, 2).little(blockFrames, 2).little(kWeights, 2);
+    for (const AdpcmWeights& pair : kStandardWeights)
+        header.little(pair[0], 2).little(pair[1], 2);
+    header.text("fact").little(4, 4).little(frames, 4).text("data").little(data, 4);
     return header.take();
 }
 

@@ -16,6 +16,11 @@ namespace tarnwick::sound {
 std::vector<unsigned char> wavHeader(const AudioFormat& format, std::int64_t frames,
                                      Companding law = Companding::None);
 
+// WAV of Microsoft ADPCM, in blocks of `blockBytes` bytes for `blockFrames` frames; the last block
+// is whole. Throws SoundError(BadFormat) when it does not fit into 32-bit sizes.
+std::vector<unsigned char> adpcmHeader(const AudioFormat& format, std::int64_t frames,
+                                       std::int64_t blockBytes, std::int64_t blockFrames);
+
 // AIFF for PCM in 8 to 32 bits, AIFC for floating point. Throws SoundError(BadFormat) when the
 // samples are more than the 32-bit sizes of the form can tell.
 std::vector<unsigned char> aiffHeader(const AudioFormat& format, std::int64_t frames);
