@@ -38,29 +38,34 @@ void Source::probe(const std::filesystem::path& path) {
 std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
                                            const Progress& progress) try {
     const std::shared_ptr<const SourceFile> file = SourceFile::open(path);
-    const auto finished = [](StoredSound sound, std::shared_ptr<const SourceFile> held,
-                             Peaks peaks) {
+    try {
+        std::shared_ptr<const Source> source = readWhole(file, progress);
+        file->checkUnchanged();
+        return source;
+    } catch (const SoundError& error) {
+        // A file that is being written makes no sense; that it changes is the better answer.
+        if (error.failure() != SoundFailure::Cancelled) file->checkUnchanged();
+        throw;
+    }
+} catch (const std::bad_alloc&) {
+    throw SoundError(SoundFailure::NoSpace, "there is not enough memory");
+}
+
+std::shared_ptr<const Source> Source::readWhole(const std::shared_ptr<const SourceFile>& file,
+                                                const Progress& progress) {
+    const auto made = [](StoredSound sound, std::shared_ptr<const SourceFile> held, Peaks peaks) {
         return std::shared_ptr<const Source>(new Source(sound, std::move(held), std::move(peaks)));
+    };
+    const auto decoded = [&](DecodedSound all) {
+        return made(all.sound, std::move(all.file), std::move(all.peaks));
     };
     std::optional<FoundSound> found = readWaveHeader(*file);
     if (!found) found = readAiffHeader(*file);
-    if (found && !found->blocks) {
-        Peaks peaks = buildPeaks(found->sound, *file, progress);
-        file->checkUnchanged();
-        return finished(found->sound, file, std::move(peaks));
-    }
-    std::optional<DecodedSound> decoded;
-    if (found) {
-        decoded = decodeBlocks(*file, found->sound, *found->blocks, progress);
-    } else if (const auto start = findMp3(*file)) {
-        decoded = decodeMp3(*file, *start, progress);
-    } else {
-        notASound(*file);
-    }
-    file->checkUnchanged();
-    return finished(decoded->sound, std::move(decoded->file), std::move(decoded->peaks));
-} catch (const std::bad_alloc&) {
-    throw SoundError(SoundFailure::NoSpace, "there is not enough memory");
+    if (found && found->blocks)
+        return decoded(decodeBlocks(*file, found->sound, *found->blocks, progress));
+    if (found) return made(found->sound, file, buildPeaks(found->sound, *file, progress));
+    if (const auto start = findMp3(*file)) return decoded(decodeMp3(*file, *start, progress));
+    notASound(*file);
 }
 
 void Source::read(std::int64_t first, std::int64_t count, double* interleaved) const {

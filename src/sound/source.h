@@ -20,7 +20,7 @@ class Source : public FrameReader {
   public:
     // Opens a WAV, AIFF or MP3 file, told by its content, and returns when its peaks are complete.
     // A file that ends early gives what it holds. A sample that is not a number reads as 0.
-    // Throws SoundError: NotFound, NotASound, Damaged, NoSpace, Cancelled.
+    // Throws SoundError: NotFound, NotASound, Damaged, SourceChanged, NoSpace, Cancelled.
     static std::shared_ptr<const Source> open(const std::filesystem::path& path,
                                               const Progress& progress = {});
 
@@ -44,6 +44,9 @@ class Source : public FrameReader {
 
   private:
     Source(StoredSound sound, std::shared_ptr<const SourceFile> file, Peaks peaks);
+
+    static std::shared_ptr<const Source> readWhole(const std::shared_ptr<const SourceFile>& file,
+                                                   const Progress& progress);
 
     StoredSound sound_;
     std::shared_ptr<const SourceFile> file_;
