@@ -31,6 +31,12 @@ std::string format(int tag, int channels, int rate, int bits) {
                              number(block, 2) + number(bits, 2));
 }
 
+// A format whose samples lie in blocks.
+std::string blocks(int tag, int channels, int bytes, int bits) {
+    return chunk("fmt ", number(tag, 2) + number(channels, 2) + number(8000, 4) + number(4096, 4) +
+                             number(bytes, 2) + number(bits, 2) + number(2, 2) + number(0, 2));
+}
+
 std::string extensible(int bits) {
     std::string body = format(0xFFFE, 1, 48000, bits).substr(8) + number(22, 2) + number(bits, 2) +
                        number(4, 4) + number(1, 2);
@@ -89,6 +95,10 @@ TEST_F(SourceTest, ReadsEveryCodingExactly) {
         {aiff(1, 24, "", number(0x123456, 3, true)), {0x123456 / 8388608.0}},
         {aiff(3, 8, "", "\x40\x80\x01"), {0.5, -1, 1 / 128.0}},
         {aiff(1, 16, "sowt", number(0x4000, 2)), {0.5}},
+        {mono(6, 8, "\xD5\x2A\x55"), {8 / 32768.0, -32256 / 32768.0, -8 / 32768.0}},
+        {mono(7, 8, "\xFF\x80\x10"), {0, 32124 / 32768.0, -15996 / 32768.0}},
+        {aiff(1, 16, "alaw", "\xAA"), {32256 / 32768.0}},
+        {aiff(1, 16, "ULAW", std::string(1, '\0')), {-32124 / 32768.0}},
         {aiff(1, 32, "fl32", number(0xBF000000, 4, true)), {-0.5}}};
     for (const auto& [file, values] : codings)
         EXPECT_EQ(samples(file), values) << file.size();
@@ -101,6 +111,8 @@ TEST_F(SourceTest, ReadsEveryCodingExactly) {
         {"extensible", wave(extensible(16) + data)},
         {"odd chunks",
          wave(chunk("junk", "odd") + format16 + chunk("LIST", "x") + data + chunk("cue ", "abc"))},
+        {"no padding",
+         wave("junk" + number(3, 4) + "odd" + format16 + "LIST" + number(1, 4) + "x" + data)},
         {"RF64", wave(chunk("ds64", number(0, 8) + number(4, 8) + number(0, 12)) + format16 +
                           "data" + number(0xFFFFFFFF, 4) + two + chunk("LIST", "x"),
                       "RF64")},
@@ -131,15 +143,27 @@ TEST_F(SourceTest, RefusesWhatIsNoSound) {
         {"17 channels", wave(format(1, 17, 8000, 16) + data)},
         {"0 bits", wave(format(1, 1, 8000, 0) + data)},
         {"unknown coding", wave(format(0x55, 1, 8000, 16) + data)},
+        {"law, rate 0", wave(format(7, 1, 0, 8) + data)},
+        {"blocks of 0 bytes", wave(blocks(0x11, 1, 0, 4) + data)},
+        {"blocks without samples", wave(blocks(2, 2, 13, 4) + data)},
+        {"ADPCM of 3 bits", wave(blocks(0x11, 1, 256, 3) + data)},
+        {"GSM in stereo", wave(blocks(0x31, 2, 65, 0) + data)},
+        {"GSM in other blocks", wave(blocks(0x31, 1, 33, 0) + data)},
+        {"less than a block", wave(blocks(0x31, 1, 65, 0) + data)},
+        {"G.721", wave(blocks(0x40, 1, 64, 4) + data)},
         {"AIFF without sound", aiff(0, 16, "", "")}};
     const auto failure = [&](const std::string& file) {
         return failureOf([&] { Source::open(write(file)); });
     };
-    for (const auto& [name, file] : noSounds)
+    for (const auto& [name, file] : noSounds) {
         EXPECT_EQ(failure(file), SoundFailure::NotASound) << name;
+        EXPECT_THROW(Source::probe(folder_.path() / "take.mp3"), SoundError) << name;
+    }
     for (const std::size_t end : {30, 36})  // in the header, before the data
         EXPECT_EQ(failure(wave(format16 + data).substr(0, end)), SoundFailure::Damaged) << end;
     EXPECT_EQ(failure(aiff(1, 16, "", "ab").substr(0, 40)), SoundFailure::Damaged);
+    EXPECT_EQ(failure(wave(data + format16)), SoundFailure::Damaged);
+    EXPECT_EQ(failure(wave(std::string(64 << 20, '\0') + format16 + data)), SoundFailure::Damaged);
     EXPECT_THROW(Source::open(folder_.path() / "gone.wav"), SoundError);
     EXPECT_THROW(Source::open(folder_.path()), SoundError);
 }
