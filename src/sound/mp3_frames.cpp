@@ -72,6 +72,10 @@ std::optional<std::int64_t> searchFrames(const SourceFile& file, std::int64_t at
     return {};
 }
 
+void checkStop(const std::stop_token& stop) {
+    if (stop.stop_requested()) throw SoundError(SoundFailure::Cancelled, "opening was cancelled");
+}
+
 std::optional<Mp3Header> headerAt(const SourceFile& file, std::int64_t at) {
     std::array<std::uint8_t, kHeaderBytes> word;
     if (at >= file.size() || file.readSome(at, word) < word.size()) return {};
@@ -148,8 +152,7 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
     std::int64_t held = 0;
     for (std::int64_t at = start.byte; at + kHeaderBytes <= file.size();) {
         if (at < place || at + kHeaderBytes > place + held) {
-            if (stop.stop_requested())
-                throw SoundError(SoundFailure::Cancelled, "opening was cancelled");
+            checkStop(stop);
             place = at;
             held = static_cast<std::int64_t>(file.readSome(at, window));
             if (held < kHeaderBytes) return;
@@ -160,6 +163,7 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
             add(at);
             at += header->bytes;
         } else {
+            checkStop(stop);
             const auto next = searchFrames(file, at);
             if (!next || ++gaps_ > kMostGaps) return;
             at = std::max(*next, at + 1);

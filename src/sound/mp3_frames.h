@@ -63,7 +63,7 @@ class Mp3Index {
 
   private:
     static constexpr std::size_t kMostEntries = 1 << 17;
-    static constexpr int kMostGaps = 1000;
+    static constexpr int kMostGaps = 100;
 
     void add(std::int64_t byte);
 
