@@ -1,15 +1,40 @@
 #include "engine/exports.h"
 
+#include <sys/stat.h>
+
 #include <QFile>
 #include <filesystem>
+#include <string>
 #include <utility>
 
 #include "engine/failure_codes.h"
 
 namespace tarnwick::engine {
 
+namespace {
+
+// A short file takes longer to be safely on disk than to be written: while some wait for the disk,
+// others work.
+constexpr int kWriters = 6;
+
+// The same for every spelling of a target: the folder itself and the name in it, without regard to
+// case, which not every file system has.
+std::string keyOf(const std::filesystem::path& target) {
+    const std::filesystem::path folder =
+        target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+    struct stat state;
+    const std::string place =
+        stat(folder.c_str(), &state) == 0
+            ? std::to_string(state.st_dev) + ' ' + std::to_string(state.st_ino)
+            : folder.string();
+    const QString name = QFile::decodeName(target.filename().c_str());
+    return place + '/' + name.normalized(QString::NormalizationForm_C).toCaseFolded().toStdString();
+}
+
+}  // namespace
+
 Exports::Exports(EventQueue& events, std::function<void(ErrorCode)> done)
-    : events_(events), done_(std::move(done)) {}
+    : events_(events), done_(std::move(done)), writers_(kWriters) {}
 
 Exports::~Exports() { ending_.request_stop(); }
 
@@ -17,17 +42,27 @@ void Exports::add(const sound::Timeline& timeline, qint64 first, qint64 end,
                   const sound::OutputFormat& output, const QString& path) {
     ++pending_;
     const std::filesystem::path target(QFile::encodeName(path).toStdString());
-    writer_.add([this, timeline, first, end, output, target, generation = events_.generation(),
-                 stop = ending_.get_token()] {
+    const auto write = [this, timeline, first, end, output, target, call = calls_++,
+                        generation = events_.generation(), stop = ending_.get_token()] {
         const ErrorCode code = attempt([&] {
             timeline.source()->checkUnchanged();
             sound::writeSound(timeline, first, end, output, target, {.percent = {}, .stop = stop});
         });
-        events_.post(generation, [this, code] {
+        ended(call, {generation, code});
+    };
+    writers_.add(write, keyOf(target));
+}
+
+void Exports::ended(quint64 call, Outcome outcome) {
+    const std::lock_guard lock(mutex_);
+    outcomes_.emplace(call, outcome);
+    for (auto next = outcomes_.begin(); next != outcomes_.end() && next->first == told_; ++told_) {
+        events_.post(next->second.generation, [this, code = next->second.code] {
             --pending_;
             done_(code);
         });
-    });
+        next = outcomes_.erase(next);
+    }
 }
 
 }  // namespace tarnwick::engine

@@ -2,6 +2,8 @@
 
 #include <QString>
 #include <functional>
+#include <map>
+#include <mutex>
 #include <stop_token>
 
 #include "engine/event_queue.h"
@@ -12,11 +14,11 @@
 
 namespace tarnwick::engine {
 
-// Writes stretches of the sound to files, one after the other in the order of the calls, from the
-// sound as it was at the call. UI thread.
+// Writes stretches of the sound to files, several at a time, from the sound as it was at the call.
+// Calls with the same target write it one after the other in their order. UI thread.
 class Exports {
   public:
-    // `done` is told the code of each export on the UI thread, in the same order.
+    // `done` is told the code of each export on the UI thread, in the order of the calls.
     Exports(EventQueue& events, std::function<void(ErrorCode)> done);
     ~Exports();  // gives up what is not complete
 
@@ -29,11 +31,22 @@ class Exports {
     qint32 pending() const { return pending_; }  // not told of yet
 
   private:
+    struct Outcome {
+        quint64 generation;
+        ErrorCode code;
+    };
+
+    void ended(quint64 call, Outcome outcome);  // writers' threads
+
     EventQueue& events_;
     std::function<void(ErrorCode)> done_;
     qint32 pending_ = 0;
+    quint64 calls_ = 0;
+    std::mutex mutex_;
+    quint64 told_ = 0;                     // calls that an event was posted for
+    std::map<quint64, Outcome> outcomes_;  // of calls that ended before an earlier one
     std::stop_source ending_;
-    JobQueue writer_;  // last: its thread uses the others
+    JobQueue writers_;  // last: its threads use the others
 };
 
 }  // namespace tarnwick::engine

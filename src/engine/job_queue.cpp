@@ -1,41 +1,62 @@
 #include "engine/job_queue.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace tarnwick::engine {
 
-JobQueue::JobQueue() : thread_([this] { run(); }) {}
+JobQueue::JobQueue(int threads) {
+    for (int i = 0; i < threads; ++i)
+        threads_.emplace_back([this] { run(); });
+}
 
 JobQueue::~JobQueue() {
-    std::deque<Job> dropped;
+    std::list<Entry> dropped;
     {
         const std::lock_guard lock(mutex_);
         ending_ = true;
-        dropped.swap(jobs_);
+        for (auto entry = jobs_.begin(); entry != jobs_.end();) {
+            const auto next = std::next(entry);
+            if (!entry->running) dropped.splice(dropped.end(), jobs_, entry);
+            entry = next;
+        }
     }
-    changed_.notify_one();
-    thread_.join();
+    changed_.notify_all();
+    threads_.clear();
 }
 
-void JobQueue::add(Job job) {
+void JobQueue::add(Job job, std::string key) {
     {
         const std::lock_guard lock(mutex_);
-        jobs_.push_back(std::move(job));
+        jobs_.push_back({std::move(key), std::move(job)});
     }
     changed_.notify_one();
+}
+
+// The first job that waits for no other of its key; mutex_ is held.
+std::list<JobQueue::Entry>::iterator JobQueue::nextReady() {
+    return std::find_if(jobs_.begin(), jobs_.end(), [this](const Entry& entry) {
+        if (entry.running) return false;
+        const auto first = std::ranges::find(jobs_, entry.key, &Entry::key);
+        return &*first == &entry;
+    });
 }
 
 void JobQueue::run() {
+    std::unique_lock lock(mutex_);
     for (;;) {
-        Job job;
-        {
-            std::unique_lock lock(mutex_);
-            changed_.wait(lock, [this] { return ending_ || !jobs_.empty(); });
-            if (ending_) return;
-            job = std::move(jobs_.front());
-            jobs_.pop_front();
-        }
+        auto entry = jobs_.end();
+        changed_.wait(lock, [&] { return ending_ || (entry = nextReady()) != jobs_.end(); });
+        if (ending_) return;
+        entry->running = true;
+        Job job = std::move(entry->job);
+        lock.unlock();
         job();
+        job = nullptr;  // what it held can be much to free
+        lock.lock();
+        jobs_.erase(entry);
+        changed_.notify_all();  // a job of the same key may wait
     }
 }
 

@@ -3,32 +3,43 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <list>
 #include <mutex>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace tarnwick::engine {
 
-// A thread that runs jobs one after the other in the order in which they were added. A job must
-// not throw. The destructor drops the jobs that wait and joins the one that runs.
+// Threads that run jobs in the order in which they were added. With more than one thread several
+// jobs run at a time, but those with the same key still one after the other in their order. A job
+// must not throw. The destructor drops the jobs that wait and joins those that run.
 class JobQueue {
   public:
     using Job = std::function<void()>;
 
-    JobQueue();
+    explicit JobQueue(int threads = 1);
     ~JobQueue();
     JobQueue(const JobQueue&) = delete;
     JobQueue& operator=(const JobQueue&) = delete;
 
-    void add(Job job);  // any thread
+    void add(Job job, std::string key = {});  // any thread
 
   private:
+    struct Entry {
+        std::string key;
+        Job job;
+        bool running = false;
+    };
+
     void run();
+    std::list<Entry>::iterator nextReady();
 
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::deque<Job> jobs_;
+    std::list<Entry> jobs_;  // those that run are still in it
     bool ending_ = false;
-    std::jthread thread_;  // last: it uses the others
+    std::vector<std::jthread> threads_;  // last: they use the others
 };
 
 }  // namespace tarnwick::engine

@@ -95,11 +95,13 @@ RateBlocks::RateBlocks(const FrameReader& sound, std::int64_t first, std::int64_
 
 bool RateBlocks::isLong() const { return std::max(framesIn_, framesOut_) >= kLongFrames; }
 
-const double* RateBlocks::read(std::int64_t at, std::int64_t count, Room& room) const {
+void RateBlocks::readInto(std::int64_t at, std::int64_t count, std::vector<double>& scratch,
+                          std::vector<double>& frames) const {
     const int channels = sound_.format().channels;
-    room.read.resize(static_cast<std::size_t>(count * channels));
-    sound_.read(first_ + at, count, room.read.data());
-    return withChannels(room.read.data(), count, channels, channels_, room.mixed);
+    std::vector<double>& read = channels == channels_ ? frames : scratch;
+    read.resize(static_cast<std::size_t>(count * channels));
+    sound_.read(first_ + at, count, read.data());
+    withChannels(read.data(), count, channels, channels_, frames);
 }
 
 void RateBlocks::make(std::int64_t number, std::vector<double>& block,
@@ -108,12 +110,9 @@ void RateBlocks::make(std::int64_t number, std::vector<double>& block,
     if (givenUp()) throw SoundError(SoundFailure::Cancelled, "the writing was called off");
     const std::int64_t at = number * blockIn_;
     const std::int64_t count = std::min(blockIn_, framesIn_ - at);
-    const double* values = read(at, count, room_);
-    if (!following_) {
-        block.assign(values, values + count * channels_);
-        return;
-    }
-    block = following_->process(values, count);
+    if (!following_) return readInto(at, count, scratch_, block);
+    readInto(at, count, scratch_, frames_);
+    block = following_->process(frames_.data(), count);
     if (number + 1 < count_) return;
     const std::vector<double>& rest = following_->finish();
     block.insert(block.end(), rest.begin(), rest.end());
@@ -128,7 +127,8 @@ void RateBlocks::makeAlone(std::int64_t number, std::vector<double>& block,
     // Values of the lead, which the block before has.
     auto skip = static_cast<std::size_t>((firstOut - resampledLength(at, from_, to_)) * channels_);
     Resampler resampler(from_, to_, channels_, framesIn_ - at);
-    Room room;
+    std::vector<double> scratch;
+    std::vector<double> frames;
     block.reserve(wanted);
     const auto take = [&](const std::vector<double>& ready) {
         const std::size_t passed = std::min(skip, ready.size());
@@ -145,7 +145,8 @@ void RateBlocks::makeAlone(std::int64_t number, std::vector<double>& block,
             take(resampler.finish());
             return;
         }
-        take(resampler.process(read(at, count, room), count));
+        readInto(at, count, scratch, frames);
+        take(resampler.process(frames.data(), count));
         at += count;
     }
 }

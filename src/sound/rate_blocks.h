@@ -36,12 +36,9 @@ class RateBlocks {
               const std::function<bool()>& givenUp);
 
   private:
-    // Reads frames of the stretch in the blocks' channels; valid until the next call with `room`.
-    struct Room {
-        std::vector<double> read;
-        std::vector<double> mixed;
-    };
-    const double* read(std::int64_t at, std::int64_t count, Room& room) const;
+    // Reads frames of the stretch in the blocks' channels.
+    void readInto(std::int64_t at, std::int64_t count, std::vector<double>& scratch,
+                  std::vector<double>& frames) const;
     void makeAlone(std::int64_t number, std::vector<double>& block,
                    const std::function<bool()>& givenUp) const;
 
@@ -57,7 +54,9 @@ class RateBlocks {
     std::int64_t lead_ = 0;      // frames that are resampled before an independent block
     std::int64_t count_ = 0;
     std::optional<Resampler> following_;
-    Room room_;  // of blocks that follow from each other
+    // Of the one thread that makes blocks in order.
+    std::vector<double> scratch_;
+    std::vector<double> frames_;
 };
 
 // Mono to stereo copies, stereo to mono averages. Gives `in` when nothing is to be changed, else
