@@ -2,8 +2,10 @@
 
 #include <array>
 #include <bit>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 #include "sound/sample_coding.h"
 
@@ -93,12 +95,16 @@ struct Integer32 {
     }
 };
 
+// Beyond this nothing is a sample, nor is what is no number: one of them would make all that is
+// computed from it the same.
+constexpr float kLargestFloat = std::numeric_limits<float>::max();
+
 template <bool kBig>
 struct Floating32 {
     static constexpr int kBytes = 4;
     static float load(const std::uint8_t* bytes) {
         const auto value = std::bit_cast<float>(loadWord<std::uint32_t, kBig>(bytes));
-        return value == value ? value : 0.0f;
+        return std::abs(value) <= kLargestFloat ? value : 0.0f;
     }
 };
 
@@ -107,7 +113,7 @@ struct Floating64 {
     static constexpr int kBytes = 8;
     static double load(const std::uint8_t* bytes) {
         const auto value = std::bit_cast<double>(loadWord<std::uint64_t, kBig>(bytes));
-        return value == value ? value : 0.0;
+        return std::abs(value) <= kLargestFloat ? value : 0.0;
     }
 };
 

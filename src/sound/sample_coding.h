@@ -10,7 +10,7 @@ namespace tarnwick::sound {
 
 int bytesOf(Coding coding);
 
-// Turns stored samples into parts of full scale; what is not a number becomes 0. `bytes` holds
+// Turns stored samples into parts of full scale; what is no finite number becomes 0. `bytes` holds
 // values.size() samples.
 void unpack(Coding coding, const std::uint8_t* bytes, std::span<double> values);
 

@@ -19,7 +19,7 @@ class LoudMaps;
 class Source : public FrameReader {
   public:
     // Opens a WAV, AIFF or MP3 file, told by its content, and returns when its peaks are complete.
-    // A file that ends early gives what it holds. A sample that is not a number reads as 0.
+    // A file that ends early gives what it holds. A sample that is no finite number reads as 0.
     // Throws SoundError: NotFound, NotASound, Damaged, SourceChanged, NoSpace, Cancelled.
     static std::shared_ptr<const Source> open(const std::filesystem::path& path,
                                               const Progress& progress = {});
