@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 namespace tarnwick::sound {
 
@@ -60,8 +61,13 @@ void pack(const std::int32_t* samples, std::size_t count, const SampleLayout& la
 }
 
 void toFloats(const double* values, std::size_t count, unsigned char* out) {
+    constexpr double kLargest = std::numeric_limits<float>::max();
     for (std::size_t i = 0; i < count; ++i) {
-        const auto sample = static_cast<float>(values[i]);
+        double value = values[i];
+        value = value == value ? value : 0.0;
+        value = value < -kLargest ? -kLargest : value;
+        value = value > kLargest ? kLargest : value;
+        const auto sample = static_cast<float>(value);
         std::memcpy(out + 4 * i, &sample, 4);
     }
 }

@@ -19,8 +19,8 @@ struct SampleLayout {
 };
 
 // Writes `count` values, parts of full scale, as samples. Integers are rounded to the nearest and
-// clipped, never wrapped; NaN becomes 0. Floating samples are not clipped. `out` has room for
-// count * layout.bytes() bytes.
+// clipped, never wrapped. Floating samples are clipped only where a float ends. NaN becomes 0.
+// `out` has room for count * layout.bytes() bytes.
 void quantise(const double* values, std::size_t count, const SampleLayout& layout,
               unsigned char* out);
 
