@@ -68,7 +68,7 @@ std::shared_ptr<const Source> drawnSource() {
 std::int64_t drawnPlace(std::int64_t last) {
     const auto place = *rc::gen::inRange<std::int64_t>(0, last + 1);
     return *rc::gen::weightedElement<std::int64_t>(
-        {{7, place}, {1, 0}, {1, last}, {1, std::min(last, place / 256 * 256)}});
+        {{7, place}, {1, 0}, {1, last}, {1, std::min(last, place / 256 * 256 + place % 2)}});
 }
 
 Edit drawnEdit(std::int64_t frames) {
