@@ -46,6 +46,8 @@ Cut cutOf(const Mp3Start& start, const Mp3Index& index) {
 // is what the lead-in is for.
 DecodedSound decodeMp3(const SourceFile& file, const Mp3Start& start, const Progress& progress) {
     const Mp3Index index(file, start, progress.stop);
+    if (index.changesKind())
+        throw SoundError(SoundFailure::Damaged, "the sound changes its rate on the way");
     const Cut cut = cutOf(start, index);
     if (cut.length < 1) throw SoundError(SoundFailure::NotASound, "no sound in the file");
     const Mp3LeadIn beginning{0, 0, start.byte, {}};

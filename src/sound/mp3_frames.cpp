@@ -166,6 +166,9 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
             checkStop(stop);
             const auto next = searchFrames(file, at);
             if (!next || ++gaps_ > kMostGaps) return;
+            const auto found = headerAt(file, *next);
+            changesKind_ = found && found->shared != start.header.shared;
+            if (changesKind_) return;
             at = std::max(*next, at + 1);
         }
     }

@@ -58,6 +58,8 @@ class Mp3Index {
     std::int64_t frames() const { return frames_; }
     // Whether they follow each other without a gap.
     bool unbroken() const { return gaps_ == 0; }
+    // Whether frames of another rate follow, which end the count.
+    bool changesKind() const { return changesKind_; }
     // The last listed frame at or before `frame`.
     Entry before(std::int64_t frame) const;
 
@@ -71,6 +73,7 @@ class Mp3Index {
     std::int64_t step_ = kGrid;
     std::int64_t frames_ = 0;
     int gaps_ = 0;
+    bool changesKind_ = false;
 };
 
 // The bytes of a stream that begins in the middle, at a listed frame: frames that need bits of

@@ -83,8 +83,8 @@ void Mp3Stream::start() {
     mpg123_param(handle_, MPG123_RESYNC_LIMIT, -1, 0.0);
     // A part with other channels, as in joined files, is brought to those of the first.
     mpg123_format_none(handle_);
-    mpg123_format(handle_, header_.rate, header_.channels == 1 ? MPG123_MONO : MPG123_STEREO,
-                  MPG123_ENC_FLOAT_32);
+    mpg123_format2(handle_, 0, header_.channels == 1 ? MPG123_MONO : MPG123_STEREO,
+                   MPG123_ENC_FLOAT_32);
     mpg123_replace_reader_handle(handle_, &Mp3Stream::readBytes, &Mp3Stream::moveTo, nullptr);
     if (mpg123_open_handle(handle_, this) != MPG123_OK) damaged();
     checkFormat();
