@@ -20,9 +20,9 @@ TARNWICK_RUN_PACKAGES=(
 )
 
 # To run the tests and benchmarks: the format check, a sound server without hardware with its
-# recorder, and the tool that the benchmarks compare with.
+# recorder, and the tools that the benchmarks compare with.
 TARNWICK_TEST_PACKAGES=(
-    clang-format git pulseaudio pulseaudio-utils ffmpeg mpg123
+    clang-format git pulseaudio pulseaudio-utils ffmpeg sox mpg123
 )
 
 # To look for bytes that the readers do not survive: fuzz/run only.
