@@ -22,8 +22,10 @@ double secondsOf(Work work) {
 // The program off-screen with a sound editor as the window meets it: calls, and events through the
 // event loop.
 class EngineDesk {
-    static int argc_;
-    static char* argv_[];
+    int argc_ = 1;
+    char name_[6] = "bench";
+    char* argv_[2] = {name_, nullptr};
+    const bool offScreen_ = qputenv("QT_QPA_PLATFORM", "offscreen");
 
   public:
     EngineDesk() { editor->EnableUndo(1); }
@@ -60,9 +62,5 @@ class EngineDesk {
     const QApplication application{argc_, argv_};
     const std::unique_ptr<engine::SoundEditor> editor = engine::createSoundEditor();
 };
-
-inline int EngineDesk::argc_ = 3;
-inline char* EngineDesk::argv_[] = {const_cast<char*>("bench"), const_cast<char*>("-platform"),
-                                    const_cast<char*>("offscreen"), nullptr};
 
 }  // namespace tarnwick::bench
