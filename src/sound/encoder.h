@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <span>
 
 #include "sound/atomic_file.h"
 #include "sound/sound_writer.h"
@@ -15,6 +17,11 @@ class Encoder {
 
     // Appends `frames` frames, interleaved, in parts of full scale. Throws SoundError.
     virtual void write(const double* interleaved, std::int64_t frames) = 0;
+
+    // The coding in which the encoder appends bytes as they are, if there is one.
+    virtual std::optional<Coding> storedCoding() const { return {}; }
+    // Appends whole frames that are already in that coding. Throws SoundError.
+    virtual void writeStored(std::span<const std::uint8_t>) {}
 
     // Completes the file; no write follows. Throws SoundError.
     virtual void finish() = 0;

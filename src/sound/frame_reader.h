@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "sound/audio_format.h"
+#include "sound/stored_sound.h"
 
 namespace tarnwick::sound {
 
@@ -18,6 +19,12 @@ class FrameReader {
     // parts of full scale: an integer sample s of b bits is exactly s / 2^(b-1), a floating sample
     // is itself. The stretch lies inside the sound. Throws SoundError.
     virtual void read(std::int64_t first, std::int64_t count, double* interleaved) const = 0;
+
+    // Copies the frames as bytes of `coding` when that takes no computing. Else false, and what
+    // `bytes` then holds means nothing. The same stretch and errors as with read().
+    virtual bool readStored(std::int64_t, std::int64_t, Coding, std::uint8_t*) const {
+        return false;
+    }
 };
 
 }  // namespace tarnwick::sound

@@ -10,13 +10,15 @@
 #include <thread>
 #include <vector>
 
+#include "sound/sound_block.h"
+
 namespace tarnwick::sound {
 
-// Blocks of samples that threads of its own make ahead of the one who uses them, and that are
+// Blocks of sound that threads of its own make ahead of the one who uses them, and that are
 // handed out in order. No thread outlives it. Used by one thread.
 class OrderedBlocks {
   public:
-    using Block = std::vector<double>;
+    using Block = SoundBlock;
     // Fills the block of that number, counted from 0. Called on several threads, but by each in
     // rising order. What it throws comes out of next(). It ends early when a stop is requested.
     using Make =

@@ -16,6 +16,8 @@ class PcmEncoder : public Encoder {
                AtomicFile& file);
 
     void write(const double* interleaved, std::int64_t frames) override;
+    std::optional<Coding> storedCoding() const override;
+    void writeStored(std::span<const std::uint8_t> bytes) override;
     void finish() override;
 
   private:

@@ -4,6 +4,7 @@
 #include <numeric>
 #include <utility>
 
+#include "sound/sample_coding.h"
 #include "sound/sound_error.h"
 #include "sound/sound_writer.h"
 
@@ -104,12 +105,21 @@ void RateBlocks::readInto(std::int64_t at, std::int64_t count, std::vector<doubl
     withChannels(read.data(), count, channels, channels_, frames);
 }
 
-void RateBlocks::make(std::int64_t number, std::vector<double>& block,
-                      const std::function<bool()>& givenUp) {
+void RateBlocks::copyStored(Coding coding) {
+    if (from_ == to_) stored_ = coding;
+}
+
+void RateBlocks::make(std::int64_t number, SoundBlock& made, const std::function<bool()>& givenUp) {
+    std::vector<double>& block = made.values;
     if (blockOut_ != 0) return makeAlone(number, block, givenUp);
     if (givenUp()) throw SoundError(SoundFailure::Cancelled, "the writing was called off");
     const std::int64_t at = number * blockIn_;
     const std::int64_t count = std::min(blockIn_, framesIn_ - at);
+    if (stored_) {
+        made.stored.resize(static_cast<std::size_t>(count * channels_ * bytesOf(*stored_)));
+        if (sound_.readStored(first_ + at, count, *stored_, made.stored.data())) return;
+        made.stored.clear();
+    }
     if (!following_) return readInto(at, count, scratch_, block);
     readInto(at, count, scratch_, frames_);
     block = following_->process(frames_.data(), count);

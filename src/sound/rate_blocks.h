@@ -7,6 +7,7 @@
 
 #include "sound/frame_reader.h"
 #include "sound/resampler.h"
+#include "sound/sound_block.h"
 
 namespace tarnwick::sound {
 
@@ -29,11 +30,13 @@ class RateBlocks {
     std::int64_t frames() const { return framesOut_; }      // of all blocks
     int channels() const { return channels_; }              // of the blocks
 
-    // Fills a block with interleaved frames. With more than one thread in any order, else each
+    // Lets blocks that need no computing come as bytes of `coding`. Before the first is made.
+    void copyStored(Coding coding);
+
+    // Fills an empty block. With more than one thread in any order, else each
     // once and in order; a block can be empty then. Asks `givenUp` now and then. Throws
     // SoundError(Cancelled) and what reading throws.
-    void make(std::int64_t number, std::vector<double>& block,
-              const std::function<bool()>& givenUp);
+    void make(std::int64_t number, SoundBlock& block, const std::function<bool()>& givenUp);
 
   private:
     // Reads frames of the stretch in the blocks' channels.
@@ -54,6 +57,7 @@ class RateBlocks {
     std::int64_t lead_ = 0;      // frames that are resampled before an independent block
     std::int64_t count_ = 0;
     std::optional<Resampler> following_;
+    std::optional<Coding> stored_;
     // Of the one thread that makes blocks in order.
     std::vector<double> scratch_;
     std::vector<double> frames_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "sound/peaks.h"
@@ -9,6 +10,10 @@
 namespace tarnwick::sound {
 
 int bytesOf(Coding coding);
+
+// The byte that silence consists of, in codings of which each sample can be copied as it is: plain
+// integers. None for the others: what is no number is not handed on.
+std::optional<std::uint8_t> silentByte(Coding coding);
 
 // Turns stored samples into parts of full scale; what is no finite number becomes 0. `bytes` holds
 // values.size() samples.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <optional>
 #include <system_error>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "sound/encoder.h"
 #include "sound/ordered_blocks.h"
 #include "sound/rate_blocks.h"
+#include "sound/sample_coding.h"
 #include "sound/sound_error.h"
 
 namespace tarnwick::sound {
@@ -52,15 +54,24 @@ void encode(const FrameReader& sound, std::int64_t first, std::int64_t end,
             const OutputFormat& output, const Progress& progress, AtomicFile& file) {
     RateBlocks blocks(sound, first, end, output.format.rate, output.format.channels);
     const auto encoder = makeEncoder(output, blocks.frames(), file);
+    const std::optional<Coding> coding = encoder->storedCoding();
+    const bool sameChannels = sound.format().channels == output.format.channels;
+    if (coding && sameChannels) blocks.copyStored(*coding);
+    const int storedFrameBytes = coding ? bytesOf(*coding) * blocks.channels() : 1;
     Course course(progress, blocks.frames());
     std::vector<double> mixed;
     std::int64_t done = 0;
-    const auto use = [&](const std::vector<double>& block) {
+    const auto use = [&](const SoundBlock& block) {
         course.at(done);
-        const auto count = static_cast<std::int64_t>(block.size()) / blocks.channels();
-        encoder->write(
-            withChannels(block.data(), count, blocks.channels(), output.format.channels, mixed),
-            count);
+        if (!block.stored.empty()) {
+            encoder->writeStored(block.stored);
+            done += std::ssize(block.stored) / storedFrameBytes;
+            return;
+        }
+        const auto count = std::ssize(block.values) / blocks.channels();
+        encoder->write(withChannels(block.values.data(), count, blocks.channels(),
+                                    output.format.channels, mixed),
+                       count);
         done += count;
     };
     const auto stopped = [&] { return progress.stop.stop_requested(); };
@@ -68,14 +79,15 @@ void encode(const FrameReader& sound, std::int64_t first, std::int64_t end,
         // What the encoder takes as time, others use to read and resample the blocks to come.
         OrderedBlocks ahead(
             blocks.count(), blocks.threads(),
-            [&](std::int64_t number, std::vector<double>& block, const std::stop_token& stop) {
+            [&](std::int64_t number, SoundBlock& block, const std::stop_token& stop) {
                 blocks.make(number, block, [&] { return stop.stop_requested() || stopped(); });
             });
         for (std::int64_t number = 0; number < blocks.count(); ++number)
             use(ahead.next());
     } else {
-        std::vector<double> block;
+        SoundBlock block;
         for (std::int64_t number = 0; number < blocks.count(); ++number) {
+            block.clear();
             blocks.make(number, block, stopped);
             use(block);
         }

@@ -28,6 +28,10 @@ namespace {
                      file.size() == 0 ? "the file is empty" : "no sound file of a known kind");
 }
 
+[[noreturn]] void outside() {
+    throw SoundError(SoundFailure::BadRange, "a stretch outside the sound");
+}
+
 }  // namespace
 
 void Source::probe(const std::filesystem::path& path) {
@@ -69,8 +73,7 @@ std::shared_ptr<const Source> Source::readWhole(const std::shared_ptr<const Sour
 }
 
 void Source::read(std::int64_t first, std::int64_t count, double* interleaved) const {
-    if (first < 0 || count < 0 || first > frames() - count)
-        throw SoundError(SoundFailure::BadRange, "a stretch outside the sound");
+    if (first < 0 || count < 0 || first > frames() - count) outside();
     const std::int64_t sampleBytes = bytesOf(sound_.coding);
     const std::int64_t frameBytes = sampleBytes * sound_.format.channels;
     std::array<std::uint8_t, 48 * 1024> bytes;
@@ -85,6 +88,16 @@ void Source::read(std::int64_t first, std::int64_t count, double* interleaved) c
         first += frames;
         count -= frames;
     }
+}
+
+bool Source::readStored(std::int64_t first, std::int64_t count, Coding coding,
+                        std::uint8_t* bytes) const {
+    if (coding != sound_.coding || !silentByte(coding)) return false;
+    if (first < 0 || count < 0 || first > frames() - count) outside();
+    const std::int64_t frameBytes = std::int64_t{bytesOf(coding)} * sound_.format.channels;
+    file_->read(sound_.offset + first * frameBytes,
+                std::span(bytes, static_cast<std::size_t>(count * frameBytes)));
+    return true;
 }
 
 void Source::checkUnchanged() const { file_->checkUnchanged(); }

@@ -32,6 +32,8 @@ class Source : public FrameReader {
     AudioFormat format() const override { return sound_.format; }
     std::int64_t frames() const override { return sound_.frames; }
     void read(std::int64_t first, std::int64_t count, double* interleaved) const override;
+    bool readStored(std::int64_t first, std::int64_t count, Coding coding,
+                    std::uint8_t* bytes) const override;
 
     const Peaks& peaks() const { return peaks_; }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "sound/piece_tree.h"
+#include "sound/sample_coding.h"
 #include "sound/sound_error.h"
 
 namespace tarnwick::sound {
@@ -49,6 +50,25 @@ void Timeline::read(std::int64_t first, std::int64_t count, double* interleaved)
             for (double* value = begin; value < end; ++value)
                 *value *= piece.gain;
     });
+}
+
+bool Timeline::readStored(std::int64_t first, std::int64_t count, Coding coding,
+                          std::uint8_t* bytes) const {
+    if (count < 0 || first < 0 || first > frames() - count) badRange();
+    const std::optional<std::uint8_t> silence = silentByte(coding);
+    if (!silence) return false;
+    const std::int64_t frameBytes = std::int64_t{bytesOf(coding)} * format().channels;
+    bool copied = true;
+    visitPieces(tree_.get(), first, first + count, [&](const Piece& piece) {
+        std::uint8_t* const begin = bytes + (piece.at - first) * frameBytes;
+        if (!copied) return;
+        if (piece.silent())
+            std::fill_n(begin, piece.count * frameBytes, *silence);
+        else
+            copied =
+                piece.gain == 1.0 && source_->readStored(piece.source, piece.count, coding, begin);
+    });
+    return copied;
 }
 
 Timeline Timeline::inserted(std::int64_t at, std::int64_t count) const {

@@ -40,6 +40,8 @@ class Timeline : public FrameReader {
     AudioFormat format() const override { return source_->format(); }
     std::int64_t frames() const override;
     void read(std::int64_t first, std::int64_t count, double* interleaved) const override;
+    bool readStored(std::int64_t first, std::int64_t count, Coding coding,
+                    std::uint8_t* bytes) const override;
 
     // Edits; stretches are [first, end). Throw SoundError(BadRange) for a place outside the sound,
     // a negative count or a gain that is not finite.

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 #include <cmath>
+#include <sstream>
 
 #include "engine/encoder_lists.h"
 
@@ -17,12 +18,11 @@ class OutputFormats : public testing::Test {
         sound::OutputFormat output;
         const ErrorCode code = outputFormat(formats, frequencyHz, channels, output);
         if (code != kOk) return std::to_string(code);
-        const std::string bits =
-            (output.format.floating ? "f" : "") + std::to_string(output.format.bits);
-        return std::to_string(static_cast<int>(output.container)) + " " +
-               std::to_string(output.format.rate) + " " + std::to_string(output.format.channels) +
-               " " + bits + " " + std::to_string(output.bitRate) + " " +
-               std::to_string(output.codec);
+        std::ostringstream line;
+        line << static_cast<int>(output.container) << ' ' << output.format.rate << ' '
+             << output.format.channels << (output.format.floating ? " f" : " ")
+             << output.format.bits << ' ' << output.bitRate << ' ' << output.codec;
+        return line.str();
     }
 
     Mp3Rates mp3;

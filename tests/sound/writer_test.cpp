@@ -143,7 +143,7 @@ TEST(RateBlocks, JoinToWhatOnePieceGives) {
         const NoiseSound sound({from, channels, 24, false}, frames + 5);
         RateBlocks blocks(sound, 5, 5 + frames, to, 2);
         EXPECT_EQ(blocks.threads() > 1, splits);
-        std::vector<std::vector<double>> made(static_cast<std::size_t>(blocks.count()));
+        std::vector<SoundBlock> made(static_cast<std::size_t>(blocks.count()));
         for (std::int64_t i = 0; i < blocks.count(); ++i) {
             const std::int64_t number = splits ? blocks.count() - 1 - i : i;
             blocks.make(number, made[static_cast<std::size_t>(number)], [] { return false; });
@@ -161,9 +161,9 @@ TEST(RateBlocks, JoinToWhatOnePieceGives) {
         expected.insert(expected.end(), rest.begin(), rest.end());
         std::size_t at = 0;
         double worst = 0.0;
-        for (const auto& block : made) {
-            ASSERT_LE(at + block.size(), expected.size());
-            for (const double value : block)
+        for (const SoundBlock& block : made) {
+            ASSERT_LE(at + block.values.size(), expected.size());
+            for (const double value : block.values)
                 worst = std::max(worst, std::fabs(value - expected[at++]));
         }
         EXPECT_EQ(at, expected.size());
