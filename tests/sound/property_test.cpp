@@ -2,6 +2,8 @@
 #include <rapidcheck/gtest.h>
 #include <stdlib.h>
 
+#include <fstream>
+#include <iterator>
 #include <limits>
 
 #include "sound/peak_level.h"
@@ -138,6 +140,24 @@ RC_GTEST_PROP(Laws, EditsAreThoseOfAPlainVectorAndUndoIsTheOldValue, ()) {
     }
     for (const auto& [timeline, plain] : states)
         same(samplesOf(timeline, 0, timeline.frames()), plain.values);
+}
+
+RC_GTEST_PROP(Laws, WhatIsCopiedIntoAFileIsWhatWouldBeComputed, ()) {
+    const Twins twins = drawnTwins();
+    OutputFormat output{*rc::gen::element(Container::Wav, Container::Aiff),
+                        twins.timeline.format()};
+    output.format.floating = false;  // floating samples are never copied, and know two zeros
+    const auto first = drawnPlace(twins.timeline.frames());
+    const TempFolder folder;
+    const auto written = [&](const FrameReader& sound, std::int64_t from, std::int64_t to) {
+        writeSound(sound, from, to, output, folder.path() / "out");
+        std::ifstream file(folder.path() / "out", std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    const std::string copied = written(twins.timeline, first, twins.timeline.frames());
+    const ListSound plain(output.format, twins.plain.part(first, twins.plain.frames()));
+    const bool equal = copied == written(plain, 0, plain.frames());
+    RC_ASSERT(equal);
 }
 
 RC_GTEST_PROP(Laws, ScansFindWhatALookAtEverySampleFinds, ()) {
