@@ -17,7 +17,7 @@
 namespace tarnwick::engine {
 
 // The sound editor over the sound room. One worker loads, edits and scans in the order of the
-// calls, another thread writes files, the player has its own; the UI thread is told of results by
+// calls, others write files, the player has its own; the UI thread is told of results by
 // events, and waits for none of them before the destructor.
 class Editor final : public SoundEditor, private Effects {
   public:

@@ -11,8 +11,9 @@ namespace tarnwick::engine {
 // thread.
 class EditorDirectory {
   public:
-    // No window (0) enters nothing; a window's later editor takes the place of its earlier one.
+    // An editor belongs to one window; 0 is none. A later one takes the place of an earlier one.
     void add(WindowHandle form, const DeliveredSound* sound) {
+        remove(sound);
         if (form != 0) sounds_[form] = sound;
     }
     void remove(const DeliveredSound* sound) {

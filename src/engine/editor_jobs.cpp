@@ -84,7 +84,7 @@ qint32 Editor::InsertSilence(qint32 positionMs, qint32 lengthMs) {
 qint32 Editor::RemoveSilence(qint32 beginMs, qint32 endMs, qint16 threshold, qint32 mode) {
     if (!sound_.timeline) return refuseEdit(kRemoveSilence, kNoSound);
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
-    if (!stretch || stretch->reversed() || threshold < 0 || mode < 0)
+    if (!stretch || stretch->reversed() || threshold < 0 || mode < 1)
         return refuseEdit(kRemoveSilence, kBadRange);
     return startChange(kRemoveSilence, [stretch, threshold, mode](const sound::Timeline& head,
                                                                   const sound::Progress& progress) {
@@ -115,7 +115,9 @@ qint32 Editor::Normalize(qint32 beginMs, qint32 endMs, float percent, float, flo
         const sound::FrameRange range{stretch->firstIn(head), stretch->endIn(head)};
         const double peak = sound::peakLevel(head, range, progress);
         // Silence stays silence.
-        return peak > 0.0 ? head.scaled(range.first, range.end, percent / 100.0 / peak) : head;
+        if (peak == 0.0) return head;
+        const double gain = std::min(percent / 100.0 / peak, sound::Timeline::kMaximumGain);
+        return head.scaled(range.first, range.end, gain);
     });
 }
 

@@ -15,7 +15,8 @@ class Effects {
                              qint32 reserved) = 0;
 
     // Brings the peak of all channels to `percent` of full scale, 0 or more; past 100 the sound
-    // clips when it is written. Silence stays silence. The last two arguments are always 100. Ends
+    // clips when it is written. Silence stays silence, and what is fainter than
+    // -200 dB comes 200 dB nearer. The last two arguments are always 100. Ends
     // with SoundEditDone, nCommand kNormalize. Returns an ErrorCode.
     virtual qint32 Normalize(qint32 beginMs, qint32 endMs, float percent, float attackPercent,
                              float releasePercent) = 0;

@@ -7,11 +7,18 @@
 namespace tarnwick::engine {
 
 JobQueue::JobQueue(int threads) {
-    for (int i = 0; i < threads; ++i)
-        threads_.emplace_back([this] { run(); });
+    try {
+        for (int i = 0; i < threads; ++i)
+            threads_.emplace_back([this] { run(); });
+    } catch (...) {
+        end();
+        throw;
+    }
 }
 
-JobQueue::~JobQueue() {
+JobQueue::~JobQueue() { end(); }
+
+void JobQueue::end() {
     std::list<Entry> dropped;
     {
         const std::lock_guard lock(mutex_);

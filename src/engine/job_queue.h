@@ -1,7 +1,6 @@
 #pragma once
 
 #include <condition_variable>
-#include <deque>
 #include <functional>
 #include <list>
 #include <mutex>
@@ -33,6 +32,7 @@ class JobQueue {
     };
 
     void run();
+    void end();
     std::list<Entry>::iterator nextReady();
 
     std::mutex mutex_;

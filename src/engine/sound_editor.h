@@ -63,8 +63,8 @@ class SoundEditor : public QObject {
     virtual qint32 DeleteRange(qint32 beginMs, qint32 endMs) = 0;
     virtual qint32 InsertSilence(qint32 positionMs, qint32 lengthMs) = 0;
     // Cuts what lies at or under `threshold` (0 to 32767) in all channels inside the range, nothing
-    // else. Between two louder places of the range only what lasts `mode` ms counts, so that with 1
-    // a wave keeps its passages through zero; at the edges of the range everything counts.
+    // else. Between two louder places of the range only what lasts `mode` ms (at least 1) counts,
+    // so that a wave keeps its passages through zero; at the edges of the range everything counts.
     virtual qint32 RemoveSilence(qint32 beginMs, qint32 endMs, qint16 threshold, qint32 mode) = 0;
     virtual bool UndoAvailable() const = 0;
     virtual void Undo() = 0;

@@ -55,7 +55,8 @@ struct MicrosoftState {
     int before;
 
     std::int16_t next(int code) {
-        const int predicted = (last * weights[0] + before * weights[1]) >> 8;
+        const auto sum = std::int64_t{last} * weights[0] + std::int64_t{before} * weights[1];
+        const int predicted = static_cast<int>(sum >> 8);
         before = last;
         last = clipped(predicted + (code >= 8 ? code - 16 : code) * step);
         step = std::clamp(step * kMicrosoftGrowth[static_cast<std::size_t>(code)] >> 8, kLeastStep,

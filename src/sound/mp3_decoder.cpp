@@ -61,7 +61,8 @@ DecodedSound decodeMp3(const SourceFile& file, const Mp3Start& start, const Prog
     const auto streamFrom = [&](std::int64_t first) -> std::unique_ptr<SampleStream> {
         const Mp3LeadIn& from = first == 0 ? beginning : lead;
         const std::int64_t skipped = first + cut.delay - from.frame * start.header.samples;
-        return std::make_unique<Mp3Stream>(file, start.header, from, skipped, cut.most - first);
+        const Mp3Stream::Part part{from, index.end(), skipped, cut.most - first};
+        return std::make_unique<Mp3Stream>(file, start.header, part, progress.stop);
     };
     StoredSound sound;
     sound.format = {start.header.rate, start.header.channels, 24, false};

@@ -6,14 +6,17 @@
 #include <utility>
 
 #include "sound/chunk_walker.h"
+#include "sound/progress.h"
 #include "sound/sound_error.h"
 
 namespace tarnwick::sound {
 
 namespace {
 
-// How much junk is forgiven before the first frame, and how many frames must fit together.
+// How much junk and how many tags are forgiven before the first frame, and how many frames must
+// fit together.
 constexpr std::size_t kSearchBytes = 64 * 1024;
+constexpr int kMostTags = 100;
 constexpr int kFramesWanted = 4;
 constexpr int kFramesAtEnd = 2;  // enough when the file ends with them
 
@@ -45,11 +48,13 @@ bool framesFollow(const SourceFile& file, std::int64_t at) {
     return true;
 }
 
-// Where the file goes on behind the tags at `at`.
+// Where the file goes on behind the tags at `at`; behind some of them, where they are too
+// many.
 std::int64_t behindTags(const SourceFile& file, std::int64_t at) {
     std::array<std::uint8_t, 10> tag;
-    while (at < file.size() && file.readSome(at, tag) == tag.size() &&
-           textAt(tag.data(), 3) == "ID3") {
+    for (int tags = 0; tags < kMostTags && at < file.size() &&
+                       file.readSome(at, tag) == tag.size() && textAt(tag.data(), 3) == "ID3";
+         ++tags) {
         std::int64_t size = 0;  // seven bits in each byte
         for (std::size_t i = 6; i < tag.size(); ++i)
             size = size << 7 | (tag[i] & 0x7F);
@@ -70,10 +75,6 @@ std::optional<std::int64_t> searchFrames(const SourceFile& file, std::int64_t at
             framesFollow(file, at + static_cast<std::int64_t>(i)))
             return at + static_cast<std::int64_t>(i);
     return {};
-}
-
-void checkStop(const std::stop_token& stop) {
-    if (stop.stop_requested()) throw SoundError(SoundFailure::Cancelled, "opening was cancelled");
 }
 
 std::optional<Mp3Header> headerAt(const SourceFile& file, std::int64_t at) {
@@ -160,7 +161,7 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
         const auto header = Mp3Header::read(ChunkWalker::big32(window.data() + (at - place)));
         if (header && header->shared == start.header.shared) {
             if (header->bytes > file.size() - at) return;  // cut off
-            add(at);
+            add(at, header->bytes);
             at += header->bytes;
         } else {
             checkStop(stop);
@@ -174,7 +175,8 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
     }
 }
 
-void Mp3Index::add(std::int64_t byte) {
+void Mp3Index::add(std::int64_t byte, int size) {
+    end_ = byte + size;
     if (frames_ % step_ == 0) {
         if (bytes_.size() == kMostEntries) {
             step_ *= 2;

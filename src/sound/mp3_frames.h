@@ -56,6 +56,8 @@ class Mp3Index {
     Mp3Index(const SourceFile& file, const Mp3Start& start, const std::stop_token& stop);
 
     std::int64_t frames() const { return frames_; }
+    // The byte behind the last one.
+    std::int64_t end() const { return end_; }
     // Whether they follow each other without a gap.
     bool unbroken() const { return gaps_ == 0; }
     // Whether frames of another rate follow, which end the count.
@@ -67,11 +69,12 @@ class Mp3Index {
     static constexpr std::size_t kMostEntries = 1 << 17;
     static constexpr int kMostGaps = 100;
 
-    void add(std::int64_t byte);
+    void add(std::int64_t byte, int size);
 
     std::vector<std::int64_t> bytes_;  // of every step_-th frame
     std::int64_t step_ = kGrid;
     std::int64_t frames_ = 0;
+    std::int64_t end_ = 0;
     int gaps_ = 0;
     bool changesKind_ = false;
 };

@@ -11,6 +11,7 @@
 #include <emmintrin.h>
 #endif
 
+#include "sound/progress.h"
 #include "sound/sound_error.h"
 
 namespace tarnwick::sound {
@@ -59,14 +60,14 @@ void pack24(std::span<const float> values, std::uint8_t* bytes) {
 
 }  // namespace
 
-Mp3Stream::Mp3Stream(const SourceFile& file, const Mp3Header& header, Mp3LeadIn lead,
-                     std::int64_t skipped, std::int64_t most)
-    : file_(file), header_(header), lead_(std::move(lead)), left_(most) {
+Mp3Stream::Mp3Stream(const SourceFile& file, const Mp3Header& header, Part part,
+                     std::stop_token stop)
+    : file_(file), header_(header), part_(std::move(part)), stop_(std::move(stop)) {
     handle_ = mpg123_new(nullptr, nullptr);
     if (!handle_) throw SoundError(SoundFailure::NoSpace, "no decoder can be made");
     try {
         start();
-        skip(skipped);
+        skip();
     } catch (...) {
         mpg123_delete(handle_);
         throw;
@@ -86,7 +87,7 @@ void Mp3Stream::start() {
     mpg123_format2(handle_, 0, header_.channels == 1 ? MPG123_MONO : MPG123_STEREO,
                    MPG123_ENC_FLOAT_32);
     mpg123_replace_reader_handle(handle_, &Mp3Stream::readBytes, &Mp3Stream::moveTo, nullptr);
-    if (mpg123_open_handle(handle_, this) != MPG123_OK) damaged();
+    if (mpg123_open_handle(handle_, this) != MPG123_OK) fail();
     checkFormat();
 }
 
@@ -99,7 +100,14 @@ void Mp3Stream::checkFormat() const {
         damaged();
 }
 
-void Mp3Stream::skip(std::int64_t frames) {
+// Why the library gave up.
+void Mp3Stream::fail() const {
+    if (failure_) std::rethrow_exception(failure_);
+    damaged();
+}
+
+void Mp3Stream::skip() {
+    std::int64_t frames = part_.skipped;
     constexpr std::int64_t kTurn = 4096;
     std::vector<float> values(static_cast<std::size_t>(kTurn * header_.channels));
     while (frames > 0) {
@@ -112,11 +120,11 @@ void Mp3Stream::skip(std::int64_t frames) {
 
 std::int64_t Mp3Stream::decode(std::int64_t frames, std::uint8_t* bytes) {
     const auto channels = static_cast<std::size_t>(header_.channels);
-    const std::size_t wanted = static_cast<std::size_t>(std::min(frames, left_)) * channels;
+    const std::size_t wanted = static_cast<std::size_t>(std::min(frames, part_.most)) * channels;
     values_.resize(std::max(values_.size(), wanted));
     const std::size_t got = decodeFloats(std::span(values_).first(wanted)) / channels;
     pack24(std::span(values_).first(got * channels), bytes);
-    left_ -= static_cast<std::int64_t>(got);
+    part_.most -= static_cast<std::int64_t>(got);
     return static_cast<std::int64_t>(got);
 }
 
@@ -132,24 +140,26 @@ std::size_t Mp3Stream::decodeFloats(std::span<float> interleaved) {
         if (result == MPG123_NEW_FORMAT) {
             checkFormat();
         } else if (result != MPG123_OK) {
-            damaged();
+            fail();
         }
     }
+    if (failure_) fail();  // the library may take it for the end
     return done;
 }
 
 // The decoder asks for a header here and a frame there: it is served from a window.
 std::size_t Mp3Stream::readAt(std::int64_t offset, std::span<std::uint8_t> bytes) {
-    const auto fromLead = static_cast<std::int64_t>(lead_.bytes.size()) - offset;
+    const auto fromLead = static_cast<std::int64_t>(part_.lead.bytes.size()) - offset;
     if (fromLead > 0) {
         const auto count = std::min(static_cast<std::size_t>(fromLead), bytes.size());
-        std::copy_n(lead_.bytes.begin() + offset, count, bytes.begin());
+        std::copy_n(part_.lead.bytes.begin() + offset, count, bytes.begin());
         return count;
     }
-    const std::int64_t place = lead_.begin + offset;
+    const std::int64_t place = part_.lead.begin + offset;
+    if (place >= part_.end) return 0;
     if (place < windowAt_ || place >= windowAt_ + static_cast<std::int64_t>(window_.size())) {
-        if (place >= file_.size()) return 0;
-        window_.resize(kWindowBytes);
+        checkStop(stop_);
+        window_.resize(std::min(kWindowBytes, static_cast<std::size_t>(part_.end - place)));
         window_.resize(file_.readSome(place, window_));
         windowAt_ = place;
     }
@@ -170,7 +180,8 @@ std::size_t Mp3Stream::readAt(std::int64_t offset, std::span<std::uint8_t> bytes
             stream->at_ += static_cast<std::int64_t>(got);
             done += got;
         }
-    } catch (const SoundError&) {
+    } catch (...) {
+        stream->failure_ = std::current_exception();
         return -1;
     }
     return static_cast<::ssize_t>(done);
@@ -179,7 +190,7 @@ std::size_t Mp3Stream::readAt(std::int64_t offset, std::span<std::uint8_t> bytes
 ::off_t Mp3Stream::moveTo(void* self, ::off_t offset, int from) {
     auto* const stream = static_cast<Mp3Stream*>(self);
     if (from == SEEK_CUR) offset += stream->at_;
-    if (from == SEEK_END) offset += stream->file_.size() - stream->lead_.begin;
+    if (from == SEEK_END) offset += stream->part_.end - stream->part_.lead.begin;
     if (offset < 0) return -1;
     return stream->at_ = offset;
 }

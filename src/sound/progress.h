@@ -3,6 +3,8 @@
 #include <functional>
 #include <stop_token>
 
+#include "sound/sound_error.h"
+
 namespace tarnwick::sound {
 
 // How long work reports and is told to give up. `percent` (may be empty) is called from the
@@ -12,5 +14,10 @@ struct Progress {
     std::function<void(int percent)> percent;
     std::stop_token stop;
 };
+
+// Throws SoundError(Cancelled) when a stop was requested.
+inline void checkStop(const std::stop_token& stop) {
+    if (stop.stop_requested()) throw SoundError(SoundFailure::Cancelled, "the work was called off");
+}
 
 }  // namespace tarnwick::sound

@@ -37,8 +37,7 @@ class Decoding {
     std::int64_t run(SampleStream& stream, std::int64_t first, std::int64_t end, Report report) {
         std::vector<std::uint8_t> bytes(static_cast<std::size_t>(kTurnFrames * frameBytes_));
         while (first < end && !givenUp_) {
-            if (stop_.stop_requested())
-                throw SoundError(SoundFailure::Cancelled, "opening was cancelled");
+            checkStop(stop_);
             // Turns end on the grid of the peaks, so that no two turns share one but at the joint.
             const std::int64_t turnEnd = std::min(end, (first / kTurnFrames + 1) * kTurnFrames);
             const std::int64_t wanted = turnEnd - first;

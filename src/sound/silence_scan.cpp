@@ -74,8 +74,10 @@ Timeline withoutSilence(const Timeline& timeline, FrameRange range, int threshol
         silencesIn(search, inner, std::max<std::int64_t>(minimumFrames, 1), progress);
     // From the back, so that the places still ahead stay where they are.
     Timeline left = timeline.removed(inner.end, range.end);
-    for (auto silence = silences.rbegin(); silence != silences.rend(); ++silence)
+    for (auto silence = silences.rbegin(); silence != silences.rend(); ++silence) {
+        checkStop(progress.stop);
         left = left.removed(silence->first, silence->end);
+    }
     return left.removed(range.first, inner.first);
 }
 

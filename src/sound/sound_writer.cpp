@@ -36,9 +36,7 @@ class Course {
     Course(const Progress& progress, std::int64_t whole) : progress_(progress), whole_(whole) {}
 
     void at(std::int64_t done) {
-        if (progress_.stop.stop_requested()) {
-            throw SoundError(SoundFailure::Cancelled, "the writing was called off");
-        }
+        checkStop(progress_.stop);
         const int percent = whole_ > 0 ? static_cast<int>(done * 100 / whole_) : 100;
         if (percent > last_ && progress_.percent) progress_.percent(percent);
         last_ = std::max(last_, percent);

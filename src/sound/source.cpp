@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <new>
+#include <system_error>
 
 #include "sound/loud_maps.h"
 #include "sound/mp3_decoder.h"
@@ -52,6 +53,8 @@ std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
         throw;
     }
 } catch (const std::bad_alloc&) {
+    throw SoundError(SoundFailure::NoSpace, "there is not enough memory");
+} catch (const std::system_error&) {  // no thread can be started
     throw SoundError(SoundFailure::NoSpace, "there is not enough memory");
 }
 

@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "sound/progress.h"
-#include "sound/sound_error.h"
 
 namespace tarnwick::sound {
 
@@ -24,10 +23,7 @@ class SteadyPercent {
     }
 
     // Throws SoundError(Cancelled) when the caller has asked to stop.
-    void checkStop() const {
-        if (progress_.stop.stop_requested())
-            throw SoundError(SoundFailure::Cancelled, "the work was cancelled");
-    }
+    void checkStop() const { sound::checkStop(progress_.stop); }
 
   private:
     const Progress& progress_;

@@ -11,9 +11,6 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Enough to bring the faintest 32-bit sample to full scale, and products of a great many gains
-// stay numbers.
-constexpr double kMaximumGain = 1e10;
 // More than any recording, and far from where sums of frames would overflow.
 constexpr std::int64_t kMaximumFrames = std::int64_t{1} << 48;
 

@@ -35,6 +35,10 @@ struct PieceNode;
 // Copying is cheap, and an edit costs the same at any length. Any thread.
 class Timeline : public FrameReader {
   public:
+    // Enough to bring the faintest 32-bit sample to full scale, and products of a great many gains
+    // stay numbers.
+    static constexpr double kMaximumGain = 1e10;
+
     explicit Timeline(std::shared_ptr<const Source> source);
 
     AudioFormat format() const override { return source_->format(); }
@@ -44,7 +48,7 @@ class Timeline : public FrameReader {
                     std::uint8_t* bytes) const override;
 
     // Edits; stretches are [first, end). Throw SoundError(BadRange) for a place outside the sound,
-    // a negative count or a gain that is not finite.
+    // a negative count or a gain beyond the maximum or not a number.
     Timeline inserted(std::int64_t at, std::int64_t count) const;  // silence
     Timeline removed(std::int64_t first, std::int64_t end) const;
     Timeline scaled(std::int64_t first, std::int64_t end, double gain) const;

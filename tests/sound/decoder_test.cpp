@@ -155,6 +155,7 @@ TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
         {"joined", constant + variable, 2 * 116 * 1152 + 1152 - 1105, false},
         {"joined with a tag between", bare + "ID3" + Bytes("\4\0\0\0\0\0\5hello", 12) + bare,
          2 * kBare, false},
+        {"more behind too much junk", bare + Bytes(70'000, 'x') + bare, kBare, false},
         {"joined of mono and stereo", bareMono + bare, 2 * kBare, false}};
     EXPECT_EQ(failureOf([&] { open(constant + lame("--resample 22.05")); }), SoundFailure::Damaged);
     for (const auto& [name, file, frames, compares] : cases) {
@@ -195,7 +196,7 @@ TEST_F(Decoders, Mp3JoinsBitForBitAtEveryEighthFrame) {
         ASSERT_TRUE(start);
         const Mp3Header& header = start->header;
         const Mp3Index index(*file, *start, {});
-        Mp3Stream whole(*file, header, {0, 0, start->byte, {}}, 0, INT64_MAX);
+        Mp3Stream whole(*file, header, {{0, 0, start->byte, {}}, index.end(), 0, INT64_MAX}, {});
         const std::int64_t all = index.frames() * header.samples;
         const Bytes wanted = inOneGo(whole, all, header.channels);
         ASSERT_EQ(wanted.size(), static_cast<std::size_t>(all * header.channels * 3));
@@ -203,7 +204,7 @@ TEST_F(Decoders, Mp3JoinsBitForBitAtEveryEighthFrame) {
             const Mp3LeadIn lead = leadIn(*file, index.before(frame));
             ASSERT_EQ(lead.frame, frame);
             const std::int64_t skipped = (lead.settled - frame) * header.samples;
-            Mp3Stream part(*file, header, lead, skipped, INT64_MAX);
+            Mp3Stream part(*file, header, {lead, index.end(), skipped, INT64_MAX}, {});
             const Bytes got = inOneGo(part, 4096, header.channels);
             const auto at = static_cast<std::size_t>(lead.settled * header.samples);
             ASSERT_EQ(
