@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "documents/office_converter.h"
 #include "documents/package_maker.h"
 
@@ -56,24 +54,9 @@ TEST(CompoundFile, OnlyWhatNeedsAPasswordIsProtected) {
         EXPECT_EQ(isPasswordProtected(bytes), isProtected) << what;
 }
 
-TEST(CompoundFile, HostileBytesEndInTime) {
-    std::mt19937 random(7);
-    const QByteArray good = bytesOf("letter.doc");
-    const auto use = [](const QByteArray& bytes) {
-        isPasswordProtected(bytes);
-        EXPECT_LE(CompoundFile(bytes).stream(u"WordDocument").size(), bytes.size());
-    };
-    for (int round = 0; round < 2000; ++round) {
-        QByteArray bytes = good.left(512 + static_cast<qsizetype>(random() % 8192));
-        // All behind the header, or a few numbers anywhere.
-        for (qsizetype at = 512; round % 4 == 0 && at < bytes.size(); ++at)
-            bytes[at] = static_cast<char>(random());
-        const auto numbers = static_cast<unsigned>(bytes.size() / 4 - 7);
-        for (int change = 0; round % 4 && change < 8; ++change)
-            bytes = with(bytes, 28 + 4 * static_cast<qsizetype>(random() % numbers),
-                         number(random() % 3 ? random() % 16 : random()));
-        use(bytes);
-    }
-    // All numbers lead back to the first sector, with a root there.
-    use(with(good.left(44).leftJustified(4 << 20, '\0'), 512 + kType, "\5"));
+TEST(CompoundFile, NumbersThatAllLeadBackToTheFirstSectorEndInTime) {
+    const QByteArray bytes =
+        with(bytesOf("letter.doc").left(44).leftJustified(4 << 20, '\0'), 512 + kType, "\5");
+    isPasswordProtected(bytes);
+    EXPECT_LE(CompoundFile(bytes).stream(u"WordDocument").size(), bytes.size());
 }

@@ -13,6 +13,7 @@
 #include "sound/header_writer.h"
 #include "sound/mp3_encoder.h"
 #include "sound/mp3_length_tag.h"
+#include "sound/plain_sound.h"
 #include "sound/source.h"
 #include "sound/test_sounds.h"
 #include "sound/wav_codecs.h"
@@ -179,12 +180,6 @@ double distance(const Way& way, const std::vector<double>& wanted,
     return way.models() ? noise / signal * std::pow(10.0, way.decibels / 10) : worst;
 }
 
-std::vector<double> all(const FrameReader& sound) {
-    std::vector<double> values(static_cast<std::size_t>(sound.frames() * sound.format().channels));
-    sound.read(0, sound.frames(), values.data());
-    return values;
-}
-
 class Encoders : public testing::Test {
   protected:
     std::filesystem::path write(const Way& way, const FrameReader& sound) {
@@ -205,7 +200,7 @@ class Encoders : public testing::Test {
             const auto source = Source::open(files[i]);
             EXPECT_EQ(source->format().rate, ways[i].output.format.rate);
             EXPECT_EQ(source->format().channels, ways[i].output.format.channels);
-            checkSamples(ways[i], all(*source), false);
+            checkSamples(ways[i], samplesOf(*source), false);
         }
     }
 
@@ -220,7 +215,7 @@ class Encoders : public testing::Test {
     }
 
     void checkSamples(const Way& way, const std::vector<double>& samples, bool padded) {
-        const std::vector<double> wanted = all(*way.sound());
+        const std::vector<double> wanted = samplesOf(*way.sound());
         if (!way.hasLength()) {
             const std::size_t longer = 2100u * way.output.format.channels;
             EXPECT_GT(samples.size(), wanted.size());

@@ -35,11 +35,14 @@ inline std::vector<double> samplesOf(const FrameReader& sound, std::int64_t firs
     sound.read(first, end - first, values.data());
     return values;
 }
+inline std::vector<double> samplesOf(const FrameReader& sound) {
+    return samplesOf(sound, 0, sound.frames());
+}
 
 // What a timeline is held against: the samples themselves, edited and searched without any wit.
 struct PlainSound {
     explicit PlainSound(const FrameReader& sound)
-        : channels(sound.format().channels), values(samplesOf(sound, 0, sound.frames())) {}
+        : channels(sound.format().channels), values(samplesOf(sound)) {}
 
     int channels;
     std::vector<double> values;  // interleaved
