@@ -56,6 +56,7 @@ class RandomEdits {
 // An inserted pause with the analysis of the changed sound; the pauses of all rounds stay in the
 // sound, each with its undo.
 void insertAndAnalyse(benchmark::State& state) {
+    const PeakMemory memory(state);
     EngineDesk desk;
     if (!desk.load(state.range(0) == 6 ? sixHours() : take()))
         return state.SkipWithError("the recording does not load");
@@ -75,7 +76,7 @@ BENCHMARK(insertAndAnalyse)
 
 // One iteration is an edit with its analysis.
 void randomEdits(benchmark::State& state) {
-    const PeakMemory memory;
+    const PeakMemory memory(state);
     EngineDesk desk;
     if (!desk.load(sixHours())) return state.SkipWithError("the recording does not load");
     RandomEdits edits(*desk.editor);
@@ -86,12 +87,12 @@ void randomEdits(benchmark::State& state) {
         worst = std::max(worst, seconds);
     }
     state.counters["worst_ms"] = worst * 1e3;
-    state.counters["peak_MB"] = memory.megabytes();
 }
 BENCHMARK(randomEdits)->UseManualTime()->Iterations(kEdits)->Unit(benchmark::kMillisecond);
 
 // The whole picture, 1500 pixels wide, after those edits. `ms` of sound are seen, 0 is all of it.
 void paint(benchmark::State& state) {
+    const PeakMemory memory(state);
     EngineDesk desk;
     if (!desk.load(sixHours())) return state.SkipWithError("the recording does not load");
     RandomEdits edits(*desk.editor);
@@ -129,6 +130,7 @@ BENCHMARK(paint)
 // Another recording is loaded after those edits, or the sound is closed: until the editor's worker
 // has freed what it held and would do the next thing.
 void leave(benchmark::State& state) {
+    const PeakMemory memory(state);
     const bool loads = state.range(0) == 1;
     take();  // is there before the clock runs
     double worst = 0.0;

@@ -12,6 +12,7 @@ namespace tarnwick::bench {
 namespace {
 
 void openMp3ToFullPeaks(benchmark::State& state) {
+    const PeakMemory memory(state);
     const std::filesystem::path& file = outputFile();
     const std::string command =
         "lame --quiet -b 128 " + quoted(take()) + " " + quoted(file) + " 2>/dev/null";

@@ -48,11 +48,16 @@ class Race {
     double theirs_ = 0.0;
 };
 
-// The most resident memory of this process since it was made, in megabytes.
+// Adds to a row the most resident memory of this process while this lives, in megabytes.
 class PeakMemory {
   public:
-    PeakMemory();
-    double megabytes() const;
+    explicit PeakMemory(benchmark::State& state);
+    ~PeakMemory();
+    PeakMemory(const PeakMemory&) = delete;
+    PeakMemory& operator=(const PeakMemory&) = delete;
+
+  private:
+    benchmark::State& state_;
 };
 
 }  // namespace tarnwick::bench

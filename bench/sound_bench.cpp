@@ -24,6 +24,7 @@ std::string ffmpeg(const char* filter) {
 std::int64_t pauseOf(const Timeline& timeline) { return frameAt(kPauseMs, timeline.format().rate); }
 
 void openToFullPeaks(benchmark::State& state) {
+    const PeakMemory memory(state);
     Source::open(take());  // warm
     Race race("ffmpeg", ffmpeg(""));
     for (auto _ : state)
@@ -33,6 +34,7 @@ void openToFullPeaks(benchmark::State& state) {
 BENCHMARK(openToFullPeaks)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
 void firstScan(benchmark::State& state) {
+    const PeakMemory memory(state);
     Race race("ffmpeg", ffmpeg("-af silencedetect"));
     for (auto _ : state) {
         const Timeline timeline(Source::open(take()));  // anew: nothing is remembered
@@ -47,6 +49,7 @@ BENCHMARK(firstScan)->UseManualTime()->Iterations(5)->Unit(benchmark::kMilliseco
 
 // The operator moves the threshold: nothing is remembered for the new one.
 void scanAgain(benchmark::State& state) {
+    const PeakMemory memory(state);
     const Timeline timeline(Source::open(take()));
     int threshold = kThreshold;
     findSilences(timeline, threshold, pauseOf(timeline));
@@ -63,6 +66,7 @@ BENCHMARK(scanAgain)->UseManualTime()->Iterations(5)->Unit(benchmark::kMilliseco
 
 // What an inserted pause costs until the waveform and the silences are up to date.
 void insertAndScan(benchmark::State& state) {
+    const PeakMemory memory(state);
     const Timeline timeline(Source::open(state.range(0) == 6 ? sixHours() : take()));
     std::vector<PeakRange> columns(1500);
     findSilences(timeline, kThreshold, pauseOf(timeline));
@@ -79,7 +83,7 @@ BENCHMARK(insertAndScan)->Arg(1)->Arg(6)->ArgName("hours")->Unit(benchmark::kMil
 
 // Six hours of stereo under thousands of edits, each with its scan and its undo state kept.
 void editsOnSixHours(benchmark::State& state) {
-    const PeakMemory memory;
+    const PeakMemory memory(state);
     std::vector<Timeline> undo{Timeline(Source::open(sixHours()))};
     std::vector<PeakRange> columns(1500);
     std::mt19937_64 random(4);
@@ -101,7 +105,6 @@ void editsOnSixHours(benchmark::State& state) {
         undo.back().columns(1, 0.0, static_cast<double>(undo.back().frames()), columns);
         benchmark::DoNotOptimize(findSilences(undo.back(), kThreshold, pauseOf(undo.back())));
     }
-    state.counters["peak_MB"] = memory.megabytes();
 }
 BENCHMARK(editsOnSixHours)->Iterations(5000)->Unit(benchmark::kMillisecond);
 

@@ -36,19 +36,18 @@ void write(const Timeline& sound, const OutputFormat& output) {
 }
 
 void resampleAndWrite(benchmark::State& state) {
-    const PeakMemory memory;
+    const PeakMemory memory(state);
     const Timeline sound(Source::open(take()));
     const std::string to = " -b 24 " + quoted(outputFile()) + " rate -v 48000";
     Race race("sox", "sox " + quoted(take()) + to, clearDisk);
     for (auto _ : state)
         race.round(state, [&] { write(sound, wav24(48000, sound.format().channels)); });
     race.report(state);
-    state.counters["peak_MB"] = memory.megabytes();
 }
 BENCHMARK(resampleAndWrite)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
 void writeWholeAfterEdits(benchmark::State& state) {
-    const PeakMemory memory;
+    const PeakMemory memory(state);
     Timeline sound(Source::open(take()));
     std::mt19937_64 random(7);
     for (int edit = 0; edit < 100; ++edit) {
@@ -64,18 +63,16 @@ void writeWholeAfterEdits(benchmark::State& state) {
         race.round(state,
                    [&] { write(sound, wav24(sound.format().rate, sound.format().channels)); });
     race.report(state);
-    state.counters["peak_MB"] = memory.megabytes();
 }
 BENCHMARK(writeWholeAfterEdits)->UseManualTime()->Iterations(7)->Unit(benchmark::kMillisecond);
 
 // The rates that are furthest apart, and as many frames as a sound can have per second.
 void resampleExtremes(benchmark::State& state) {
-    const PeakMemory memory;
+    const PeakMemory memory(state);
     const Timeline sound(Source::open(take()));
     const std::int64_t tenMinutes = frameAt(600'000, sound.format().rate);
     for (auto _ : state)
         writeSound(sound, 0, tenMinutes, wav24(static_cast<int>(state.range(0)), 2), outputFile());
-    state.counters["peak_MB"] = memory.megabytes();
     clearDisk();
 }
 BENCHMARK(resampleExtremes)
@@ -102,7 +99,7 @@ std::vector<std::pair<qint32, qint32>> prompts(engine::SoundEditor& editor) {
 }
 
 void exportPrompts(benchmark::State& state) {
-    const PeakMemory memory;
+    const PeakMemory memory(state);
     EngineDesk desk;
     if (!desk.load(take())) return state.SkipWithError("the take does not load");
     const std::filesystem::path folder = outputFile().string() + ".prompts";
@@ -133,7 +130,6 @@ void exportPrompts(benchmark::State& state) {
     }
     race.report(state);
     state.counters["prompts"] = static_cast<double>(stretches.size());
-    state.counters["peak_MB"] = memory.megabytes();
     std::error_code none;
     std::filesystem::remove_all(folder, none);
 }

@@ -5,7 +5,8 @@
 #include <span>
 
 // Adaptive differential coding: every sample is four bits, what it differs from a prediction in
-// units of a step that follows the sound. Each block begins with the predictor's whole state. A
+// units of a step that follows the sound (IMA, see there; Microsoft, "New Multimedia Data Types and
+// Data Techniques", 1994). Each block begins with the predictor's whole state. A
 // block that is cut off gives what is whole in it. Any bytes give some sound; nothing fails.
 
 namespace tarnwick::sound {

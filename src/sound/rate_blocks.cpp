@@ -33,7 +33,7 @@ std::int64_t roundedUp(std::int64_t value, std::int64_t step) {
 
 }  // namespace
 
-// Found by comparing block against piece over many ratios; the tests compare again.
+// Found by comparing block against piece over many ratios; the tests compare some of each kind.
 bool splitsExactly(int fromRate, int toRate) {
     const int common = std::gcd(fromRate, toRate);
     const int from = fromRate / common;
