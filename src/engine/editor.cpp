@@ -34,7 +34,7 @@ Editor::~Editor() {
 }
 
 void Editor::SetEditorOption(qint16 option) {
-    if (option == 100) audibleRangeOnly_ = true;
+    if (option == 100) headAndTail_ = true;
 }
 
 QString Editor::FormatMs(qint32 ms, qint32, qint32) const { return timeText(ms); }
@@ -107,11 +107,13 @@ qint32 Editor::LoadFromEditor(WindowHandle form) {
 void Editor::startLoading(Opening open) {
     events_.post([this] { Q_EMIT SoundLoadingStarted(); });
     submit([this, open = std::move(open)](const Ticket& ticket) {
+        const sound::Progress progress = progressOf(ticket, &SoundEditor::SoundLoadingPerc);
         std::optional<sound::Timeline> loaded;
         const ErrorCode code = attempt([&] {
-            loaded.emplace(open(progressOf(ticket, &SoundEditor::SoundLoadingPerc)));
+            loaded.emplace(open(progress));
             working_.set(*loaded);
         });
+        if (code == kOk) progress.percent(100);  // short ones come without a step on the way
         events_.post(ticket.generation, [this, code, loaded = std::move(loaded)] {
             fail(code);
             if (code == kOk) sound_.timeline = loaded;

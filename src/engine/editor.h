@@ -113,7 +113,7 @@ class Editor final : public SoundEditor, private Effects {
     DeliveredSound sound_;
     ErrorCode lastError_ = kOk;
     bool keepUndo_ = false;
-    bool audibleRangeOnly_ = false;
+    bool headAndTail_ = false;    // option 100
     std::stop_source soundGone_;  // of the present sound's jobs
     Mp3Rates mp3_;
     WavCodecs acm_;

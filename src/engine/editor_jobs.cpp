@@ -75,9 +75,14 @@ qint32 Editor::InsertSilence(qint32 positionMs, qint32 lengthMs) {
     if (!sound_.timeline) return refuseEdit(kInsertSilence, kNoSound);
     const auto position = Position::of(positionMs, sound_.durationMs());
     if (!position || lengthMs < 0) return refuseEdit(kInsertSilence, kBadRange);
-    return startChange(kInsertSilence, [position, lengthMs](const sound::Timeline& head,
-                                                            const sound::Progress&) {
-        return head.inserted(position->frameIn(head), sound::frameAt(lengthMs, head.format().rate));
+    return startChange(kInsertSilence, [position, lengthMs, wholeMs = headAndTail_](
+                                           const sound::Timeline& head, const sound::Progress&) {
+        const qint64 place = position->frameIn(head);
+        const int rate = head.format().rate;
+        qint64 count = sound::frameAt(lengthMs, rate);
+        if (wholeMs && place == head.frames())
+            count = std::max<qint64>(sound::frameAt(lengthOf(head) + lengthMs, rate) - place, 0);
+        return head.inserted(place, count);
     });
 }
 
@@ -146,7 +151,7 @@ void Editor::analyse() {
 qint32 Editor::SilencePositionsDetect(qint16 threshold, qint32 minimumMs, qint32) {
     if (!sound_.timeline) return refuse(kNoSound);
     if (threshold < 0) return refuse(kBadRange);
-    submit([this, threshold, minimumMs, audible = audibleRangeOnly_](const Ticket& ticket) {
+    submit([this, threshold, minimumMs, audible = headAndTail_](const Ticket& ticket) {
         if (audible)
             scanAudibleRange(ticket, threshold);
         else
@@ -185,7 +190,8 @@ void Editor::scanAudibleRange(const Ticket& ticket, qint16 threshold) {
             sound::audibleRange(head, threshold, {.percent = {}, .stop = ticket.stop});
         if (!range) return;
         begin = milliseconds(sound::msFloor(range->first, rate));
-        end = milliseconds(sound::msCeil(range->end, rate));
+        // The sound's last part of a millisecond is not told: its duration means its end.
+        end = milliseconds(std::min<std::int64_t>(sound::msCeil(range->end, rate), lengthOf(head)));
     });
     // The event cannot tell of a failure; (0, 0) keeps those who wait for it from waiting on.
     events_.post(ticket.generation, [this, code, begin, end] {

@@ -32,10 +32,13 @@ class SoundEditor : public QObject {
   public:
     using QObject::QObject;
 
-    virtual void InitEditor(WindowHandle form) = 0;   // first call on an editor
-    virtual void EnableUndo(qint32 mode) = 0;         // 1: keep an undo history
-    virtual void SetEditorOption(qint16 option) = 0;  // 100: audible range instead of silences
-    virtual void SetLoadMode(qint32 mode) = 0;        // 0, before each LoadSound
+    virtual void InitEditor(WindowHandle form) = 0;  // first call on an editor
+    virtual void EnableUndo(qint32 mode) = 0;        // 1: keep an undo history
+    // 100, for those who give sounds a head and a tail of so many ms: SilencePositionsDetect tells
+    // the audible range instead of silences, and silence inserted at the end makes the duration a
+    // whole number of ms.
+    virtual void SetEditorOption(qint16 option) = 0;
+    virtual void SetLoadMode(qint32 mode) = 0;  // 0, before each LoadSound
 
     // Replaces the sound; the old one is gone at once, also when the call is refused. Ends with
     // SoundLoadingDone. `path`: full path, WAV, AIFF or MP3, told by content, not by name.
@@ -100,6 +103,7 @@ class SoundEditor : public QObject {
     void WaveAnalysisPerc(qint16 percent);
     void WaveAnalysisDone();
     void SilencePosDetectionDone(qint32 bResult);
+    // Begin rounded down, end rounded up; (0, 0) when nothing is audible, and after a failure.
     void AudibleRangeDetected(qint32 beginMs, qint32 endMs);
     void SoundExportDone(qint32 bResult);
     // For those who append sounds by automation; no operation of the editor itself ends so.

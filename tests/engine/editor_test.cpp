@@ -345,6 +345,13 @@ TEST_F(Desk, TheAudibleRangeIsToldOutwardAndItsHandlerMayEdit) {
     EXPECT_EQ(events.first(), QStringLiteral("Audible 227 681"));
     EXPECT_EQ(editor->GetSoundDuration(), 680);  // 30032 frames, rounded down
     QObject::disconnect(tail);
+    // A tail of 500 ms behind what is audible, within the millisecond that the end was rounded by.
+    editor->Undo();
+    ASSERT_TRUE(sees("EditDone 4 1"));
+    const qint32 behind = editor->GetSoundDuration() - 681;
+    editor->InsertSilence(editor->GetSoundDuration(), 500 - behind);
+    ASSERT_TRUE(sees("EditDone 2 1"));
+    EXPECT_EQ(written("tail.wav").size(), 52082u);  // 1181 ms
     editor->SilencePositionsDetect(32767, 1, 0);
     EXPECT_TRUE(sees("Audible 0 0"));
 }
