@@ -3,6 +3,7 @@
 #include <cubeb/cubeb.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "sound/frame_ring.h"
 
@@ -31,10 +32,11 @@ void AudioDevice::disconnect() {
     context_ = nullptr;
 }
 
-bool AudioDevice::open(int rate, int channels, std::int64_t frames, FrameRing& ring) {
+bool AudioDevice::open(int rate, int channels, std::int64_t frames,
+                       std::shared_ptr<FrameRing> ring) {
     close();
     if (lost_.load()) disconnect();
-    ring_ = &ring;
+    ring_ = std::move(ring);
     channels_ = channels;
     frames_ = frames;
     taken_ = 0;

@@ -13,7 +13,9 @@ namespace tarnwick::sound {
 class FrameRing;
 
 // The default sound device, through the cubeb library: one stream at a time. The connection is made
-// at the first open() and kept. Used by one thread; nothing throws.
+// at the first open() and kept. Any call may take as long as the sound server does. Used by one
+// thread, but for the questions at the end, which another may ask while the stream is open; nothing
+// throws.
 class AudioDevice {
   public:
     AudioDevice() = default;
@@ -22,8 +24,8 @@ class AudioDevice {
     AudioDevice& operator=(const AudioDevice&) = delete;
 
     // Prepares a stream that takes its `frames` frames from `ring` and plays silence where there
-    // are none; `ring` outlives the stream. False when there is no device.
-    bool open(int rate, int channels, std::int64_t frames, FrameRing& ring);
+    // are none. False when there is no device.
+    bool open(int rate, int channels, std::int64_t frames, std::shared_ptr<FrameRing> ring);
     bool start();  // starts, or goes on after hold(); false when the device is lost
     void hold();
     void close();  // ends the stream at once
@@ -45,7 +47,7 @@ class AudioDevice {
 
     cubeb* context_ = nullptr;
     cubeb_stream* stream_ = nullptr;
-    FrameRing* ring_ = nullptr;
+    std::shared_ptr<FrameRing> ring_;
     int channels_ = 0;
     std::int64_t frames_ = 0;
     std::atomic<std::int64_t> taken_{0};

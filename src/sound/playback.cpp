@@ -17,11 +17,12 @@ constexpr std::chrono::seconds kPatience{4};
 
 }  // namespace
 
-Playback::Playback(Stretch stretch, AudioDevice& device)
+Playback::Playback(Stretch stretch, PatientDevice& device)
     : stretch_(std::move(stretch)),
       device_(device),
-      ring_(kReadySeconds * static_cast<std::size_t>(stretch_.sound->format().rate) *
-            static_cast<std::size_t>(stretch_.sound->format().channels)) {
+      ring_(std::make_shared<FrameRing>(
+          kReadySeconds * static_cast<std::size_t>(stretch_.sound->format().rate) *
+          static_cast<std::size_t>(stretch_.sound->format().channels))) {
     const AudioFormat format = stretch_.sound->format();
     if (frames() > 0) device_.open(format.rate, format.channels, frames(), ring_);
 }
@@ -31,7 +32,7 @@ Playback::~Playback() { device_.close(); }
 bool Playback::feed() {
     if (!audible()) return false;
     const int channels = stretch_.sound->format().channels;
-    const auto room = static_cast<std::int64_t>(ring_.room()) / channels;
+    const auto room = static_cast<std::int64_t>(ring_->room()) / channels;
     const std::int64_t count = std::min({room, kBlockFrames, frames() - fed_});
     if (count <= 0) return false;
     const auto values = static_cast<std::size_t>(count * channels);
@@ -40,7 +41,7 @@ bool Playback::feed() {
     stretch_.sound->read(stretch_.first + fed_, count, block_.data());
     std::transform(block_.begin(), block_.end(), samples_.begin(),
                    [](double value) { return static_cast<float>(std::clamp(value, -1.0, 1.0)); });
-    ring_.write(samples_.data(), values);
+    ring_->write(samples_.data(), values);
     fed_ += count;
     return true;
 }

@@ -6,9 +6,9 @@
 #include <optional>
 #include <vector>
 
-#include "sound/audio_device.h"
 #include "sound/frame_reader.h"
 #include "sound/frame_ring.h"
+#include "sound/patient_device.h"
 
 namespace tarnwick::sound {
 
@@ -24,7 +24,7 @@ struct Stretch {
 // One stretch on its way to the sound device, or to nobody when there is none. Used by one thread.
 class Playback {
   public:
-    Playback(Stretch stretch, AudioDevice& device);
+    Playback(Stretch stretch, PatientDevice& device);
     ~Playback();  // falls silent at once
 
     // Hands on some of what the device will soon want; false when it has enough for now. Throws
@@ -45,8 +45,8 @@ class Playback {
 
   private:
     Stretch stretch_;
-    AudioDevice& device_;
-    FrameRing ring_;
+    PatientDevice& device_;
+    std::shared_ptr<FrameRing> ring_;  // the device may keep it longer
     std::int64_t fed_ = 0;
     std::int64_t lastTaken_ = -1;
     std::int64_t lastPlayed_ = -1;

@@ -7,7 +7,7 @@
 #include <thread>
 #include <utility>
 
-#include "sound/audio_device.h"
+#include "sound/patient_device.h"
 #include "sound/play_clock.h"
 #include "sound/playback.h"
 
@@ -87,7 +87,7 @@ class Player::Machine {
     bool current(std::uint64_t generation) const { return generation_.load() == generation; }
 
     const PlayerEvents events_;
-    AudioDevice device_;  // of the thread
+    PatientDevice device_;  // of the thread
 
     std::mutex reporting_;  // held while an event is told; taken before mutex_
     std::mutex mutex_;      // guards what follows

@@ -17,8 +17,9 @@ struct PlayerEvents {
     std::function<void(SoundFailure)> failed;  // the sound cannot be read further; it has stopped
 };
 
-// Plays a stretch of a sound on the default sound device. Where there is none, or it goes away in
-// mid-play, playing goes on in silence and in real time, so that everything else happens as usual.
+// Plays a stretch of a sound on the default sound device. Where there is none, or it goes away or
+// hangs in mid-play, playing goes on in silence and in real time, so that everything else happens
+// as usual.
 //
 // All functions: one thread, the same always. They return promptly; the work is done on a thread
 // of the player's own. Once play(), stop() or the destructor has returned, nothing is reported any

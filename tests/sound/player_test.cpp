@@ -263,6 +263,24 @@ TEST_F(PulseTest, AServerThatGoesAwayDoesNotStopTheClock) {
     EXPECT_EQ(player.position(), 1323);
 }
 
+TEST_F(PulseTest, AServerThatHangsIsNotWaitedForLong) {
+    Witness witness;
+    const auto asked = Clock::now();
+    {
+        Player player(witness.events());
+        player.play(tone(3000), 0, 132'300);
+        ASSERT_TRUE(witness.await("started"));
+        std::this_thread::sleep_for(150ms);
+        kill(server_, SIGSTOP);
+        ASSERT_TRUE(witness.await("ended"));
+        player.play(tone(30), 0, 1323);
+        while (player.playing() && msSince(asked) < 20'000.0)
+            std::this_thread::sleep_for(5ms);
+        EXPECT_EQ(player.position(), 1323);
+    }
+    EXPECT_LT(msSince(asked), 20'000.0);
+}
+
 TEST_F(PulseTest, ASoundThatCannotBeReadFurtherIsReported) {
     Witness witness;
     Player player(witness.events());
