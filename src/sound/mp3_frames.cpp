@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kSearchBytes = 64 * 1024;
 constexpr int kMostTags = 100;
 constexpr int kFramesWanted = 4;
-constexpr int kFramesAtEnd = 2;  // enough when the file ends with them
+constexpr int kFramesAtEnd = 2;  // enough when the sound ends with them
 
 constexpr int kHeaderBytes = 4;
 
@@ -33,13 +33,19 @@ std::string_view textAt(const std::uint8_t* bytes, std::size_t count) {
     return {reinterpret_cast<const char*>(bytes), count};
 }
 
+// Whether sound ends before these bytes of the file: at its end, at a tag or at padding.
+bool endsBefore(const std::uint8_t* bytes, std::size_t count) {
+    return count < kHeaderBytes || textAt(bytes, 3) == "TAG" ||
+           textAt(bytes, count) == "APETAGEX" || ChunkWalker::big32(bytes) == 0;
+}
+
 // Whether enough frames follow each other from `at` on.
 bool framesFollow(const SourceFile& file, std::int64_t at) {
     std::uint32_t shared = 0;
     for (int frames = 0; frames < kFramesWanted; ++frames) {
-        std::array<std::uint8_t, kHeaderBytes> bytes;
+        std::array<std::uint8_t, 8> bytes;
         const std::size_t got = at < file.size() ? file.readSome(at, bytes) : 0;
-        if (got < bytes.size() || textAt(bytes.data(), 3) == "TAG") return frames >= kFramesAtEnd;
+        if (endsBefore(bytes.data(), got)) return frames >= kFramesAtEnd;
         const auto header = Mp3Header::read(ChunkWalker::big32(bytes.data()));
         if (!header || (frames > 0 && header->shared != shared)) return false;
         shared = header->shared;

@@ -127,6 +127,7 @@ TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
     const Bytes bare = lame("-t -b 128");
     const Bytes bareMono = lame("-t -m m -b 64");
     const Bytes apeEnd = "APETAGEX" + little(2000) + little(32) + Bytes(16, '\0');
+    const Bytes even = lame("-t --resample 32 -b 128");  // all frames of 576 bytes
     Bytes index = bare.substr(0, 417);  // a frame that only holds a table of the others
     index.replace(36, 4, "VBRI");
     constexpr std::int64_t kSound = 132300;
@@ -156,7 +157,10 @@ TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
         {"joined with a tag between", bare + "ID3" + Bytes("\4\0\0\0\0\0\5hello", 12) + bare,
          2 * kBare, false},
         {"more behind too much junk", bare + Bytes(70'000, 'x') + bare, kBare, false},
-        {"joined of mono and stereo", bareMono + bare, 2 * kBare, false}};
+        {"joined of mono and stereo", bareMono + bare, 2 * kBare, false},
+        {"two frames and a tag", even.substr(0, 2 * 576) + apeEnd, 2 * 1152},
+        {"three frames and padding", even.substr(0, 3 * 576) + Bytes(999, '\0'), 3 * 1152, false}};
+    EXPECT_TRUE(failureOf([&] { open(even.substr(0, 576) + apeEnd); }));
     EXPECT_EQ(failureOf([&] { open(constant + lame("--resample 22.05")); }), SoundFailure::Damaged);
     for (const auto& [name, file, frames, compares] : cases) {
         SCOPED_TRACE(name);
