@@ -5,6 +5,7 @@
 #include <QFile>
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "engine/failure_codes.h"
@@ -17,9 +18,16 @@ namespace {
 // others work.
 constexpr int kWriters = 6;
 
-// The same for every spelling of a target: the folder itself and the name in it, without regard to
-// case, which not every file system has.
-std::string keyOf(const std::filesystem::path& target) {
+// As many symbolic links in a row as the system follows.
+constexpr int kMostLinks = 40;
+
+// The same for every spelling of a target and for the links to it: the folder itself and the name
+// in it, without regard to case, which not every file system has.
+std::string keyOf(std::filesystem::path target) {
+    // By hand, since a link may name a file that a call before has yet to write.
+    std::error_code error;
+    for (int links = 0; links < kMostLinks && is_symlink(symlink_status(target, error)); ++links)
+        target = target.parent_path() / read_symlink(target, error);
     const std::filesystem::path folder =
         target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
     struct stat state;

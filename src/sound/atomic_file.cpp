@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <random>
+#include <system_error>
 #include <utility>
 
 #include "sound/sound_error.h"
@@ -37,12 +38,18 @@ bool makesNameless(int descriptor) {
 }  // namespace
 
 AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
-    : target_(std::move(target)), folder_(target_.parent_path()) {
-    if (folder_.empty()) folder_ = ".";
+    : target_(std::move(target)) {
+    std::error_code error;
+    if (is_symlink(symlink_status(target_, error))) {
+        target_ = canonical(target_, error);
+        if (error) fail(error.value(), "the target is a link that leads nowhere");
+    }
+    folder_ = target_.has_parent_path() ? target_.parent_path() : ".";
     if (!target_.has_filename()) fail(ENOENT, "the target has no name");
     struct stat old;
     const bool replaces = stat(target_.c_str(), &old) == 0;
-    if (replaces && S_ISDIR(old.st_mode)) fail(EISDIR, "the target is a folder");
+    // Taking the place of a device or a pipe would cut off who else uses it.
+    if (replaces && !S_ISREG(old.st_mode)) fail(EINVAL, "the target is no regular file");
     // Replacing needs no right to the old file itself, but a protected file is meant to stay.
     if (replaces && access(target_.c_str(), W_OK) != 0) fail(errno, "the target is protected");
     openTemporary(temporary);

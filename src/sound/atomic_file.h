@@ -12,14 +12,15 @@ namespace tarnwick::sound {
 // What is written goes to a file without a name in the target's folder, or, where the file system
 // has no such thing, to a hidden one that is removed when the AtomicFile goes. commit() flushes it
 // and puts it in the place of what stood there. Until then, and after any failure, the old file is
-// untouched. A target that is a link is replaced, not followed. Used by one thread.
+// untouched. Where the target is a symbolic link, the file that it names is the target. Used by one
+// thread.
 class AtomicFile {
   public:
     enum class Temporary { Nameless, Hidden };
 
     // Opens the temporary file. `Hidden` does without the nameless kind. Throws
     // SoundError(WriteFailed) when the folder is not there or not to be written to, or when the
-    // target is a folder or write-protected.
+    // target is write-protected, a link that leads nowhere or there but no regular file.
     explicit AtomicFile(std::filesystem::path target, Temporary temporary = Temporary::Nameless);
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;

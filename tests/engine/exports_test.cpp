@@ -15,7 +15,9 @@ TEST_F(Desk, ManyExportsEndInTheOrderOfTheCalls) {
     load(take);
     std::filesystem::create_directory_symlink(folder.path().toStdString(),
                                               path("link").toStdString());
-    const char* const spellings[] = {"same.wav", "./same.wav", "link/same.wav", "link/./same.wav"};
+    std::filesystem::create_symlink("same.wav", path("alias.wav").toStdString());
+    const char* const spellings[] = {"same.wav", "./same.wav", "link/same.wav", "link/./same.wav",
+                                     "link/alias.wav"};
     QStringList expected;
     qsizetype told = 0;
     QObject::connect(editor.get(), &SoundEditor::SoundExportDone, editor.get(), [&] {
@@ -28,7 +30,7 @@ TEST_F(Desk, ManyExportsEndInTheOrderOfTheCalls) {
         const bool fails = i % 7 == 3;
         const QByteArray name = fails        ? "gone/x.wav"
                                 : i % 4 == 0 ? own
-                                             : QByteArray(spellings[i % 3 + (i % 5 == 0)]);
+                                             : QByteArray(spellings[i % 5]);
         expected << QString::fromLatin1(fails ? "ExportDone 0" : "ExportDone 1");
         ASSERT_EQ(write(name.constData(), 0, i == 0 ? -1 : 10 * i), kOk);
     }

@@ -127,7 +127,46 @@ TEST_F(Writer, RateChangesKeepLengthAndTone) {
     }
 }
 
-// Blocks are made last to first where they may be, and compared with a single run.
+std::vector<double> inOnePiece(const FrameReader& sound, std::int64_t first, int to) {
+    const auto [from, channels, bits, floating] = sound.format();
+    const std::int64_t frames = sound.frames() - first;
+    std::vector<double> whole(static_cast<std::size_t>(frames * channels));
+    sound.read(first, frames, whole.data());
+    Resampler resampler(from, to, channels, frames);
+    std::vector<double> made;
+    for (std::int64_t at = 0; at <= frames; at += 10'000) {
+        const std::int64_t count = std::min<std::int64_t>(10'000, frames - at);
+        const auto& ready = resampler.process(whole.data() + at * channels, count);
+        made.insert(made.end(), ready.begin(), ready.end());
+    }
+    const std::vector<double>& rest = resampler.finish();
+    made.insert(made.end(), rest.begin(), rest.end());
+    return made;
+}
+
+// All values, of blocks that are made last to first where they may be.
+std::vector<double> inBlocks(RateBlocks& blocks) {
+    std::vector<SoundBlock> made(static_cast<std::size_t>(blocks.count()));
+    for (std::int64_t i = 0; i < blocks.count(); ++i) {
+        const std::int64_t number = blocks.threads() > 1 ? blocks.count() - 1 - i : i;
+        blocks.make(number, made[static_cast<std::size_t>(number)], [] { return false; });
+    }
+    std::vector<double> values;
+    for (const SoundBlock& block : made)
+        values.insert(values.end(), block.values.begin(), block.values.end());
+    return values;
+}
+
+// The largest difference of two values; infinite where there are not equally many.
+double worstDifference(const std::vector<double>& one, const std::vector<double>& other) {
+    if (one.size() != other.size()) return std::numeric_limits<double>::infinity();
+    double worst = 0.0;
+    for (std::size_t i = 0; i < one.size(); ++i)
+        worst = std::max(worst, std::fabs(one[i] - other[i]));
+    return worst;
+}
+
+// The stereo ones are split, but too short for threads of their own.
 TEST(RateBlocks, JoinToWhatOnePieceGives) {
     const struct {
         int from, to, channels;
@@ -136,6 +175,7 @@ TEST(RateBlocks, JoinToWhatOnePieceGives) {
                 {96000, 8000, 1, true},   {96000, 44100, 1, true},  {11025, 48000, 1, true},
                 {44100, 8000, 1, true},   {48000, 16000, 1, true},  {8000, 44100, 2, true},
                 {44100, 24000, 1, false}, {22051, 48000, 1, false}, {8000, 48000, 1, false}};
+    const TempFolder folder;
     std::int64_t odd = 0;
     for (const auto& [from, to, channels, splits] : rows) {
         SCOPED_TRACE(testing::Message() << from << " to " << to);
@@ -143,37 +183,18 @@ TEST(RateBlocks, JoinToWhatOnePieceGives) {
         const NoiseSound sound({from, channels, 24, false}, frames + 5);
         RateBlocks blocks(sound, 5, 5 + frames, to, 2);
         EXPECT_EQ(blocks.threads() > 1, splits);
-        std::vector<SoundBlock> made(static_cast<std::size_t>(blocks.count()));
-        for (std::int64_t i = 0; i < blocks.count(); ++i) {
-            const std::int64_t number = splits ? blocks.count() - 1 - i : i;
-            blocks.make(number, made[static_cast<std::size_t>(number)], [] { return false; });
-        }
-        std::vector<double> whole(static_cast<std::size_t>(frames * channels));
-        sound.read(5, frames, whole.data());
-        Resampler resampler(from, to, channels, frames);
-        std::vector<double> expected;
-        for (std::int64_t at = 0; at <= frames; at += 10'000) {
-            const std::int64_t count = std::min<std::int64_t>(10'000, frames - at);
-            const auto& ready = resampler.process(whole.data() + at * channels, count);
-            expected.insert(expected.end(), ready.begin(), ready.end());
-        }
-        const std::vector<double>& rest = resampler.finish();
-        expected.insert(expected.end(), rest.begin(), rest.end());
-        std::size_t at = 0;
-        double worst = 0.0;
-        for (const SoundBlock& block : made) {
-            ASSERT_LE(at + block.values.size(), expected.size());
-            for (const double value : block.values)
-                worst = std::max(worst, std::fabs(value - expected[at++]));
-        }
-        EXPECT_EQ(at, expected.size());
-        EXPECT_LT(worst, 1.0e-14);  // a ten millionth of a 24-bit step
+        const std::vector<double> expected = inOnePiece(sound, 5, to);
+        // A ten millionth of a 24-bit step.
+        EXPECT_LT(worstDifference(inBlocks(blocks), expected), 1.0e-14);
+        const auto file = folder.path() / "out.wav";
+        writeSound(sound, 5, sound.frames(), {Container::Wav, {to, channels, 32, true}}, file);
+        SF_INFO info;
+        EXPECT_LT(worstDifference(decoded(file, info), expected), 1.0e-6);
     }
 }
 
-TEST_F(Writer, RefusalsAndCancellingLeaveTheOldFileWhole) {
+TEST_F(Writer, RefusalsLeaveTheOldFileWhole) {
     std::ofstream(target_) << "old";
-    chmod(target_.c_str(), 0640);
     const NoiseSound sound({44100, 1, 16, false}, 100'000);
     const OutputFormat wav{Container::Wav, sound.format()};
     using Range = std::pair<std::int64_t, std::int64_t>;
@@ -187,16 +208,32 @@ TEST_F(Writer, RefusalsAndCancellingLeaveTheOldFileWhole) {
          {AudioFormat{7999, 1, 16, false}, {44100, 17, 16, false}, {44100, 1, 12, false}})
         EXPECT_EQ(outcome({0, 4}, {Container::Wav, format}, target_), SoundFailure::BadFormat)
             << format.rate;
-    for (const std::filesystem::path& target :
-         {folder_.path() / "gone" / "x.wav", folder_.path(), std::filesystem::path()})
-        EXPECT_EQ(outcome({0, 4}, wav, target), SoundFailure::WriteFailed) << target;
+    mknod((folder_.path() / "pipe").c_str(), S_IFIFO | 0666, 0);
+    mknod((folder_.path() / "socket").c_str(), S_IFSOCK | 0666, 0);
+    for (const auto& [to, name] :
+         {std::pair{"pipe", "aside"}, {"gone", "astray"}, {"loop", "loop"}})
+        std::filesystem::create_symlink(to, folder_.path() / name);
+    const std::vector<std::string> names = folder_.names();
+    for (const char* target : {"gone/x.wav", "", "pipe", "socket", "aside", "astray", "loop"})
+        EXPECT_EQ(outcome({0, 4}, wav, folder_.path() / target), SoundFailure::WriteFailed)
+            << target;
+    EXPECT_EQ(outcome({0, 4}, wav, {}), SoundFailure::WriteFailed);
+    EXPECT_EQ(outcome({0, 4}, wav, folder_.path().string()), SoundFailure::WriteFailed);
+    EXPECT_EQ(contentOf(target_), "old");
+    EXPECT_EQ(folder_.names(), names);
+}
+
+TEST_F(Writer, WhatIsNotFinishedLeavesTheOldFileWhole) {
+    std::ofstream(target_) << "old";
+    chmod(target_.c_str(), 0640);
+    const AudioFormat format{44100, 1, 16, false};
     // Short ones are written by the caller, long ones with one or two threads' help.
     std::signal(SIGXFSZ, SIG_IGN);
     for (const auto& [frames, rate] :
          {std::pair{100'000, 44100}, {1'500'000, 44100}, {1'500'000, 48000}, {1'500'000, 22050}}) {
         SCOPED_TRACE(testing::Message() << frames << " frames at " << rate);
-        const NoiseSound all(sound.format(), frames);
-        const BrokenSound broken(sound.format(), frames, frames / 2);
+        const NoiseSound all(format, frames);
+        const BrokenSound broken(format, frames, frames / 2);
         const OutputFormat output{Container::Wav, {rate, 1, 16, false}};
         const auto written = [&](const FrameReader& from, const Progress& progress) {
             return failureOf([&] { writeSound(from, 0, frames, output, target_, progress); });
@@ -227,7 +264,7 @@ TEST_F(Writer, RefusalsAndCancellingLeaveTheOldFileWhole) {
         EXPECT_EQ(seen.back(), 100);
         std::filesystem::remove(folder_.path() / "new.wav");
     }
-    writeSound(sound, 0, 4, wav, target_);
+    writeSound(NoiseSound(format, 4), 0, 4, {Container::Wav, format}, target_);
     struct stat now;
     ASSERT_EQ(stat(target_.c_str(), &now), 0);
     EXPECT_EQ(now.st_mode & 0777, 0640u);
@@ -293,24 +330,30 @@ TEST(AtomicFile, BothKindsOfTemporaryReplaceTheTargetOnlyAtTheEnd) {
     for (const auto kind : {AtomicFile::Temporary::Nameless, AtomicFile::Temporary::Hidden}) {
         TempFolder folder;
         const std::filesystem::path target = folder.path() / "name";
-        const auto begin = [&] {
-            auto file = std::make_unique<AtomicFile>(target, kind);
+        const auto begin = [kind](const std::filesystem::path& name) {
+            auto file = std::make_unique<AtomicFile>(name, kind);
             file->write("abc", 3);
             file->writeAt(1, "X", 1);
             file->write("def", 3);
             return file;
         };
-        begin().reset();
+        begin(target).reset();
         EXPECT_THAT(folder.names(), IsEmpty());
-        begin()->commit();
+        begin(target)->commit();
         EXPECT_EQ(contentOf(target), "aXcdef");
-        std::ofstream(target) << "old";
-        auto file = begin();
-        EXPECT_EQ(contentOf(target), "old");
-        file->commit();
-        file.reset();
-        EXPECT_EQ(contentOf(target), "aXcdef");
-        EXPECT_THAT(folder.names(), ElementsAre("name"));
+        const TempFolder links;
+        std::filesystem::create_symlink(target, links.path() / "link");
+        for (const auto& name : {target, links.path() / "link"}) {
+            std::ofstream(target) << "old";
+            auto file = begin(name);
+            EXPECT_EQ(contentOf(target), "old");
+            EXPECT_THAT(links.names(), ElementsAre("link"));
+            file->commit();
+            file.reset();
+            EXPECT_EQ(contentOf(target), "aXcdef");
+            EXPECT_THAT(folder.names(), ElementsAre("name"));
+        }
+        EXPECT_TRUE(std::filesystem::is_symlink(links.path() / "link"));
     }
 }
 
