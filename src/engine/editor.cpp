@@ -113,7 +113,7 @@ void Editor::startLoading(Opening open) {
             loaded.emplace(open(progress));
             working_.set(*loaded);
         });
-        if (code == kOk) progress.percent(100);  // short ones come without a step on the way
+        if (code == kOk) progress.percent(100);  // one that is taken over has no steps
         events_.post(ticket.generation, [this, code, loaded = std::move(loaded)] {
             fail(code);
             if (code == kOk) sound_.timeline = loaded;

@@ -78,6 +78,7 @@ void measureStretch(const StoredSound& sound, const std::uint8_t* bytes, std::in
 
 Peaks buildPeaks(const StoredSound& sound, const SourceFile& file, const Progress& progress) {
     Build build(sound, file, progress.stop);
+    SteadyPercent percent(progress, sound.frames);
     std::exception_ptr failed;
     {
         std::jthread helper([&] {
@@ -89,7 +90,6 @@ Peaks buildPeaks(const StoredSound& sound, const SourceFile& file, const Progres
             }
         });
         try {
-            SteadyPercent percent(progress, sound.frames);
             build.work([&](std::int64_t done) { percent.reached(done); });
         } catch (...) {
             build.giveUp();
@@ -97,6 +97,7 @@ Peaks buildPeaks(const StoredSound& sound, const SourceFile& file, const Progres
         }
     }
     if (failed) std::rethrow_exception(failed);
+    percent.reached(sound.frames);  // the helper may have taken the last turns
     build.peaks().makeCoarser();
     return std::move(build.peaks());
 }
