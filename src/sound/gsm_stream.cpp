@@ -24,6 +24,10 @@ GsmStream::GsmStream(const SourceFile& file, const StoredSound& sound, const Blo
     SF_VIRTUAL_IO access = accessToBlocks();
     SF_INFO info = {};
     decoder_ = sf_open_virtual(&access, SFM_READ, &info, this);
+    if (failure_) {
+        sf_close(decoder_);
+        std::rethrow_exception(failure_);
+    }
     if (!decoder_) throw SoundError(SoundFailure::Damaged, "the sound cannot be decoded");
 }
 
@@ -33,6 +37,7 @@ std::int64_t GsmStream::decode(std::int64_t frames, std::uint8_t* bytes) {
     const std::int64_t wanted = std::min(frames, left_);
     // Our buffers are aligned for anything, and the stretches are of whole samples.
     const std::int64_t got = sf_read_short(decoder_, reinterpret_cast<short*>(bytes), wanted);
+    if (failure_) std::rethrow_exception(failure_);
     left_ -= got;
     return got;
 }
@@ -96,11 +101,12 @@ SF_VIRTUAL_IO GsmStream::accessToBlocks() {
                    std::clamp<std::int64_t>(offset, 0, kHeaderBytes + stream->blockBytes_);
     };
     access.read = [](void* bytes, sf_count_t count, void* self) -> sf_count_t {
+        auto* const stream = static_cast<GsmStream*>(self);
         try {
-            return static_cast<GsmStream*>(self)->readBytes(static_cast<std::uint8_t*>(bytes),
-                                                            count);
-        } catch (const SoundError&) {
-            return 0;  // the library knows of no error here; the sound ends early
+            return stream->readBytes(static_cast<std::uint8_t*>(bytes), count);
+        } catch (...) {
+            stream->failure_ = std::current_exception();
+            return 0;  // the library knows of no error here, but of an end
         }
     };
     return access;

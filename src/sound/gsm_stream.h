@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <exception>
 
 #include "sound/block_decoder.h"
 
@@ -17,7 +18,7 @@ constexpr int kGsmBlockFrames = 320;
 // decoder carries its state from block to block: there is no beginning in the middle.
 class GsmStream : public SampleStream {
   public:
-    // Throws SoundError(Damaged).
+    // Throws SoundError: Damaged, and what reading the file throws.
     GsmStream(const SourceFile& file, const StoredSound& sound, const BlockLayout& layout);
     ~GsmStream() override;
     GsmStream(const GsmStream&) = delete;
@@ -39,6 +40,7 @@ class GsmStream : public SampleStream {
     std::int64_t left_;        // frames
     std::int64_t at_ = 0;      // in header and blocks
     SNDFILE* decoder_ = nullptr;
+    std::exception_ptr failure_;  // of reading; it must not travel through the library
 };
 
 }  // namespace tarnwick::sound
