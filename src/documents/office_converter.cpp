@@ -38,8 +38,11 @@ bool startsEncryptedWorkbook(const QByteArray& head) {
     return false;
 }
 
+// What a document's stream begins with, since 1997 and before.
+constexpr quint16 kMagic = 0xa5ec, kOldMagic = 0xa5dc;
+
 bool startsEncryptedDocument(const QByteArray& head) {
-    constexpr quint16 kMagic = 0xa5ec, kOldMagic = 0xa5dc, kEncrypted = 0x0100;
+    constexpr quint16 kEncrypted = 0x0100;
     const quint16 magic = wordAt(head, 0);
     return (magic == kMagic || magic == kOldMagic) && (wordAt(head, 10) & kEncrypted);
 }
@@ -95,8 +98,12 @@ bool isPasswordProtected(const QByteArray& bytes) {
            startsEncryptedDocument(file.stream(u"WordDocument", kHead));
 }
 
+const Conversion& documentConversion(const QByteArray& bytes) {
+    const QByteArray head = CompoundFile(bytes).stream(u"WordDocument", 2);
+    return wordAt(head, 0) == kOldMagic ? kOldDocumentConversion : kDocumentConversion;
+}
+
 QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion, int limitMs) {
-    if (!isCompoundFile(bytes)) return {};
     const QString program = suiteProgram();
     if (program.isEmpty()) failWithMissing(conversion);
 

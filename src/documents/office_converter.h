@@ -17,21 +17,30 @@ struct Conversion {
 inline const Conversion kWorkbookConversion{
     QStringLiteral("xls"), QStringLiteral("MS Excel 97"), QStringLiteral("xlsx"),
     QStringLiteral("libreoffice-calc"), QStringLiteral("libsclo.so")};
-// Unlike the filter for workbooks, which reads those of 1995 too, this one refuses the form before
-// its own.
 inline const Conversion kDocumentConversion{
     QStringLiteral("doc"), QStringLiteral("MS Word 97"), QStringLiteral("docx"),
     QStringLiteral("libreoffice-writer"), QStringLiteral("libswlo.so")};
+// The form of 1993 to 1995: unlike the filter for workbooks, the one above refuses it.
+inline const Conversion kOldDocumentConversion{
+    QStringLiteral("doc"), QStringLiteral("MS Word 95"), QStringLiteral("docx"),
+    QStringLiteral("libreoffice-writer"), QStringLiteral("libswlo.so")};
+inline const Conversion kRichTextConversion{
+    QStringLiteral("rtf"), QStringLiteral("Rich Text Format"), QStringLiteral("docx"),
+    QStringLiteral("libreoffice-writer"), QStringLiteral("libswlo.so")};
+
+// Which of the two is for the document in that compound file.
+const Conversion& documentConversion(const QByteArray& bytes);
 
 // True for a compound file that cannot be read without a password.
 bool isPasswordProtected(const QByteArray& bytes);
 
 inline constexpr int kConversionLimitMs = 60'000;
 
-// Turns an old office document into its new form and gives that. `bytes` must be a compound file;
-// an empty result means that the suite could not make sense of it. Takes about a second and holds
-// the caller until then. Throws runtime::Fault when the suite or its part for this conversion is
-// missing (what to install), when it takes longer than `limitMs`, or when there is no room for it.
+// Turns an old office document into its new form and gives that. `bytes` must have been seen to
+// begin like such a document: the suite makes something of nearly everything. An empty result means
+// that it could not make sense of it. Takes about a second and holds the caller until then. Throws
+// runtime::Fault when the suite or its part for this conversion is missing (what to install), when
+// it takes longer than `limitMs`, or when there is no room for it.
 QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion,
                            int limitMs = kConversionLimitMs);
 

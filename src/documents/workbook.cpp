@@ -1,10 +1,10 @@
 #include "documents/workbook.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <optional>
 
 #include "documents/compound_file.h"
+#include "documents/foreign_file.h"
 #include "documents/office_converter.h"
 #include "documents/workbook_tables.h"
 #include "documents/zip_package.h"
@@ -14,26 +14,9 @@ namespace tarnwick::documents {
 
 namespace {
 
-constexpr qint64 kLargestFile = 128 << 20;  // bytes
-
-[[noreturn]] void fail(const QString& name, PackageError::Reason reason) {
-    QString what = QStringLiteral("The workbook %1 is damaged.");
-    if (reason == PackageError::kNotAPackage)
-        what = QStringLiteral("The file %1 is not a workbook.");
-    else if (reason == PackageError::kEncrypted)
-        what = QStringLiteral("The workbook %1 is protected by a password.");
-    else if (reason == PackageError::kTooLarge)
-        what = QStringLiteral("The workbook %1 is too large to be read.");
-    throw runtime::Fault(what.arg(u'"' + name + u'"'));
-}
-
-QByteArray readFile(const QString& path) {
-    QFile file(path);
-    if (!QFileInfo::exists(path)) runtime::fileNotFound();
-    if (!QFileInfo(path).isFile()) fail(QFileInfo(path).fileName(), PackageError::kNotAPackage);
-    if (!file.open(QIODevice::ReadOnly)) runtime::permissionDenied();
-    if (file.size() > kLargestFile) fail(QFileInfo(path).fileName(), PackageError::kTooLarge);
-    return file.read(kLargestFile);
+const FileKind& kind() {
+    static const FileKind workbook{QStringLiteral("workbook"), QStringLiteral("a workbook")};
+    return workbook;
 }
 
 }  // namespace
@@ -91,7 +74,7 @@ const Sheet& Workbook::Content::sheet(Entry& entry) const {
         try {
             entry.sheet = readSheet(package, entry.part, tables);
         } catch (const PackageError& error) {
-            fail(name, error.reason);
+            failWith(error.reason, kind(), name);
         }
     }
     return *entry.sheet;
@@ -104,12 +87,9 @@ Workbook::~Workbook() = default;
 
 Workbook Workbook::open(const QString& path) {
     const QString name = QFileInfo(path).fileName();
-    const QByteArray bytes = readFile(path);
+    const QByteArray bytes = readForeignFile(path, kind());
     if (!isCompoundFile(bytes)) return fromBytes(bytes, name);
-    if (isPasswordProtected(bytes)) fail(name, PackageError::kEncrypted);
-    const QByteArray converted = convertDocument(bytes, kWorkbookConversion);
-    if (converted.isEmpty()) fail(name, PackageError::kDamaged);
-    return fromBytes(converted, name);
+    return fromBytes(newFormOf(bytes, kWorkbookConversion, kind(), name), name);
 }
 
 Workbook Workbook::fromBytes(const QByteArray& bytes, const QString& name) {
@@ -117,7 +97,7 @@ Workbook Workbook::fromBytes(const QByteArray& bytes, const QString& name) {
     try {
         content = std::make_unique<Content>(bytes, name);
     } catch (const PackageError& error) {
-        fail(name, error.reason);
+        failWith(error.reason, kind(), name);
     }
     if (content->entries.empty())
         throw runtime::Fault(QStringLiteral("The workbook \"%1\" has no worksheets.").arg(name));

@@ -122,6 +122,8 @@ QHash<QString, Relationship> ZipPackage::relationships(const QString& part) cons
     return relations;
 }
 
+std::string_view localName(const pugi::xml_node& node) { return afterColon(node.name()); }
+
 bool isNamed(const pugi::xml_node& node, const char* name) {
     return std::strcmp(afterColon(node.name()), name) == 0;
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <pugixml.hpp>
 #include <stdexcept>
+#include <string_view>
 
 struct zip;
 
@@ -56,6 +57,7 @@ class ZipPackage {
 
 // Elements and attributes by their local name, whatever namespace prefix their writer chose. What
 // is not there is a null node or attribute.
+std::string_view localName(const pugi::xml_node& node);
 bool isNamed(const pugi::xml_node& node, const char* name);
 pugi::xml_node childNamed(const pugi::xml_node& parent, const char* name);
 pugi::xml_attribute attributeNamed(const pugi::xml_node& node, const char* name);

@@ -53,6 +53,15 @@ Parts workbookParts(const QByteArray& rows) {
     };
 }
 
+Parts documentParts(const QByteArray& body) {
+    return {
+        {"_rels/.rels",
+         "<Relationships><Relationship Id='r1' Type='http://x/officeDocument' "
+         "Target='word/document.xml'/></Relationships>"},
+        {"word/document.xml", "<w:document xmlns:w='m'><w:body>" + body + "</w:body></w:document>"},
+    };
+}
+
 void replacePart(Parts& parts, const QByteArray& name, const QByteArray& content) {
     for (auto& [partName, partContent] : parts)
         if (partName == name) partContent = content;

@@ -17,3 +17,6 @@ QByteArray zipOf(const Parts& parts);
 // The parts of a workbook with one worksheet of the given rows; the rest is what any writer makes.
 Parts workbookParts(const QByteArray& rows);
 void replacePart(Parts& parts, const QByteArray& name, const QByteArray& content);
+
+// The parts of a Word document with that body.
+Parts documentParts(const QByteArray& body);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string_view>
+
+#include "documents/zip_package.h"
+
+namespace tarnwick::documents {
+
+// Elements inside one another, far more than any writer needs and far less than the stack holds.
+inline constexpr int kDeepestMarkup = 250;
+
+// Throws PackageError past that depth.
+inline void checkDepth(int depth) {
+    if (depth > kDeepestMarkup) throw PackageError(PackageError::kDamaged);
+}
+
+// Of content in alternative forms, the one for readers that know nothing but the base format: a
+// drawing has no text there that a cell would have, and a symbol is a plain character.
+inline pugi::xml_node chosenBranch(const pugi::xml_node& alternatives) {
+    const pugi::xml_node fallback = childNamed(alternatives, "Fallback");
+    return fallback.first_child() ? fallback : childNamed(alternatives, "Choice");
+}
+
+}  // namespace tarnwick::documents
