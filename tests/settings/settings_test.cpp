@@ -11,6 +11,7 @@
 #include "runtime/fault.h"
 #include "settings/quote.h"
 #include "settings/settings_database.h"
+#include "settings/update_statement.h"
 
 using namespace tarnwick;
 using settings::Access;
@@ -112,6 +113,8 @@ TEST_F(SettingsDatabaseTest, ColumnsAreReadAsWhatTheReaderWants) {
 TEST_F(SettingsDatabaseTest, BadStatementsFaultAndChangeNothing) {
     for (const char* statement : {"UPDATE Admin SET  F3 = 'O'Hara' WHERE F1 = 19",
                                   "UPDATE Admin SET  F3 = ''; DELETE FROM Admin; --' WHERE F1 = 19",
+                                  "UPDATE Admin SET  F3 = '' --', F4 = 5 WHERE F1 = 19",
+                                  "UPDATE Admin SET  F3 = '' || \"'\" /*', F4 = 5 WHERE F1 = 19",
                                   "UPDATE Admin SET  F3 = twelve WHERE F1 = 19", ""})
         EXPECT_NE(faultOf([&] { execute(statement); }), "") << statement;
     EXPECT_EQ(admin(19).text("F3"), "ACME_");
@@ -119,6 +122,21 @@ TEST_F(SettingsDatabaseTest, BadStatementsFaultAndChangeNothing) {
     EXPECT_TRUE(faultOf([&] { admin(20); }).startsWith("Either BOF or EOF is True"));
     EXPECT_FALSE(database_.isOpen());
     EXPECT_EQ(database_.lastSelect(), "SELECT * FROM Admin WHERE F1 = 20");
+}
+
+TEST(UpdateStatement, IsPutTogetherToTheBlank) {
+    EXPECT_EQ(settings::UpdateStatement()
+                  .number(u" -0.50 dB")
+                  .number(u"")
+                  .boolean(true)
+                  .quoted("O'Hara -- ")
+                  .integer(0)
+                  .where(u" WHERE F1 = 19"),
+              "UPDATE Admin SET  F2 = -0.5, F3 = 0, F4 = 1, F5 = 'O'Hara -- ', F6 = 0 WHERE F1 = "
+              "19");
+    EXPECT_EQ(settings::UpdateStatement(3).integer(7).where(u"  WHERE F1 = 12"),
+              "UPDATE Admin SET  F3 = 7  WHERE F1 = 12");
+    EXPECT_EQ(faultOf([] { settings::UpdateStatement().number(u"1e999"); }), "Overflow");
 }
 
 TEST_F(SettingsDatabaseTest, RefusesWhatIsNotTheDatabase) {

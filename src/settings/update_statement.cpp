@@ -1,0 +1,29 @@
+#include "settings/update_statement.h"
+
+#include <cmath>
+
+#include "runtime/fault.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::settings {
+
+UpdateStatement& UpdateStatement::add(const QString& literal) {
+    text_ += first_ ? QStringLiteral(" F") : QStringLiteral(", F");
+    text_ += QString::number(column_++) + QStringLiteral(" = ") + literal;
+    first_ = false;
+    return *this;
+}
+
+UpdateStatement& UpdateStatement::number(QStringView entry) {
+    const double value = runtime::val(entry);
+    if (!std::isfinite(value)) runtime::overflow();
+    return add(runtime::plainText(value));
+}
+
+UpdateStatement& UpdateStatement::integer(qint32 value) { return add(QString::number(value)); }
+
+UpdateStatement& UpdateStatement::boolean(bool value) { return integer(value ? 1 : 0); }
+
+UpdateStatement& UpdateStatement::quoted(const QString& text) { return add(u'\'' + text + u'\''); }
+
+}  // namespace tarnwick::settings
