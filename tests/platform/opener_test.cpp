@@ -1,0 +1,49 @@
+#include "platform/desktop_opener.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "support/wait_until.h"
+
+using namespace tarnwick;
+
+namespace {
+
+TEST(DesktopOpener, HandsOverWhatIsThereAndIsSilentAboutTheRest) {
+    const QTemporaryDir desktop;
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", desktop.path().toLocal8Bit());
+    const auto backAgain = qScopeGuard([&] { qputenv("PATH", path); });
+    const QString odd = desktop.filePath(u"-a #1 100% \"b\" 'é' $x;?&"_qs);
+    ASSERT_TRUE(QDir().mkdir(odd));
+    QFile noted(desktop.filePath(u"noted"_qs));
+    platform::DesktopOpener opener;
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    opener.open(odd);  // no opener is installed
+
+    QFile script(desktop.filePath(u"xdg-open"_qs));
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write("#!/bin/sh\necho noise; echo noise >&2\nprintf '%s\\n' \"$#:$1\" >> '" +
+                 noted.fileName().toLocal8Bit() + "'\n");
+    script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    script.close();
+    for (const QString& none : {u""_qs, u"."_qs, u"-v"_qs, odd + u'x', u"mailto:a@b"_qs})
+        opener.open(none);
+    QByteArray expected;
+    for (const QString& target : {odd, u"https://tarnwick.example/a?b=c#d"_qs}) {
+        opener.open(target);
+        expected += "1:" + target.toUtf8() + '\n';
+        EXPECT_TRUE(test::waitUntil([&] { return noted.size() >= expected.size(); }, 5000));
+    }
+    ASSERT_TRUE(noted.open(QIODevice::ReadOnly));
+    EXPECT_EQ(noted.readAll(), expected);
+    EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child is left behind";
+}
+
+}  // namespace
