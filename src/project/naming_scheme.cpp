@@ -5,9 +5,16 @@
 
 namespace tarnwick::project {
 
+QString NamingScheme::nameAfter(qint32 steps) const {
+    return prefix + QString::number(runtime::add(vlFileNumber, steps)) + suffix;
+}
+
 QString NamingScheme::nameAt(qint32 position) const {
-    const qint32 step = runtime::multiply<qint32>(viFileIncrement, position);
-    return prefix + QString::number(runtime::add(vlFileNumber, step)) + suffix;
+    return nameAfter(runtime::multiply<qint32>(viFileIncrement, position));
+}
+
+QString NamingScheme::previewAt(qint16 position) const {
+    return nameAfter(runtime::multiply(viFileIncrement, position));
 }
 
 NamingScheme readScheme(const QString& prefix, const QString& start, const QString& increment,

@@ -14,6 +14,13 @@ struct NamingScheme {
     // The name at `position`, counted from 0; the number has no padding. A step or a sum beyond
     // 32 bits faults with "Overflow".
     QString nameAt(qint32 position) const;
+
+    // The same for the preview, which works with shorter numbers: a step times position beyond 16
+    // bits faults with "Overflow".
+    QString previewAt(qint16 position) const;
+
+  private:
+    QString nameAfter(qint32 steps) const;
 };
 
 // The scheme as the four boxes spell it: numbers are lenient, rounded, and fault with "Overflow"
