@@ -10,7 +10,9 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
     : form_(form),
       windows_(windows),
       services_(services),
+      naming_(form, services.failure),
       preferences_(form, services),
+      help_(form, services),
       menuKeys_(form),
       status_(form),
       import_(form, chooser_, importServices()),
@@ -94,8 +96,6 @@ void MainWindow::connectShell() {
     command(form_.mnuQuit, [this] { services_.endProcess(); });
     command(form_.mnuBatchProcessor, [this] { windows_.showBatchProcessor(); });
     command(form_.mnuRenameWizard, [this] { windows_.showRenameWizard(); });
-    command(form_.mnuProjectFolder,
-            [this] { services_.opener.open(services_.state.vsProjectFolder); });
     runtime::onEvent(services_.failure, form_.TimerMenuEnabler, &QTimer::timeout, &form_,
                      [this] { TimerMenuEnabler_Timer(); });
     runtime::onEvent(services_.failure, &services_.EDT.waveform(),

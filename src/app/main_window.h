@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "app/help.h"
 #include "app/menu_keys.h"
 #include "app/preferences.h"
 #include "app/services.h"
@@ -10,6 +11,7 @@
 #include "forms/frm_select_import_sheet.h"
 #include "model/session.h"
 #include "project/excel_import.h"
+#include "project/file_naming.h"
 #include "project/working_files.h"
 #include "segmentation/alignment.h"
 #include "segmentation/editing.h"
@@ -50,7 +52,9 @@ class MainWindow {
     const Services& services_;
     model::Session session_;
     forms::frmSelectImportSheet chooser_;
+    project::FileNaming naming_;
     Preferences preferences_;
+    Help help_;
     MenuKeys menuKeys_;
     segmentation::StatusLine status_;
     project::ExcelImport import_;

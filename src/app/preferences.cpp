@@ -1,8 +1,13 @@
 #include "app/preferences.h"
 
+#include <QApplication>
+#include <cmath>
+
 #include "forms/frm_main.h"
 #include "runtime/arithmetic.h"
+#include "runtime/events.h"
 #include "runtime/guarded.h"
+#include "settings/update_statement.h"
 
 namespace tarnwick::app {
 
@@ -15,7 +20,51 @@ QString textOrEmpty(const settings::Record& row, const QString& column) {
 // A stored tick is 1; whatever else stands there counts as none.
 bool ticked(const settings::Record& row, const QString& column) { return row.number(column) == 1; }
 
+// To set a text is to change it, even to the same: who follows the box is told.
+void assign(QLineEdit* box, const QString& text) {
+    if (box->text() == text)
+        Q_EMIT box->textChanged(text);
+    else
+        box->setText(text);
+}
+
+QString percentText(double percent) { return QString::number(std::round(percent)) + u'%'; }
+
+// Typed by support to get at the process timer.
+constexpr char16_t kServiceCode[] = u"3172";
+
 }  // namespace
+
+Preferences::Preferences(forms::frmMain& form, const Services& services)
+    : form_(form), services_(services) {
+    connectPage();
+    form_.lbRecalcTimer->installEventFilter(this);
+}
+
+// The click of an option is raised by whatever turns it on: mouse, key or code. The slider's scroll
+// likewise.
+void Preferences::connectPage() {
+    const runtime::FailurePath& failure = services_.failure;
+    const auto option = [&](QButtonGroup* group, auto handler) {
+        runtime::onEvent(failure, group, &QButtonGroup::idToggled, this,
+                         [this, handler](int, bool on) {
+                             if (on) (this->*handler)();
+                         });
+    };
+    const auto button = [&](QPushButton* command, auto handler) {
+        runtime::onEvent(failure, command, &QPushButton::clicked, this,
+                         [this, handler] { (this->*handler)(); });
+    };
+    runtime::onEvent(failure, form_.mnuPreferences, &QAction::triggered, this,
+                     [this] { mnuPreferences_Click(); });
+    button(form_.cbPreferencesSave, &Preferences::cbPreferencesSave_Click);
+    button(form_.cbPreferencesIgnore, &Preferences::cbPreferencesIgnore_Click);
+    button(form_.cbPreferencesLoad, &Preferences::PreferencesLoad);
+    option(form_.opSourceFileFormatGroup, &Preferences::opSourceFileFormat_Click);
+    option(form_.OpScriptFormatGroup, &Preferences::OpScriptFormat_Click);
+    runtime::onEvent(failure, form_.slScaling, &QSlider::valueChanged, this,
+                     [this] { slScaling_Scroll(); });
+}
 
 void Preferences::PreferencesLoad() {
     runtime::guarded(services_.failure, u"frmMain.PreferencesLoad: ", [&](runtime::Line& line) {
@@ -66,11 +115,7 @@ void Preferences::showScriptAndWindow(const settings::Record& row) {
 
 void Preferences::showScriptFormat(const settings::Record& row) {
     form_.OpScriptFormat[row.isTrue(u"F11"_qs) ? 0 : 1]->setChecked(true);
-    const bool excel = form_.OpScriptFormat[1]->isChecked();
-    for (QWidget* control : std::initializer_list<QWidget*>{
-             form_.chIgnoreFirstRow, form_.chPromptSheet, form_.chImportSpecifiedRows,
-             form_.txbImportStartRow, form_.txbImportEndRow})
-        control->setEnabled(excel);
+    OpScriptFormat_Click();
     if (row.isTrue(u"F12"_qs)) {
         form_.opRowEach[0]->setChecked(true);
     } else {
@@ -84,7 +129,7 @@ void Preferences::showScriptFormat(const settings::Record& row) {
 void Preferences::showScale(const settings::Record& row) {
     form_.slScaling->setValue(row.number(u"F13"_qs));
     services_.state.viScaleAtLoad = static_cast<qint16>(form_.slScaling->value());
-    form_.txbScaling->setText(QString::number(row.number(u"F13"_qs)) + u'%');
+    form_.txbScaling->setText(percentText(row.real(u"F13"_qs)));
     services_.state.vvScale = row.real(u"F13"_qs) / 100.0;
 }
 
@@ -92,14 +137,155 @@ void Preferences::showNaming(const settings::Record& row) {
     const bool fromScript = row.isTrue(u"F2"_qs);
     form_.opAutoNaming[fromScript ? 0 : 1]->setChecked(true);
     form_.frAutoNumber->setEnabled(!fromScript);
-    form_.txbPrefix->setText(textOrEmpty(row, u"F3"_qs));
-    form_.txbStarting->setText(textOrEmpty(row, u"F4"_qs));
-    form_.txbIncrement->setText(textOrEmpty(row, u"F5"_qs));
-    form_.txbSuffix->setText(textOrEmpty(row, u"F6"_qs));
+    assign(form_.txbPrefix, textOrEmpty(row, u"F3"_qs));
+    assign(form_.txbStarting, textOrEmpty(row, u"F4"_qs));
+    assign(form_.txbIncrement, textOrEmpty(row, u"F5"_qs));
+    assign(form_.txbSuffix, textOrEmpty(row, u"F6"_qs));
     runtime::element(form_.opSourceFileFormat, row.number(u"F7"_qs))->setChecked(true);
+    opSourceFileFormat_Click();
+}
+
+void Preferences::mnuPreferences_Click() {
+    if (form_.frTarnwick->isVisible()) focusBefore_ = QApplication::focusWidget();
+    form_.frTarnwick->hide();
+    QFrame* page = form_.frPreferences;
+    page->move((form_.width() - page->width()) / 2, (form_.height() - page->height()) / 2);
+    enableTimer(false);
+    form_.frExcelSpecific->setFlat(true);
+    page->show();
+    form_.OpScriptFormat[form_.OpScriptFormat[0]->isChecked() ? 0 : 1]->setFocus();
+}
+
+void Preferences::leavePage() {
+    form_.frPreferences->hide();
+    form_.frTarnwick->show();
+    if (focusBefore_) focusBefore_->setFocus();
+}
+
+void Preferences::cbPreferencesSave_Click() {
+    runtime::guarded(services_.failure, u"frmMain.cbSaveSetupData_Click: ",
+                     [&](runtime::Line& line) {
+                         settings::SettingsDatabase& database = services_.database;
+                         line(10);
+                         noticeScale();
+                         line(20);
+                         const settings::Access access(database, services_.state.vsConnection);
+                         line(30);
+                         database.Execute(updateOfRow17());
+                         line(40);
+                         database.Execute(updateOfRow18());
+                         line(50);
+                         const int sourceFormat = sourceFormatIndex();
+                         line(60);
+                         database.Execute(updateOfRow19(sourceFormat));
+                         line(70);
+                         database.Close();
+                         line(80);
+                         database.Release();
+                         line(90);
+                         leavePage();
+                     });
+}
+
+// A new scale is said once; the windows keep the one of the start.
+void Preferences::noticeScale() {
+    qint16& viScaleAtLoad = services_.state.viScaleAtLoad;
+    const auto scale = static_cast<qint16>(form_.slScaling->value());
+    if (viScaleAtLoad == 0 || viScaleAtLoad == scale) return;
+    viScaleAtLoad = scale;
+    services_.boxes.plain(u"The new scale will be effective next time Tarnwick is launched."_qs);
+}
+
+QString Preferences::updateOfRow17() const {
+    return settings::UpdateStatement()
+        .number(form_.txbSilence->text())
+        .number(form_.txbThreshold->text())
+        .number(form_.txbSpeed->text())
+        .number(form_.txbVariance->text())
+        .number(form_.cbxFrequency->currentText())
+        .number(form_.cbxBits->currentText())
+        .number(form_.cbxChannels->currentText())
+        .number(form_.cbxBitRate->currentText())
+        .where(u" WHERE F1 = 17");
+}
+
+QString Preferences::updateOfRow18() const {
+    return settings::UpdateStatement()
+        .integer(form_.chImportSpecifiedRows->isChecked())
+        .number(form_.txbImportStartRow->text())
+        .number(form_.txbImportEndRow->text())
+        .integer(form_.chBUSource->isChecked())
+        .boolean(form_.opPlayfromlistview[0]->isChecked())
+        .integer(form_.chPromptSheet->isChecked())
+        .integer(form_.chIgnoreFirstRow->isChecked())
+        .integer(form_.chRecalcTimer->isChecked())
+        .number(form_.txbRecalcTimer->text())
+        .boolean(form_.OpScriptFormat[0]->isChecked())
+        .boolean(form_.opRowEach[0]->isChecked())
+        .integer(form_.slScaling->value())
+        .where(u" WHERE F1 = 18");
+}
+
+int Preferences::sourceFormatIndex() const {
+    int index = 0;
+    while (index < 3 && !form_.opSourceFileFormat[index]->isChecked())
+        ++index;
+    return index;
+}
+
+QString Preferences::updateOfRow19(int sourceFormat) const {
+    return settings::UpdateStatement()
+        .boolean(form_.opAutoNaming[0]->isChecked())
+        .quoted(form_.txbPrefix->text())
+        .number(form_.txbStarting->text())
+        .number(form_.txbIncrement->text())
+        .quoted(form_.txbSuffix->text())
+        .integer(sourceFormat)
+        .where(u" WHERE F1 = 19");
+}
+
+void Preferences::cbPreferencesIgnore_Click() {
+    runtime::guarded(services_.failure, u"frmMain.cbSaveSetupData_Click: ",
+                     [&](runtime::Line& line) {
+                         line(10);
+                         PreferencesLoad();
+                         line(20);
+                         leavePage();
+                     });
+}
+
+void Preferences::opSourceFileFormat_Click() {
     const bool mp3 = form_.opSourceFileFormat[1]->isChecked();
     form_.cbxBitRate->setVisible(mp3);
     form_.lbBitRate->setVisible(mp3);
+}
+
+void Preferences::OpScriptFormat_Click() {
+    const bool excel = form_.OpScriptFormat[1]->isChecked();
+    for (QWidget* control : std::initializer_list<QWidget*>{
+             form_.chIgnoreFirstRow, form_.chPromptSheet, form_.chImportSpecifiedRows,
+             form_.txbImportStartRow, form_.txbImportEndRow})
+        control->setEnabled(excel);
+}
+
+void Preferences::slScaling_Scroll() {
+    form_.txbScaling->setText(percentText(form_.slScaling->value()));
+}
+
+bool Preferences::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonDblClick)
+        services_.failure.unguarded([this] { lbRecalcTimer_DblClick(); });
+    return QObject::eventFilter(watched, event);
+}
+
+void Preferences::lbRecalcTimer_DblClick() {
+    if (services_.boxes.input(u"Password:"_qs) == kServiceCode) enableTimer(true);
+}
+
+// Until the page is opened again.
+void Preferences::enableTimer(bool on) {
+    form_.txbRecalcTimer->setEnabled(on);
+    form_.chRecalcTimer->setEnabled(on);
 }
 
 }  // namespace tarnwick::app

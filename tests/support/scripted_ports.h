@@ -27,10 +27,14 @@ class ScriptedBoxes : public platform::Boxes {
         shown << title + u"|"_qs + text;
         return yes;
     }
-    std::optional<QString> input(const QString&) override { return {}; }
+    std::optional<QString> input(const QString& prompt) override {
+        shown << prompt;
+        return entry;
+    }
 
     QStringList shown;
     bool yes = false;
+    std::optional<QString> entry;  // none: the input box is cancelled
 };
 
 class ScriptedDialog : public platform::OpenDialog {

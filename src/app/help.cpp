@@ -1,0 +1,72 @@
+#include "app/help.h"
+
+#include "app/web_pages.h"
+#include "forms/frm_main.h"
+#include "runtime/events.h"
+#include "runtime/guarded.h"
+
+namespace tarnwick::app {
+
+Help::Help(forms::frmMain& form, const Services& services)
+    : services_(services), frmAbout_(form.window()) {
+    const auto command = [&](QAction* item, auto handler) {
+        runtime::onEvent(services_.failure, item, &QAction::triggered, &frmAbout_, handler);
+    };
+    const auto page = [&](QAction* item, QStringView label, const QString& notice,
+                          QStringView address) {
+        command(item, [=, this] { openPage(label, notice, address.toString()); });
+    };
+    const QString browser = u"Tarnwick will now open your default browser."_qs;
+    const QString video = u"Tarnwick will now open your default browser to access YouTube."_qs;
+    command(form.mnuProjectFolder,
+            [this] { services_.opener.open(services_.state.vsProjectFolder); });
+    command(form.mnuHelpAbout, [this] { mnuHelpAbout_Click(); });
+    command(form.mnuManual, [this] { mnuManual_Click(); });
+    page(form.mnuHistory, u"frmFrame.mnuHistory_Click: ", browser, web::kChangeHistory);
+    page(form.mnuTutorialPresentation, u"frmFrame.mnuTutorialWhyVelmora_Click: ", video,
+         web::kPresentation);
+    page(form.mnuTutorialBP, u"frmFrame.mnuTutorialBP_Click: ", video, web::kBatchProcessing);
+    page(form.mnuTutorialBasicScriptFormatting,
+         u"frmFrame.mnuTutorialBasicScriptFormatting_Click: ", video, web::kScriptFormatting);
+}
+
+// A manual that is missing is told, and then opened all the same, unseen.
+void Help::mnuManual_Click() {
+    runtime::guarded(
+        services_.failure, u"frmFrame.mnuManualLocal_Click: ", [&](runtime::Line& line) {
+            line(10);
+            const QString manual =
+                platform::pathIn(services_.failure.appPath(), u"Tarnwick_Manual.pdf"_qs);
+            const bool there = services_.files.FileExists(manual);
+            line(20);
+            if (!there) services_.boxes.critical(u"No PDF!"_qs, u"The manual cannot be found."_qs);
+            line(30);
+            services_.opener.open(manual);
+        });
+}
+
+void Help::openPage(QStringView label, const QString& notice, const QString& address) {
+    runtime::guarded(services_.failure, label, [&](runtime::Line& line) {
+        line(10);
+        services_.boxes.plain(notice);
+        line(20);
+        services_.opener.open(address);
+    });
+}
+
+void Help::mnuHelpAbout_Click() {
+    if (!frmAbout_.isVisible()) aboutLoad();
+    frmAbout_.show();
+    frmAbout_.raise();
+    frmAbout_.activateWindow();
+}
+
+// Form_Load of the About box: its spot and size are absolute, whatever the scale of the windows.
+void Help::aboutLoad() {
+    const QRect place = forms::rectOf(forms::frmAbout::kPlace);
+    frmAbout_.setFixedSize(place.size());
+    frmAbout_.move(place.topLeft());
+    frmAbout_.lbVersion->setText(services_.failure.vsBuild);
+}
+
+}  // namespace tarnwick::app

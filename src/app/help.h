@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/services.h"
+#include "forms/frm_about.h"
+
+namespace tarnwick::forms {
+class frmMain;
+}
+
+namespace tarnwick::app {
+
+// The Help menu with its outside documents, the About box, and the project folder in the desktop's
+// file manager. What will not open gives no message. UI thread.
+class Help {
+  public:
+    Help(forms::frmMain& form, const Services& services);
+
+  private:
+    void mnuManual_Click();
+    void openPage(QStringView label, const QString& notice, const QString& address);
+    void mnuHelpAbout_Click();
+    void aboutLoad();
+
+    const Services& services_;
+    forms::frmAbout frmAbout_;
+};
+
+}  // namespace tarnwick::app

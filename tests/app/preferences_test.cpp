@@ -1,0 +1,154 @@
+#include "journey.h"
+
+using namespace tarnwick;
+
+namespace {
+
+struct Page : test::Journey {
+    void SetUp() override {
+        Journey::SetUp();
+        application.Sub_Main();
+    }
+    QString stored(int row, int columns) {
+        const settings::Access access(database, state.vsConnection);
+        const auto record = database.Read(u"SELECT * FROM Admin WHERE F1 = %1"_qs.arg(row));
+        QStringList texts;
+        for (int i = 2; i < 2 + columns; ++i)
+            texts << record.text(u"F%1"_qs.arg(i));
+        return texts.join(u',');
+    }
+    bool open() { return form().frPreferences->isVisible() && form().frTarnwick->isHidden(); }
+    void setEverything() {
+        form().txbSilence->setText(u"700 ms"_qs);
+        form().txbThreshold->setText(u"-40.5"_qs);
+        form().txbSpeed->setText(u"abc"_qs);
+        form().cbxFrequency->setEditText(u"12345"_qs);
+        form().cbxBitRate->setEditText(u"320"_qs);
+        form().txbImportStartRow->clear();
+        for (QCheckBox* box : {form().chImportSpecifiedRows, form().chBUSource,
+                               form().chPromptSheet, form().chIgnoreFirstRow})
+            box->toggle();
+        form().opPlayfromlistview[0]->setChecked(true);
+        form().OpScriptFormat[0]->setChecked(true);
+        form().slScaling->setValue(120);
+        form().opAutoNaming[1]->setChecked(true);
+        form().txbPrefix->setText(u" é\"_"_qs);
+        form().txbIncrement->setText(u"-7"_qs);
+        form().txbSuffix->setText(u"_s "_qs);
+        form().opSourceFileFormat[2]->setChecked(true);
+    }
+};
+
+TEST_F(Page, SettingsSurviveARestart) {
+    form().mnuPreferences->trigger();
+    EXPECT_TRUE(open());
+    setEverything();
+    EXPECT_EQ(form().txbScaling->text(), u"120%");
+    form().cbPreferencesSave->click();
+    EXPECT_FALSE(open());
+    EXPECT_EQ(stored(17, 8), u"700,-40.5,0,50,12345,8,1,320");
+    EXPECT_EQ(stored(18, 12), u"1,0,195,0,1,1,0,0,1000,1,1,120");
+    EXPECT_EQ(stored(19, 6), u"0, é\"_,1000,-7,_s ,2");
+    form().cbPreferencesSave->click();
+    EXPECT_EQ(boxes(), QStringList(u"The new scale will be effective next time Tarnwick is "
+                                   u"launched."_qs))
+        << "once";
+    EXPECT_DOUBLE_EQ(state.vvScale, 1.53);
+    form().cbPreferencesIgnore->click();
+    EXPECT_DOUBLE_EQ(state.vvScale, 1.20) << "what is drawn from now on has the new scale";
+
+    app::Application second(services);
+    second.Sub_Main();
+    forms::frmMain& again = second.mainForm();
+    EXPECT_EQ(again.width(), 13750 * 1.2 / 15);
+    EXPECT_EQ(again.txbSpeed->text(), u"0");
+    EXPECT_EQ(again.cbxFrequency->currentText(), u"12345");
+    EXPECT_TRUE(again.chImportSpecifiedRows->isChecked());
+    EXPECT_FALSE(again.chImportSpecifiedRows->isEnabled());
+    EXPECT_EQ(again.txbPreview[2]->text(), u" é\"_986_s .mp3");
+}
+
+TEST_F(Page, IgnoreAndLoadBringTheStoredSettingsBack) {
+    EXPECT_EQ(form().txbPreview[1]->text(), u"ACME_1005.mp3") << "loading counts as a change";
+    setEverything();
+    form().mnuPreferences->trigger();
+    form().cbPreferencesLoad->click();
+    EXPECT_TRUE(open());
+    form().txbSilence->setText(u"9"_qs);
+    form().cbPreferencesIgnore->click();
+    EXPECT_FALSE(open());
+    form().cbPreferencesSave->click();
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_EQ(stored(17, 8), u"1500,-35,150,50,32000,8,1,96");
+    EXPECT_EQ(stored(18, 12), u"0,101,195,1,0,0,1,0,1000,0,1,153");
+    EXPECT_EQ(stored(19, 6), u"1,ACME_,1000,5,,1");
+}
+
+TEST_F(Page, AnApostropheEndsTheProgramWithTwoRowsStored) {
+    setEverything();
+    form().txbPrefix->setText(u"O'Hara_"_qs);
+    EXPECT_THROW(form().cbPreferencesSave->click(), test::ProcessEnded);
+    EXPECT_TRUE(
+        desk.log().contains("\r\n09:05 frmMain.cbSaveSetupData_Click: near \"Hara_\": "
+                            "syntax error, Line 60\r\n09:05 Build 682\r\n"));
+    EXPECT_EQ(stored(17, 2), u"700,-40.5");
+    EXPECT_EQ(stored(18, 12), u"1,0,195,0,1,1,0,0,1000,1,1,120");
+    EXPECT_EQ(stored(19, 6), u"1,ACME_,1000,5,,1");
+}
+
+TEST_F(Page, OptionsAndTheServiceCodeSteerWhatTheyShould) {
+    for (int i : {0, 1, 2, 1, 3}) {
+        form().opSourceFileFormat[i]->setChecked(true);
+        EXPECT_EQ(form().cbxBitRate->isHidden() && form().lbBitRate->isHidden(), i != 1) << i;
+    }
+    for (int i : {0, 1}) {
+        form().OpScriptFormat[i]->click();
+        for (const char* name : {"chIgnoreFirstRow", "chPromptSheet", "chImportSpecifiedRows",
+                                 "txbImportStartRow", "txbImportEndRow"})
+            EXPECT_EQ(form().findChild<QWidget*>(QLatin1String(name))->isEnabled(), i == 1) << name;
+    }
+    for (const auto& entry :
+         std::initializer_list<std::optional<QString>>{{}, u""_qs, u"3172 "_qs, u"3172"_qs}) {
+        form().mnuPreferences->trigger();
+        EXPECT_FALSE(form().txbRecalcTimer->isEnabled()) << "locked anew on each opening";
+        desk.boxes.entry = entry;
+        QMouseEvent twice(QEvent::MouseButtonDblClick, {5, 5}, {5, 5}, Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(form().lbRecalcTimer, &twice);
+        EXPECT_EQ(boxes(), QStringList(u"Password:"_qs));
+        EXPECT_EQ(form().txbRecalcTimer->isEnabled(), entry == u"3172");
+        EXPECT_EQ(form().chRecalcTimer->isEnabled(), entry == u"3172");
+    }
+}
+
+TEST_F(Page, HelpHandsOverToOutsideDocuments) {
+    const QString page = u"Tarnwick will now open your default browser."_qs;
+    const QString video = u"Tarnwick will now open your default browser to access YouTube."_qs;
+    const QString manual = desk.folder.filePath(u"Tarnwick_Manual.pdf"_qs);
+    state.vsProjectFolder = session.path();
+    form().mnuProjectFolder->setEnabled(true);
+    const std::tuple<QAction*, QString, QString> items[] = {
+        {form().mnuManual, u"No PDF!|The manual cannot be found."_qs, manual},
+        {form().mnuHistory, page, u"change-history.txt"_qs},
+        {form().mnuTutorialPresentation, video, u"tutorials/presentation"_qs},
+        {form().mnuTutorialBP, video, u"tutorials/batch-processing"_qs},
+        {form().mnuTutorialBasicScriptFormatting, video, u"tutorials/script-formatting"_qs},
+        {form().mnuProjectFolder, {}, session.path()}};
+    for (const auto& [item, notice, target] : items) {
+        item->trigger();
+        EXPECT_EQ(boxes().join(u'\n'), notice);
+        EXPECT_EQ(opener.opened.takeLast().remove(u"https://tarnwick.example/"_qs), target);
+    }
+    auto* about = application.frame().findChild<QWidget*>(u"frmAbout"_qs);
+    for (int round = 0; round < 2; ++round) {
+        form().mnuHelpAbout->trigger();
+        EXPECT_EQ(QRect(about->pos(), about->size()), QRect(133, 133, 488, 259));
+        EXPECT_EQ(about->findChild<QLabel*>(u"lbVersion"_qs)->text(), u"Build 682");
+        about->move(7, 8);
+        form().mnuHelpAbout->trigger();
+        EXPECT_EQ(about->pos(), QPoint(7, 8)) << "one that is open only comes to the front";
+        about->close();
+    }
+}
+
+}  // namespace
