@@ -99,17 +99,18 @@ void paint(benchmark::State& state) {
     for (int i = 0; i < kEdits; ++i)
         desk.change(edits);
     engine::Waveform& waveform = desk.editor->waveform();
-    const widgets::WaveformPainter::Surface surface{{1500, 300}, 1.0, QPalette(), QFont()};
+    const widgets::WaveformLayout layout({1500, 300}, 1.0, engine::WaveformSettings(), QFont());
+    const widgets::WaveformColours colours{QPalette()};
     const qint32 duration = desk.editor->GetSoundDuration();
     const auto width = static_cast<qint32>(state.range(0));
-    widgets::WaveformPainter(waveform, surface).render();  // the fonts are loaded
+    widgets::renderWaveform(waveform, layout, colours);  // the fonts are loaded
     std::mt19937 random(6);
     double worst = 0.0;
     for (auto _ : state) {
         const auto at = static_cast<qint32>(random() % static_cast<quint32>(duration - width));
         width > 0 ? waveform.SetDisplayRange(at, at + width) : waveform.SetDisplayRange(0, -1);
         const double seconds = secondsOf([&] {
-            benchmark::DoNotOptimize(widgets::WaveformPainter(waveform, surface).render());
+            benchmark::DoNotOptimize(widgets::renderWaveform(waveform, layout, colours));
         });
         state.SetIterationTime(seconds);
         worst = std::max(worst, seconds);

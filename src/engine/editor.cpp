@@ -74,7 +74,7 @@ void Editor::dropSound() {
     worker_.add([this, dropped = std::exchange(sound_, {})] { working_.drop(); });
     if (waveform_.reset())
         events_.post(EventQueue::kAnyGeneration, [this] { Q_EMIT WaveSelectionChanged(0, 0, 0); });
-    Q_EMIT waveform_.displayChanged();
+    Q_EMIT waveform_.displayChanged(DisplayChange::Sound);
 }
 
 qint32 Editor::LoadSound(const QString& path) {
@@ -117,7 +117,7 @@ void Editor::startLoading(Opening open) {
         events_.post(ticket.generation, [this, code, loaded = std::move(loaded)] {
             fail(code);
             if (code == kOk) sound_.timeline = loaded;
-            Q_EMIT waveform_.displayChanged();
+            Q_EMIT waveform_.displayChanged(DisplayChange::Sound);
             Q_EMIT SoundLoadingDone(code == kOk ? 1 : 0);
         });
     });

@@ -35,7 +35,7 @@ qint32 Editor::startEdit(EditCommand command, Edit run) {
             if (code == kOk) {
                 sound_.timeline = edited;
                 sound_.undoAvailable = undoAvailable;
-                Q_EMIT waveform_.displayChanged();
+                Q_EMIT waveform_.displayChanged(DisplayChange::Sound);
             }
             Q_EMIT SoundEditDone(command, code == kOk ? 1 : 0);
         });
@@ -142,7 +142,7 @@ void Editor::analyse() {
         announce(ticket, &SoundEditor::WaveAnalysisPerc, qint16{100});
         events_.post(ticket.generation, [this] {
             sound_.analysed = true;
-            Q_EMIT waveform_.displayChanged();
+            Q_EMIT waveform_.displayChanged(DisplayChange::Sound);
             Q_EMIT WaveAnalysisDone();
         });
     });

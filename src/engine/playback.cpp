@@ -63,6 +63,10 @@ qint32 Playback::positionMs() const {
     return rate_ == 0 ? 0 : static_cast<qint32>(sound::msFloor(player_.position(), rate_));
 }
 
+double Playback::exactMs() const {
+    return rate_ == 0 ? 0.0 : static_cast<double>(player_.position()) * 1000.0 / rate_;
+}
+
 void Playback::report(Signal signal) {
     events_.post([this, play = play_, signal] {
         if (play > over_) Q_EMIT(editor_.*signal)();

@@ -26,7 +26,9 @@ class Playback {
     void forget();  // position 0 again, once stopped
 
     bool active() const { return state_ != State::AtRest; }  // playing or paused
-    qint32 positionMs() const;                               // stays where the last playing ended
+    bool running() const { return state_ == State::Playing; }
+    qint32 positionMs() const;  // stays where the last playing ended
+    double exactMs() const;     // the same, to the frame
 
   private:
     enum class State { AtRest, Playing, Paused };

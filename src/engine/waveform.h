@@ -17,6 +17,10 @@ struct WaveColumn {
     float maximum = 0.0f;
 };
 
+// What a display shows that may be out of date. `Sound`: it came, went, was edited or analysed,
+// perhaps without a change of its duration. `Playback`: it began, paused, went on or is over.
+enum class DisplayChange { Sound, Range, Selection, Settings, Playback };
+
 // The waveform window of an editor: what part of the sound it shows and what is selected. All
 // positions are milliseconds from the start of the sound as it stands, an end of -1 is the end of
 // the sound. UI thread only; nothing here throws.
@@ -55,8 +59,10 @@ class Waveform : public QObject {
     // columns and fills each with the channel's extremes; columns outside the sound stay (0, 0).
     // False when no analysed sound is there to be drawn. Cheap at any length and zoom.
     virtual int channels() const = 0;         // 0 without a sound
+    virtual int sampleRate() const = 0;       // frames per second, 0 without a sound
     virtual qint32 duration() const = 0;      // ms, 0 without a sound
-    virtual qint32 playPosition() const = 0;  // ms, also while paused; else -1
+    virtual double playPosition() const = 0;  // ms, to the frame; also while paused; else -1
+    virtual bool playing() const = 0;         // the position moves
     virtual bool columns(int channel, double beginMs, double endMs,
                          std::span<WaveColumn> columns) const = 0;
 
@@ -64,9 +70,10 @@ class Waveform : public QObject {
     virtual void notifyMouse(qint16 kind) = 0;
 
   Q_SIGNALS:
-    // To the display: where it is to stand, and that its picture is out of date.
+    // To the display: where it is to stand, and what of it is out of date. The change is told after
+    // it was made, and before the event that the editor raises for it.
     void displayCreated(quintptr parent, QRect place);
-    void displayChanged();
+    void displayChanged(tarnwick::engine::DisplayChange what);
 };
 
 }  // namespace tarnwick::engine

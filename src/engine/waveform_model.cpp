@@ -12,9 +12,10 @@ namespace tarnwick::engine {
 WaveformModel::WaveformModel(SoundEditor& editor, const DeliveredSound& sound,
                              const Playback& playback, std::function<void()> analyse)
     : editor_(editor), sound_(sound), playback_(playback), analyse_(std::move(analyse)) {
-    settings_.setByteAt(WaveformSettings::kShowRuler, 1);
-    settings_.setByteAt(WaveformSettings::kShowLevels, 1);
     settings_.setVerticalScale(1.0f);
+    for (const auto signal : {&SoundEditor::SoundPlaybackStarted, &SoundEditor::SoundPlaybackPaused,
+                              &SoundEditor::SoundPlaybackEnded, &SoundEditor::SoundPlaybackStopped})
+        connect(&editor, signal, this, [this] { Q_EMIT displayChanged(DisplayChange::Playback); });
 }
 
 void WaveformModel::Create(WindowHandle parent, int left, int top, int width, int height) {
@@ -34,7 +35,7 @@ void WaveformModel::SetDisplayRange(qint32 beginMs, qint32 endMs) {
 
 void WaveformModel::show(ViewRange view) {
     view_ = view;
-    Q_EMIT displayChanged();
+    Q_EMIT displayChanged(DisplayChange::Range);
     view = resolved(view_, duration());
     Q_EMIT editor_.WaveRangeChanged(view.begin, view.end);
 }
@@ -54,7 +55,7 @@ void WaveformModel::SetSelection(qint16 available, qint32 beginMs, qint32 endMs)
         if (endMs < beginMs) std::swap(beginMs, endMs);
         selection_ = {std::clamp(beginMs, 0, last), std::clamp(endMs, 0, last)};
     }
-    Q_EMIT displayChanged();
+    Q_EMIT displayChanged(DisplayChange::Selection);
     Q_EMIT editor_.WaveSelectionChanged(selected_ ? 1 : 0, selection_.begin, selection_.end);
 }
 
@@ -75,15 +76,19 @@ void WaveformModel::ZoomToSelection(qint32) {
 
 void WaveformModel::SetSettings(const WaveformSettings& settings) {
     settings_ = settings;
-    Q_EMIT displayChanged();
+    Q_EMIT displayChanged(DisplayChange::Settings);
 }
 
 int WaveformModel::channels() const {
     return sound_.timeline ? sound_.timeline->format().channels : 0;
 }
 
-qint32 WaveformModel::playPosition() const {
-    return playback_.active() ? playback_.positionMs() : -1;
+int WaveformModel::sampleRate() const {
+    return sound_.timeline ? sound_.timeline->format().rate : 0;
+}
+
+double WaveformModel::playPosition() const {
+    return playback_.active() ? playback_.exactMs() : -1.0;
 }
 
 bool WaveformModel::columns(int channel, double beginMs, double endMs,

@@ -36,8 +36,10 @@ class WaveformModel final : public Waveform {
     void SetSettings(const WaveformSettings& settings) override;
 
     int channels() const override;
+    int sampleRate() const override;
     qint32 duration() const override { return sound_.durationMs(); }
-    qint32 playPosition() const override;
+    double playPosition() const override;
+    bool playing() const override { return playback_.running(); }
     bool columns(int channel, double beginMs, double endMs,
                  std::span<WaveColumn> columns) const override;
 

@@ -11,8 +11,8 @@ namespace tarnwick::engine {
 class WaveformSettings {
   public:
     static constexpr std::size_t kSize = 100;
-    static constexpr std::size_t kShowRuler = 50;   // 1 byte: time ruler under the wave, 0 or 1
-    static constexpr std::size_t kShowLevels = 51;  // 1 byte: level scale beside the wave, 0 or 1
+    static constexpr std::size_t kHideRuler = 50;   // 1 byte: 0 shows a time ruler under the wave
+    static constexpr std::size_t kHideLevels = 51;  // 1 byte: 0 shows a level scale beside it
     static constexpr std::size_t kVerticalScale = 76;  // 4-byte float: 1.0 draws full scale
 
     unsigned char byteAt(std::size_t offset) const { return bytes_.at(offset); }

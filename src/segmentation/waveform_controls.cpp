@@ -55,8 +55,8 @@ void WaveformControls::connectZoom() {
 void WaveformControls::setUp() {
     engine::WaveformSettings settings;
     EDT_.waveform().GetSettings(settings);
-    settings.setByteAt(engine::WaveformSettings::kShowRuler, 0);
-    settings.setByteAt(engine::WaveformSettings::kShowLevels, 0);
+    settings.setByteAt(engine::WaveformSettings::kHideRuler, 0);
+    settings.setByteAt(engine::WaveformSettings::kHideLevels, 0);
     EDT_.waveform().SetSettings(settings);
     viWaveScale = 100;
     form_.slWAVFormScale->setValue(kSliderAtFullScale);

@@ -1,8 +1,14 @@
 #include "widgets/waveform_colours.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace tarnwick::widgets {
 
 namespace {
+
+constexpr double kGraphic = 3.0;  // least contrast of a graphic
+constexpr double kText = 4.5;     // of a text
 
 QColor blend(const QColor& one, const QColor& other, double shareOfOther) {
     const auto mix = [&](int a, int b) { return qRound(a + (b - a) * shareOfOther); };
@@ -10,26 +16,75 @@ QColor blend(const QColor& one, const QColor& other, double shareOfOther) {
                   mix(one.blue(), other.blue()));
 }
 
+double luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+// `colour`, moved away from the ground as far as it takes.
+QColor legible(const QColor& colour, const QColor& ground, double least) {
+    const QColor black(Qt::black), white(Qt::white);
+    const QColor& far = contrast(black, ground) > contrast(white, ground) ? black : white;
+    for (double share = 0.0; share < 1.0; share += 0.1) {
+        const QColor moved = blend(colour, far, share);
+        if (contrast(moved, ground) >= least) return moved;
+    }
+    return far;
+}
+
 }  // namespace
 
+double contrast(const QColor& one, const QColor& other) {
+    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
 WaveformColours::WaveformColours(const QPalette& palette) {
-    const QColor base = palette.color(QPalette::Base);
-    const QColor text = palette.color(QPalette::Text);
-    const QColor accent = palette.color(QPalette::Highlight);
-    const bool dark = base.lightness() < text.lightness();
+    // Those of an active window throughout: a picture does not change when another one is used.
+    const auto role = [&](QPalette::ColorRole which) {
+        return palette.color(QPalette::Active, which);
+    };
+    const QColor base = role(QPalette::Base);
+    const QColor text = role(QPalette::Text);
+    const QColor accent = role(QPalette::Highlight);
+    const bool dark = luminance(base) < luminance(text);
 
     background = base;
-    outside = blend(base, text, 0.08);
+    outside = blend(base, text, 0.10);
     frame = blend(base, text, 0.30);
-    wave = blend(accent, text, 0.25);
+    focus = legible(accent, base, kGraphic);
+    wave = legible(blend(accent, text, 0.20), base, kText);
     zeroLine = blend(base, text, 0.25);
-    ruler = blend(base, text, 0.65);
-    selection = accent;
-    selection.setAlpha(dark ? 95 : 70);
-    selectionEdge = accent;
-    cursor = text;
+    scaleGround = blend(base, text, 0.04);
+    ruler = legible(blend(base, text, 0.70), scaleGround, kText);
+    selectionEdge = legible(accent, base, kGraphic);
+    cursor = legible(text, base, kText);
     // Red stands out from any accent; a lighter one is needed on a dark ground.
-    playHead = dark ? QColor(255, 107, 107) : QColor(204, 30, 30);
+    const QColor red = dark ? QColor(255, 107, 107) : QColor(204, 30, 30);
+    playHead = legible(red, base, kGraphic);
+    clipped = playHead;
+
+    blending = dark ? QPainter::CompositionMode_Screen : QPainter::CompositionMode_Multiply;
+    for (double share = 0.45; share > 0.05; share -= 0.05) {
+        selection = blend(dark ? Qt::black : Qt::white, accent, share);
+        if (contrast(selected(wave), selected(background)) >= kGraphic) break;
+    }
+}
+
+QColor WaveformColours::selected(const QColor& colour) const {
+    // Rounded as the painter does.
+    const auto product = [](int one, int other) { return (one * other + 127) / 255; };
+    const auto blended = [&](int under, int over) {
+        return blending == QPainter::CompositionMode_Multiply
+                   ? product(under, over)
+                   : 255 - product(255 - under, 255 - over);
+    };
+    return QColor(blended(colour.red(), selection.red()),
+                  blended(colour.green(), selection.green()),
+                  blended(colour.blue(), selection.blue()));
 }
 
 }  // namespace tarnwick::widgets

@@ -1,6 +1,5 @@
 #include "widgets/waveform_view.h"
 
-#include <QApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -10,40 +9,145 @@
 #include <utility>
 
 #include "engine/sound_events.h"
-#include "widgets/waveform_colours.h"
 #include "widgets/waveform_painter.h"
+#include "widgets/waveform_scales.h"
 
 namespace tarnwick::widgets {
 
 namespace {
 
-constexpr int kPlayHeadPeriodMs = 33;
+constexpr int kFrameMs = 16;                 // 60 times a second
 constexpr double kNotch = 120.0;             // eighths of a degree in one notch of a wheel
 constexpr double kLeastTurn = kNotch / 4;    // finer turns would vanish in whole milliseconds
 constexpr double kZoomPerNotch = 1.4142136;  // two notches double
 constexpr double kScrollPerNotch = 0.1;      // of the view
-constexpr double kDragDistance = 3.0;        // pixels that make a press a drag
+constexpr double kDragScroll = 0.25;         // pixels a frame for each pixel beyond the edge
+constexpr double kMostDragScroll = 0.1;      // of the view a frame
+
+engine::WaveformSettings settingsOf(const engine::Waveform& waveform) {
+    engine::WaveformSettings settings;
+    waveform.GetSettings(settings);
+    return settings;
+}
+
+// Makes a painter that draws on a widget count in device pixels from the widget's corner, wherever
+// that lies: at an uneven density it may lie between two of them.
+void countDevicePixels(QPainter& painter) {
+    const QTransform device = painter.deviceTransform();
+    const QPoint corner = device.map(QPointF(0.0, 0.0)).toPoint();
+    painter.setWorldTransform(QTransform::fromTranslate(corner.x(), corner.y()) *
+                              device.inverted());
+}
 
 }  // namespace
 
 WaveformView::WaveformView(engine::Waveform& waveform, QWidget* parent)
-    : QWidget(parent), waveform_(waveform), playTimer_(this) {
+    : QWidget(parent), waveform_(waveform), layout_(layoutAt(1.0)), colours_(palette()) {
     setObjectName(QStringLiteral("Waveform"));
     setAccessibleName(QStringLiteral("Waveform"));
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setCursor(Qt::IBeamCursor);
-    playTimer_.setInterval(kPlayHeadPeriodMs);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    for (QTimer* timer : {&playTimer_, &dragTimer_}) {
+        timer->setTimerType(Qt::PreciseTimer);
+        timer->setInterval(kFrameMs);
+    }
     connect(&playTimer_, &QTimer::timeout, this, &WaveformView::followPlayback);
-    connect(&waveform_, &engine::Waveform::displayChanged, this, [this] {
+    connect(&dragTimer_, &QTimer::timeout, this, &WaveformView::scrollUnderDrag);
+    connect(&waveform_, &engine::Waveform::displayChanged, this, &WaveformView::follow);
+    describe();
+}
+
+void WaveformView::follow(engine::DisplayChange what) {
+    using engine::DisplayChange;
+    if (!hasSound()) gestures_.drop();
+    if (what == DisplayChange::Sound || what == DisplayChange::Settings ||
+        (what == DisplayChange::Range && shownRange(waveform_) != view_))
         dropPicture();
-        followPlayback();
-    });
+    if (what != DisplayChange::Playback && what != DisplayChange::Settings) describe();
+    followPlayback();
 }
 
 void WaveformView::dropPicture() {
     picture_ = {};
-    axis_.reset();
     update();
+}
+
+WaveformLayout WaveformView::layoutAt(qreal ratio) const {
+    return {size(), ratio, settingsOf(waveform_), font()};
+}
+
+TimeAxis WaveformView::axis() const {
+    return layoutAt(devicePixelRatioF()).logicalAxis(shownRange(waveform_));
+}
+
+void WaveformView::renderIfStale(qreal ratio) {
+    const WaveformLayout layout = layoutAt(ratio);
+    if (!picture_.isNull() && layout == layout_) return;
+    layout_ = layout;
+    colours_ = WaveformColours(palette());
+    view_ = shownRange(waveform_);
+    picture_ = renderWaveform(waveform_, layout_, colours_);
+    overlay_ = {waveform_, layout_, layout_.axis(view_)};
+}
+
+void WaveformView::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    renderIfStale(painter.deviceTransform().m11());
+    countDevicePixels(painter);
+    for (const QRect& due : event->region()) {
+        const QRect part = layout_.device(due);
+        painter.drawImage(part, picture_, part);
+    }
+    overlay_.paint(painter, layout_, colours_);
+    paintFrame(painter);
+}
+
+void WaveformView::paintFrame(QPainter& painter) const {
+    const auto border = [&](int width, const QColor& colour) {
+        const QRect whole(QPoint(0, 0), layout_.size());
+        const QRect inner = whole.adjusted(width, width, -width, -width);
+        for (const QRect& side : QRegion(whole) - inner)
+            painter.fillRect(side, colour);
+    };
+    if (hasFocus())
+        border(2 * layout_.hair(), colours_.focus);
+    else
+        border(layout_.hair(), colours_.frame);
+}
+
+void WaveformView::updateOverlay() {
+    if (picture_.isNull()) return;  // all of it is due already
+    const WaveformOverlay now(waveform_, layout_, layout_.axis(view_));
+    for (const QRect& changed : now.difference(overlay_, layout_))
+        update(layout_.logical(changed));
+    overlay_ = now;
+}
+
+void WaveformView::followPlayback() {
+    if (!waveform_.playing())
+        playTimer_.stop();
+    else if (!playTimer_.isActive())
+        playTimer_.start();
+    updateOverlay();
+}
+
+void WaveformView::describe() {
+    QString text = QStringLiteral("No sound");
+    if (hasSound()) {
+        const auto time = [](double ms) { return rulerText(static_cast<qint32>(ms), 1); };
+        const TimeRange view = shownRange(waveform_);
+        text = QStringLiteral("Shows %1 to %2, ").arg(time(view.beginMs), time(view.endMs));
+        const auto selected = hand_.stretch();
+        if (!selected)
+            text += QStringLiteral("nothing selected");
+        else if (selected->begin == selected->end)
+            text += QStringLiteral("cursor at %1").arg(time(selected->begin));
+        else
+            text +=
+                QStringLiteral("%1 to %2 selected").arg(time(selected->begin), time(selected->end));
+    }
+    if (text != accessibleDescription()) setAccessibleDescription(text);
 }
 
 void WaveformView::changeEvent(QEvent* event) {
@@ -59,111 +163,53 @@ void WaveformView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
-void WaveformView::renderIfStale() {
-    const qreal ratio = devicePixelRatioF();
-    if (!picture_.isNull() && picture_.size() == size() * ratio && axis_) return;
-    const WaveformPainter painter(waveform_, {size(), ratio, palette(), font()});
-    picture_ = QPixmap::fromImage(painter.render());
-    axis_ = painter.axis();
-    area_ = painter.area();
-    shownPlayHead_ = playHeadX();
-}
-
-TimeAxis WaveformView::axis() const {
-    return WaveformPainter(waveform_, {size(), devicePixelRatioF(), palette(), font()}).axis();
-}
-
-void WaveformView::paintEvent(QPaintEvent*) {
-    renderIfStale();
-    QPainter painter(this);
-    painter.drawPixmap(0, 0, picture_);  // only what is due: the painter is clipped to it
-    const WaveformColours colours(palette());
-    painter.setPen(colours.frame);
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    if (!hasSound()) return;
-
-    painter.setClipRect(area_);
-    paintSelection(painter);
-    if (shownPlayHead_ != kNoPlayHead)
-        painter.fillRect(shownPlayHead_, area_.top(), 1, area_.height(), colours.playHead);
-}
-
-void WaveformView::paintSelection(QPainter& painter) const {
-    qint16 available = 0;
-    qint32 begin = 0, end = 0;
-    waveform_.GetSelection(available, begin, end);
-    if (available != 1) return;
-    if (end == -1) end = waveform_.duration();
-    // Kept near the area: a far-off edge must not leave the range of a pixel coordinate.
-    const auto column = [&](double ms) {
-        const double x = std::clamp(axis_->xOf(ms), area_.left() - 10.0, area_.right() + 10.0);
-        return static_cast<int>(std::floor(x));
-    };
-    const WaveformColours colours(palette());
-    const int left = column(begin), right = column(end);
-    if (begin >= end) {
-        painter.fillRect(left, area_.top(), 1, area_.height(), colours.cursor);
-        return;
-    }
-    painter.fillRect(left, area_.top(), std::max(right - left, 1), area_.height(),
-                     colours.selection);
-    painter.fillRect(left, area_.top(), 1, area_.height(), colours.selectionEdge);
-    painter.fillRect(right, area_.top(), 1, area_.height(), colours.selectionEdge);
-}
-
-void WaveformView::followPlayback() {
-    if (waveform_.playPosition() >= 0) {
-        if (!playTimer_.isActive()) playTimer_.start();
-    } else {
-        playTimer_.stop();
-    }
-    if (!axis_) return;  // a whole repaint is due anyway
-    const int before = std::exchange(shownPlayHead_, playHeadX());
-    if (before == shownPlayHead_) return;
-    update(playHeadStrip(before));
-    update(playHeadStrip(shownPlayHead_));
-}
-
-int WaveformView::playHeadX() const {
-    const qint32 position = waveform_.playPosition();
-    if (position < 0 || !axis_) return kNoPlayHead;
-    const double x = std::floor(axis_->xOf(position));
-    return x < area_.left() || x > area_.right() ? kNoPlayHead : static_cast<int>(x);
-}
-
-QRect WaveformView::playHeadStrip(int x) const {
-    return x == kNoPlayHead ? QRect() : QRect(x - 1, area_.top(), 3, area_.height());
-}
-
 void WaveformView::mousePressEvent(QMouseEvent* event) {
     if (!hasSound()) return;
-    if (event->button() == Qt::RightButton) waveform_.notifyMouse(engine::kMouseClearsSelection);
-    if (event->button() != Qt::LeftButton) return;
-    pressedAt_ = event->position();
-    anchorMs_ = axis().positionAt(event->position().x(), waveform_.duration());
-    dragging_ = false;
+    if (event->button() == Qt::RightButton) {
+        gestures_.drop();
+        waveform_.notifyMouse(engine::kMouseClearsSelection);
+    }
+    if (event->button() == Qt::LeftButton)
+        gestures_.press(event->position().x(), axis(),
+                        event->modifiers().testFlag(Qt::ShiftModifier));
 }
 
 void WaveformView::mouseMoveEvent(QMouseEvent* event) {
-    if (!pressedAt_ || !hasSound()) return;
-    const double moved = std::abs(event->position().x() - pressedAt_->x());
-    if (!dragging_ && moved < kDragDistance) return;
-    dragging_ = true;
-    selectTo(event->position().x());
+    // The release may have gone elsewhere, to a box that came up meanwhile.
+    if (!event->buttons().testFlag(Qt::LeftButton)) gestures_.drop();
+    if (!gestures_.underway()) return showPointer(event->position().x());
+    gestures_.move(event->position().x(), axis());
+    watchDrag();
 }
 
 void WaveformView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !std::exchange(pressedAt_, std::nullopt)) return;
-    if (!hasSound()) return;
-    if (dragging_)
-        selectTo(event->position().x());
-    else
-        waveform_.SetSelection(1, anchorMs_, anchorMs_);
+    if (event->button() != Qt::LeftButton || !gestures_.underway()) return;
+    gestures_.release(event->position().x(), axis());
+    showPointer(event->position().x());
 }
 
-void WaveformView::selectTo(double x) {
-    const qint32 ms = axis().positionAt(x, waveform_.duration());
-    waveform_.SetSelection(1, std::min(anchorMs_, ms), std::max(anchorMs_, ms));
+void WaveformView::showPointer(double x) {
+    Qt::CursorShape shape = Qt::ArrowCursor;
+    if (hasSound()) shape = gestures_.holdsAt(x, axis()) ? Qt::SizeHorCursor : Qt::IBeamCursor;
+    if (cursor().shape() != shape) setCursor(shape);
+}
+
+void WaveformView::watchDrag() {
+    if (gestures_.beyond(axis()) == 0.0)
+        dragTimer_.stop();
+    else if (!dragTimer_.isActive())
+        dragTimer_.start();
+}
+
+void WaveformView::scrollUnderDrag() {
+    const TimeAxis now = axis();
+    const double most = kMostDragScroll * now.view().width();
+    scrollDebt_ += std::clamp(gestures_.beyond(now) * kDragScroll * now.msPerPixel(), -most, most);
+    const double whole = std::trunc(scrollDebt_);
+    scrollDebt_ -= whole;
+    if (whole != 0.0) navigation_.scroll(whole);
+    gestures_.follow(axis());
+    watchDrag();
 }
 
 void WaveformView::wheelEvent(QWheelEvent* event) {
@@ -174,31 +220,19 @@ void WaveformView::wheelEvent(QWheelEvent* event) {
     if (event->modifiers().testFlag(Qt::ShiftModifier) && turn.x() == 0.0) turn = turn.transposed();
     wheel_ += turn;
     if (std::abs(wheel_.y()) >= kLeastTurn)
-        zoomBy(std::exchange(wheel_.ry(), 0.0) / kNotch, event->position().x());
-    if (std::abs(wheel_.x()) >= kLeastTurn) scrollBy(std::exchange(wheel_.rx(), 0.0) / kNotch);
+        navigation_.zoom(std::pow(kZoomPerNotch, -std::exchange(wheel_.ry(), 0.0) / kNotch),
+                         axis().msOf(event->position().x()));
+    if (std::abs(wheel_.x()) >= kLeastTurn)
+        navigation_.scrollByViews(-kScrollPerNotch * std::exchange(wheel_.rx(), 0.0) / kNotch);
 }
 
-void WaveformView::zoomBy(double notches, double x) {
-    qint32 begin = 0, end = -1;
-    waveform_.GetDisplayRange(begin, end);
-    const double fixed = axis().msOf(x);
-    showRange(zoomed(visibleRange(begin, end, waveform_.duration()),
-                     std::pow(kZoomPerNotch, -notches), fixed, waveform_.duration()));
-}
-
-void WaveformView::scrollBy(double notches) {
-    qint32 begin = 0, end = -1;
-    waveform_.GetDisplayRange(begin, end);
-    const TimeRange view = visibleRange(begin, end, waveform_.duration());
-    showRange(scrolled(view, -notches * kScrollPerNotch * view.width(), waveform_.duration()));
-}
-
-void WaveformView::showRange(TimeRange range) {
-    const auto begin = static_cast<qint32>(std::nearbyint(range.beginMs));
-    // From the width, so that scrolling never widens the view.
-    const auto end = begin + static_cast<qint32>(std::nearbyint(range.width()));
-    const bool whole = begin == 0 && end == waveform_.duration();
-    waveform_.SetDisplayRange(begin, whole ? -1 : end);
+void WaveformView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) gestures_.drop();
+    if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
+        if (!event->isAutoRepeat()) Q_EMIT playPauseAsked();
+    } else if (!keys_.press(*event, axis().msPerPixel())) {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 }  // namespace tarnwick::widgets

@@ -1,18 +1,23 @@
 #pragma once
 
-#include <QPixmap>
+#include <QImage>
 #include <QTimer>
 #include <QWidget>
-#include <optional>
 
 #include "engine/waveform.h"
-#include "widgets/waveform_geometry.h"
+#include "widgets/selection_hand.h"
+#include "widgets/waveform_gestures.h"
+#include "widgets/waveform_keys.h"
+#include "widgets/waveform_layout.h"
+#include "widgets/waveform_navigation.h"
+#include "widgets/waveform_overlay.h"
 
 namespace tarnwick::widgets {
 
-// The picture of a sound: paints what an engine::Waveform shows and turns the mouse into calls on
-// it. A click sets the cursor, a drag selects, the right button asks for the selection to be
-// cleared, the wheel zooms at the pointer, Shift and wheel (or a sideways wheel) scroll. Holds no
+// The picture of a sound: paints what an engine::Waveform shows and turns mouse and keys into calls
+// on it. What the left button does stands with WaveformGestures, the keys with WaveformKeys; the
+// right button asks for the selection to be cleared, the wheel zooms at the pointer, Shift and
+// wheel (or a sideways wheel) scroll, and a selection dragged beyond an edge scrolls on. Holds no
 // state of the sound itself. UI thread.
 class WaveformView : public QWidget {
     Q_OBJECT
@@ -21,9 +26,12 @@ class WaveformView : public QWidget {
     // `waveform` outlives the view.
     explicit WaveformView(engine::Waveform& waveform, QWidget* parent = nullptr);
 
-    // Looks at the play position now and, while there is one, 30 times a second. The view does this
-    // by itself when the waveform's display changes; call it when playback starts without that.
+    // Takes the play head to where the sound is heard now. The view does this by itself, once a
+    // frame while the sound plays.
     void followPlayback();
+
+  Q_SIGNALS:
+    void playPauseAsked();  // the space key
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -32,32 +40,38 @@ class WaveformView : public QWidget {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    void follow(engine::DisplayChange what);
     void dropPicture();
-    void renderIfStale();
-    void paintSelection(QPainter& painter) const;
-    void selectTo(double x);
-    void zoomBy(double notches, double x);
-    void scrollBy(double notches);
-    void showRange(TimeRange range);
-    TimeAxis axis() const;
+    void renderIfStale(qreal ratio);
+    void updateOverlay();
+    void paintFrame(QPainter& painter) const;
+    void scrollUnderDrag();
+    void watchDrag();
+    void showPointer(double x);
+    void describe();
+    WaveformLayout layoutAt(qreal ratio) const;
+    TimeAxis axis() const;  // logical pixels, as things stand now
     bool hasSound() const { return waveform_.channels() > 0; }
-    int playHeadX() const;  // kNoPlayHead when nothing plays
-    QRect playHeadStrip(int x) const;
-
-    static constexpr int kNoPlayHead = -1000000;
 
     engine::Waveform& waveform_;
-    QPixmap picture_;  // null when stale
-    std::optional<TimeAxis> axis_;
-    QRect area_;
-    QTimer playTimer_;
-    int shownPlayHead_ = kNoPlayHead;  // moved by the timer only, so that no strip is left behind
-    std::optional<QPointF> pressedAt_;
-    qint32 anchorMs_ = 0;
-    bool dragging_ = false;
-    QPointF wheel_;  // turns that did not yet make a step, in eighths of a degree
+    SelectionHand hand_{waveform_};
+    WaveformNavigation navigation_{waveform_};
+    WaveformGestures gestures_{waveform_, hand_};
+    WaveformKeys keys_{waveform_, hand_, navigation_};
+    QTimer playTimer_{this};
+    QTimer dragTimer_{this};
+    QPointF wheel_;            // turns that did not yet make a step, in eighths of a degree
+    double scrollDebt_ = 0.0;  // ms that a drag did not yet scroll
+
+    // The picture, null when stale, and what it was made for.
+    QImage picture_;
+    WaveformLayout layout_;
+    WaveformColours colours_;
+    TimeRange view_;
+    WaveformOverlay overlay_;  // as painted, or due to be
 };
 
 }  // namespace tarnwick::widgets

@@ -40,8 +40,10 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
             editor.settings = settings;
         }
         int channels() const override { return 0; }
+        int sampleRate() const override { return 0; }
         qint32 duration() const override { return 0; }
-        qint32 playPosition() const override { return -1; }
+        double playPosition() const override { return -1.0; }
+        bool playing() const override { return false; }
         bool columns(int, double, double, std::span<engine::WaveColumn>) const override {
             return false;
         }

@@ -7,21 +7,26 @@
 namespace tarnwick::widgets {
 
 // A waveform whose picture is told by a test: a constant swing in the first half of the sound,
-// silence in the second. Records what the view asks for.
+// silence in the second, or its samples one by one. Records what the view asks for.
 class ScriptedWaveform : public engine::Waveform {
   public:
     int channelCount = 1;
+    int rate = 8000;
     qint32 durationMs = 10000;
-    qint32 playMs = -1;
+    double playMs = -1;
+    bool isPlaying = false;
     float swing = 0.5f;
+    std::vector<float> samples;
     qint32 rangeBegin = 0, rangeEnd = -1;
     qint16 selected = 0;
     qint32 selectionBegin = 0, selectionEnd = 0;
     engine::WaveformSettings settings;
     std::vector<qint16> notifications;
+    int zooms = 0;
     mutable int renderings = 0;
 
     ScriptedWaveform() { settings.setVerticalScale(1.0f); }
+    void tell(engine::DisplayChange what) { Q_EMIT displayChanged(what); }
 
     void Create(engine::WindowHandle parent, int left, int top, int width, int height) override {
         Q_EMIT displayCreated(parent, QRect(left, top, width, height));
@@ -34,7 +39,7 @@ class ScriptedWaveform : public engine::Waveform {
     void SetDisplayRange(qint32 beginMs, qint32 endMs) override {
         rangeBegin = beginMs;
         rangeEnd = endMs;
-        Q_EMIT displayChanged();
+        tell(engine::DisplayChange::Range);
     }
     void GetSelection(qint16& available, qint32& beginMs, qint32& endMs) const override {
         available = selected;
@@ -45,23 +50,34 @@ class ScriptedWaveform : public engine::Waveform {
         selected = available;
         selectionBegin = beginMs;
         selectionEnd = endMs;
-        Q_EMIT displayChanged();
+        tell(engine::DisplayChange::Selection);
     }
-    void ZoomIn() override {}
-    void ZoomOut() override {}
+    void ZoomIn() override { ++zooms; }
+    void ZoomOut() override { --zooms; }
     void ZoomFull() override {}
     void ZoomToSelection(qint32) override {}
     void GetSettings(engine::WaveformSettings& out) const override { out = settings; }
-    void SetSettings(const engine::WaveformSettings& in) override { settings = in; }
+    void SetSettings(const engine::WaveformSettings& in) override {
+        settings = in;
+        tell(engine::DisplayChange::Settings);
+    }
     int channels() const override { return channelCount; }
+    int sampleRate() const override { return rate; }
     qint32 duration() const override { return channelCount ? durationMs : 0; }
-    qint32 playPosition() const override { return playMs; }
+    double playPosition() const override { return playMs; }
+    bool playing() const override { return isPlaying; }
     bool columns(int channel, double beginMs, double endMs,
                  std::span<engine::WaveColumn> columns) const override {
         if (channel == 0) ++renderings;
         const double step = (endMs - beginMs) / double(columns.size());
-        for (std::size_t i = 0; i < columns.size(); ++i)
-            if (beginMs + double(i) * step < durationMs / 2.0) columns[i] = {-swing, swing};
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            const double at = beginMs + double(i) * step;
+            const auto frame = static_cast<std::size_t>(at * rate / 1000.0);
+            if (frame < samples.size())
+                columns[i] = {samples[frame], samples[frame]};
+            else if (samples.empty() && at < durationMs / 2.0)
+                columns[i] = {-swing, swing};
+        }
         return true;
     }
     void notifyMouse(qint16 kind) override { notifications.push_back(kind); }

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "widgets/waveform_painter.h"
+#include <QImage>
+#include <QPalette>
+
+#include "widgets/waveform_colours.h"
+#include "widgets/waveform_scales.h"
 
 namespace tarnwick::widgets {
 namespace {
@@ -18,6 +22,7 @@ TEST(WaveformGeometry, ZoomKeepsTheTimeUnderThePointerInsideTheSound) {
         {{0, 1000}, 4.0, 900, 10000, 0, 4000},           // would begin before the sound
         {{9000, 10000}, 2.0, 9100, 10000, 8000, 10000},  // would end behind it
         {{0, 8000}, 2.0, 4000, 10000, 0, 10000},
+        {{1000, 5999}, 2.0, 0, 10000, 0, 10000},  // a rounded step short of the whole
         {{100, 112}, 0.5, 106, 10000, 101, 111},  // not under the least view
         {{0, 4}, 0.5, 2, 4, 0, 4}                 // a sound shorter than that
     };
@@ -34,6 +39,9 @@ TEST(WaveformGeometry, ScrollStopsAtTheEndsButLeavesAViewThatIsAlreadyPastTheEnd
     EXPECT_DOUBLE_EQ(scrolled({8500, 9500}, 3000, 10000).beginMs, 9000);
     EXPECT_DOUBLE_EQ(scrolled({9800, 10800}, 300, 10000).beginMs, 9800);
     EXPECT_DOUBLE_EQ(scrolled({9800, 10800}, -300, 10000).endMs, 10500);
+    EXPECT_DOUBLE_EQ(showing({1000, 2000}, 900, 10000).beginMs, 800);
+    EXPECT_DOUBLE_EQ(showing({1000, 2000}, 2300, 10000).endMs, 2400);
+    EXPECT_DOUBLE_EQ(showing({1000, 2000}, 2000, 10000).endMs, 2000);
 }
 
 TEST(WaveformGeometry, PositionsStayInsideTheSound) {
@@ -48,13 +56,15 @@ TEST(WaveformGeometry, PositionsStayInsideTheSound) {
 TEST(WaveformGeometry, RulerStepsAreRoundTimesWideEnoughToRead) {
     const struct {
         double msPerPixel;
-        qint32 step, at;
+        qint32 step, minor, at;
         const char* text;
-    } cases[] = {{0.01, 1, 61007, "1:01.007"},         {1.0, 100, 1900, "0:01.900"},
-                 {9.0, 1000, 65000, "1:05"},           {130.0, 15000, 3605000, "1:00:05"},
-                 {5000.0, 600000, 7800000, "2:10:00"}, {1e9, 86400000, 0, "0:00"}};
+    } cases[] = {{0.01, 1, 1, 61007, "1:01.007"},     {1.0, 100, 10, 1900, "0:01.900"},
+                 {9.0, 1000, 100, 65000, "1:05"},     {130.0, 15000, 1000, 3605000, "1:00:05"},
+                 {300.0, 30000, 5000, 0, "0:00"},     {5000.0, 600000, 60000, 7800000, "2:10:00"},
+                 {1e9, 86400000, 86400000, 0, "0:00"}};
     for (const auto& c : cases) {
         EXPECT_EQ(rulerStepMs(c.msPerPixel, 80), c.step) << c.msPerPixel;
+        EXPECT_EQ(rulerMinorStepMs(c.step, c.msPerPixel, 7), c.minor) << c.msPerPixel;
         EXPECT_EQ(rulerText(c.at, c.step).toStdString(), c.text);
     }
 }
@@ -65,11 +75,43 @@ TEST(WaveformGeometry, BandsFillTheHeightAndClipWhatIsScaledPastThem) {
     EXPECT_EQ(upper.bottom() + 1, lower.top());
     EXPECT_EQ(lower.bottom(), 110);
     const ChannelBand band(0, 1, 0, 101);
-    EXPECT_EQ(band.rowOf(0.0f, 1.0f), band.zeroRow());
     EXPECT_EQ(band.rowOf(0.5f, 1.0f), 25);
     EXPECT_EQ(band.rowOf(-0.25f, 2.0f), 75);
     EXPECT_EQ(band.rowOf(0.5f, 5.0f), 0);
     EXPECT_EQ(band.rowOf(-1.0f, 5.0f), 100);
+}
+
+TEST(WaveformColoursTest, StandOutWhateverThePalette) {
+    const struct {
+        QColor base, text, accent;
+    } palettes[] = {{Qt::white, Qt::black, QColor(48, 140, 198)},
+                    {QColor(25, 25, 25), Qt::white, QColor(42, 130, 218)},
+                    {Qt::black, Qt::yellow, Qt::green},
+                    {Qt::white, Qt::black, QColor(255, 250, 160)},  // an accent that nobody sees
+                    {QColor(40, 40, 40), QColor(220, 220, 220), QColor(45, 45, 60)},
+                    {QColor(128, 128, 128), Qt::black, Qt::gray}};
+    for (const auto& p : palettes) {
+        QPalette palette;
+        palette.setColor(QPalette::Base, p.base);
+        palette.setColor(QPalette::Text, p.text);
+        palette.setColor(QPalette::Highlight, p.accent);
+        const WaveformColours colours(palette);
+        const std::string name = p.base.name().toStdString() + p.accent.name().toStdString();
+        for (const QColor& colour :
+             {colours.wave, colours.clipped, colours.selectionEdge, colours.cursor, colours.focus})
+            EXPECT_GE(contrast(colour, colours.background), 3.0) << name;
+        EXPECT_GE(contrast(colours.ruler, colours.scaleGround), 4.5) << name;
+        EXPECT_GE(contrast(colours.selected(colours.wave), colours.selected(colours.background)),
+                  3.0)
+            << name;
+        // As the painter blends it.
+        QImage pixel(1, 1, QImage::Format_RGB32);
+        pixel.fill(colours.wave);
+        QPainter painter(&pixel);
+        painter.setCompositionMode(colours.blending);
+        painter.fillRect(0, 0, 1, 1, colours.selection);
+        EXPECT_NEAR(pixel.pixelColor(0, 0).green(), colours.selected(colours.wave).green(), 1);
+    }
 }
 
 }  // namespace

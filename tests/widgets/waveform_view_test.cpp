@@ -1,75 +1,30 @@
-#include "widgets/waveform_view.h"
-
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-#include <QImage>
-#include <QMouseEvent>
-#include <QWheelEvent>
-
-#include "widgets/scripted_waveform.h"
-#include "widgets/waveform_colours.h"
+#include "waveform_desk.h"
 
 namespace tarnwick::widgets {
 namespace {
 
-// A view of ten seconds on 1000 x 201 pixels: 10 ms are a pixel.
-class WaveformViewTest : public testing::Test {
+using engine::DisplayChange;
+
+// How much of a shown view is painted anew.
+class PaintedArea : public QObject {
+  public:
+    explicit PaintedArea(QWidget& view) { view.installEventFilter(this); }
+    QRect take() {
+        QCoreApplication::processEvents();
+        return std::exchange(area_, {}).boundingRect();
+    }
+
   protected:
-    ScriptedWaveform waveform;
-    WaveformView view{waveform};
-
-    void SetUp() override { view.resize(1000, 201); }
-
-    QImage picture() { return view.grab().toImage().convertToFormat(QImage::Format_RGB32); }
-    QColor at(int x, int y) { return picture().pixelColor(x, y); }
-    WaveformColours colours() const { return WaveformColours(view.palette()); }
-
-    void mouse(QEvent::Type type, Qt::MouseButton button, double x) {
-        QMouseEvent event(type, QPointF(x, 50), QPointF(x, 50), button, button, Qt::NoModifier);
-        QCoreApplication::sendEvent(&view, &event);
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) area_ += static_cast<QPaintEvent*>(event)->region();
+        return false;
     }
-    void wheel(int turn, double x, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QWheelEvent event(QPointF(x, 50), QPointF(x, 50), QPoint(), QPoint(0, turn), Qt::NoButton,
-                          modifiers, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&view, &event);
-    }
-    void press(Qt::MouseButton button, double x) { mouse(QEvent::MouseButtonPress, button, x); }
-    void move(double x) { mouse(QEvent::MouseMove, Qt::LeftButton, x); }
-    void release(double x) { mouse(QEvent::MouseButtonRelease, Qt::LeftButton, x); }
-    using Numbers = std::vector<qint32>;
-    Numbers selection() const {
-        return {waveform.selected, waveform.selectionBegin, waveform.selectionEnd};
-    }
-    Numbers range() const { return {waveform.rangeBegin, waveform.rangeEnd}; }
+
+  private:
+    QRegion area_;
 };
 
-TEST_F(WaveformViewTest, ClickSetsTheCursorAndDragSelectsInEitherDirection) {
-    press(Qt::LeftButton, 300);
-    move(301);  // a hand is not that steady
-    release(301);
-    EXPECT_EQ(selection(), (Numbers{1, 3000, 3000}));
-
-    press(Qt::LeftButton, 400);
-    move(150);
-    EXPECT_EQ(selection(), (Numbers{1, 1500, 4000}));
-    release(2000);
-    EXPECT_EQ(selection(), (Numbers{1, 4000, 10000}));
-
-    press(Qt::RightButton, 100);
-    EXPECT_EQ(waveform.notifications, std::vector<qint16>{3});
-    EXPECT_EQ(selection(), (Numbers{1, 4000, 10000})) << "clearing is the owner's decision";
-}
-
-TEST_F(WaveformViewTest, WheelZoomsAtThePointerAndScrollsWithShift) {
-    wheel(240, 500);
-    EXPECT_EQ(range(), (Numbers{2500, 7500}));
-    wheel(-120, 0, Qt::ShiftModifier);
-    EXPECT_EQ(range(), (Numbers{3000, 8000}));
-    for (int i = 0; i < 16; ++i)
-        wheel(-15, 500);  // a fine wheel adds up
-    EXPECT_EQ(range(), (Numbers{0, -1}));
-}
+using WaveformViewTest = WaveformDesk;
 
 TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
     EXPECT_EQ(at(100, 60), colours().wave);
@@ -82,61 +37,139 @@ TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
     EXPECT_EQ(at(100, 100), colours().frame) << "between the channels";
     EXPECT_EQ(at(900, 60), colours().outside);
     waveform.settings.setVerticalScale(2.0f);
-    waveform.SetDisplayRange(0, -1);
+    waveform.SetSettings(waveform.settings);
     EXPECT_EQ(at(100, 5), colours().wave);
-}
-
-TEST_F(WaveformViewTest, RulerAndLevelsStandOutsideTheWave) {
-    waveform.settings.setByteAt(engine::WaveformSettings::kShowRuler, 1);
-    waveform.settings.setByteAt(engine::WaveformSettings::kShowLevels, 1);
+    EXPECT_NE(at(100, 0), colours().clipped) << "drawn past the edge, but not at full scale";
     waveform.swing = 1.0f;
-    waveform.SetDisplayRange(0, -1);
-    EXPECT_EQ(at(10, 20), colours().background);
-    EXPECT_EQ(at(200, 195), colours().background);
-    EXPECT_EQ(at(200, 30), colours().wave);
-    press(Qt::LeftButton, 36);
-    release(36);
-    EXPECT_EQ(waveform.selectionBegin, 0);
-}
-
-TEST_F(WaveformViewTest, WithoutASoundNothingIsPaintedAndNoGestureDoesAnything) {
+    waveform.tell(DisplayChange::Sound);  // an edit that leaves the duration as it is
+    EXPECT_EQ(at(100, 0), colours().clipped);
     waveform.channelCount = 0;
-    const QImage image = picture();
-    for (int x = 1; x < 999; x += 7)
-        EXPECT_EQ(image.pixelColor(x, 100), colours().outside) << x;
-    press(Qt::LeftButton, 300);
-    release(300);
-    press(Qt::RightButton, 300);
-    wheel(120, 300);
-    EXPECT_EQ(selection(), (Numbers{0, 0, 0}));
-    EXPECT_TRUE(waveform.notifications.empty());
-    EXPECT_EQ(waveform.rangeEnd, -1);
+    waveform.tell(DisplayChange::Sound);
+    EXPECT_EQ(at(100, 60), colours().outside);
 }
 
-TEST_F(WaveformViewTest, SelectionCursorAndPlayHeadAreDrawnOverTheKeptPicture) {
-    waveform.SetSelection(1, 6000, 8000);
-    EXPECT_EQ(at(600, 50), colours().selectionEdge);
-    EXPECT_NE(at(700, 50), colours().background);
-    waveform.SetSelection(1, 9000, -1);
-    EXPECT_NE(at(950, 50), colours().background);
-    waveform.SetSelection(1, 6000, 6000);
-    EXPECT_EQ(at(600, 50), colours().cursor);
+TEST_F(WaveformViewTest, IsExactToTheDevicePixelAtAnyDensity) {
+    waveform.SetSelection(1, 2500, 7500);
+    for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        const QImage image = picture(ratio);
+        const int frame = kFrame * std::max(1, int(ratio));
+        const int width = image.width() - 2 * frame, row = image.height() * 3 / 10;
+        const int left = frame + width / 4, right = frame + width * 3 / 4;
+        EXPECT_EQ(image.pixelColor(left, row), colours().selectionEdge) << ratio;
+        EXPECT_EQ(image.pixelColor(left - 1, row), colours().wave) << ratio;
+        EXPECT_EQ(image.pixelColor(right, row), colours().selectionEdge) << ratio;
+        EXPECT_EQ(image.pixelColor(right - 1, row), colours().selected(colours().background));
+        // Half of the columns are sound, and nothing is smeared between two.
+        const int sound = frame + width / 2;
+        EXPECT_EQ(image.pixelColor(sound - 1, row), colours().selected(colours().wave)) << ratio;
+        EXPECT_EQ(image.pixelColor(sound + 1, row), colours().selected(colours().background));
+    }
+}
 
-    waveform.renderings = 0;
-    auto* timer = view.findChild<QTimer*>();
+TEST_F(WaveformViewTest, SamplesThatLieApartAreJoinedByALineWithDots) {
+    waveform.samples = {0.0f, 0.0f, 0.5f, -0.5f, 1.0f, 0.0f};
+    waveform.SetDisplayRange(0, 10);  // 12.5 pixels from sample to sample
+    for (const int ratio : {1, 2}) {
+        const QImage image = picture(ratio);
+        const auto pixel = [&](double sample, double level) {
+            const double x = kFrame + sample * 12.5, y = kFrame + 100.5 - 100 * level;
+            return image.pixelColor(int(x * ratio), int(y * ratio));
+        };
+        EXPECT_EQ(pixel(2, 0.5), colours().wave) << "a dot";
+        EXPECT_EQ(pixel(2.5, 0.5), colours().background);
+        EXPECT_GT(contrast(pixel(2.5, 0.0), colours().background), 2.0) << "the line between two";
+        EXPECT_EQ(pixel(4, 1.0), colours().clipped);
+    }
+}
+
+TEST_F(WaveformViewTest, ScalesStandOutsideTheWaveAndAreShownUnlessHidden) {
+    waveform.swing = 1.0f;
+    waveform.settings = {};
+    waveform.settings.setVerticalScale(1.0f);
+    waveform.SetSettings(waveform.settings);
+    for (const double ratio : {1.0, 2.0}) {
+        const QImage image = picture(ratio);
+        const auto marks = [&](const QRect& logical) {
+            int found = 0;
+            for (int y = int(logical.top() * ratio); y <= logical.bottom() * ratio; ++y)
+                for (int x = int(logical.left() * ratio); x <= logical.right() * ratio; ++x)
+                    found += image.pixelColor(x, y) == colours().wave;
+            return found;
+        };
+        EXPECT_EQ(marks({2, 2, 20, 201}), 0);
+        EXPECT_EQ(marks({2, 195, 1000, 8}), 0);
+        EXPECT_GT(marks({60, 20, 20, 20}), 0);
+        EXPECT_EQ(image.pixelColor(int(8 * ratio), int(198 * ratio)), colours().background);
+        EXPECT_EQ(image.pixelColor(int(998 * ratio), int(190 * ratio)), colours().scaleGround)
+            << "no text that is cut off";
+    }
+    press(0);
+    release(0);
+    EXPECT_EQ(waveform.selectionBegin, 0) << "left of the wave";
+}
+
+TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
+    view.show();
+    PaintedArea painted(view);
+    painted.take();
+    waveform.SetSelection(1, 2000, 6000);
+    EXPECT_LE(painted.take().width(), 402);
+    const int renderings = waveform.renderings;
+    const struct {
+        const char* what;
+        std::function<void()> change;
+        int left, width;
+    } cases[] = {
+        {"the right edge", [&] { waveform.SetSelection(1, 2000, 6500); }, 600, 51},
+        {"the left edge", [&] { waveform.SetSelection(1, 1900, 6500); }, 190, 11},
+        {"to a cursor", [&] { waveform.SetSelection(1, 3000, 3000); }, 190, 461},
+        {"the cursor gone", [&] { waveform.SetSelection(0, 0, 0); }, 300, 1},
+        {"nothing new", [&] { waveform.SetDisplayRange(0, -1); }, -kFrame, 0},
+        {"play head comes", [&] { waveform.playMs = 7000, view.followPlayback(); }, 700, 1},
+        {"play head moves on", [&] { waveform.playMs = 7021.5, view.followPlayback(); }, 700, 3},
+        {"play head stands", [&] { waveform.playMs = 7021.9, view.followPlayback(); }, -kFrame, 0},
+        {"play head goes", [&] { waveform.playMs = -1, view.followPlayback(); }, 702, 1}};
+    for (const auto& c : cases) {
+        c.change();
+        const QRect area = painted.take();
+        EXPECT_EQ(area.left(), c.width ? c.left + kFrame : 0) << c.what;
+        EXPECT_EQ(area.width(), c.width) << c.what;
+    }
+    EXPECT_EQ(waveform.renderings, renderings) << "the wave itself was not drawn again";
+    waveform.SetDisplayRange(0, 5000);
+    EXPECT_EQ(painted.take(), view.rect());
+    EXPECT_GT(waveform.renderings, renderings);
+}
+
+TEST_F(WaveformViewTest, PlayHeadMovesByATimerOnlyWhileTheSoundPlays) {
+    picture();
+    const auto ticking = [&] {
+        return std::ranges::any_of(view.findChildren<QTimer*>(), &QTimer::isActive);
+    };
     waveform.playMs = 7000;
-    view.followPlayback();
-    EXPECT_TRUE(timer->isActive());
+    waveform.isPlaying = true;
+    waveform.tell(DisplayChange::Playback);
+    EXPECT_TRUE(ticking());
     EXPECT_EQ(at(700, 50), colours().playHead);
-    waveform.playMs = 7500;
-    view.followPlayback();
-    EXPECT_EQ(at(750, 50), colours().playHead);
-    EXPECT_EQ(at(700, 50), colours().background);
+    waveform.isPlaying = false;
+    waveform.tell(DisplayChange::Playback);
+    EXPECT_FALSE(ticking()) << "paused";
+    EXPECT_EQ(at(700, 50), colours().playHead);
     waveform.playMs = -1;
-    view.followPlayback();
-    EXPECT_FALSE(timer->isActive());
-    EXPECT_EQ(at(750, 50), colours().background);
-    EXPECT_EQ(waveform.renderings, 0) << "a moving play head must not draw the wave anew";
+    waveform.tell(DisplayChange::Playback);
+    EXPECT_EQ(at(700, 50), colours().background);
+    waveform.SetSelection(1, 9000, -1);
+    EXPECT_EQ(at(999, 50), colours().selectionEdge) << "the end of the sound is seen";
+}
+
+TEST_F(WaveformViewTest, FollowsThePalette) {
+    at(0, 0);
+    QPalette dark;
+    dark.setColor(QPalette::Base, QColor(25, 25, 25));
+    dark.setColor(QPalette::Text, Qt::white);
+    view.setPalette(dark);
+    EXPECT_EQ(at(700, 60), QColor(25, 25, 25));
+    EXPECT_EQ(at(100, 60), WaveformColours(dark).wave);
 }
 
 }  // namespace

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QRect>
+
+#include "engine/waveform.h"
+#include "widgets/waveform_colours.h"
+#include "widgets/waveform_layout.h"
+
+class QPainter;
+
+namespace tarnwick::widgets {
+
+// Draws the wave of one channel: a column from the lowest to the highest sample for each column of
+// the screen, or, where the samples lie apart, a line from sample to sample, with a dot on each
+// where there is room. Samples at full scale are marked. UI thread.
+class WaveformTrace {
+  public:
+    // The painter draws in device pixels. All references outlive this object.
+    WaveformTrace(QPainter& painter, const engine::Waveform& waveform, const WaveformLayout& layout,
+                  const WaveformColours& colours, float verticalScale);
+
+    // Draws what is seen of `view` into the layout's wave.
+    void draw(int channel, const TimeRange& view);
+
+  private:
+    void drawColumns(int channel, const TimeRange& view, const ChannelBand& band);
+    void drawLine(int channel, const TimeRange& view, const ChannelBand& band);
+
+    QPainter& painter_;
+    const engine::Waveform& waveform_;
+    const WaveformLayout& layout_;
+    const WaveformColours& colours_;
+    float scale_;
+};
+
+}  // namespace tarnwick::widgets

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include "widgets/scripted_waveform.h"
+#include "widgets/waveform_view.h"
+
+namespace tarnwick::widgets {
+
+// A view of ten seconds without scales, whose wave is 1000 x 201 pixels inside a frame of 2: 10 ms
+// are a pixel. Places are told from the corner of the wave.
+class WaveformDesk : public testing::Test {
+  protected:
+    static constexpr int kFrame = 2;
+    using Numbers = std::vector<qint32>;
+
+    ScriptedWaveform waveform;
+    WaveformView view{waveform};
+
+    void SetUp() override {
+        view.resize(1000 + 2 * kFrame, 201 + 2 * kFrame);
+        waveform.settings.setByteAt(engine::WaveformSettings::kHideRuler, 1);
+        waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 1);
+    }
+
+    QImage picture(double ratio = 1.0) {
+        QImage image(view.size() * ratio, QImage::Format_RGB32);
+        image.setDevicePixelRatio(ratio);
+        view.render(&image);
+        return image;
+    }
+    QColor at(int x, int y) { return picture().pixelColor(x + kFrame, y + kFrame); }
+    WaveformColours colours() const { return WaveformColours(view.palette()); }
+
+    void mouse(QEvent::Type type, Qt::MouseButton button, double x,
+               Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QPointF place(x + kFrame, 50);
+        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : button;
+        QMouseEvent event(type, place, place, button, held, modifiers);
+        QCoreApplication::sendEvent(&view, &event);
+    }
+    void press(double x, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        mouse(QEvent::MouseButtonPress, Qt::LeftButton, x, modifiers);
+    }
+    void move(double x) { mouse(QEvent::MouseMove, Qt::LeftButton, x); }
+    void release(double x) { mouse(QEvent::MouseButtonRelease, Qt::LeftButton, x); }
+    void wheel(int turn, double x, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QPointF place(x + kFrame, 50);
+        QWheelEvent event(place, place, QPoint(), QPoint(0, turn), Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&view, &event);
+    }
+    bool key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QCoreApplication::sendEvent(&view, &event);
+        return event.isAccepted();
+    }
+    Numbers selection() const {
+        return {waveform.selected, waveform.selectionBegin, waveform.selectionEnd};
+    }
+    Numbers range() const { return {waveform.rangeBegin, waveform.rangeEnd}; }
+};
+
+}  // namespace tarnwick::widgets
