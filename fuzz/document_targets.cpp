@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <stdexcept>
 
 #include "documents/compound_file.h"
 #include "documents/office_converter.h"
 #include "documents/package_maker.h"
+#include "documents/word_document.h"
 #include "documents/workbook.h"
 #include "runtime/fault.h"
 #include "targets.h"
@@ -28,6 +30,23 @@ void readWorkbook(const QByteArray& bytes) {
                     workbook.sheet(sheet).text(row, column);
     } catch (const runtime::Fault&) {
     }
+}
+
+// How many characters the cells of its table have in all.
+qsizetype readDocument(const QByteArray& bytes) {
+    qsizetype characters = 0;
+    try {
+        const WordDocument document = WordDocument::fromBytes(bytes, QStringLiteral("fuzz"));
+        const WordTable& table = document.firstTable();
+        for (qint32 row = 0; row <= table.rowCount(); ++row)
+            for (qint32 column = 1; column <= std::min(table.columnCount(), 50); ++column)
+                try {
+                    characters += table.text(row, column).size();
+                } catch (const runtime::Fault&) {  // no such cell
+                }
+    } catch (const runtime::Fault&) {
+    }
+    return characters;
 }
 
 // A workbook's relations to every kind of part that is read.
@@ -59,6 +78,14 @@ void workbookParts(Bytes bytes) {
     if (given.size() > 3) replacePart(parts, "xl/workbook.xml", given[3]);
     if (given.size() > 4) replacePart(parts, "xl/_rels/workbook.xml.rels", given[4]);
     readWorkbook(zipOf(parts));
+}
+
+void wordDocument(Bytes bytes) { readDocument(copyOf(bytes)); }
+
+void wordBody(Bytes bytes) {
+    const QByteArray body = copyOf(bytes);
+    if (readDocument(zipOf(documentParts(body))) > body.size())
+        throw std::logic_error("more text than there is in the document");
 }
 
 }  // namespace tarnwick::fuzz

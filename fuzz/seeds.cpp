@@ -97,7 +97,7 @@ void addMp3(Seeds& seeds) {
 }
 
 void addDocuments(Seeds& seeds) {
-    for (const char* name : {"letter.doc", "script.xls", "encrypted.xls"})
+    for (const char* name : {"letter.doc", "script.doc", "script.xls", "encrypted.xls"})
         seeds.add(bytesOf(name).toStdString(), {"compound_file"});
     seeds.add(bytesOf("script.xlsx").toStdString(), {"workbook"});
     const std::string rows =
@@ -116,6 +116,25 @@ void addDocuments(Seeds& seeds) {
     seeds.add(zipOf(workbookParts(QByteArray::fromStdString(rows))).toStdString(), {"workbook"});
 }
 
+void addWordDocuments(Seeds& seeds) {
+    const std::string body =
+        "<w:sdt><w:sdtContent><w:tbl><w:tblPr/><w:tr><w:trPr><w:gridBefore w:val='1'/></w:trPr>"
+        "<w:tc><w:tcPr><w:gridSpan w:val='2'/><w:vMerge w:val='restart'/></w:tcPr><w:p><w:pPr>"
+        "<w:rPr><w:del/></w:rPr></w:pPr><w:hyperlink><w:r><w:t>a</w:t></w:r></w:hyperlink></w:p>"
+        "<w:tbl><w:tr><w:tc><w:p><w:r><w:tab/><w:br/></w:r></w:p></w:tc></w:tr></w:tbl></w:tc>"
+        "<w:tc><w:tcPr><w:hMerge/></w:tcPr><w:p><w:r><w:rPr><w:vanish/></w:rPr><w:t>b</w:t></w:r>"
+        "</w:p></w:tc></w:tr><w:tr><w:tc><w:tcPr><w:vMerge/></w:tcPr><w:p/></w:tc><w:tc><w:p>"
+        "<w:fldChar w:fldCharType='begin'/><w:instrText>PAGE</w:instrText><w:fldChar "
+        "w:fldCharType='separate'/><w:t xml:space='preserve'> 7 </w:t><w:fldChar "
+        "w:fldCharType='end'/><mc:AlternateContent><mc:Choice><w:sym w:char='2192'/></mc:Choice>"
+        "<mc:Fallback><w:noBreakHyphen/></mc:Fallback></mc:AlternateContent></w:p></w:tc></w:tr>"
+        "</w:tbl></w:sdtContent></w:sdt>";
+    seeds.add(body, {"word_body"});
+    seeds.add(zipOf(documentParts(QByteArray::fromStdString(body))).toStdString(),
+              {"word_document"});
+    seeds.add(bytesOf("script.docx").toStdString(), {"word_document"});
+}
+
 void addEdits(Seeds& seeds) {
     std::string edits;
     for (int i = 0; i < 180; ++i)
@@ -132,6 +151,7 @@ int main(int count, char** arguments) {
     addCodecs(seeds);
     addMp3(seeds);
     addDocuments(seeds);
+    addWordDocuments(seeds);
     addEdits(seeds);
     return 0;
 }

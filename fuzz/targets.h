@@ -20,6 +20,8 @@ void timeline(Bytes bytes);  // the bytes are a list of edits
 void compoundFile(Bytes bytes);
 void workbook(Bytes bytes);       // a zip package
 void workbookParts(Bytes bytes);  // the parts inside one, a zero byte between them
+void wordDocument(Bytes bytes);   // a zip package
+void wordBody(Bytes bytes);       // the body of the document inside one
 
 struct Target {
     const char* name;  // of its program, its seeds and its finds
@@ -36,6 +38,8 @@ inline constexpr std::array kTargets = {
     Target{"compound_file", compoundFile},
     Target{"workbook", workbook},
     Target{"workbook_parts", workbookParts},
+    Target{"word_document", wordDocument},
+    Target{"word_body", wordBody},
 };
 
 }  // namespace tarnwick::fuzz
