@@ -30,6 +30,13 @@ void assign(QLineEdit* box, const QString& text) {
 
 QString percentText(double percent) { return QString::number(std::round(percent)) + u'%'; }
 
+// Tab goes to the option that is on; with none on, to the first.
+void tabToTheOneThatIsOn(const QButtonGroup& group) {
+    if (group.checkedButton() == nullptr) return;
+    for (QAbstractButton* option : group.buttons())
+        option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
 // Typed by support to get at the process timer.
 constexpr char16_t kServiceCode[] = u"3172";
 
@@ -153,6 +160,8 @@ void Preferences::mnuPreferences_Click() {
     enableTimer(false);
     form_.frExcelSpecific->setFlat(true);
     page->show();
+    for (const QButtonGroup* group : form_.findChildren<QButtonGroup*>())
+        tabToTheOneThatIsOn(*group);
     form_.OpScriptFormat[form_.OpScriptFormat[0]->isChecked() ? 0 : 1]->setFocus();
 }
 

@@ -56,6 +56,10 @@ TEST_F(Start, ADatabaseThatCannotServeEndsInARecord) {
         const char* label;
     };
     const Case cases[] = {
+        {[this] { execute(u"UPDATE Admin SET  F7 = 4 WHERE F1 = 19"_qs); },
+         "frmMain.PreferencesLoad: Subscript out of range, Line 70"},
+        {[this] { execute(u"UPDATE Admin SET  F9 = NULL WHERE F1 = 17"_qs); },
+         "frmMain.PreferencesLoad: Invalid use of Null, Line 20"},
         {[this] { execute(u"DELETE FROM Admin WHERE F1 = 17"_qs); }, "frmMain.PreferencesLoad: "},
         {[this] { execute(u"DELETE FROM Admin WHERE F1 = 18"_qs); }, "frmFrame.MDIForm_Load: "},
         {[this] {
