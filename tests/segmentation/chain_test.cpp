@@ -1,6 +1,7 @@
 #include "segmentation/reload_chain.h"
 
 #include "desk.h"
+#include "segmentation/transport.h"
 
 using namespace tarnwick;
 
@@ -13,8 +14,6 @@ struct Chain : test::MainDesk {
         form,
         {desk.failure, session, EDT, desk.boxes, status, [this] { done << u"backup"_qs; },
          [this] { done << u"process"_qs; }}};
-
-    QString said() const { return form.lbStatus->text(); }
 };
 
 TEST_F(Chain, ALoadAddsBothPausesAndThenProcesses) {
@@ -60,32 +59,42 @@ TEST_F(Chain, ALaterEditTakesTheShortWayAndBringsTheViewBack) {
 }
 
 TEST_F(Chain, StatusTextsAreWordForWord) {
-    Q_EMIT EDT.SoundLoadingStarted();
-    EXPECT_EQ(said(), u"Status6: Loading... 0%");
-    EXPECT_EQ(form.txbCalculating->text(), u"Loading Audio File...");
-    EXPECT_FALSE(form.txbCalculating->isHidden());
-    EXPECT_FALSE(form.pbWAVFormBuilding->isHidden());
-    Q_EMIT EDT.SoundLoadingPerc(7);
-    EXPECT_EQ(said(), u"Status5: Loading... 7%");
-    form.lbStatus->clear();
-    Q_EMIT EDT.SoundLoadingPerc(7);
-    EXPECT_EQ(said(), u"");
-    Q_EMIT EDT.SoundLoadingDone(1);
-    EXPECT_EQ(said(), u"Status4: Idle");
-    EXPECT_TRUE(form.pbWAVFormBuilding->isHidden());
-    Q_EMIT EDT.SoundEditStarted();
-    EXPECT_EQ(said(), u"Status3: Editing...  0%");
-    Q_EMIT EDT.SoundEditPerc(50);
-    EXPECT_EQ(said(), u"Status2: Editing... 50%");
-    Q_EMIT EDT.SoundEditDone(1, 1);
-    EXPECT_EQ(said(), u"Status1: Idle");
-    Q_EMIT EDT.WaveAnalysisStarted();
-    EXPECT_EQ(said(), u"Status12: Analyzing waveform...");
+    const segmentation::Transport transport(form, desk.failure, EDT, status);
+    EDT.position = 2500;
+    const auto tick = [this] { QMetaObject::invokeMethod(form.TimerPlaybackPos, "timeout"); };
+    struct Step {
+        std::function<void()> raise;
+        const char16_t* status;
+        int bar;  // -1: hidden
+    };
+    const std::vector<Step> steps{
+        {[this] { Q_EMIT EDT.SoundLoadingStarted(); }, u"Status6: Loading... 0%", 0},
+        {[this] { Q_EMIT EDT.SoundLoadingPerc(0); }, u"", 0},
+        {[this] { Q_EMIT EDT.SoundLoadingPerc(7); }, u"Status5: Loading... 7%", 7},
+        {[this] { Q_EMIT EDT.SoundLoadingPerc(7); }, u"", 7},
+        {[this] { Q_EMIT EDT.SoundLoadingDone(1); }, u"Status4: Idle", -1},
+        {[this] { Q_EMIT EDT.WaveAnalysisStarted(); }, u"Status12: Analyzing waveform...", 0},
+        {[this] { Q_EMIT EDT.WaveAnalysisPerc(100); }, u"Status7: Analyzing waveform... 100%", 100},
+        {[this] { Q_EMIT EDT.WaveAnalysisDone(); }, u"Status13: Idle", -1},
+        {[this] { Q_EMIT EDT.SoundPlaybackStarted(); }, u"Status10: Playing...2500", 0},
+        {tick, u"Status15: Playing...2500", 4},
+        {[this] { Q_EMIT EDT.SoundPlaybackPaused(); }, u"Status9: Playback paused", 4},
+        {tick, u"Status14: Paused at 2500", 4},
+        {[this] { Q_EMIT EDT.SoundPlaybackStarted(); }, u"Status10: Playing...2500", 0},
+        {[this] { Q_EMIT EDT.SoundPlaybackEnded(); }, u"Status8: Idle", -1},
+        {[this] { Q_EMIT EDT.SoundPlaybackStopped(); }, u"Status11: Idle", -1},
+        {[this] { Q_EMIT EDT.SoundEditStarted(); }, u"Status3: Editing...  0%", 0},
+        {[this] { Q_EMIT EDT.SoundEditPerc(50); }, u"Status2: Editing... 50%", 50},
+        {[this] { Q_EMIT EDT.SoundEditDone(1, 0); }, u"Status1: Idle", -1}};
+    for (const Step& step : steps) {
+        form.lbStatus->clear();
+        step.raise();
+        EXPECT_EQ(form.lbStatus->text(), QStringView(step.status));
+        const bool hidden = form.pbWAVFormBuilding->isHidden();
+        EXPECT_EQ(hidden ? -1 : form.pbWAVFormBuilding->value(), step.bar)
+            << qPrintable(form.lbStatus->text());
+    }
     EXPECT_EQ(form.txbCalculating->text(), u"Analyzing Audio File...");
-    Q_EMIT EDT.WaveAnalysisPerc(100);
-    EXPECT_EQ(said(), u"Status7: Analyzing waveform... 100%");
-    Q_EMIT EDT.WaveAnalysisDone();
-    EXPECT_EQ(said(), u"Status13: Idle");
 }
 
 TEST_F(Chain, FailuresRaiseTheirBoxes) {

@@ -67,13 +67,17 @@ TEST(RowView, ARowStandsAQuarterIntoTheView) {
     EXPECT_EQ(viewOfRow(5000, {0, 8000}), (ViewRange{3000, 11000}));
     EXPECT_EQ(viewOfRow(2000, {0, 8000}), std::nullopt);
     EXPECT_EQ(viewOfRow(2001, {1000, 9000}), (ViewRange{1, 8001}));
+    EXPECT_EQ(viewOfRow(10, {0, 2}), (ViewRange{10, 12})) << "halves go to the even number";
 }
 
 TEST(RowView, TheViewJumpsBeforeTheHeadLeavesIt) {
     EXPECT_EQ(viewAfterJump(8999, {0, 10000}), std::nullopt);
     EXPECT_EQ(viewAfterJump(9000, {0, 10000}), (ViewRange{8000, 18000}));
     EXPECT_EQ(playedPercent(333, 1000), 33);
+    EXPECT_EQ(playedPercent(1, 200), 0);
+    EXPECT_EQ(playedPercent(3, 200), 2);
     EXPECT_EQ(playedPercent(2000, 1000), 100);
+    EXPECT_EQ(playedPercent(21474836, 21474836), 100);
     EXPECT_THROW(playedPercent(21474837, 30000000), runtime::Fault);
 }
 

@@ -44,9 +44,12 @@ TEST_F(Edits, ACursorOffersThePauseAndNothingSelectedMeansTheStart) {
     EXPECT_EQ(form.txbInsertSilence->text(), u"1500");
     select(0, 0, 0);
     EXPECT_EQ(form.LabelSelectionBegin->text(), u"700") << "read-outs keep their last values";
-    form.txbInsertSilence->setText(u"2.5 s"_qs);
-    form.cbInsertSilence->click();
-    EXPECT_EQ(EDT.taken().last(), u"InsertSilence 0 2");
+    for (const auto& [text, length] : std::map<QString, QString>{
+             {u"2.5 s"_qs, u"2"_qs}, {u"3.5"_qs, u"4"_qs}, {u"s 2"_qs, u"0"_qs}, {{}, u"0"_qs}}) {
+        form.txbInsertSilence->setText(text);
+        form.cbInsertSilence->click();
+        EXPECT_EQ(EDT.taken().last(), u"InsertSilence 0 "_qs + length);
+    }
 }
 
 TEST_F(Edits, TheScaleSliderStandsUpsideDown) {

@@ -58,28 +58,47 @@ TEST_F(List, TheContentPaneTakesTheStripThatTheListGivesUp) {
     EXPECT_NEAR(form.lvAudioDetails->height(), 4215 * 1.5 / 15, 1);
 }
 
-TEST_F(List, ThePauseButtonsCaptionIsTheStateOfPlayback) {
-    EDT.position = 2500;
+TEST_F(List, TheTransportAsksTheEngineAndFollowsThePlayHead) {
+    const auto select = [this](qint16 available, qint32 begin, qint32 end) {
+        EDT.selected = available;
+        EDT.selectionBegin = begin;
+        EDT.selectionEnd = end;
+    };
+    for (QPushButton* button : {form.CommandPlay, form.CommandPause, form.CommandStop}) {
+        EXPECT_FALSE(button->isEnabled());
+        button->setEnabled(true);
+    }
+    select(0, 300, 400);
+    form.CommandPlay->click();
+    select(1, 700, 700);
+    form.CommandPlay->click();
+    select(1, 700, 9000);
+    form.CommandPlay->click();
+    EXPECT_EQ(EDT.taken(), QStringList({u"SoundPlay"_qs, u"SoundPlayRange 700 -1"_qs,
+                                        u"SoundPlayRange 700 9000"_qs}));
     Q_EMIT EDT.SoundPlaybackStarted();
-    EXPECT_EQ(form.lbStatus->text(), u"Status10: Playing...2500");
-    EXPECT_TRUE(form.TimerPlaybackPos->isActive());
-    form.CommandPause->setEnabled(true);
     form.CommandPause->click();
     Q_EMIT EDT.SoundPlaybackPaused();
     EXPECT_EQ(form.CommandPause->text(), u"Resume");
-    EXPECT_EQ(form.lbStatus->text(), u"Status9: Playback paused");
-    ASSERT_TRUE(
-        test::waitUntil([this] { return form.lbStatus->text().startsWith(u"Status14"); }, 500));
-    EXPECT_EQ(form.lbStatus->text(), u"Status14: Paused at 2500");
-    EXPECT_EQ(form.pbWAVFormBuilding->value(), 4);
+    EDT.position = 7200;
+    const auto jumped = [this] { return EDT.calls.contains(u"SetDisplayRange 6400 14400"_qs); };
+    ASSERT_TRUE(test::waitUntil(jumped, 2000)) << "while paused, too";
+    EXPECT_EQ(form.pbWAVFormBuilding->value(), 80);
     form.CommandPause->click();
-    EXPECT_EQ(EDT.calls, QStringList({u"SoundPause"_qs, u"SoundResume"_qs}));
-    Q_EMIT EDT.SoundPlaybackEnded();
-    EXPECT_EQ(form.lbStatus->text(), u"Status8: Idle");
+    EXPECT_EQ(EDT.taken().last(), u"SoundResume");
+    const auto tick = [this] { QMetaObject::invokeMethod(form.TimerPlaybackPos, "timeout"); };
+    select(1, 0, 0);
+    tick();
+    EXPECT_TRUE(EDT.taken().isEmpty()) << "a cursor at the start bounds nothing";
+    select(0, 0, 0);
+    EDT.position = 21474837;
+    EXPECT_THROW(tick(), test::ProcessEnded);
+    EXPECT_TRUE(desk.boxes.shown.last().endsWith(u"Overflow"));
     Q_EMIT EDT.SoundPlaybackStopped();
-    EXPECT_EQ(form.lbStatus->text(), u"Status11: Idle");
     EXPECT_FALSE(form.TimerPlaybackPos->isActive());
     EXPECT_EQ(form.CommandPause->text(), u"Pause");
+    form.CommandStop->click();
+    EXPECT_EQ(EDT.taken(), QStringList(u"SoundStop"_qs));
 }
 
 struct Pairing : test::MainDesk {
