@@ -105,6 +105,7 @@ qint32 Editor::LoadFromEditor(WindowHandle form) {
 }
 
 void Editor::startLoading(Opening open) {
+    playback_.prepare();
     events_.post([this] { Q_EMIT SoundLoadingStarted(); });
     submit([this, open = std::move(open)](const Ticket& ticket) {
         const sound::Progress progress = progressOf(ticket, &SoundEditor::SoundLoadingPerc);

@@ -18,6 +18,9 @@ class Playback {
     // `failed` is told why playing broke off, just before SoundPlaybackStopped.
     Playback(SoundEditor& editor, EventQueue& events, std::function<void(ErrorCode)> failed);
 
+    // A sound is coming that may be played.
+    void prepare() { player_.prepare(); }
+
     // Plays the frames [first, end) instead of what plays now.
     void play(const sound::Timeline& timeline, qint64 first, qint64 end);
     void pause();

@@ -13,9 +13,9 @@ namespace tarnwick::sound {
 class FrameRing;
 
 // The default sound device, through the cubeb library: one stream at a time. The connection is made
-// at the first open() and kept. Any call may take as long as the sound server does. Used by one
-// thread, but for the questions at the end, which another may ask while the stream is open; nothing
-// throws.
+// at the first connect() or open() and kept. Any call may take as long as the sound server does.
+// Used by one thread, but for the questions at the end, which another may ask while the stream is
+// open; nothing throws.
 class AudioDevice {
   public:
     AudioDevice() = default;
@@ -23,6 +23,8 @@ class AudioDevice {
     AudioDevice(const AudioDevice&) = delete;
     AudioDevice& operator=(const AudioDevice&) = delete;
 
+    // Makes the connection beforehand, which is most of what the first open() takes.
+    bool connect();
     // Prepares a stream that takes its `frames` frames from `ring` and plays silence where there
     // are none. False when there is no device.
     bool open(int rate, int channels, std::int64_t frames, std::shared_ptr<FrameRing> ring);
@@ -41,7 +43,6 @@ class AudioDevice {
   private:
     static long fill(cubeb_stream*, void* self, const void*, void* out, long frames);
     static void changed(cubeb_stream*, void* self, int state);
-    bool connect();
     void disconnect();
     bool openStream(int rate, int channels);
 

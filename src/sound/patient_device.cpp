@@ -106,6 +106,10 @@ PatientDevice::~PatientDevice() {
         thread_.detach();
 }
 
+void PatientDevice::prepare() {
+    line_->tell([](AudioDevice& device) { return device.connect(); });
+}
+
 bool PatientDevice::open(int rate, int channels, std::int64_t frames,
                          std::shared_ptr<FrameRing> ring) {
     open_ = line_->ask([=](AudioDevice& device) mutable {

@@ -20,6 +20,8 @@ class PatientDevice {
     PatientDevice(const PatientDevice&) = delete;
     PatientDevice& operator=(const PatientDevice&) = delete;
 
+    void prepare();  // connects beforehand; not waited for
+
     // As those of AudioDevice; false too when the device takes too long.
     bool open(int rate, int channels, std::int64_t frames, std::shared_ptr<FrameRing> ring);
     bool start();

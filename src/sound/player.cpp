@@ -55,6 +55,12 @@ class Player::Machine {
         changed_.notify_one();
     }
 
+    void prepare() {
+        const std::lock_guard lock(mutex_);
+        preparing_ = true;
+        changed_.notify_one();
+    }
+
     void setPaused(bool paused) {
         const std::lock_guard lock(mutex_);
         if (!playing_) return;
@@ -98,6 +104,7 @@ class Player::Machine {
     std::int64_t first_ = 0;
     bool playing_ = false;
     bool paused_ = false;
+    bool preparing_ = false;
     bool leaving_ = false;
 
     std::thread thread_;
@@ -106,6 +113,7 @@ class Player::Machine {
 void Player::Machine::run() {
     std::unique_lock lock(mutex_);
     while (!leaving_) {
+        if (std::exchange(preparing_, false)) device_.prepare();
         if (!wanted_) {
             changed_.wait(lock);
             continue;
@@ -204,6 +212,7 @@ void Player::play(std::shared_ptr<const FrameReader> sound, std::int64_t first, 
     machine_->begin(Stretch{std::move(sound), first, end});
 }
 
+void Player::prepare() { machine_->prepare(); }
 void Player::pause() { machine_->setPaused(true); }
 void Player::resume() { machine_->setPaused(false); }
 void Player::stop() { machine_->begin(std::nullopt); }

@@ -31,6 +31,10 @@ class Player {
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
+    // Connects to the sound server in the background, so that the first play() begins as soon as
+    // every other.
+    void prepare();
+
     // Plays the frames [first, end); what plays now is given up without an event. Reports started,
     // then ended or failed, unless stopped before. Throws SoundError: BadRange.
     void play(std::shared_ptr<const FrameReader> sound, std::int64_t first, std::int64_t end);
