@@ -7,7 +7,7 @@ if(TARNWICK_CCACHE)
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${TARNWICK_CCACHE})
 endif()
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui Widgets)
 find_package(Threads REQUIRED)
 find_package(cubeb REQUIRED)
 find_package(PkgConfig REQUIRED)

@@ -4,9 +4,11 @@
 #include <csignal>
 #include <cstdlib>
 
+#include "app/appearance.h"
 #include "app/application.h"
 #include "engine/create_sound_editor.h"
 #include "forms/design.h"
+#include "platform/colour_scheme.h"
 #include "platform/desktop_boxes.h"
 #include "platform/desktop_open_dialog.h"
 #include "platform/desktop_opener.h"
@@ -45,6 +47,8 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(u"tarnwick"_qs);
     QApplication::setStyle(u"Fusion"_qs);
     QApplication::setFont(forms::uiFont());
+    platform::ColourScheme scheme;
+    app::followColourScheme(scheme);
     QApplication::setWindowIcon(QIcon(u":/tarnwick/icon.png"_qs));
 
     // What Qt itself remembers (the dialog's last folders) stays in the program's folder, too.

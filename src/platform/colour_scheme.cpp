@@ -1,0 +1,89 @@
+#include "platform/colour_scheme.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <QFileInfo>
+
+namespace tarnwick::platform {
+
+namespace {
+
+constexpr int kPatienceMs = 100;
+constexpr uint kPrefersDark = 1;
+
+const QString& connectionName() {
+    static const QString name = u"tarnwick-colour-scheme"_qs;
+    return name;
+}
+
+const QString& group() {
+    static const QString name = u"org.freedesktop.appearance"_qs;
+    return name;
+}
+
+const QString& key() {
+    static const QString name = u"color-scheme"_qs;
+    return name;
+}
+
+QDBusMessage question() {
+    // The portal's second version has a newer call; this one is in both.
+    QDBusMessage read = QDBusMessage::createMethodCall(
+        u"org.freedesktop.portal.Desktop"_qs, u"/org/freedesktop/portal/desktop"_qs,
+        u"org.freedesktop.portal.Settings"_qs, u"Read"_qs);
+    read << group() << key();
+    return read;
+}
+
+}  // namespace
+
+QString ColourScheme::sessionBus() {
+    const QString told = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    if (!told.isEmpty()) return told;
+    const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_qs;
+    return QFileInfo::exists(usual) ? u"unix:path="_qs + usual : QString();
+}
+
+ColourScheme::ColourScheme(const QString& address) {
+    if (address.isEmpty()) return;
+    QDBusConnection bus = QDBusConnection::connectToBus(address, connectionName());
+    if (!bus.isConnected()) return;
+    bus.connect(QString(), u"/org/freedesktop/portal/desktop"_qs,
+                u"org.freedesktop.portal.Settings"_qs, u"SettingChanged"_qs, {group(), key()},
+                QString(), this, SLOT(settingChanged(QDBusMessage)));
+    const QDBusMessage answer = bus.call(question(), QDBus::Block, kPatienceMs);
+    if (answer.type() == QDBusMessage::ReplyMessage) {
+        take(answer.arguments().value(0));
+    } else if (answer.errorName() == u"org.freedesktop.DBus.Error.NoReply"_qs) {
+        // A portal that is being started at this moment.
+        auto* later = new QDBusPendingCallWatcher(bus.asyncCall(question()), this);
+        connect(later, &QDBusPendingCallWatcher::finished, this, &ColourScheme::lateAnswer);
+    }
+}
+
+ColourScheme::~ColourScheme() { QDBusConnection::disconnectFromBus(connectionName()); }
+
+void ColourScheme::settingChanged(const QDBusMessage& message) {
+    const QVariantList told = message.arguments();
+    if (told.value(0) == group() && told.value(1) == key()) take(told.value(2));
+}
+
+void ColourScheme::lateAnswer(QDBusPendingCallWatcher* call) {
+    const QDBusMessage answer = QDBusPendingReply<>(*call).reply();
+    call->deleteLater();
+    if (answer.type() == QDBusMessage::ReplyMessage) take(answer.arguments().value(0));
+}
+
+// The portal wraps the number in one or in two variants.
+void ColourScheme::take(const QVariant& value) {
+    QVariant bare = value;
+    while (bare.canConvert<QDBusVariant>())
+        bare = bare.value<QDBusVariant>().variant();
+    const bool dark = bare.toUInt() == kPrefersDark;
+    if (std::exchange(dark_, dark) != dark) Q_EMIT changed();
+}
+
+}  // namespace tarnwick::platform

@@ -1,0 +1,72 @@
+#include "platform/colour_scheme.h"
+
+#include <gtest/gtest.h>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QProcess>
+
+#include "support/wait_until.h"
+
+namespace tarnwick::platform {
+namespace {
+
+// A settings portal on a bus of the test's own. It answers from the same thread as the asking, so
+// every answer comes late.
+class Portal : public QDBusVirtualObject {
+  public:
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+        asked = message.arguments() ==
+                QVariantList{u"org.freedesktop.appearance"_qs, u"color-scheme"_qs};
+        const auto twice = QVariant::fromValue(QDBusVariant(QVariant(1U)));
+        return bus.send(message.createReply(QVariant::fromValue(QDBusVariant(twice))));
+    }
+    bool asked = false;
+};
+
+TEST(ColourScheme, FollowsThePortal) {
+    QProcess daemon;
+    daemon.start(u"dbus-daemon"_qs, {u"--session"_qs, u"--nofork"_qs, u"--print-address"_qs});
+    if (!daemon.waitForStarted() || !daemon.waitForReadyRead()) GTEST_SKIP() << "no bus";
+    const QString address = QString::fromLatin1(daemon.readLine()).trimmed();
+    QDBusConnection bus = QDBusConnection::connectToBus(address, u"portal"_qs);
+    Portal portal;
+    bus.registerService(u"org.freedesktop.portal.Desktop"_qs);
+    bus.registerVirtualObject(u"/org/freedesktop/portal/desktop"_qs, &portal);
+
+    ColourScheme scheme(address);
+    EXPECT_FALSE(scheme.dark());
+    EXPECT_TRUE(test::waitUntil([&] { return scheme.dark(); }, 5000));
+    EXPECT_TRUE(portal.asked);
+
+    const auto tell = [&bus](const QString& group, const QString& key, uint value) {
+        QDBusMessage told =
+            QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_qs,
+                                       u"org.freedesktop.portal.Settings"_qs, u"SettingChanged"_qs);
+        told << group << key << QVariant::fromValue(QDBusVariant(value));
+        bus.send(told);
+    };
+    int changes = 0;
+    QObject::connect(&scheme, &ColourScheme::changed, [&] { ++changes; });
+    tell(u"org.freedesktop.appearance"_qs, u"accent-color"_qs, 0);
+    tell(u"org.freedesktop.appearance"_qs, u"color-scheme"_qs, 2);
+    tell(u"org.freedesktop.appearance"_qs, u"color-scheme"_qs, 0);
+    EXPECT_TRUE(test::waitUntil([&] { return !scheme.dark(); }, 5000));
+    tell(u"org.freedesktop.appearance"_qs, u"color-scheme"_qs, 1);
+    EXPECT_TRUE(test::waitUntil([&] { return scheme.dark(); }, 5000));
+    EXPECT_EQ(changes, 2);
+    QDBusConnection::disconnectFromBus(u"portal"_qs);
+    daemon.kill();
+    daemon.waitForFinished();
+}
+
+TEST(ColourScheme, IsLightAtOnceWithoutABus) {
+    for (const char* address : {"", "unix:path=/nowhere/bus"})
+        EXPECT_FALSE(ColourScheme(QLatin1String(address)).dark()) << address;
+}
+
+}  // namespace
+}  // namespace tarnwick::platform
