@@ -1,5 +1,8 @@
 #include "app/application.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 #include "app/main_window.h"
 #include "app/windows.h"
 #include "forms/frm_frame.h"
@@ -29,6 +32,9 @@ void Application::Sub_Main() {
     form_ = new forms::frmMain(frame_.get());
     MDIForm_Load();
     loadMainWindow();
+    // A screen that nobody sees has no size worth heeding.
+    if (QGuiApplication::platformName() != u"offscreen")
+        frame_->keepWithin(frame_->screen()->availableGeometry());
     frame_->show();
 }
 

@@ -14,7 +14,6 @@ namespace tarnwick::app {
 Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services)
     : frame_(frame), main_(main), services_(services) {
     frame_.setMenuBar(main_.menuBar);
-    frame_.mdiArea->setBackground(frame_.palette().window());
     // Without a title bar of its own: the frame's caption says it all, and nothing can be dragged.
     const QSize size = main_.size();
     mainChild_ = frame_.mdiArea->addSubWindow(&main_, Qt::FramelessWindowHint);
@@ -22,6 +21,12 @@ Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& s
     mainChild_->setGeometry(QRect(QPoint(0, 0), size));
     mainChild_->hide();
     frame_.installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) {
+        // Only for the keys: what was pressed with the mouse must not move away under it.
+        if (now != nullptr && QApplication::mouseButtons() == Qt::NoButton &&
+            frame_.mdiArea->viewport()->isAncestorOf(now))
+            frame_.reveal(*now);
+    });
     main_.mnuWindows->addSeparator();
     runtime::onEvent(services_.failure, main_.mnuWindows, &QMenu::aboutToShow, this,
                      [this] { listOpenWindows(); });

@@ -152,7 +152,8 @@ QLabel* makeLabel(QWidget* parent, const QString& objectName, const QString& cap
     name(label, objectName, caption, place);
     if (place.width == 0) {
         // The hint leaves the trailing blanks out, and they are the gap to the control beside.
-        label->resize(label->fontMetrics().horizontalAdvance(caption), label->height());
+        const int width = label->fontMetrics().horizontalAdvance(caption);
+        label->resize(std::max(width, label->width()), label->height());
     }
     return label;
 }

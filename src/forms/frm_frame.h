@@ -12,6 +12,18 @@ class frmFrame : public QMainWindow {
     frmFrame();
 
     QMdiArea* mdiArea;
+
+    // Brings the window, with room for its title bar and borders, into the free area of a screen:
+    // moved where it sticks out, and made smaller where it is too large, with scroll bars that
+    // lead to the rest.
+    void keepWithin(const QRect& free);
+
+    // Scrolls so that a control of a child window can be seen; its upper left part if it is larger
+    // than the area.
+    void reveal(const QWidget& control);
+
+  protected:
+    void changeEvent(QEvent* event) override;
 };
 
 }  // namespace tarnwick::forms

@@ -40,8 +40,9 @@ void frmMain::makeWaveform() {
     slWAVFormScale->setInvertedControls(true);
     slWAVFormScale->setValue(450);
 
+    // A pixel too low for the font at the smallest scale: what is cut off is air above the letters.
     lbStatus = makeLabel(frTarnwick, QStringLiteral("lbStatus"), QStringLiteral("Status: Idle"),
-                         {8640, 3840, 3015, 195});
+                         {8640, 3840, 3015, 195}, Qt::AlignLeft | Qt::AlignBottom);
     pbWAVFormBuilding = makeProgress(frTarnwick, QStringLiteral("pbWAVFormBuilding"), {});
     pbWAVFormBuilding->hide();
 }

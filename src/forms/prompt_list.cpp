@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kTextMargin = 4;
 constexpr int kRowPadding = 5;
+constexpr int kLighterPercent = 140;
 
 const model::ListColumnDesign& designOf(int column) {
     return model::kListDesign[static_cast<std::size_t>(column)];
@@ -63,18 +64,26 @@ class PromptDelegate : public QStyledItemDelegate {
         const QRect area = cell.rect.adjusted(margin, 0, -margin, 0);
         const auto group =
             cell.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
+        const QColor ground = cell.palette.color(group, QPalette::Base);
         painter->save();
         if (picked && flagged) {
             // Red on the selection's colour cannot be read: a flagged cell keeps the list's ground.
-            painter->fillRect(cell.rect, cell.palette.color(group, QPalette::Base));
+            painter->fillRect(cell.rect, ground);
         }
-        painter->setFont(cell.font);
-        painter->setPen(cell.palette.color(
-            group, picked && !flagged ? QPalette::HighlightedText : QPalette::Text));
+        QFont font = cell.font;
+        // A negative time is a sign too wide for its column at the smallest scale.
+        if (centred && cell.fontMetrics.horizontalAdvance(text) > area.width())
+            font.setPixelSize(font.pixelSize() - 1);
+        painter->setFont(font);
+        QColor pen = cell.palette.color(
+            group, picked && !flagged ? QPalette::HighlightedText : QPalette::Text);
+        // Pure red is hard to read on a dark ground.
+        if (flagged && ground.lightness() < 128) pen = pen.lighter(kLighterPercent);
+        painter->setPen(pen);
         painter->drawText(
             area,
             Qt::TextSingleLine | Qt::AlignVCenter | (centred ? Qt::AlignHCenter : Qt::AlignLeft),
-            cell.fontMetrics.elidedText(text, Qt::ElideRight, area.width()));
+            QFontMetrics(font).elidedText(text, Qt::ElideRight, area.width()));
         painter->restore();
     }
 };

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QWidget>
 #include <algorithm>
@@ -50,6 +53,36 @@ inline void expectControls(const QWidget& form, const char* table) {
     }
 }
 
+// The room that a control's caption or value takes.
+inline QSize neededBy(const QWidget& control) {
+    const QFontMetrics metrics(control.font());
+    if (const auto* label = qobject_cast<const QLabel*>(&control)) {
+        if (label->wordWrap()) return {0, label->heightForWidth(label->width())};
+        if (label->alignment() & Qt::AlignBottom)  // capitals leave air above them
+            return {label->sizeHint().width(), metrics.capHeight() + metrics.descent()};
+        return label->sizeHint();
+    }
+    if (const auto* button = qobject_cast<const QPushButton*>(&control)) {
+        const QRect area(0, 0, button->width() - 6, button->height() - 2);
+        const QString caption = button->text().trimmed();
+        if (caption.isEmpty()) return {};
+        return metrics.boundingRect(area, Qt::AlignCenter | Qt::TextWordWrap, caption).size() +
+               QSize(6, 2);
+    }
+    if (const auto* box = qobject_cast<const QLineEdit*>(&control))
+        return {metrics.horizontalAdvance(box->text()) + 10, metrics.height() + 4};
+    if (const auto* group = qobject_cast<const QGroupBox*>(&control))
+        return {metrics.horizontalAdvance(group->title()) + 22, 0};
+    const bool hints = control.inherits("QAbstractButton") || control.inherits("QComboBox");
+    return hints ? control.sizeHint() : QSize();
+}
+
+inline void expectRoom(const QWidget& control) {
+    const QSize needed = neededBy(control);
+    EXPECT_LE(needed.width(), control.width()) << control.objectName().toStdString();
+    EXPECT_LE(needed.height(), control.height()) << control.objectName().toStdString();
+}
+
 // No two controls under one name, each announced, each in its parent and with room for its text,
 // none over another.
 inline void expectTidy(const QWidget& form) {
@@ -67,12 +100,7 @@ inline void expectTidy(const QWidget& form) {
         if (!control->isVisibleTo(&form) || !form.rect().contains(control->mapTo(&form, QPoint())))
             continue;
         EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << name;
-        if (const auto* label = qobject_cast<const QLabel*>(control)) {
-            EXPECT_GE(label->width(), label->wordWrap() ? 0 : label->sizeHint().width()) << name;
-            const int height = label->wordWrap() ? label->heightForWidth(label->width())
-                                                 : label->sizeHint().height();
-            EXPECT_GE(label->height(), height) << name;
-        }
+        expectRoom(*control);
         for (const QWidget* other : controls) {
             const bool beside = other != control && other->isVisibleTo(&form) &&
                                 other->parentWidget() == control->parentWidget();

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QHeaderView>
+#include <QMdiSubWindow>
 
+#include "forms/form_checks.h"
 #include "model/list_columns.h"
 
 namespace tarnwick::forms {
@@ -88,6 +90,38 @@ TEST_P(ScalingTest, NothingLiesOverAnything) {
             }
         }
     }
+}
+
+TEST_P(ScalingTest, NothingIsCutOff) {
+    form.txbInsertSilence->setText(QStringLiteral("60000"));
+    form.txbCalculating->setText(QStringLiteral("Adding Initial Pause..."));
+    form.CommandPause->setText(QStringLiteral("Resume"));
+    for (QLineEdit* counter : {form.txbNberFileNames, form.txbNberAudioFiles})
+        counter->setText(QStringLiteral("500"));
+    for (const QWidget* control : form.findChildren<QWidget*>())
+        if (isControl(control) && !control->objectName().startsWith(u"qt_")) expectRoom(*control);
+    for (const char* status : {"Status7: Analyzing waveform... 100%",
+                               "Status14: Paused at 00:00:00.000", "Status9: Playback paused"}) {
+        form.lbStatus->setText(QLatin1String(status));
+        expectRoom(*form.lbStatus);
+    }
+}
+
+TEST(FrameTest, StaysOnTheScreenAndScrollsToWhatIsCutOff) {
+    frmFrame frame;
+    frame.resize(1436, 1142);
+    frame.keepWithin({0, 32, 1366, 736});
+    EXPECT_TRUE(QRect(0, 32, 1366, 736).contains(frame.geometry().adjusted(-4, -28, 4, 4)));
+    QMdiSubWindow* child = frame.mdiArea->addSubWindow(new QWidget, Qt::FramelessWindowHint);
+    child->setGeometry(0, 0, 1402, 1046);
+    auto* corner = new QPushButton(child->widget());
+    corner->setGeometry(1300, 1000, 90, 30);
+    frame.show();
+    const QWidget& view = *frame.mdiArea->viewport();
+    frame.reveal(*corner);
+    EXPECT_TRUE(view.rect().contains(QRect(corner->mapTo(&view, QPoint()), corner->size())));
+    frame.reveal(*child);  // larger than the view
+    EXPECT_EQ(child->pos(), QPoint(0, 0));
 }
 
 TEST_P(ScalingTest, ColumnsAreMadeAfreshAndTimesFitThem) {
