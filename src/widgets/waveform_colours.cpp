@@ -68,7 +68,7 @@ WaveformColours::WaveformColours(const QPalette& palette) {
     clipped = playHead;
 
     blending = dark ? QPainter::CompositionMode_Screen : QPainter::CompositionMode_Multiply;
-    for (double share = 0.45; share > 0.05; share -= 0.05) {
+    for (double share = 0.36; share > 0.05; share -= 0.05) {
         selection = blend(dark ? Qt::black : Qt::white, accent, share);
         if (contrast(selected(wave), selected(background)) >= kGraphic) break;
     }

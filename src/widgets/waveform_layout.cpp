@@ -34,7 +34,7 @@ WaveformLayout::WaveformLayout(const QSize& size, qreal ratio,
     const QFontMetrics metrics(font_);
     using engine::WaveformSettings;
     if (settings.byteAt(WaveformSettings::kHideRuler) == 0)
-        wave_.setBottom(wave_.bottom() - metrics.height() - pixels(4));
+        wave_.setBottom(wave_.bottom() - metrics.height() - pixels(5));
     if (settings.byteAt(WaveformSettings::kHideLevels) == 0)
         wave_.setLeft(wave_.left() + metrics.horizontalAdvance(QStringLiteral("−00")) + pixels(10));
 }

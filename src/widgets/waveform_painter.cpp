@@ -31,7 +31,7 @@ TimeRange shownRange(const engine::Waveform& waveform) {
 QImage renderWaveform(const engine::Waveform& waveform, const WaveformLayout& layout,
                       const WaveformColours& colours) {
     QImage image(layout.size(), QImage::Format_RGB32);
-    image.fill(colours.background);
+    image.fill(colours.scaleGround);
     const TimeRange view = shownRange(waveform);
     engine::WaveformSettings settings;
     waveform.GetSettings(settings);
@@ -39,6 +39,7 @@ QImage renderWaveform(const engine::Waveform& waveform, const WaveformLayout& la
 
     QPainter painter(&image);
     painter.setFont(layout.font());
+    painter.fillRect(layout.wave(), colours.background);
     fillOutside(painter, layout, colours, layout.axis(view), waveform.duration());
     if (waveform.channels() == 0) return image;
     WaveformTrace trace(painter, waveform, layout, colours, scale);

@@ -4,13 +4,14 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kTextGap = 12.0;  // logical pixels between two texts of the ruler
+constexpr double kTextGap = 18.0;  // logical pixels between two texts of the ruler
 constexpr double kMinorGap = 7.0;  // between two of its marks
 constexpr int kLevels[] = {0, 3, 6, 9, 12, 18, 24, 30, 36, 42, 48};  // dB under full scale
 
@@ -23,6 +24,62 @@ qint32 textStepMs(const WaveformLayout& layout, const TimeAxis& time, qint32 las
     const qint32 fine = rulerStepMs(time.msPerPixel(), needed(1));
     return fine < 1000 ? fine : std::max(rulerStepMs(time.msPerPixel(), needed(1000)), 1000);
 }
+
+// The marks of one channel: the same on both sides of the zero line.
+class LevelMarks {
+  public:
+    LevelMarks(QPainter& painter, const WaveformLayout& layout, const WaveformColours& colours,
+               const ChannelBand& band, float verticalScale)
+        : painter_(painter),
+          layout_(layout),
+          colours_(colours),
+          band_(band),
+          scale_(verticalScale),
+          line_(QFontMetrics(layout.font()).ascent()) {}
+
+    void draw() {
+        if (line_ > band_.bottom() - band_.top()) return;
+        put({0.0f, 0.0f}, QStringLiteral("−∞"));
+        for (const int decibels : kLevels) {
+            const auto level = static_cast<float>(std::pow(10.0, -decibels / 20.0));
+            if (level * scale_ <= 1.001f)
+                put({level, -level},
+                    decibels == 0 ? QStringLiteral("0") : QStringLiteral("−%1").arg(decibels));
+        }
+    }
+
+  private:
+    int topOf(float level) const {
+        return std::clamp(band_.rowOf(level, scale_) - line_ / 2, band_.top() + layout_.hair(),
+                          band_.bottom() - line_ + 1);
+    }
+    bool fits(float level) const {
+        return std::ranges::none_of(taken_, [&](int other) {
+            return std::abs(other - topOf(level)) < line_ + layout_.pixels(2);
+        });
+    }
+    void put(std::pair<float, float> levels, const QString& text) {
+        if (!fits(levels.first) || !fits(levels.second)) return;
+        const QRect place = layout_.levels();
+        const int right = place.right() - layout_.pixels(6);
+        for (const float level : {levels.first, levels.second}) {
+            const int top = topOf(level);
+            taken_.push_back(top);
+            painter_.fillRect(right + layout_.pixels(2), band_.rowOf(level, scale_),
+                              layout_.pixels(4), layout_.hair(), colours_.ruler);
+            painter_.drawText(QRect(place.left(), top - line_, right - place.left(), 3 * line_),
+                              Qt::AlignRight | Qt::AlignVCenter, text);
+        }
+    }
+
+    QPainter& painter_;
+    const WaveformLayout& layout_;
+    const WaveformColours& colours_;
+    ChannelBand band_;
+    float scale_;
+    int line_;
+    std::vector<int> taken_;  // first rows of texts
+};
 
 }  // namespace
 
@@ -39,7 +96,6 @@ void drawTimeRuler(QPainter& painter, const WaveformLayout& layout, const Wavefo
                    const TimeRange& view, qint32 durationMs) {
     const QRect place = layout.ruler();
     if (place.isEmpty()) return;
-    painter.fillRect(place, colours.scaleGround);
     painter.fillRect(place.left(), place.top(), place.width(), layout.hair(), colours.frame);
 
     const TimeAxis time = layout.axis(view);
@@ -67,37 +123,13 @@ void drawLevelScale(QPainter& painter, const WaveformLayout& layout, const Wavef
                     int channels, float verticalScale) {
     const QRect place = layout.levels();
     if (place.isEmpty()) return;
-    painter.fillRect(place, colours.scaleGround);
     painter.fillRect(place.right() - layout.hair() + 1, place.top(), layout.hair(), place.height(),
                      colours.frame);
     painter.setPen(colours.ruler);
-    const int line = QFontMetrics(layout.font()).ascent();
-    const int right = place.right() - layout.pixels(6);
-    for (int channel = 0; channel < channels; ++channel) {
-        const ChannelBand band(channel, channels, place.top(), place.height());
-        std::vector<int> taken;  // middle rows of texts
-        const auto mark = [&](int row, const QString& text) {
-            const int top =
-                std::clamp(row - line / 2, band.top() + layout.hair(), band.bottom() - line + 1);
-            const bool meets = std::ranges::any_of(
-                taken, [&](int other) { return std::abs(other - top) < line + layout.pixels(2); });
-            if (meets || line > band.bottom() - band.top()) return;
-            taken.push_back(top);
-            painter.fillRect(right + layout.pixels(2), row, layout.pixels(4), layout.hair(),
-                             colours.ruler);
-            painter.drawText(QRect(place.left(), top - line, right - place.left(), 3 * line),
-                             Qt::AlignRight | Qt::AlignVCenter, text);
-        };
-        mark(band.zeroRow(), QStringLiteral("−∞"));
-        for (const int decibels : kLevels) {
-            const auto level = static_cast<float>(std::pow(10.0, -decibels / 20.0));
-            if (!(level * verticalScale <= 1.001f)) continue;
-            const QString text =
-                decibels == 0 ? QStringLiteral("0") : QStringLiteral("−%1").arg(decibels);
-            mark(band.rowOf(level, verticalScale), text);
-            mark(band.rowOf(-level, verticalScale), text);
-        }
-    }
+    for (int channel = 0; channel < channels; ++channel)
+        LevelMarks(painter, layout, colours,
+                   ChannelBand(channel, channels, place.top(), place.height()), verticalScale)
+            .draw();
 }
 
 }  // namespace tarnwick::widgets

@@ -11,7 +11,7 @@ namespace tarnwick::widgets {
 namespace {
 
 constexpr double kLineFrames = 2.0;   // frames of a column under which the wave becomes a line
-constexpr double kDotDistance = 5.0;  // logical pixels between samples that leave room for dots
+constexpr double kDotDistance = 4.0;  // logical pixels between samples that leave room for dots
 constexpr double kDotRadius = 1.75;   // logical pixels
 constexpr float kFullScale = 32767.0f / 32768.0f;
 

@@ -23,10 +23,18 @@ TEST_F(Display, ShowsWhatItIsToldAndReportsIt) {
         {[&] { waveform.notifyMouse(kMouseClearsSelection); }, "Mouse 3 0 0"},
         {[&] { waveform.SetSelection(0, 0, 0); }, "Selection 0 0 0"},
         {[&] { waveform.ZoomFull(); }, "Range 0 4000"}};
+    std::vector<DisplayChange> changes;
+    QObject::connect(&waveform, &Waveform::displayChanged,
+                     [&](DisplayChange what) { changes.push_back(what); });
     for (const auto& [call, line] : cases) {
         events.clear();
+        changes.clear();
         call();
         EXPECT_EQ(said(), line);
+        const std::vector<DisplayChange> told(
+            line[0] == 'M' ? 0 : 1,
+            line[0] == 'R' ? DisplayChange::Range : DisplayChange::Selection);
+        EXPECT_EQ(changes, told) << line;
     }
     // The whole sound stays the whole sound when it grows; a selection goes with its sound.
     editor->InsertSilence(0, 1000);
@@ -46,7 +54,8 @@ TEST_F(Display, DrawsAfterTheFirstAnalysisAndFollowsEveryEdit) {
     Waveform& waveform = editor->waveform();
     std::vector<WaveColumn> columns(4);
     int changes = 0;
-    QObject::connect(&waveform, &Waveform::displayChanged, [&] { ++changes; });
+    QObject::connect(&waveform, &Waveform::displayChanged,
+                     [&](DisplayChange what) { changes += what == DisplayChange::Sound; });
     load(wave(1000, 16384) + wave(1000, 0));
     EXPECT_FALSE(waveform.columns(0, 0, 2000, columns));
     waveform.AnalyzeSound();
@@ -59,6 +68,10 @@ TEST_F(Display, DrawsAfterTheFirstAnalysisAndFollowsEveryEdit) {
     EXPECT_NEAR(columns[3].maximum, 0.0f, 0.001f);
     EXPECT_FALSE(waveform.columns(1, 0, 2000, columns));
 
+    const int before = changes;
+    editor->effects().ApplyVolume(100, 200, 0, 0.0f, 0);  // as long as it was, and yet another
+    ASSERT_TRUE(sees("EditDone 3 1"));
+    EXPECT_GT(changes, before);
     editor->InsertSilence(0, 1000);
     ASSERT_TRUE(sees("EditDone 2 1"));
     ASSERT_TRUE(waveform.columns(0, 0, 4000, columns));  // one column past the end
@@ -85,9 +98,11 @@ TEST_F(Display, PlayingTellsItsStartItsPauseAndHowItEnded) {
     const qint32 held = editor->GetPlaybackPosition();
     pause(60);
     EXPECT_EQ(editor->GetPlaybackPosition(), held);
-    EXPECT_EQ(editor->waveform().playPosition(), held);
+    EXPECT_EQ(static_cast<qint32>(editor->waveform().playPosition()), held);
+    EXPECT_FALSE(editor->waveform().playing());
     editor->SoundResume();
     ASSERT_TRUE(pumpUntil([&] { return editor->GetPlaybackPosition() > held; }));
+    EXPECT_TRUE(editor->waveform().playing());
     editor->SoundPlayRange(1000, -1);
     editor->InsertSilence(0, 10);
     ASSERT_TRUE(sees("EditDone 2 1"));

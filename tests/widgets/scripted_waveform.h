@@ -28,9 +28,7 @@ class ScriptedWaveform : public engine::Waveform {
     ScriptedWaveform() { settings.setVerticalScale(1.0f); }
     void tell(engine::DisplayChange what) { Q_EMIT displayChanged(what); }
 
-    void Create(engine::WindowHandle parent, int left, int top, int width, int height) override {
-        Q_EMIT displayCreated(parent, QRect(left, top, width, height));
-    }
+    void Create(engine::WindowHandle, int, int, int, int) override {}
     void AnalyzeSound() override {}
     void GetDisplayRange(qint32& beginMs, qint32& endMs) const override {
         beginMs = rangeBegin;
