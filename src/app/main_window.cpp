@@ -128,8 +128,15 @@ void MainWindow::showWaveform(quintptr parent, const QRect& place) {
     view->setGeometry(place);
     view->lower();  // the progress frames lie over it
     view->show();
-    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundPlaybackStarted,
-                     view, [view] { view->followPlayback(); });
+    QWidget::setTabOrder(form_.slWAVFormScale, view);
+    runtime::onEvent(services_.failure, view, &widgets::WaveformView::playPauseAsked, &form_,
+                     [this] { playOrPause(); });
+}
+
+// As the buttons would: click() heeds that they are disabled before the first analysis.
+void MainWindow::playOrPause() {
+    const bool atRest = services_.EDT.waveform().playPosition() < 0.0;
+    (atRest ? form_.CommandPlay : form_.CommandPause)->click();
 }
 
 // Keeps two buttons in step with the editor; it can fire between any two events, so it only reads.

@@ -38,6 +38,7 @@ class MainWindow {
     void connectShell();
     void createWaveform();
     void showWaveform(quintptr parent, const QRect& place);
+    void playOrPause();
     void TimerMenuEnabler_Timer();
     void dropSound();
     void batchProcessorClosed();
