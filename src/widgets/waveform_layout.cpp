@@ -39,6 +39,8 @@ WaveformLayout::WaveformLayout(const QSize& size, qreal ratio,
         wave_.setLeft(wave_.left() + metrics.horizontalAdvance(QStringLiteral("−00")) + pixels(10));
 }
 
+bool WaveformLayout::uneven() const { return ratio_ != std::floor(ratio_); }
+
 int WaveformLayout::pixels(double logical) const {
     return std::max(1, static_cast<int>(std::lround(logical * ratio_)));
 }
@@ -62,13 +64,11 @@ TimeAxis WaveformLayout::logicalAxis(const TimeRange& view) const {
 
 QRect WaveformLayout::logical(const QRect& device) const {
     // At an uneven density the widget's own corner may lie between two device pixels.
-    const double margin = ratio_ == std::floor(ratio_) ? 0.0 : 0.5;
-    return outward(device, 1.0 / ratio_, margin);
+    return outward(device, 1.0 / ratio_, uneven() ? 0.5 : 0.0);
 }
 
 QRect WaveformLayout::device(const QRect& logical) const {
-    const double margin = ratio_ == std::floor(ratio_) ? 0.0 : 1.0;
-    return outward(logical, ratio_, margin).intersected(QRect(QPoint(0, 0), size_));
+    return outward(logical, ratio_, uneven() ? 1.0 : 0.0).intersected(QRect(QPoint(0, 0), size_));
 }
 
 }  // namespace tarnwick::widgets

@@ -18,6 +18,7 @@ class WaveformLayout {
                    const QFont& font);
 
     qreal ratio() const { return ratio_; }
+    bool uneven() const;  // a logical pixel is no whole number of device pixels
     QSize size() const { return size_; }
     int hair() const { return hair_; }           // width of a thin line
     int pixels(double logical) const;            // a length, at least 1

@@ -94,6 +94,8 @@ void WaveformView::renderIfStale(qreal ratio) {
 void WaveformView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     renderIfStale(painter.deviceTransform().m11());
+    // At an uneven density the widget covers parts of pixels that the picture does not.
+    if (layout_.uneven()) painter.fillRect(rect().adjusted(-1, -1, 1, 1), colours_.frame);
     countDevicePixels(painter);
     for (const QRect& due : event->region()) {
         const QRect part = layout_.device(due);
