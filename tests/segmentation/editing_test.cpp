@@ -52,6 +52,28 @@ TEST_F(Edits, ACursorOffersThePauseAndNothingSelectedMeansTheStart) {
     }
 }
 
+TEST_F(Edits, TheViewIsZoomedAndTheSelectionClearedByItsGesture) {
+    select(1, 100, 200);
+    for (const qint16 kind : {1, 2, 3, 4})
+        Q_EMIT EDT.WaveMouseNotification(kind, 0, 0);
+    EXPECT_EQ(EDT.taken(), QStringList(u"SetSelection 0 0 0"_qs)) << "kind 3 alone";
+    EDT.selected = 0;
+    Q_EMIT EDT.WaveMouseNotification(3, 0, 0);
+    EXPECT_TRUE(EDT.taken().isEmpty());
+    form.cbZoomSelection->setEnabled(true);
+    for (QPushButton* button :
+         {form.cbZoomIn, form.cbZoomOut, form.cbZoomFull, form.cbZoomSelection})
+        button->click();
+    form.mnuZoomIn->trigger();
+    form.mnuZoomOut->trigger();
+    EXPECT_EQ(EDT.taken(), QStringList({u"ZoomIn"_qs, u"ZoomOut"_qs, u"ZoomFull"_qs,
+                                        u"ZoomToSelection 1"_qs, u"ZoomIn"_qs, u"ZoomOut"_qs}));
+    Q_EMIT EDT.WaveRangeChanged(500, 1700);
+    EXPECT_EQ(
+        form.LabelRangeBegin->text() + form.LabelRangeEnd->text() + form.LabelRangeDuration->text(),
+        u"50017001200");
+}
+
 TEST_F(Edits, TheScaleSliderStandsUpsideDown) {
     controls.setUp();
     form.slWAVFormScale->setValue(50);

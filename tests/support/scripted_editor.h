@@ -29,10 +29,10 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         void SetSelection(qint16 available, qint32 begin, qint32 end) override {
             editor.note(u"SetSelection"_qs, {available, begin, end});
         }
-        void ZoomIn() override {}
-        void ZoomOut() override {}
-        void ZoomFull() override {}
-        void ZoomToSelection(qint32) override {}
+        void ZoomIn() override { editor.calls << u"ZoomIn"_qs; }
+        void ZoomOut() override { editor.calls << u"ZoomOut"_qs; }
+        void ZoomFull() override { editor.calls << u"ZoomFull"_qs; }
+        void ZoomToSelection(qint32 mode) override { editor.note(u"ZoomToSelection"_qs, {mode}); }
         void GetSettings(engine::WaveformSettings& settings) const override {
             settings = editor.settings;
         }
