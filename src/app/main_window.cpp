@@ -15,7 +15,11 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
       help_(form, services),
       menuKeys_(form),
       status_(form),
-      import_(form, chooser_, importServices()),
+      import_(form, importServices()),
+      excelImport_(form, chooser_, import_,
+                   {services.failure, services.state, session_, documents::Workbook::open}),
+      wordImport_(form, import_,
+                  {services.failure, services.state, session_, documents::WordDocument::open}),
       workingFiles_(form, fileServices()),
       detection_(form, detectionServices()),
       alignment_(form, {session_, import_.script(), detection_.silences(), services.EDT}),
@@ -30,13 +34,10 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
     windows_.batchProcessorClosed = [this] { batchProcessorClosed(); };
 }
 
-project::ExcelImport::Services MainWindow::importServices() {
-    return {.failure = services_.failure,
-            .state = services_.state,
-            .session = session_,
+project::ScriptImport::Services MainWindow::importServices() {
+    return {.state = services_.state,
             .boxes = services_.boxes,
             .files = services_.files,
-            .openWorkbook = documents::Workbook::open,
             .Load_Working_Sound = [this] {
                 dropSound();
                 workingFiles_.Load_Working_Sound();
@@ -56,8 +57,8 @@ project::WorkingFiles::Services MainWindow::fileServices() {
                     import_.vsImportResult.clear();
                     export_.drop();  // its rows are gone with the list
                 },
-            .Import_Excel = [this] { import_.Import_Excel(); },
-            .Import_Word = [] {}};
+            .Import_Excel = [this] { excelImport_.Import_Excel(); },
+            .Import_Word = [this] { wordImport_.Import_Word(); }};
 }
 
 segmentation::SilenceDetection::Services MainWindow::detectionServices() {

@@ -12,6 +12,8 @@
 #include "model/session.h"
 #include "project/excel_import.h"
 #include "project/file_naming.h"
+#include "project/script_import.h"
+#include "project/word_import.h"
 #include "project/working_files.h"
 #include "segmentation/alignment.h"
 #include "segmentation/editing.h"
@@ -42,7 +44,7 @@ class MainWindow {
     void TimerMenuEnabler_Timer();
     void dropSound();
     void batchProcessorClosed();
-    project::ExcelImport::Services importServices();
+    project::ScriptImport::Services importServices();
     project::WorkingFiles::Services fileServices();
     segmentation::ReloadChain::Services chainServices();
     segmentation::SilenceDetection::Services detectionServices();
@@ -58,7 +60,9 @@ class MainWindow {
     Help help_;
     MenuKeys menuKeys_;
     segmentation::StatusLine status_;
-    project::ExcelImport import_;
+    project::ScriptImport import_;
+    project::ExcelImport excelImport_;
+    project::WordImport wordImport_;
     project::WorkingFiles workingFiles_;
     segmentation::SilenceDetection detection_;
     segmentation::Alignment alignment_;

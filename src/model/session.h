@@ -15,6 +15,7 @@ struct Session {
     QString loadedFolder;          // folder and name of the recording whose sound is loaded: a load
     QString loadedFile;            // that was given up may have left another in vsWorkingFile
     QString vsScriptFile;          // name of the workbook, without the folder
+    QString vsWordFile;            // the same of the Word document
     QString vsLoadStage;           // how far the load's chain has come; empty before the first load
     qint32 vlSavedRangeBegin = 0;  // visible range to come back to, in ms;
     qint32 vlSavedRangeEnd = 0;    // equal values: none is saved

@@ -2,50 +2,41 @@
 
 #include "forms/frm_main.h"
 #include "forms/frm_select_import_sheet.h"
-#include "forms/overlay.h"
+#include "project/file_naming.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
-#include "runtime/numbers.h"
 
 namespace tarnwick::project {
 
 ExcelImport::ExcelImport(forms::frmMain& form, forms::frmSelectImportSheet& chooser,
-                         Services services)
-    : form_(form), chooser_(chooser), services_(std::move(services)) {
+                         ScriptImport& import, Services services)
+    : form_(form), chooser_(chooser), import_(import), services_(std::move(services)) {
     runtime::onEvent(services_.failure, chooser_.cbSelectSheet, &QPushButton::clicked,
                      chooser_.cbSelectSheet, [this] { sheetChosen(); });
 }
 
 void ExcelImport::Import_Excel() {
     runtime::guarded(services_.failure, u"frmMain.Import_Excel: ", [&](runtime::Line& line) {
-        const QString& folder = services_.state.vsProjectFolder;
         line(10);
-        QStringList scripts = services_.files.list(folder, u"*.xls"_qs);
+        QString script = import_.firstFile(u"*.xls"_qs);
         line(20);
-        if (scripts.isEmpty()) scripts = services_.files.list(folder, u"*.xlsx"_qs);
+        if (script.isEmpty()) script = import_.firstFile(u"*.xlsx"_qs);
         line(30);
-        services_.session.vsScriptFile = scripts.value(0);
+        services_.session.vsScriptFile = script;
         line(40);
-        if (scripts.isEmpty()) return noWorkbook();
+        if (script.isEmpty()) return import_.abort(u"Excel"_qs);
         line(50);
-        form_.txbScript->setText(services_.session.vsScriptFile);
+        form_.txbScript->setText(script);
         line(60);
-        forms::showOverlay(form_, *form_.frLoadFiles);
+        import_.showProgress();
         line(70);
-        xlBook = services_.openWorkbook(platform::pathIn(folder, services_.session.vsScriptFile));
+        xlBook = services_.openWorkbook(platform::pathIn(services_.state.vsProjectFolder, script));
         line(80);
         if (form_.chPromptSheet->isChecked()) return askForSheet();
         line(90);
         Continue_Import_Excel();
     });
-}
-
-void ExcelImport::noWorkbook() {
-    services_.boxes.plain(
-        u"No Excel file in Project folder.\rPlease fix and reload working files."_qs);
-    form_.frLoadFiles->hide();
-    vsImportResult = u"Abort"_qs;
 }
 
 void ExcelImport::askForSheet() {
@@ -69,25 +60,17 @@ void ExcelImport::Continue_Import_Excel() {
     const RowRange rows = rowsToRead(xlSheet);
     form_.pbLoadingScript->setRange(rows.viFirstRow, rows.viLastRow + 1);
     form_.pbLoadingScript->setValue(rows.viFirstRow);
-    scheme_ = readScheme(form_.txbPrefix->text(), form_.txbStarting->text(),
-                         form_.txbIncrement->text(), form_.txbSuffix->text());
+    scheme_ = readScheme(form_);
 
     const qint32 count = std::max(0, rows.viLastRow - rows.viFirstRow + 1);
     for (qint32 i = 1; i <= count; ++i) {
         const qint32 row = i + rows.viFirstRow - 1;
         readPrompt(xlSheet, i, row);
-        form_.pbLoadingScript->setValue(i + rows.viFirstRow);
-        forms::setCaption(form_.lbImporting,
-                          u"Importing Excel row %1 of %2"_qs.arg(row).arg(rows.viLastRow));
-        forms::repaintNow(form_);
+        import_.showRow(i + rows.viFirstRow,
+                        u"Importing Excel row %1 of %2"_qs.arg(row).arg(rows.viLastRow));
     }
-
     xlBook.reset();
-    script_.viPromptCount = static_cast<qint16>(count);
-    form_.mnuProjectFolder->setEnabled(true);
-    form_.frLoadFiles->hide();
-    forms::repaintNow(form_);
-    services_.Load_Working_Sound();
+    import_.finish(static_cast<qint16>(count));
 }
 
 RowRange ExcelImport::rowsToRead(const documents::Sheet& xlSheet) const {
@@ -103,10 +86,8 @@ RowRange ExcelImport::rowsToRead(const documents::Sheet& xlSheet) const {
 void ExcelImport::readPrompt(const documents::Sheet& xlSheet, qint32 i, qint32 row) {
     if (row < 1) throw runtime::Fault(u"Application-defined or object-defined error"_qs);
     const bool twoColumns = !xlSheet.text(1, 2).isEmpty();
-    model::PromptRow& prompt = runtime::element(script_.Prompts, i);
-    prompt.FileName = fileNameOf(xlSheet, twoColumns, i, row);
-    prompt.Content = xlSheet.text(row, twoColumns ? 2 : 1);
-    prompt.Words = wordCount(prompt.Content);
+    import_.store(i, fileNameOf(xlSheet, twoColumns, i, row),
+                  xlSheet.text(row, twoColumns ? 2 : 1));
 }
 
 QString ExcelImport::fileNameOf(const documents::Sheet& xlSheet, bool twoColumns, qint32 i,

@@ -4,11 +4,9 @@
 #include <optional>
 
 #include "documents/workbook.h"
-#include "model/script.h"
 #include "model/session.h"
-#include "platform/boxes.h"
-#include "platform/file_system.h"
 #include "project/naming_scheme.h"
+#include "project/script_import.h"
 #include "project/script_rows.h"
 #include "runtime/failure_path.h"
 #include "runtime/process_state.h"
@@ -28,23 +26,16 @@ class ExcelImport {
         const runtime::FailurePath& failure;
         runtime::ProcessState& state;
         model::Session& session;
-        platform::Boxes& boxes;
-        platform::FileSystem& files;
         std::function<documents::Workbook(const QString& path)> openWorkbook;
-        std::function<void()> Load_Working_Sound;
     };
 
-    ExcelImport(forms::frmMain& form, forms::frmSelectImportSheet& chooser, Services services);
+    ExcelImport(forms::frmMain& form, forms::frmSelectImportSheet& chooser, ScriptImport& import,
+                Services services);
 
-    // Guarded. Without a workbook: a box, and `vsImportResult` becomes "Abort".
+    // Guarded. Without a workbook: a box, and the load ends.
     void Import_Excel();
 
-    const model::Script& script() const { return script_; }
-
-    QString vsImportResult;  // emptied by each load; "Abort" when there was no script
-
   private:
-    void noWorkbook();
     void askForSheet();
     void sheetChosen();
     void Continue_Import_Excel();
@@ -55,8 +46,8 @@ class ExcelImport {
 
     forms::frmMain& form_;
     forms::frmSelectImportSheet& chooser_;
+    ScriptImport& import_;
     Services services_;
-    model::Script script_;
     NamingScheme scheme_;
     std::optional<documents::Workbook> xlBook;  // open only while an import runs
 };

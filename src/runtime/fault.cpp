@@ -10,6 +10,7 @@ void overflow() { throw Fault(QStringLiteral("Overflow")); }
 void subscriptOutOfRange() { throw Fault(QStringLiteral("Subscript out of range")); }
 void divisionByZero() { throw Fault(QStringLiteral("Division by zero")); }
 void invalidCall() { throw Fault(QStringLiteral("Invalid procedure call or argument")); }
+void invalidPropertyValue() { throw Fault(QStringLiteral("Invalid property value")); }
 void fileNotFound() { throw Fault(QStringLiteral("File not found")); }
 void pathNotFound() { throw Fault(QStringLiteral("Path not found")); }
 void fileAlreadyExists() { throw Fault(QStringLiteral("File already exists")); }

@@ -24,6 +24,7 @@ class Fault : public std::exception {
 [[noreturn]] void subscriptOutOfRange();
 [[noreturn]] void divisionByZero();
 [[noreturn]] void invalidCall();  // "Invalid procedure call or argument"
+[[noreturn]] void invalidPropertyValue();
 [[noreturn]] void fileNotFound();
 [[noreturn]] void pathNotFound();
 [[noreturn]] void fileAlreadyExists();

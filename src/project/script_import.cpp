@@ -1,0 +1,47 @@
+#include "project/script_import.h"
+
+#include "forms/frm_main.h"
+#include "forms/overlay.h"
+#include "project/script_rows.h"
+#include "runtime/arithmetic.h"
+
+namespace tarnwick::project {
+
+ScriptImport::ScriptImport(forms::frmMain& form, Services services)
+    : form_(form), services_(std::move(services)) {}
+
+QString ScriptImport::firstFile(const QString& pattern) const {
+    for (const QString& name : services_.files.list(services_.state.vsProjectFolder, pattern))
+        if (!name.startsWith(u"~$"_qs)) return name;
+    return {};
+}
+
+void ScriptImport::abort(const QString& program) {
+    services_.boxes.plain(
+        u"No %1 file in Project folder.\rPlease fix and reload working files."_qs.arg(program));
+    form_.frLoadFiles->hide();
+    vsImportResult = u"Abort"_qs;
+}
+
+void ScriptImport::showProgress() { forms::showOverlay(form_, *form_.frLoadFiles); }
+
+void ScriptImport::store(qint32 i, const QString& FileName, const QString& Content) {
+    runtime::element(script_.Prompts, i) = {FileName, Content, wordCount(Content)};
+}
+
+void ScriptImport::showRow(qint32 value, const QString& caption) {
+    if (value > form_.pbLoadingScript->maximum()) runtime::invalidPropertyValue();
+    form_.pbLoadingScript->setValue(value);
+    forms::setCaption(form_.lbImporting, caption);
+    forms::repaintNow(form_);
+}
+
+void ScriptImport::finish(qint16 viPromptCount) {
+    script_.viPromptCount = viPromptCount;
+    form_.mnuProjectFolder->setEnabled(true);
+    form_.frLoadFiles->hide();
+    forms::repaintNow(form_);
+    services_.Load_Working_Sound();
+}
+
+}  // namespace tarnwick::project

@@ -1,0 +1,59 @@
+#include "project/word_import.h"
+
+#include "forms/frm_main.h"
+#include "project/file_naming.h"
+#include "project/naming_scheme.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::project {
+
+WordImport::WordImport(forms::frmMain& form, ScriptImport& import, Services services)
+    : form_(form), import_(import), services_(std::move(services)) {}
+
+void WordImport::Import_Word() {
+    runtime::guarded(services_.failure, u"frmMain.Import_Word: ", [&](runtime::Line& line) {
+        line(10);
+        QString script = import_.firstFile(u"*.doc"_qs);
+        line(20);
+        if (script.isEmpty()) script = import_.firstFile(u"*.docx"_qs);
+        line(30);
+        services_.session.vsWordFile = script;
+        line(40);
+        if (script.isEmpty()) return import_.abort(u"Word"_qs);
+        line(50);
+        form_.txbScript->setText(script);
+        line(60);
+        import_.showProgress();
+        const qint16 count = readPrompts(line);
+        line(160);
+        import_.finish(count);
+    });
+}
+
+// The document is closed on return, also by a fault.
+qint16 WordImport::readPrompts(runtime::Line& line) {
+    line(70);
+    const NamingScheme scheme = readScheme(form_);
+    line(80);
+    const documents::WordDocument document = services_.openDocument(
+        platform::pathIn(services_.state.vsProjectFolder, services_.session.vsWordFile));
+    line(90);
+    const documents::WordTable& table = document.firstTable();
+    line(100);
+    const qint16 rows = runtime::roundToInteger(table.rowCount());
+    line(110);
+    const qint16 columns = runtime::roundToInteger(table.columnCount());
+    for (qint32 i = 1; i <= rows; ++i) {
+        line(120);
+        const QString FileName = columns == 2 ? table.text(i, 1) : scheme.nameAt(i - 1);
+        line(130);
+        const QString Content = table.text(i, columns == 2 ? 2 : 1);
+        line(140);
+        import_.store(i, FileName, Content);
+        line(150);
+        import_.showRow(i + 1, u"Importing Word row %1 of %2"_qs.arg(i).arg(rows));
+    }
+    return rows;
+}
+
+}  // namespace tarnwick::project
