@@ -44,12 +44,12 @@ constexpr std::array kDark{
     Colour{QPalette::Shadow, 0xff0c0d0e, 0xff0c0d0e},
 };
 
+}  // namespace
+
 bool isDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() <
            palette.color(QPalette::WindowText).lightness();
 }
-
-}  // namespace
 
 QPalette darkPalette() {
     QPalette palette;

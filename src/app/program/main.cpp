@@ -6,6 +6,7 @@
 
 #include "app/appearance.h"
 #include "app/application.h"
+#include "app/outlined_style.h"
 #include "engine/create_sound_editor.h"
 #include "forms/design.h"
 #include "platform/colour_scheme.h"
@@ -45,7 +46,7 @@ int main(int argc, char** argv) {
     Program program(argc, argv);
     QApplication::setApplicationName(u"Tarnwick"_qs);
     QApplication::setDesktopFileName(u"tarnwick"_qs);
-    QApplication::setStyle(u"Fusion"_qs);
+    QApplication::setStyle(new app::OutlinedStyle);
     QApplication::setFont(forms::uiFont());
     platform::ColourScheme scheme;
     app::followColourScheme(scheme);
