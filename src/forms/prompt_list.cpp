@@ -29,6 +29,11 @@ class PromptDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    // A row is one line: the line and page breaks of a prompt would be drawn as boxes.
+    QString displayText(const QVariant& value, const QLocale&) const override {
+        return value.toString().replace(u'\v', u' ').replace(u'\f', u' ');
+    }
+
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
         return {0, option.fontMetrics.height() + kRowPadding};
     }

@@ -55,7 +55,7 @@ void PromptList::lvAudioDetails_ItemClick(QTreeWidgetItem& item) {
     nResult = EDT_.SoundPlayRange(vlRowStart, EDT_.GetSoundDuration());
     session_.viCurrentRow =
         runtime::roundToInteger(form_.lvAudioDetails->indexOfTopLevelItem(&item) + 1);
-    form_.txbContent->setPlainText(item.text(model::kContent));
+    form_.txbContent->setPlainText(item.text(model::kContent).replace(u'\v', u'\n'));
 }
 
 void PromptList::moveView() {
