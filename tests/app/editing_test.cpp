@@ -232,11 +232,14 @@ TEST_F(Editing, AFailedEditLeavesAllAsItWas) {
 
 TEST_F(Editing, WithoutAnySoundLeftTheChainStops) {
     ASSERT_TRUE(loads(take));
+    select(700, 700);
+    EXPECT_TRUE(test::waitUntil([&] { return form().cbZoomSelection->isEnabled(); }, 2000));
     select(0, EDT->GetSoundDuration());
     status.texts.clear();
     form().cbDeleteSelection->click();
     ASSERT_TRUE(test::waitUntil([&] { return EDT->GetSoundDuration() == 0; }));
     ASSERT_TRUE(test::waitUntil([&] { return !form().cbUndo->isEnabled(); }));
+    EXPECT_FALSE(form().cbZoomSelection->isEnabled());
     EXPECT_EQ(status.texts.last(), u"Status1: Idle");
     Q_EMIT form().lvAudioDetails->itemPressed(form().lvAudioDetails->topLevelItem(3), 0);
     form().CommandPlay->click();

@@ -161,6 +161,7 @@ TEST_F(PlayerTest, WithoutADeviceTimePassesAsIfItPlayed) {
     Witness witness;
     Player player(witness.events());
     EXPECT_EQ(player.position(), 0);
+    player.prepare();
     const auto asked = Clock::now();
     player.play(tone(1000), 4410, 4410 + 13230);
     EXPECT_TRUE(player.playing());
@@ -225,6 +226,7 @@ TEST_F(PlayerTest, PausingHoldsAndStoppingIsSilent) {
 TEST_F(PulseTest, TheStretchIsHeardWholeAndOnce) {
     Witness witness;
     Player player(witness.events());
+    player.prepare();
     const auto sound = std::make_shared<ToneSound>(kMono, 44100, 997.0);
     const std::int64_t first = 10'000;
     const std::int64_t frames = 20'000;
