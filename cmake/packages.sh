@@ -3,13 +3,14 @@
 # a CI image is made from. A name with bars means that any one of the alternatives will do; the
 # first is the one that gets installed.
 
-# To configure and compile everything, tests and benchmarks included.
+# To configure and compile everything: tests, benchmarks and the manual included.
 TARNWICK_BUILD_PACKAGES=(
     build-essential cmake ninja-build pkg-config ccache
     qt6-base-dev libgl-dev
     libsqlcipher-dev libzip-dev libpugixml-dev
     libsndfile1-dev libmpg123-dev libmp3lame-dev libsoxr-dev libcubeb-dev
     libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
+    weasyprint
 )
 
 # To use the program: its fonts, the MP3 encoder that is linked into the program folder, the
@@ -20,9 +21,9 @@ TARNWICK_RUN_PACKAGES=(
 )
 
 # To run the tests and benchmarks: the format check, a sound server without hardware with its
-# recorder, and the tools that the benchmarks compare with.
+# recorder, a message bus, and the tools that the benchmarks compare with.
 TARNWICK_TEST_PACKAGES=(
-    clang-format git pulseaudio pulseaudio-utils ffmpeg sox mpg123
+    clang-format git pulseaudio pulseaudio-utils dbus-daemon ffmpeg sox mpg123
 )
 
 # To look for bytes that the readers do not survive: fuzz/run only.

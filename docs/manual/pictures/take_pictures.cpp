@@ -1,0 +1,208 @@
+// Takes the manual's pictures of the real program: the demo session, played through off-screen.
+// Usage: take_pictures <folder of the PNGs>
+
+#include <QApplication>
+#include <QPainter>
+#include <cstdio>
+
+#include "app/appearance.h"
+#include "app/application.h"
+#include "engine/create_sound_editor.h"
+#include "forms/frm_frame.h"
+#include "forms/frm_main.h"
+#include "forms/frm_select_import_sheet.h"
+#include "support/scripted_ports.h"
+#include "support/wait_until.h"
+
+namespace {
+
+using namespace tarnwick;
+
+constexpr int kPixelRatio = 2;  // sharp in print
+
+constexpr QSize kMark(19, 19);
+
+struct Callout {
+    int number;
+    const QWidget* at;  // the number stands to the left of it
+};
+
+// The program with its real engine and windows, in a folder of its own; boxes and the open dialog
+// answer by themselves.
+class Studio {
+  public:
+    explicit Studio(QString target) : target_(std::move(target)) {
+        const QString database = desk_.folder.filePath(u"Tarnwick.mdb"_qs);
+        QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE), database);
+        QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner);
+        execute(u"UPDATE Admin SET F13 = 100 WHERE F1 = 18"_qs);
+        application_.Sub_Main();
+        form_ = &application_.mainForm();
+    }
+
+    bool loadDemo() {
+        for (const QString& name : {u"harbour_tour.wav"_qs, u"harbour_tour.xlsx"_qs})
+            QFile::copy(QStringLiteral(TARNWICK_DEMO "/") + name, session_.filePath(name));
+        cmdlg_.path = session_.filePath(u"harbour_tour.wav"_qs);
+        form_->mnuLoadFiles->trigger();
+        return settled();
+    }
+
+    void mainWindow() {
+        EDT_->waveform().SetDisplayRange(8000, 24000);
+        pickRow(3);
+        EDT_->waveform().SetSelection(1, 12300, 13650);
+        settle();
+        QWidget afterMenus(form_->menuBar);
+        const QRect help = form_->menuBar->actionGeometry(form_->mnuHelp->menuAction());
+        afterMenus.move(help.right() + 24, 12);
+        QWidget& frame = application_.frame();
+        const QWidget* list = form_->lvAudioDetails;
+        const int end = list->mapTo(&frame, QPoint(0, list->height())).y() + 12;
+        save(u"main"_qs, frame, QRect(0, 0, frame.width(), end),
+             {{1, &afterMenus},
+              {2, form_->slWAVFormScale},
+              {3, form_->Picture1},
+              {4, form_->frEdit},
+              {5, form_->frAction},
+              {6, form_->lbStatus},
+              {7, form_->frTransport},
+              {8, form_->frLocations},
+              {9, form_->frFiles},
+              {10, form_->frSpecs},
+              {11, form_->cbContent},
+              {12, form_->lvAudioDetails}});
+    }
+
+    void waveform() {
+        const QRect place = form_->Picture1->geometry();
+        save(u"waveform"_qs, *form_->frTarnwick, place.adjusted(-2, -2, 2, 2));
+    }
+
+    void content() {
+        form_->cbContent->click();
+        settle();
+        const QRect list = form_->lvAudioDetails->geometry();
+        save(u"content"_qs, *form_->frTarnwick,
+             list.united(form_->txbContent->geometry()).adjusted(-6, -6, 6, 6));
+        form_->cbContent->click();
+    }
+
+    // Two prompts run together: everything behind them is one row off.
+    bool mismatch() {
+        const QTreeWidget& list = *form_->lvAudioDetails;
+        const int begin = list.topLevelItem(3)->text(5).toInt();
+        const int end = list.topLevelItem(4)->text(3).toInt();
+        EDT_->waveform().SetSelection(1, begin + 150, end - 150);
+        form_->cbDeleteSelection->click();
+        if (!settled()) return false;
+        pickRow(4);
+        settle();
+        const QRect counts = form_->frFiles->geometry();
+        save(u"mismatch"_qs, *form_->frTarnwick,
+             QRect(0, counts.top() - 4, form_->frTarnwick->width(),
+                   form_->lvAudioDetails->geometry().top() + 212 - counts.top()));
+        return true;
+    }
+
+    void preferences() {
+        form_->mnuPreferences->trigger();
+        settle();
+        save(u"preferences"_qs, *form_->frPreferences);
+        form_->cbPreferencesIgnore->click();
+    }
+
+    void sheetChooser() {
+        forms::frmSelectImportSheet chooser;
+        chooser.cbxSheetNames->addItems({u"Prompts"_qs, u"Notes"_qs});
+        chooser.show();
+        settle();
+        save(u"sheet"_qs, chooser);
+    }
+
+  private:
+    void execute(const QString& statement) {
+        const settings::Access access(database_, settings::connectionString(desk_.folder.path()));
+        database_.Execute(statement);
+        database_.Close();
+    }
+
+    static void settle() {
+        test::waitUntil([] { return false; }, 300);
+    }
+
+    bool settled() {
+        bool calculating = false;
+        return test::waitUntil([&] {
+            calculating = calculating || form_->txbCalculating->isVisible();
+            return calculating && form_->txbCalculating->isHidden() &&
+                   form_->lvAudioDetails->topLevelItemCount() > 0 &&
+                   EDT_->SoundExportsPending() == 0;
+        });
+    }
+
+    void pickRow(int row) {
+        QTreeWidgetItem* item = form_->lvAudioDetails->topLevelItem(row - 1);
+        form_->lvAudioDetails->setCurrentItem(item);
+        form_->txbContent->setPlainText(item->text(2));
+    }
+
+    void save(const QString& name, QWidget& window, const QRect& part = QRect(),
+              const std::vector<Callout>& callouts = {}) const {
+        QPixmap picture = window.grab(part.isNull() ? window.rect() : part);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        for (const Callout& callout : callouts) {
+            const QPoint corner = callout.at->mapTo(&window, QPoint(-17, -12));
+            const QRect mark(QPoint(std::max(corner.x(), 1), std::max(corner.y(), 0)), kMark);
+            painter.setPen(QPen(Qt::white, 1.5));
+            painter.setBrush(QColor(166, 38, 38));
+            painter.drawEllipse(mark);
+            QFont bold = painter.font();
+            bold.setBold(true);
+            bold.setPixelSize(11);
+            painter.setFont(bold);
+            painter.drawText(mark, Qt::AlignCenter, QString::number(callout.number));
+        }
+        painter.end();
+        picture.save(target_ + u'/' + name + u".png"_qs);
+    }
+
+    QString target_;
+    test::FailureDesk desk_;
+    test::ScriptedDialog cmdlg_;
+    test::ScriptedOpener opener_;
+    platform::Disk files_;
+    runtime::ProcessState state_;
+    settings::SettingsDatabase database_;
+    std::unique_ptr<engine::SoundEditor> EDT_ = engine::createSoundEditor();
+    app::Services services_{desk_.failure, state_,  database_,   desk_.boxes, cmdlg_,
+                            files_,        opener_, desk_.clock, *EDT_,       [] {}};
+    app::Application application_{services_};
+    forms::frmMain* form_ = nullptr;
+    QTemporaryDir session_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: take_pictures <folder>\n");
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(kPixelRatio));
+    QApplication program(argc, argv);
+    QApplication::setStyle(u"Fusion"_qs);
+    QApplication::setFont(forms::uiFont());
+    QApplication::setPalette(app::lightPalette());
+
+    Studio studio(QString::fromLocal8Bit(argv[1]));
+    if (!studio.loadDemo()) return 1;
+    studio.mainWindow();
+    studio.waveform();
+    studio.content();
+    studio.preferences();
+    studio.sheetChooser();
+    return studio.mismatch() ? 0 : 1;
+}
