@@ -109,9 +109,8 @@ void paint(benchmark::State& state) {
     for (auto _ : state) {
         const auto at = static_cast<qint32>(random() % static_cast<quint32>(duration - width));
         width > 0 ? waveform.SetDisplayRange(at, at + width) : waveform.SetDisplayRange(0, -1);
-        const double seconds = secondsOf([&] {
-            benchmark::DoNotOptimize(widgets::renderWaveform(waveform, layout, colours));
-        });
+        const double seconds = secondsOf(
+            [&] { benchmark::DoNotOptimize(widgets::renderWaveform(waveform, layout, colours)); });
         state.SetIterationTime(seconds);
         worst = std::max(worst, seconds);
     }
