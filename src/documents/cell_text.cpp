@@ -9,6 +9,9 @@ namespace tarnwick::documents {
 
 namespace {
 
+// Characters in a cell: a page of dense print has about 5,000.
+constexpr qsizetype kLongestText = 1 << 16;
+
 // What an element means for the text. One that is not listed stands for what is in it: links,
 // insertions, content controls, smart tags and whatever else may be wrapped around text.
 enum class Meaning {
@@ -101,7 +104,11 @@ class Walk {
     void meet(const pugi::xml_node& node, int depth);
     void fieldMark(const pugi::xml_node& node);
     void put(const QString& piece) {
-        if (!hidden_ && instructions_ == 0) text += piece;
+        if (!hidden_ && instructions_ == 0) append(piece);
+    }
+    void append(const QString& piece) {
+        if (text.size() + piece.size() > kLongestText) throw PackageError(PackageError::kTooLarge);
+        text += piece;
     }
 
     bool parted_ = false;       // a paragraph has ended: the next one begins with a CR
@@ -125,7 +132,7 @@ void Walk::meet(const pugi::xml_node& node, int depth) {
         case Meaning::kAlternatives:
             return through(chosenBranch(node), depth + 1);
         case Meaning::kParagraph:
-            if (std::exchange(parted_, false)) text += u'\r';
+            if (std::exchange(parted_, false)) append(QStringLiteral("\r"));
             through(node, depth + 1);
             parted_ = endsHere(node);
             return;
@@ -151,7 +158,9 @@ void Walk::meet(const pugi::xml_node& node, int depth) {
             return put(QChar(QChar::SoftHyphen));
         case Meaning::kSymbol: {
             const QByteArray code = attributeNamed(node, "char").value();
-            return put(QChar(code.toUShort(nullptr, 16)));
+            const QChar symbol(code.toUShort(nullptr, 16));
+            if (symbol.isNull() || symbol.isSurrogate()) return;  // no character at all
+            return put(symbol);
         }
         case Meaning::kFieldMark:
             return fieldMark(node);

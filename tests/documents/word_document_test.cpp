@@ -93,7 +93,7 @@ TEST(WordDocument, TextInACell) {
         {"<p/><p><r><t> a </t><t xml:space='preserve'> b\n c </t></r></p>",
          QStringLiteral("\ra b  c ")},
         {"<p><pPr><tabs><tab/></tabs></pPr><r><t>a</t><tab/><cr/><br type='page'/>"
-         "<sym char='2192'/></r></p>",
+         "<sym char='2192'/><sym char='zz'/></r></p>",
          QStringLiteral(u"a\t\v\f→")},
         {"<sdt><sdtPr><tag val='x'/></sdtPr><sdtContent><p><smartTag><r><t>in</t></r></smartTag>"
          "<ins><r><t>serted</t></r></ins></p></sdtContent></sdt>",
