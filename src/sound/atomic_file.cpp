@@ -39,6 +39,8 @@ bool makesNameless(int descriptor) {
 
 AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
     : target_(std::move(target)) {
+    // The system would take what stands before it for the name.
+    if (target_.native().find('\0') != std::string::npos) fail(EINVAL, "a null in the name");
     std::error_code error;
     if (is_symlink(symlink_status(target_, error))) {
         target_ = canonical(target_, error);
