@@ -31,7 +31,9 @@ class PromptDelegate : public QStyledItemDelegate {
 
     // A row is one line: the line and page breaks of a prompt would be drawn as boxes.
     QString displayText(const QVariant& value, const QLocale&) const override {
-        return value.toString().replace(u'\v', u' ').replace(u'\f', u' ');
+        // No column shows more, and to measure a long text takes its time with every repaint.
+        constexpr qsizetype kMostShown = 1000;
+        return value.toString().left(kMostShown).replace(u'\v', u' ').replace(u'\f', u' ');
     }
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
