@@ -7,6 +7,7 @@
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
+#include "runtime/numbers.h"
 #include "settings/update_statement.h"
 
 namespace tarnwick::app {
@@ -18,7 +19,9 @@ QString textOrEmpty(const settings::Record& row, const QString& column) {
 }
 
 // A stored tick is 1; whatever else stands there counts as none.
-bool ticked(const settings::Record& row, const QString& column) { return row.number(column) == 1; }
+bool ticked(const settings::Record& row, const QString& column) {
+    return runtime::roundToInteger(row.number(column)) == 1;
+}
 
 // To set a text is to change it, even to the same: who follows the box is told.
 void assign(QLineEdit* box, const QString& text) {

@@ -22,25 +22,6 @@ QString partOf(const QString& connectionString, const QString& name, const QStri
     return connectionString.mid(from, end < from ? -1 : end - from);
 }
 
-// Statements are put together from what people type. Behind an apostrophe a comment would take the
-// end of the statement away, and with it the row that is meant; so nothing may be one.
-void refuseComments(const QString& statement) {
-    QChar quote;  // the one that ends the text or name at hand
-    for (qsizetype i = 0; i < statement.size(); ++i) {
-        const QChar here = statement[i];
-        const QStringView two = QStringView(statement).mid(i, 2);
-        if (!quote.isNull()) {
-            if (here == quote) quote = QChar();
-        } else if (here == u'\'' || here == u'"' || here == u'`') {
-            quote = here;
-        } else if (here == u'[') {
-            quote = u']';
-        } else if (two == u"--" || two == u"/*") {
-            throw runtime::Fault(QStringLiteral("near \"%1\": syntax error").arg(two));
-        }
-    }
-}
-
 }  // namespace
 
 void Connection::StatementCloser::operator()(sqlite3_stmt* statement) const {
@@ -80,7 +61,6 @@ void Connection::Open(const QString& connectionString) {
 }
 
 Connection::Statement Connection::prepare(const QString& statement) const {
-    refuseComments(statement);
     const QByteArray utf8 = statement.toUtf8();
     sqlite3_stmt* prepared = nullptr;
     const char* rest = nullptr;

@@ -4,6 +4,7 @@
 
 #include "runtime/fault.h"
 #include "runtime/numbers.h"
+#include "settings/quote.h"
 
 namespace tarnwick::settings {
 
@@ -24,6 +25,14 @@ UpdateStatement& UpdateStatement::integer(qint32 value) { return add(QString::nu
 
 UpdateStatement& UpdateStatement::boolean(bool value) { return integer(value ? 1 : 0); }
 
-UpdateStatement& UpdateStatement::quoted(const QString& text) { return add(u'\'' + text + u'\''); }
+UpdateStatement& UpdateStatement::quoted(const QString& text) {
+    if (text.contains(u'\''))
+        throw runtime::Fault(QStringLiteral("Syntax error in string '%1'.").arg(text));
+    return quotedDoubled(text);
+}
+
+UpdateStatement& UpdateStatement::quotedDoubled(const QString& text) {
+    return add(u'\'' + Quote_Doubled(text) + u'\'');
+}
 
 }  // namespace tarnwick::settings

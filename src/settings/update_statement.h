@@ -18,9 +18,11 @@ class UpdateStatement {
     UpdateStatement& number(QStringView entry);
     UpdateStatement& integer(qint32 value);
     UpdateStatement& boolean(bool value);  // the provider's literals, 1 and 0
-    // Between single quotes as it is: an apostrophe in it breaks the statement, unless the caller
-    // has doubled it.
+    // Between single quotes as it is. An apostrophe in it breaks the statement and faults; left to
+    // the provider, some with several of them would be good statements that store something else.
     UpdateStatement& quoted(const QString& text);
+    // Between single quotes, with its apostrophes doubled.
+    UpdateStatement& quotedDoubled(const QString& text);
 
     // The complete statement. `tail` names the row and brings its own blanks.
     QString where(QStringView tail) const { return text_ + tail.toString(); }
