@@ -23,12 +23,13 @@ ReloadChain::ReloadChain(forms::frmMain& form, Services services)
 void ReloadChain::drop() {
     TimerReload.disarm();
     TimerDisplayWaveform.disarm();
-    changing_ = false;
+    rebuilding_ = false;
+    editsUnderWay_ = 0;  // nothing is heard of them any more
 }
 
 // The chain comes to no list: nothing is being calculated any more.
 void ReloadChain::end() {
-    changing_ = false;
+    rebuilding_ = false;
     form_.txbCalculating->hide();
 }
 
@@ -39,7 +40,7 @@ void ReloadChain::on(Signal signal, Handler handler) {
 
 void ReloadChain::connectLoading() {
     on(&engine::SoundEditor::SoundLoadingStarted, [this] {
-        changing_ = true;
+        rebuilding_ = true;
         form_.txbCalculating->show();
         services_.status.calculating(u"Loading Audio File..."_qs);
         services_.status.started(u"Status6: Loading... 0%"_qs);
@@ -51,10 +52,8 @@ void ReloadChain::connectLoading() {
 }
 
 void ReloadChain::connectEditing() {
-    on(&engine::SoundEditor::SoundEditStarted, [this] {
-        changing_ = true;
-        services_.status.started(u"Status3: Editing...  0%"_qs);
-    });
+    on(&engine::SoundEditor::SoundEditStarted,
+       [this] { services_.status.started(u"Status3: Editing...  0%"_qs); });
     on(&engine::SoundEditor::SoundEditPerc,
        [this](qint16 percent) { services_.status.advanced(u"Status2: Editing... "_qs, percent); });
     on(&engine::SoundEditor::SoundEditDone,
@@ -83,8 +82,13 @@ void ReloadChain::EDT_SoundLoadingDone(qint32 bResult) {
 
 void ReloadChain::EDT_SoundEditDone(qint32 bResult) {
     services_.status.finished(u"Status1: Idle"_qs);
-    if (bResult == 1) return TimerReload.arm();
-    end();
+    editsUnderWay_ = std::max(0, editsUnderWay_ - 1);
+    if (bResult == 1) {
+        rebuilding_ = true;
+        return TimerReload.arm();
+    }
+    // The chain of an edit before may still be on its way to a list.
+    if (!TimerReload.armed() && !TimerDisplayWaveform.armed()) end();
     reportFailure();
 }
 
@@ -111,6 +115,7 @@ void ReloadChain::TimerReload_Timer() {
     const qint32 duration = EDT.GetSoundDuration();
     if (duration == 0) {
         EDT.SoundClose();
+        drop();
         return end();
     }
     form_.LabelTotalDuration->setText(EDT.FormatMs(duration, 0, 1));
@@ -134,7 +139,7 @@ void ReloadChain::TimerDisplayWaveform_Timer() {
     if (session.vsLoadStage == QStringView(model::kStartSilenceAdded))
         return addPause(u"Adding Final Pause..."_qs, services_.EDT.GetSoundDuration(),
                         model::kEndSilenceAdded);
-    changing_ = TimerReload.armed();  // by another edit that has ended since
+    rebuilding_ = TimerReload.armed();  // for another edit that has ended since
     services_.process();
 }
 
@@ -142,6 +147,7 @@ void ReloadChain::addPause(const QString& announcement, qint32 position,
                            const char16_t* nextStage) {
     services_.status.calculating(announcement);
     const qint32 length = runtime::roundToLong(runtime::val(form_.txbSilence->text()));
+    editAsked();
     services_.EDT.InsertSilence(position, length);
     services_.session.vsLoadStage = QString::fromUtf16(nextStage);
 }

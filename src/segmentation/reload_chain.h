@@ -33,10 +33,10 @@ class ReloadChain {
     ReloadChain(forms::frmMain& form, Services services);
 
     // From the start of a load or edit until the list's rebuilding takes over or the chain ends.
-    bool soundIsChanging() const { return changing_; }
+    bool soundIsChanging() const { return rebuilding_ || editsUnderWay_ > 0; }
 
     // An edit was asked for: from here on the list is no guide.
-    void editAsked() { changing_ = true; }
+    void editAsked() { ++editsUnderWay_; }
 
     // Gives up what is under way, because the sound is closed or replaced.
     void drop();
@@ -62,7 +62,8 @@ class ReloadChain {
     Services services_;
     engine::OneShotTimer TimerReload;
     engine::OneShotTimer TimerDisplayWaveform;
-    bool changing_ = false;
+    bool rebuilding_ = false;  // the sound has changed, the list has not yet
+    int editsUnderWay_ = 0;    // asked for and not yet done
 };
 
 }  // namespace tarnwick::segmentation
