@@ -35,7 +35,7 @@ qint32 Editor::startEdit(EditCommand command, Edit run) {
             if (code == kOk) {
                 sound_.timeline = edited;
                 sound_.undoAvailable = undoAvailable;
-                Q_EMIT waveform_.displayChanged(DisplayChange::Sound);
+                waveform_.soundEdited();
             }
             Q_EMIT SoundEditDone(command, code == kOk ? 1 : 0);
         });

@@ -109,6 +109,13 @@ bool WaveformModel::columns(int channel, double beginMs, double endMs,
 
 void WaveformModel::notifyMouse(qint16 kind) { Q_EMIT editor_.WaveMouseNotification(kind, 0, 0); }
 
+void WaveformModel::soundEdited() {
+    Q_EMIT displayChanged(DisplayChange::Sound);
+    if (!selected_ || selection_.end <= duration()) return;
+    const bool behind = selection_.begin >= duration();
+    SetSelection(behind ? 0 : 1, selection_.begin, selection_.end);
+}
+
 bool WaveformModel::reset() {
     view_ = {};
     selection_ = {0, 0};

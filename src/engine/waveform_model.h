@@ -45,6 +45,10 @@ class WaveformModel final : public Waveform {
 
     void notifyMouse(qint16 kind) override;
 
+    // An edit was delivered: the picture is out of date, and a selection ends with the sound; one
+    // that lies wholly behind its end is cleared.
+    void soundEdited();
+
     // The sound went away: the whole of the next one is shown, nothing of it selected. True when
     // there was a selection; the caller tells of its end.
     bool reset();
