@@ -111,6 +111,20 @@ void OverlayFrame::paintEvent(QPaintEvent*) {
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
+PlainCombo::PlainCombo(QWidget* parent) : QComboBox(parent) {
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    setCompleter(nullptr);  // it would turn a value that begins a listed one into that
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void PlainCombo::wheelEvent(QWheelEvent* event) {
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
 void TitledFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -188,9 +202,7 @@ QRadioButton* makeOption(QWidget* parent, const QString& objectName, const QStri
 
 QComboBox* makeCombo(QWidget* parent, const QString& objectName, const QStringList& items,
                      const QString& text, const Place& place, const QString& caption) {
-    auto* box = new QComboBox(parent);
-    box->setEditable(true);
-    box->setInsertPolicy(QComboBox::NoInsert);
+    auto* box = new PlainCombo(parent);
     box->addItems(items);
     box->setCurrentText(text);
     return name(box, objectName, caption, place);

@@ -73,6 +73,15 @@ class CaptionButton : public QPushButton {
     void paintEvent(QPaintEvent* event) override;
 };
 
+// A combo box that takes any text as it is typed, and whose value a passing wheel does not change.
+class PlainCombo : public QComboBox {
+  public:
+    explicit PlainCombo(QWidget* parent);
+
+  protected:
+    void wheelEvent(QWheelEvent* event) override;
+};
+
 // A frame with its title in the upper line. It needs less height than the style's own group box,
 // and its contents may begin 15 pixels below its top. An empty title closes the line; flat hides
 // it.
