@@ -56,6 +56,9 @@ class Studio {
         QWidget afterMenus(form_->menuBar);
         const QRect help = form_->menuBar->actionGeometry(form_->mnuHelp->menuAction());
         afterMenus.move(help.right() + 24, 12);
+        // Left of the list there is no room for a number.
+        QWidget behindList(form_->frTarnwick);
+        behindList.move(form_->lvAudioDetails->geometry().topRight() + QPoint(22, 12));
         QWidget& frame = application_.frame();
         const QWidget* list = form_->lvAudioDetails;
         const int end = list->mapTo(&frame, QPoint(0, list->height())).y() + 12;
@@ -71,7 +74,7 @@ class Studio {
               {9, form_->frFiles},
               {10, form_->frSpecs},
               {11, form_->cbContent},
-              {12, form_->lvAudioDetails}});
+              {12, &behindList}});
     }
 
     void waveform() {
