@@ -5,13 +5,13 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <QFileInfo>
+
+#include "platform/session_bus.h"
 
 namespace tarnwick::platform {
 
 namespace {
 
-constexpr int kPatienceMs = 100;
 constexpr uint kPrefersDark = 1;
 
 const QString& connectionName() {
@@ -40,28 +40,27 @@ QDBusMessage question() {
 
 }  // namespace
 
-QString ColourScheme::sessionBus() {
-    const QString told = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    if (!told.isEmpty()) return told;
-    const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_qs;
-    return QFileInfo::exists(usual) ? u"unix:path="_qs + usual : QString();
+ColourScheme::ColourScheme(const SessionBus& bus) {
+    if (bus.answers())
+        ask(bus.address(), bus.patienceLeftMs());
+    else
+        connect(&bus, &SessionBus::answered, this, [this, &bus] { ask(bus.address(), 0); });
 }
 
-ColourScheme::ColourScheme(const QString& address) {
-    if (address.isEmpty()) return;
+void ColourScheme::ask(const QString& address, int patienceMs) {
     QDBusConnection bus = QDBusConnection::connectToBus(address, connectionName());
     if (!bus.isConnected()) return;
     bus.connect(QString(), u"/org/freedesktop/portal/desktop"_qs,
                 u"org.freedesktop.portal.Settings"_qs, u"SettingChanged"_qs, {group(), key()},
                 QString(), this, SLOT(settingChanged(QDBusMessage)));
-    const QDBusMessage answer = bus.call(question(), QDBus::Block, kPatienceMs);
-    if (answer.type() == QDBusMessage::ReplyMessage) {
-        take(answer.arguments().value(0));
-    } else if (answer.errorName() == u"org.freedesktop.DBus.Error.NoReply"_qs) {
-        // A portal that is being started at this moment.
-        auto* later = new QDBusPendingCallWatcher(bus.asyncCall(question()), this);
-        connect(later, &QDBusPendingCallWatcher::finished, this, &ColourScheme::lateAnswer);
+    if (patienceMs > 0) {
+        const QDBusMessage answer = bus.call(question(), QDBus::Block, patienceMs);
+        if (answer.type() == QDBusMessage::ReplyMessage) take(answer.arguments().value(0));
+        if (answer.errorName() != u"org.freedesktop.DBus.Error.NoReply"_qs) return;
     }
+    // A portal that is being started at this moment.
+    auto* later = new QDBusPendingCallWatcher(bus.asyncCall(question()), this);
+    connect(later, &QDBusPendingCallWatcher::finished, this, &ColourScheme::lateAnswer);
 }
 
 ColourScheme::~ColourScheme() { QDBusConnection::disconnectFromBus(connectionName()); }

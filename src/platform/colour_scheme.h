@@ -7,6 +7,8 @@ class QDBusPendingCallWatcher;
 
 namespace tarnwick::platform {
 
+class SessionBus;
+
 // Whether the desktop asks its programs for dark windows, as its settings portal tells it
 // (org.freedesktop.portal.Settings, the key color-scheme of org.freedesktop.appearance). Without
 // a session bus or a portal the answer is no, without delay and without a message. UI thread.
@@ -14,16 +16,12 @@ class ColourScheme : public QObject {
     Q_OBJECT
 
   public:
-    // Asks on the bus at `address`, none if that is empty, and waits for the answer for a tenth of
-    // a second at most; one that comes later is a change.
-    explicit ColourScheme(const QString& address = sessionBus());
+    // Asks on `bus` if that answers, and waits for the portal as long as its greeting has left
+    // patience for; what is told later is a change. `bus` outlives this object.
+    explicit ColourScheme(const SessionBus& bus);
     ~ColourScheme() override;
 
     bool dark() const { return dark_; }
-
-    // The address of the session's bus as the desktop has it; empty where there is none. Unlike the
-    // bus library's own search, this never starts a bus.
-    static QString sessionBus();
 
   Q_SIGNALS:
     // dark() has another value.
@@ -33,6 +31,7 @@ class ColourScheme : public QObject {
     void settingChanged(const QDBusMessage& message);  // group, key, value
 
   private:
+    void ask(const QString& address, int patienceMs);  // 0: does not wait
     void lateAnswer(QDBusPendingCallWatcher* call);
     void take(const QVariant& value);
 

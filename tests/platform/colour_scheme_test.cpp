@@ -7,7 +7,9 @@
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QProcess>
+#include <csignal>
 
+#include "platform/session_bus.h"
 #include "support/wait_until.h"
 
 namespace tarnwick::platform {
@@ -37,8 +39,13 @@ TEST(ColourScheme, FollowsThePortal) {
     bus.registerService(u"org.freedesktop.portal.Desktop"_qs);
     bus.registerVirtualObject(u"/org/freedesktop/portal/desktop"_qs, &portal);
 
-    ColourScheme scheme(address);
-    EXPECT_FALSE(scheme.dark());
+    // A daemon that stands still accepts and says nothing.
+    ::kill(pid_t(daemon.processId()), SIGSTOP);
+    EXPECT_FALSE(SessionBus(address).answers());
+    const SessionBus session(address);
+    ColourScheme scheme(session);
+    EXPECT_FALSE(session.answers() || scheme.dark());
+    ::kill(pid_t(daemon.processId()), SIGCONT);
     EXPECT_TRUE(test::waitUntil([&] { return scheme.dark(); }, 5000));
     EXPECT_TRUE(portal.asked);
 
@@ -65,7 +72,7 @@ TEST(ColourScheme, FollowsThePortal) {
 
 TEST(ColourScheme, IsLightAtOnceWithoutABus) {
     for (const char* address : {"", "unix:path=/nowhere/bus"})
-        EXPECT_FALSE(ColourScheme(QLatin1String(address)).dark()) << address;
+        EXPECT_FALSE(ColourScheme(SessionBus(QLatin1String(address))).dark()) << address;
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "platform/desktop_open_dialog.h"
 #include "platform/desktop_opener.h"
 #include "platform/disk.h"
+#include "platform/session_bus.h"
 
 using namespace tarnwick;
 
@@ -43,12 +44,14 @@ class Program : public QApplication {
 int main(int argc, char** argv) {
     // A file-size limit is a failed write like a full disk, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
+    const platform::SessionBus bus;
+    bus.hideWhileSilent();
     Program program(argc, argv);
     QApplication::setApplicationName(u"Tarnwick"_qs);
     QApplication::setDesktopFileName(u"tarnwick"_qs);
     QApplication::setStyle(new app::OutlinedStyle);
     QApplication::setFont(forms::uiFont());
-    platform::ColourScheme scheme;
+    platform::ColourScheme scheme(bus);
     app::followColourScheme(scheme);
     QApplication::setWindowIcon(QIcon(u":/tarnwick/icon.png"_qs));
 
