@@ -11,7 +11,7 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
       windows_(windows),
       services_(services),
       naming_(form, services.failure),
-      preferences_(form, services),
+      preferences_(form, services, [this] { windows_.reveal(*form_.frPreferences); }),
       help_(form, services),
       menuKeys_(form),
       status_(form),

@@ -11,11 +11,6 @@ namespace {
 
 constexpr int kCorner = 2;
 
-bool wantsOutline(const QStyleOption& option) {
-    // What has the focus has an outline of the accent's colour already.
-    return isDark(option.palette) && !(option.state & QStyle::State_HasFocus);
-}
-
 QColor lineColour(const QStyleOption& option) {
     QColor line = option.palette.color(QPalette::Text);
     line.setAlphaF(option.state & QStyle::State_Enabled ? 0.40F : 0.22F);
@@ -39,9 +34,11 @@ OutlinedStyle::OutlinedStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                   QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    if (!wantsOutline(*option)) return;
-    const bool framed =
-        element == PE_Frame || element == PE_FrameLineEdit || element == PE_IndicatorCheckBox;
+    if (!isDark(option->palette)) return;
+    const bool focus = option->state & State_HasFocus;
+    // A text field that has the focus has an outline of the accent's colour already.
+    const bool framed = element == PE_Frame || element == PE_IndicatorCheckBox ||
+                        (element == PE_FrameLineEdit && !focus);
     if (framed || element == PE_IndicatorRadioButton)
         outline(*painter, *option, element == PE_IndicatorRadioButton);
 }
@@ -49,7 +46,10 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
 void OutlinedStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                        QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control == CC_ComboBox && wantsOutline(*option)) outline(*painter, *option, false);
+    if (control != CC_ComboBox || !isDark(option->palette)) return;
+    // So does a combo box, once a key was used.
+    const State accented = State_HasFocus | State_KeyboardFocusChange;
+    if ((option->state & accented) != accented) outline(*painter, *option, false);
 }
 
 }  // namespace tarnwick::app

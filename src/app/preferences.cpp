@@ -33,20 +33,14 @@ void assign(QLineEdit* box, const QString& text) {
 
 QString percentText(double percent) { return QString::number(std::round(percent)) + u'%'; }
 
-// Tab goes to the option that is on; with none on, to the first.
-void tabToTheOneThatIsOn(const QButtonGroup& group) {
-    if (group.checkedButton() == nullptr) return;
-    for (QAbstractButton* option : group.buttons())
-        option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
-}
-
 // Typed by support to get at the process timer.
 constexpr char16_t kServiceCode[] = u"3172";
 
 }  // namespace
 
-Preferences::Preferences(forms::frmMain& form, const Services& services)
-    : form_(form), services_(services) {
+Preferences::Preferences(forms::frmMain& form, const Services& services,
+                         std::function<void()> opened)
+    : form_(form), services_(services), opened_(std::move(opened)) {
     connectPage();
     form_.lbRecalcTimer->installEventFilter(this);
 }
@@ -98,6 +92,17 @@ void Preferences::PreferencesLoad() {
         line(90);
         database.Release();
     });
+    tabToWhatIsOn();
+}
+
+// Tab goes to the option that is on; with none on, to the first.
+void Preferences::tabToWhatIsOn() {
+    for (const QButtonGroup* group : form_.findChildren<QButtonGroup*>()) {
+        const QAbstractButton* on = group->checkedButton();
+        if (on == nullptr) on = group->buttons().constFirst();
+        for (QAbstractButton* option : group->buttons())
+            option->setFocusPolicy(option == on ? Qt::StrongFocus : Qt::ClickFocus);
+    }
 }
 
 void Preferences::showSegmentation(const settings::Record& row) {
@@ -163,9 +168,9 @@ void Preferences::mnuPreferences_Click() {
     enableTimer(false);
     form_.frExcelSpecific->setFlat(true);
     page->show();
-    for (const QButtonGroup* group : form_.findChildren<QButtonGroup*>())
-        tabToTheOneThatIsOn(*group);
+    tabToWhatIsOn();
     form_.OpScriptFormat[form_.OpScriptFormat[0]->isChecked() ? 0 : 1]->setFocus();
+    opened_();
 }
 
 void Preferences::leavePage() {

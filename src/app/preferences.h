@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 
 #include "app/services.h"
 
@@ -16,7 +17,8 @@ namespace tarnwick::app {
 // settings on it and in the work area, kept in rows 17, 18 and 19. UI thread.
 class Preferences : public QObject {
   public:
-    Preferences(forms::frmMain& form, const Services& services);
+    // `opened` is told when the page has come up and has the keyboard.
+    Preferences(forms::frmMain& form, const Services& services, std::function<void()> opened);
 
     // Fills the settings controls from the database. Guarded.
     void PreferencesLoad();
@@ -45,10 +47,12 @@ class Preferences : public QObject {
     QString updateOfRow19(int sourceFormat) const;
     int sourceFormatIndex() const;
     void enableTimer(bool on);
+    void tabToWhatIsOn();
     void leavePage();
 
     forms::frmMain& form_;
     const Services& services_;
+    std::function<void()> opened_;
     QPointer<QWidget> focusBefore_;  // where in the work area the keyboard was
 };
 

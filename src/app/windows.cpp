@@ -43,6 +43,8 @@ void Windows::hideMain() {
     main_.menuBar->hide();
 }
 
+void Windows::reveal(const QWidget& control) { frame_.reveal(control); }
+
 template <class Form>
 void Windows::showInstead(std::function<void()> closed) {
     if (instead_ && dynamic_cast<Form*>(instead_->widget()) != nullptr) return;

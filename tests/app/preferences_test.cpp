@@ -40,8 +40,10 @@ struct Page : test::Journey {
 };
 
 TEST_F(Page, SettingsSurviveARestart) {
+    application.frame().resize(1366, 690);
     form().mnuPreferences->trigger();
     EXPECT_TRUE(open());
+    EXPECT_EQ(form().frPreferences->visibleRegion().boundingRect(), form().frPreferences->rect());
     setEverything();
     EXPECT_EQ(form().txbScaling->text(), u"120%");
     form().cbPreferencesSave->click();
