@@ -105,7 +105,8 @@ qint32 Editor::LoadFromEditor(WindowHandle form) {
 }
 
 void Editor::startLoading(Opening open) {
-    playback_.prepare();
+    // An editor that shows nothing works for another; nobody listens to it.
+    if (waveform_.displayed()) playback_.prepare();
     events_.post([this] { Q_EMIT SoundLoadingStarted(); });
     submit([this, open = std::move(open)](const Ticket& ticket) {
         const sound::Progress progress = progressOf(ticket, &SoundEditor::SoundLoadingPerc);

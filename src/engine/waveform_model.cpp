@@ -19,6 +19,7 @@ WaveformModel::WaveformModel(SoundEditor& editor, const DeliveredSound& sound,
 }
 
 void WaveformModel::Create(WindowHandle parent, int left, int top, int width, int height) {
+    displayed_ = true;
     Q_EMIT displayCreated(parent, QRect(left, top, width, height));
 }
 

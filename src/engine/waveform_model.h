@@ -53,6 +53,8 @@ class WaveformModel final : public Waveform {
     // there was a selection; the caller tells of its end.
     bool reset();
 
+    bool displayed() const { return displayed_; }  // Create was called
+
   private:
     void show(ViewRange view);
     double zoomCentre() const;
@@ -61,6 +63,7 @@ class WaveformModel final : public Waveform {
     const DeliveredSound& sound_;
     const Playback& playback_;
     std::function<void()> analyse_;
+    bool displayed_ = false;
     WaveformSettings settings_;
     ViewRange view_;
     bool selected_ = false;
