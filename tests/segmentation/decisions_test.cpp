@@ -2,29 +2,12 @@
 
 #include "runtime/fault.h"
 #include "segmentation/alignment_row.h"
-#include "segmentation/export_run.h"
 #include "segmentation/row_view.h"
-#include "segmentation/threshold.h"
 
 using namespace tarnwick;
 using namespace tarnwick::segmentation;
 
 namespace {
-
-TEST(Threshold, PassesThroughTheRoundedPercentage) {
-    struct Case {
-        const char16_t *decibels, *percent, *amplitude;
-    };
-    for (const Case& c : std::initializer_list<Case>{{u"-35", u"1.8", u"589"},
-                                                     {u"-100", u"0.0", u"0"},
-                                                     {u"0", u"100.0", u"32767"},
-                                                     {u"-26", u"5.0", u"1638"}}) {
-        const QString percent = thresholdPercent(QString::fromUtf16(c.decibels));
-        EXPECT_EQ(percent, QString::fromUtf16(c.percent));
-        EXPECT_EQ(thresholdAmplitude(percent), QString::fromUtf16(c.amplitude));
-    }
-    EXPECT_THROW(thresholdPercent(u"quiet"_qs), runtime::Fault);
-}
 
 TEST(AlignmentRow, DeviationAndFlag) {
     struct Case {
@@ -79,24 +62,6 @@ TEST(RowView, TheViewJumpsBeforeTheHeadLeavesIt) {
     EXPECT_EQ(playedPercent(2000, 1000), 100);
     EXPECT_EQ(playedPercent(21474836, 21474836), 100);
     EXPECT_THROW(playedPercent(21474837, 30000000), runtime::Fault);
-}
-
-TEST(ExportRun, MovesOnAndFinishesOnlyWhenAllIsWritten) {
-    using enum ExportStep;
-    const ExportMoment row3of5{true, 3, 5, 5, false, 0};
-    const ExportMoment last{true, 5, 5, 5, false, 0};
-    const auto with = [](ExportMoment moment, auto change) {
-        change(moment);
-        return nextExportStep(moment);
-    };
-    EXPECT_EQ(nextExportStep(row3of5), NextRow);
-    EXPECT_EQ(nextExportStep(last), Finish);
-    EXPECT_EQ(with(last, [](auto& m) { m.runOpen = false; }), Nothing);
-    EXPECT_EQ(with(last, [](auto& m) { m.listIsChanging = true; }), Wait);
-    EXPECT_EQ(with(last, [](auto& m) { m.exportsPending = 1; }), Nothing);
-    EXPECT_EQ(with(row3of5, [](auto& m) { m.exportsPending = 1; }), Nothing);
-    EXPECT_EQ(with(row3of5, [](auto& m) { m.rowsInList = 0; }), Wait);
-    EXPECT_EQ(with(row3of5, [](auto& m) { m.listIsChanging = true; }), Wait);
 }
 
 }  // namespace

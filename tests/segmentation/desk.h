@@ -34,6 +34,12 @@ struct MainDesk : ::testing::Test {
                                                       {},
                                                       QString::number(i * 1000 + 600)});
     }
+    void select(qint16 available, qint32 begin, qint32 end) {
+        EDT.display.selected = available;
+        EDT.display.selectionBegin = begin;
+        EDT.display.selectionEnd = end;
+        Q_EMIT EDT.WaveSelectionChanged(available, begin, end);
+    }
     // Lets the one-shot timer `timer` fire.
     static void fire(QTimer* timer) {
         ASSERT_TRUE(timer->isActive());

@@ -3,28 +3,21 @@
 #include <QStringList>
 #include <map>
 
+#include "engine/encoder_lists.h"
 #include "engine/sound_editor.h"
+#include "support/scripted_waveform.h"
 
 namespace tarnwick::test {
 
 // An editor without a sound engine: it writes down what it is asked and answers from its fields.
 // The test raises the events itself.
 class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
-    struct Display : engine::Waveform {
-        explicit Display(ScriptedEditor& editor) : editor(editor) {}
-        void Create(engine::WindowHandle, int, int, int, int) override {}
+    // Keeps its range and selection as the test sets them.
+    struct Display : ScriptedWaveform {
+        explicit Display(ScriptedEditor& editor) : editor(editor) { rangeEnd = 8000; }
         void AnalyzeSound() override { editor.calls << u"AnalyzeSound"_qs; }
-        void GetDisplayRange(qint32& begin, qint32& end) const override {
-            begin = editor.rangeBegin;
-            end = editor.rangeEnd;
-        }
         void SetDisplayRange(qint32 begin, qint32 end) override {
             editor.note(u"SetDisplayRange"_qs, {begin, end});
-        }
-        void GetSelection(qint16& available, qint32& begin, qint32& end) const override {
-            available = editor.selected;
-            begin = editor.selectionBegin;
-            end = editor.selectionEnd;
         }
         void SetSelection(qint16 available, qint32 begin, qint32 end) override {
             editor.note(u"SetSelection"_qs, {available, begin, end});
@@ -33,34 +26,8 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         void ZoomOut() override { editor.calls << u"ZoomOut"_qs; }
         void ZoomFull() override { editor.calls << u"ZoomFull"_qs; }
         void ZoomToSelection(qint32 mode) override { editor.note(u"ZoomToSelection"_qs, {mode}); }
-        void GetSettings(engine::WaveformSettings& settings) const override {
-            settings = editor.settings;
-        }
-        void SetSettings(const engine::WaveformSettings& settings) override {
-            editor.settings = settings;
-        }
-        int channels() const override { return 0; }
-        int sampleRate() const override { return 0; }
-        qint32 duration() const override { return 0; }
-        double playPosition() const override { return -1.0; }
-        bool playing() const override { return false; }
-        bool columns(int, double, double, std::span<engine::WaveColumn>) const override {
-            return false;
-        }
-        void notifyMouse(qint16) override {}
 
         ScriptedEditor& editor;
-    };
-    struct NoMp3 : engine::Mp3Options {
-        qint32 CBR_GetCount(qint32) const override { return 0; }
-        double CBR_GetValue(qint32, qint32) const override { return 0.0; }
-    };
-    struct NoCodecs : engine::AcmOptions {
-        void CodecsEnum() override {}
-        qint16 CodecsGetCount() const override { return 0; }
-        QString CodecsGetName(qint16) const override { return {}; }
-        qint16 FormatsGetCount(qint16) const override { return 0; }
-        QString FormatsGetName(qint16, qint16) const override { return {}; }
     };
 
   public:
@@ -112,7 +79,7 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         return engine::kOk;
     }
     qint32 SoundExportsPending() const override { return pending; }
-    engine::Waveform& waveform() override { return display_; }
+    engine::Waveform& waveform() override { return display; }
     engine::Effects& effects() override { return *this; }
     engine::EncodeFormats& encodeFormats() override { return formats_; }
     void ApplyVolume(qint32 begin, qint32 end, qint32, float, qint32) override {
@@ -142,17 +109,11 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     qint32 silenceCount = 3;
     qint32 pending = 0;
     bool refuseExports = false;
-    qint16 selected = 0;
-    qint32 selectionBegin = 0;
-    qint32 selectionEnd = 0;
-    qint32 rangeBegin = 0;
-    qint32 rangeEnd = 8000;
-    engine::WaveformSettings settings;
+    Display display{*this};
 
   private:
-    Display display_{*this};
-    NoMp3 mp3_;
-    NoCodecs codecs_;
+    engine::Mp3Rates mp3_;
+    engine::WavCodecs codecs_;
     engine::EncodeFormats formats_{mp3_, codecs_};
 };
 

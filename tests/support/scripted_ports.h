@@ -9,6 +9,7 @@
 #include "platform/open_dialog.h"
 #include "platform/opener.h"
 #include "runtime/failure_path.h"
+#include "support/files.h"
 
 // Stand-ins for the outside world that answer from a script and remember what they were asked.
 
@@ -74,10 +75,7 @@ struct FailureDesk {
          .endProcess = [] { throw ProcessEnded(); },
          .now = [this] { return clock.now(); }}};
 
-    QByteArray log() const {
-        QFile file(folder.filePath(u"Error.log"_qs));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray log() const { return contentOf(folder.filePath(u"Error.log"_qs)); }
 };
 
 }  // namespace tarnwick::test

@@ -20,4 +20,8 @@ inline bool waitUntil(const std::function<bool()>& condition, int ms = 30000) {
     return true;
 }
 
+inline void pass(int ms) {
+    waitUntil([] { return false; }, ms);
+}
+
 }  // namespace tarnwick::test

@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QDataStream>
-#include <QFile>
 #include <QtEndian>
 #include <algorithm>
 #include <vector>
+
+#include "support/files.h"
 
 // 24-bit recordings of one channel at 44100 Hz, made and read without the sound engine.
 
@@ -53,9 +54,8 @@ inline QByteArray wavFile(const Samples& samples) {
 
 // The samples of a file that the program wrote.
 inline Samples samplesOf(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    const QByteArray all = file.readAll();
+    const QByteArray all = contentOf(path);
+    if (all.isEmpty()) return {};
     Samples samples(static_cast<std::size_t>(std::max<qsizetype>(all.size() - 44, 0) / 3));
     for (std::size_t i = 0; i < samples.size(); ++i)
         samples[i] = qFromLittleEndian<qint32>(all.constData() + 43 + 3 * i) >> 8;

@@ -8,7 +8,7 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
-#include "widgets/scripted_waveform.h"
+#include "support/scripted_waveform.h"
 #include "widgets/waveform_view.h"
 
 namespace tarnwick::widgets {
@@ -20,7 +20,7 @@ class WaveformDesk : public testing::Test {
     static constexpr int kFrame = 2;
     using Numbers = std::vector<qint32>;
 
-    ScriptedWaveform waveform;
+    test::ScriptedWaveform waveform;
     WaveformView view{waveform};
 
     void SetUp() override {

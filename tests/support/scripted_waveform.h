@@ -4,7 +4,7 @@
 
 #include "engine/waveform.h"
 
-namespace tarnwick::widgets {
+namespace tarnwick::test {
 
 // A waveform whose picture is told by a test: a constant swing in the first half of the sound,
 // silence in the second, or its samples one by one. Records what the view asks for.
@@ -81,4 +81,4 @@ class ScriptedWaveform : public engine::Waveform {
     void notifyMouse(qint16 kind) override { notifications.push_back(kind); }
 };
 
-}  // namespace tarnwick::widgets
+}  // namespace tarnwick::test
