@@ -2,11 +2,11 @@
 
 #include <zip.h>
 
-#include <QFile>
+#include "support/files.h"
 
 QByteArray bytesOf(const char* name) {
-    QFile file(QStringLiteral(TARNWICK_TEST_DATA "/documents/") + QString::fromLatin1(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return tarnwick::test::contentOf(QStringLiteral(TARNWICK_TEST_DATA "/documents/") +
+                                     QString::fromLatin1(name));
 }
 
 QByteArray utf16(QStringView text) {

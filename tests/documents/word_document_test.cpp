@@ -2,27 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "documents/package_maker.h"
-#include "runtime/fault.h"
+#include "support/fault_of.h"
+#include "support/files.h"
 
 using namespace tarnwick;
 using documents::WordDocument;
+using test::resultOf;
+using test::writeFile;
 
 namespace {
 
 const QString kNoMember = QStringLiteral("The requested member of the collection does not exist.");
-
-template <class Call>
-QString resultOf(Call&& call) {
-    try {
-        return call();
-    } catch (const runtime::Fault& fault) {
-        return fault.description();
-    }
-}
 
 // The first table, rows in brackets, a bar between cells, a dash for one that is not there; or the
 // fault.
@@ -49,12 +42,6 @@ QString readBody(const QByteArray& body) { return readBytes(zipOf(documentParts(
 
 QString readFile(const QString& path) {
     return read([&] { return WordDocument::open(path); });
-}
-
-void writeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
 }
 
 QByteArray row(const QByteArray& cells) { return "<tr>" + cells + "</tr>"; }

@@ -2,16 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "documents/office_converter.h"
 #include "documents/package_maker.h"
-#include "runtime/fault.h"
+#include "support/fault_of.h"
+#include "support/files.h"
 
 using namespace tarnwick;
 using documents::Sheet;
 using documents::Workbook;
+using test::faultOf;
+using test::writeFile;
 
 namespace {
 
@@ -19,28 +21,10 @@ QString data(const char* name) {
     return QStringLiteral(TARNWICK_TEST_DATA "/documents/") + QString::fromLatin1(name);
 }
 
-void writeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(bytes), bytes.size());
-}
-
-template <class Call>
-QString faultOf(Call&& call) {
-    try {
-        call();
-    } catch (const runtime::Fault& fault) {
-        return fault.description();
-    }
-    return QStringLiteral("none");
-}
-
 // What becomes of a file with those bytes: the text of its first cell, or the fault.
 QString firstCell(const QByteArray& bytes) {
-    QString text;
-    const QString fault = faultOf(
-        [&] { text = Workbook::fromBytes(bytes, QStringLiteral("w")).sheet(1).text(1, 1); });
-    return fault == "none" ? text : fault;
+    return test::resultOf(
+        [&] { return Workbook::fromBytes(bytes, QStringLiteral("w")).sheet(1).text(1, 1); });
 }
 
 Sheet sheetOf(const QByteArray& rows) {

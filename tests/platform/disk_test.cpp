@@ -4,14 +4,15 @@
 #include <sys/resource.h>
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <csignal>
 
 #include "platform/desktop_open_dialog.h"
-#include "runtime/fault.h"
+#include "support/fault_of.h"
+#include "support/files.h"
 
 using namespace tarnwick;
+using test::faultOf;
 
 namespace {
 
@@ -21,26 +22,12 @@ struct DiskTest : ::testing::Test {
 
     QString at(const QString& name) const { return folder.filePath(name); }
     void write(const QString& name, const QByteArray& bytes) const {
-        QFile file(at(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        test::writeFile(at(name), bytes);
     }
-    QByteArray read(const QString& name) const {
-        QFile file(at(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
-    }
+    QByteArray read(const QString& name) const { return test::contentOf(at(name)); }
     QStringList names() const {
         return QDir(folder.path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
-    template <class Body>
-    static QString faultOf(Body body) {
-        try {
-            body();
-        } catch (const runtime::Fault& fault) {
-            return fault.description();
-        }
-        return u"none"_qs;
     }
 };
 

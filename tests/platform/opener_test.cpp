@@ -4,9 +4,9 @@
 #include <sys/wait.h>
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
+#include "support/files.h"
 #include "support/wait_until.h"
 
 using namespace tarnwick;
@@ -20,28 +20,24 @@ TEST(DesktopOpener, HandsOverWhatIsThereAndIsSilentAboutTheRest) {
     const auto backAgain = qScopeGuard([&] { qputenv("PATH", path); });
     const QString odd = desktop.filePath(u"-a #1 100% \"b\" 'é' $x;?&"_qs);
     ASSERT_TRUE(QDir().mkdir(odd));
-    QFile noted(desktop.filePath(u"noted"_qs));
+    const QString noted = desktop.filePath(u"noted"_qs);
     platform::DesktopOpener opener;
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     opener.open(odd);  // no opener is installed
 
-    QFile script(desktop.filePath(u"xdg-open"_qs));
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\necho noise; echo noise >&2\nprintf '%s\\n' \"$#:$1\" >> '" +
-                 noted.fileName().toLocal8Bit() + "'\n");
-    script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    script.close();
+    const QString script = desktop.filePath(u"xdg-open"_qs);
+    test::writeFile(script, "#!/bin/sh\necho noise; echo noise >&2\nprintf '%s\\n' \"$#:$1\" >> '" +
+                                noted.toLocal8Bit() + "'\n");
+    QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
     for (const QString& none : {u""_qs, u"."_qs, u"-v"_qs, odd + u'x', u"mailto:a@b"_qs})
         opener.open(none);
     QByteArray expected;
     for (const QString& target : {odd, u"https://tarnwick.example/a?b=c#d"_qs}) {
         opener.open(target);
         expected += "1:" + target.toUtf8() + '\n';
-        EXPECT_TRUE(test::waitUntil([&] { return noted.size() >= expected.size(); }, 5000));
+        EXPECT_TRUE(test::waitUntil([&] { return test::contentOf(noted) == expected; }, 5000));
     }
-    ASSERT_TRUE(noted.open(QIODevice::ReadOnly));
-    EXPECT_EQ(noted.readAll(), expected);
     EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child is left behind";
 }

@@ -1,34 +1,17 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
-#include <QTemporaryDir>
-
 #include "runtime/events.h"
 #include "runtime/guarded.h"
+#include "support/scripted_ports.h"
 
 using namespace tarnwick::runtime;
+using tarnwick::test::FailureDesk;
+using tarnwick::test::ProcessEnded;
 
 namespace {
 
-struct Ended {};
-
-struct Desk {
-    QTemporaryDir folder;
-    QStringList boxes;
-    FailurePath failure{folder.path(),
-                        {.criticalBox = [this](const QString& title,
-                                               const QString& text) { boxes << title << text; },
-                         .endProcess = [] { throw Ended(); },
-                         .now = [] { return QDateTime(QDate(2020, 3, 7), QTime(9, 5, 59)); }}};
-
-    QByteArray log() const {
-        QFile file(folder.filePath(u"Error.log"_qs));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-};
-
 TEST(ErrorLog, StampsWhatIsNotBlank) {
-    Desk desk;
+    FailureDesk desk;
     desk.failure.Write_Log(u"Program launched"_qs);
     desk.failure.Write_Log(QString());
     desk.failure.Write_Log(u"   "_qs);
@@ -39,48 +22,47 @@ TEST(ErrorLog, StampsWhatIsNotBlank) {
 }
 
 TEST(FailurePath, AGuardedFaultLeavesItsRecordAndEnds) {
-    Desk desk;
+    FailureDesk desk;
     desk.failure.vsBuild = u"Build 682"_qs;
     const auto procedure = [&](Line& line) {
         line(10);
         line(20);
         typeMismatch();
     };
-    EXPECT_THROW(guarded(desk.failure, u"frmMain.Import_Excel: ", procedure), Ended);
+    EXPECT_THROW(guarded(desk.failure, u"frmMain.Import_Excel: ", procedure), ProcessEnded);
     EXPECT_EQ(desk.log(),
               "09:05 frmMain.Import_Excel: Type mismatch, Line 20\r\n09:05 Build 682\r\n"
               "09:05 Program terminated with error\r\n09:05 07-Mar-2020\r\n\r\n");
-    EXPECT_EQ(
-        desk.boxes,
-        QStringList({u"An error has occured in the program execution!"_qs,
-                     u"Error: frmMain.Import_Excel: Type mismatch, Line 20\r\n\r\nIf this "
-                     u"error persists after restarting the program and/or the PC,\r\nplease "
-                     u"e-mail the Error.log file (located in the %1 folder)\r\nto "
-                     u"support@tarnwick.example for assistance."_qs.arg(desk.folder.path())}));
+    EXPECT_EQ(desk.boxes.shown,
+              QStringList(u"An error has occured in the program execution!|"
+                          u"Error: frmMain.Import_Excel: Type mismatch, Line 20\r\n\r\nIf this "
+                          u"error persists after restarting the program and/or the PC,\r\nplease "
+                          u"e-mail the Error.log file (located in the %1 folder)\r\nto "
+                          u"support@tarnwick.example for assistance."_qs.arg(desk.folder.path())));
 }
 
 TEST(FailurePath, AMissingDatabaseHasItsOwnWords) {
-    Desk desk;
-    EXPECT_THROW(desk.failure.Database_Missing(), Ended);
+    FailureDesk desk;
+    EXPECT_THROW(desk.failure.Database_Missing(), ProcessEnded);
     EXPECT_EQ(desk.log(), "09:05 Database file Tarnwick.mdb must be in " +
                               desk.folder.path().toUtf8() +
                               "\r\n09:05 Program execution terminated - No database!\r\n");
-    EXPECT_EQ(desk.boxes.value(0), u"Database Cannot Be Found!");
-    EXPECT_EQ(desk.boxes.value(1),
-              u"The database Tarnwick.mdb cannot be found.\r\nIt has been moved or renamed.\r\nIt "
+    EXPECT_EQ(desk.boxes.shown.last(),
+              u"Database Cannot Be Found!|The database Tarnwick.mdb cannot be found.\r\nIt has "
+              u"been moved or renamed.\r\nIt "
               u"must be located in the same directory as Tarnwick.exe.\r\nPlease correct before "
               u"restarting the application.");
 }
 
 TEST(FailurePath, AnUnguardedHandlerTakesTheDefaultPathWithoutALogLine) {
-    Desk desk;
+    FailureDesk desk;
     QObject sender;
     onEvent(desk.failure, &sender, &QObject::objectNameChanged, &sender,
             [&] { sender.objectName() == u"bad" ? overflow() : void(); });
     sender.setObjectName(u"good"_qs);
-    EXPECT_TRUE(desk.boxes.isEmpty());
-    EXPECT_THROW(sender.setObjectName(u"bad"_qs), Ended);
-    EXPECT_EQ(desk.boxes.value(1), u"Overflow");
+    EXPECT_TRUE(desk.boxes.shown.isEmpty());
+    EXPECT_THROW(sender.setObjectName(u"bad"_qs), ProcessEnded);
+    EXPECT_EQ(desk.boxes.shown, QStringList(u"Tarnwick|Overflow"_qs));
     EXPECT_EQ(desk.log(), "");
 }
 

@@ -5,19 +5,12 @@
 #include <limits>
 
 #include "runtime/arithmetic.h"
+#include "support/fault_of.h"
 
 using namespace tarnwick::runtime;
+using tarnwick::test::faultOf;
 
 namespace {
-
-QString faultOf(const std::function<void()>& body) {
-    try {
-        body();
-    } catch (const Fault& fault) {
-        return fault.description();
-    }
-    return u"none"_qs;
-}
 
 TEST(Numbers, LenientReadingTakesTheLeadingNumber) {
     const std::vector<std::pair<QString, double>> cases{
