@@ -28,15 +28,12 @@ struct WorkingFilesDesk : ::testing::Test {
          [this] { imports << u"Excel"_qs; }, [this] { imports << u"Word"_qs; }}};
 
     void SetUp() override {
-        QFile take(folder.filePath(u"take.aiff"_qs));
-        ASSERT_TRUE(take.open(QIODevice::WriteOnly));
-        take.write("recording");
-        cmdlg.path = take.fileName();
+        cmdlg.path = folder.filePath(u"take.aiff"_qs);
+        test::writeFile(cmdlg.path, "recording");
         new QTreeWidgetItem(form.lvAudioDetails);
     }
-    QString text(const QString& path) const {
-        QFile file(folder.filePath(path));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : u"none"_qs;
+    QByteArray backup(const QString& name) const {
+        return test::contentOf(folder.filePath(u"BU_Source_Files/"_qs + name));
     }
 };
 
@@ -74,18 +71,6 @@ TEST_F(WorkingFilesDesk, AFolderThatIsInTheWayRefusesTheLoad) {
     EXPECT_TRUE(imports.isEmpty());
 }
 
-TEST_F(WorkingFilesDesk, ARefusedSoundLeavesNoTrace) {
-    form.mnuLoadFiles->trigger();
-    EDT.loadResult = engine::kNotASound;
-    EDT.lastError = engine::kNotASound;
-    working.Load_Working_Sound();
-    EXPECT_EQ(EDT.taken(),
-              QStringList({u"SoundClose"_qs, u"SetLoadMode 0"_qs, u"LoadSound take.aiff"_qs}));
-    EXPECT_EQ(desk.boxes.shown.last(), u"Cannot load file take.aiff due to error -5");
-    EXPECT_FALSE(form.mnuBackupSourceFile->isEnabled());
-    EXPECT_FALSE(files.FolderExists(folder.filePath(u"BU_Source_Files"_qs)));
-}
-
 TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     form.mnuLoadFiles->trigger();
     working.Load_Working_Sound();
@@ -100,19 +85,16 @@ TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     working.mnuBackupSourceFile_Click();
     EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs));
     EXPECT_EQ(EDT.encodeFormats().WAV.EncodeMode, engine::kWav24);
-    EXPECT_EQ(text(u"BU_Source_Files/take._100.wav"_qs), u"recording");
+    EXPECT_EQ(backup(u"take._100.wav"_qs), "recording");
 
     // While that is being written, another waits, so that the state between is copied too.
     working.mnuBackupSourceFile_Click();
     working.mnuBackupSourceFile_Click();
     EXPECT_TRUE(EDT.taken().isEmpty());
-    QFile take(folder.filePath(u"take.aiff"_qs));
-    ASSERT_TRUE(take.open(QIODevice::WriteOnly));
-    take.write("saved");
-    take.close();
+    test::writeFile(cmdlg.path, "saved");
     EDT.endExport();
     EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs));
-    EXPECT_EQ(text(u"BU_Source_Files/take._101.wav"_qs), u"saved");
+    EXPECT_EQ(backup(u"take._101.wav"_qs), "saved");
 }
 
 TEST_F(WorkingFilesDesk, AGivenUpLoadLeavesTheLoadedRecordingItsFolder) {
@@ -125,7 +107,7 @@ TEST_F(WorkingFilesDesk, AGivenUpLoadLeavesTheLoadedRecordingItsFolder) {
     EXPECT_EQ(state.vsProjectFolder, other.path());
     session.vsLoadStage = u"End Silence Added"_qs;
     working.mnuBackupSourceFile_Click();
-    EXPECT_EQ(text(u"BU_Source_Files/take._100.wav"_qs), u"recording");
+    EXPECT_EQ(backup(u"take._100.wav"_qs), "recording");
 }
 
 TEST_F(WorkingFilesDesk, ABackupThatCannotBeCopiedOverwritesNothing) {
