@@ -39,25 +39,21 @@ Samples with(Samples samples, qint32 at, const Samples& more) {
 Samples pause(qint32 ms) { return Samples(static_cast<std::size_t>(frame(ms))); }
 
 // The operator at the waveform, with the demo session in the format that the program saves.
-struct Editing : test::Journey {
+struct Editing : test::Launched {
     Painted status;
     Samples take;
 
     void SetUp() override {
-        Journey::SetUp();
-        application.Sub_Main();
+        Launched::SetUp();
         takeDemo(u"harbour_tour.xlsx"_qs);
-        QFile demo(QStringLiteral(TARNWICK_DEMO "/harbour_tour.wav"));
-        ASSERT_TRUE(demo.open(QIODevice::ReadOnly));
-        const QByteArray bytes = demo.readAll();
+        const QByteArray bytes = test::contentOf(QStringLiteral(TARNWICK_DEMO "/harbour_tour.wav"));
         for (const char* at = bytes.constData() + 44; at + 1 < bytes.constEnd(); at += 2)
             take.insert(take.end(), 2, qFromLittleEndian<qint16>(at) * 256);  // 22050 Hz there
         form().lbStatus->installEventFilter(&status);
     }
     bool loads(const Samples& samples) {
-        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
         write(u"take.wav"_qs, test::wavFile(samples));
-        load(u"take.wav"_qs);
+        loadAnew();
         return settled(10);
     }
     // Does what ends in a new list, and waits for it.
@@ -137,6 +133,8 @@ TEST_F(Editing, EveryEditRebuildsTheListAndIsUndoneBitForBit) {
         status.texts.clear();
         ASSERT_TRUE(rebuilds([&] { c.command->click(); }));
         EXPECT_EQ(status.texts, edit + analysis);
+        EXPECT_EQ(form().cbFlattenSelection->isEnabled(), c.command == form().cbFlattenSelection)
+            << "the others give the selection up";
         EXPECT_TRUE(saved(c.after));
         EXPECT_EQ(found(), c.found);
         EXPECT_EQ(EDT->GetSoundDuration(), static_cast<qint32>(c.after.size() * 10 / 441));
@@ -222,7 +220,7 @@ TEST_F(Editing, AFailedEditLeavesAllAsItWas) {
         ASSERT_TRUE(test::waitUntil([&] { return !desk.boxes.shown.isEmpty(); }));
         EXPECT_EQ(boxes(), QStringList(u"Cannot complete the operation due to the following "
                                        u"error: -7"_qs));
-        test::waitUntil([] { return false; }, 250);
+        test::pass(250);
         EXPECT_EQ(form().lbStatus->text(), u"Status1: Idle");
         EXPECT_TRUE(row.isValid());
         EXPECT_EQ(EDT->GetSoundDuration(), duration);

@@ -40,21 +40,19 @@ struct Journey : ::testing::Test {
     forms::frmMain& form() { return application.mainForm(); }
     QString in(const QString& name) const { return session.filePath(name); }
 
-    void write(const QString& name, const QByteArray& bytes) const {
-        QFile file(in(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-    QByteArray read(const QString& name) const {
-        QFile file(in(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    void write(const QString& name, const QByteArray& bytes) const { writeFile(in(name), bytes); }
+    QByteArray read(const QString& name) const { return contentOf(in(name)); }
     void takeDemo(const QString& name) const {
         ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_DEMO "/") + name, in(name)));
     }
-    void load(const QString& name) {
+    void load(const QString& name = u"take.wav"_qs) {
         cmdlg.path = in(name);
         form().mnuLoadFiles->trigger();
+    }
+    // As above, in a folder from which the operator has taken the backups.
+    void loadAnew() {
+        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
+        load();
     }
     // Waits until the chain has filled the list and every file is written.
     bool settled(int rows) {
@@ -67,6 +65,14 @@ struct Journey : ::testing::Test {
         return form().lvAudioDetails->topLevelItem(row)->text(column);
     }
     QStringList boxes() { return std::exchange(desk.boxes.shown, {}); }
+};
+
+// The program after its start.
+struct Launched : Journey {
+    void SetUp() override {
+        Journey::SetUp();
+        application.Sub_Main();
+    }
 };
 
 }  // namespace tarnwick::test

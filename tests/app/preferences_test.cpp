@@ -4,11 +4,7 @@ using namespace tarnwick;
 
 namespace {
 
-struct Page : test::Journey {
-    void SetUp() override {
-        Journey::SetUp();
-        application.Sub_Main();
-    }
+struct Page : test::Launched {
     QString stored(int row, int columns) {
         const settings::Access access(database, state.vsConnection);
         const auto record = database.Read(u"SELECT * FROM Admin WHERE F1 = %1"_qs.arg(row));

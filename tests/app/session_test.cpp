@@ -11,22 +11,16 @@ using test::operator+;
 
 namespace {
 
-struct Session : test::Journey {
-    void SetUp() override {
-        Journey::SetUp();
-        application.Sub_Main();
-    }
+struct Session : test::Launched {
     // A workbook of `rows` rows, names and texts.
     void writeScript(int rows, bool twoColumns = true) {
+        const auto cell = [](const QByteArray& text) {
+            return "<c t='inlineStr'><is><t>" + text + "</t></is></c>";
+        };
+        const QByteArray text = twoColumns ? cell("one two  four") : QByteArray();
         QByteArray cells;
-        for (int i = 1; i <= rows; ++i) {
-            const QByteArray n = QByteArray::number(i);
-            cells += "<row r=\"" + n + "\"><c r=\"A" + n + "\" t=\"inlineStr\"><is><t>Prompt " + n +
-                     "</t></is></c>";
-            if (twoColumns)
-                cells += "<c r=\"B" + n + "\" t=\"inlineStr\"><is><t>one two  four</t></is></c>";
-            cells += "</row>";
-        }
+        for (int i = 1; i <= rows; ++i)
+            cells += "<row>" + cell("Prompt " + QByteArray::number(i)) + text + "</row>";
         write(u"script.xlsx"_qs, zipOf(workbookParts(cells)));
     }
 };
@@ -77,7 +71,7 @@ TEST_F(Session, ExportedPromptsHoldTheirSpeechBitForBit) {
     }
     write(u"take.wav"_qs, test::wavFile(take));
     writeScript(5);  // the first row is the header
-    load(u"take.wav"_qs);
+    load();
     ASSERT_TRUE(settled(4));
     EXPECT_EQ(form().txbNberAudioFiles->text(), u"4");
     EXPECT_EQ(cell(0, model::kWords), u"4");
@@ -95,19 +89,18 @@ TEST_F(Session, NamesFollowTheLayoutOfTheScript) {
     write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
     form().chIgnoreFirstRow->setChecked(false);
     writeScript(3, false);
-    load(u"take.wav"_qs);
+    load();
     ASSERT_TRUE(settled(3));
     EXPECT_EQ(cell(0, model::kFileName), u"ACME_995");
     EXPECT_EQ(cell(2, model::kFileName), u"ACME_1005");
     EXPECT_EQ(cell(2, model::kContent), u"Prompt 3");
 
-    QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
     form().chImportSpecifiedRows->setChecked(true);
     form().txbImportStartRow->setText(u"2"_qs);
     form().txbImportEndRow->setText(u"3"_qs);
     form().opAutoNaming[1]->setChecked(true);
     writeScript(9);
-    load(u"take.wav"_qs);
+    loadAnew();
     ASSERT_TRUE(settled(2));
     EXPECT_EQ(cell(0, model::kFileName), u"ACME_1000");
     EXPECT_EQ(form().lbImporting->text(), u"Importing Excel row 3 of 3");
@@ -122,40 +115,39 @@ TEST_F(Session, BadRecordingsGetTheirBoxAndNothingElseHappens) {
         {test::wavFile({}), u"without frames"_qs}};
     writeScript(3);
     for (const auto& [bytes, what] : cases) {
-        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
         write(u"take.wav"_qs, bytes);
-        load(u"take.wav"_qs);
+        load();
         ASSERT_TRUE(test::waitUntil([&] { return !desk.boxes.shown.isEmpty(); }))
             << what.toStdString();
         EXPECT_TRUE(desk.boxes.shown[0].startsWith(u"Cannot "))
             << desk.boxes.shown[0].toStdString();
-        test::waitUntil([] { return false; }, 300);
+        test::pass(300);
         EXPECT_EQ(boxes().size(), 1);
         EXPECT_EQ(read(u"take.wav"_qs), bytes);
         EXPECT_EQ(EDT->GetSoundDuration(), 0);
+        EXPECT_FALSE(form().mnuBackupSourceFile->isEnabled());
     }
     QFile::remove(in(u"take.wav"_qs));
-    QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
-    load(u"take.wav"_qs);
+    load();
     EXPECT_EQ(boxes(), QStringList(u"Cannot load file take.wav due to error -4"_qs));
     write(u"take.wav"_qs, whole.left(whole.size() / 2));
-    load(u"take.wav"_qs);
+    load();
     EXPECT_TRUE(settled(2)) << "what is there of a recording that was cut off is loaded";
     EXPECT_EQ(desk.log().count("\r\n"), 2);
 }
 
 TEST_F(Session, BadWorkbooksEndInTheirRecordOrQuietly) {
     write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
-    load(u"take.wav"_qs);
+    load();
     EXPECT_EQ(boxes(), QStringList(u"No Excel file in Project folder.\rPlease fix and reload "
                                    u"working files."_qs));
     EXPECT_EQ(EDT->GetSoundDuration(), 0);
     write(u"script.xlsx"_qs, "no workbook");
-    EXPECT_THROW(load(u"take.wav"_qs), test::ProcessEnded);
+    EXPECT_THROW(load(), test::ProcessEnded);
     EXPECT_TRUE(desk.log().contains("frmMain.Import_Excel: "));
     EXPECT_TRUE(desk.log().contains(", Line 70\r\n"));
     writeScript(502);
-    EXPECT_THROW(load(u"take.wav"_qs), test::ProcessEnded);
+    EXPECT_THROW(load(), test::ProcessEnded);
     EXPECT_TRUE(desk.log().contains("frmMain.Import_Excel: Subscript out of range, Line 90\r\n"));
 }
 
@@ -163,7 +155,7 @@ TEST_F(Session, TheImportWaitsForTheChosenSheet) {
     write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
     writeScript(3);
     form().chPromptSheet->setChecked(true);
-    load(u"take.wav"_qs);
+    load();
     QWidget* chooser = nullptr;
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->objectName() == u"frmSelectImportSheet") chooser = window;
@@ -182,12 +174,10 @@ TEST_F(Session, ANewLoadTakesOverFromOneThatIsUnderWay) {
     writeScript(3);
     for (const int delay : {0, 120, 230, 340, 450, 560}) {
         write(u"take.wav"_qs, test::wavFile(speech));
-        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
-        load(u"take.wav"_qs);
-        test::waitUntil([] { return false; }, delay);
+        loadAnew();
+        test::pass(delay);
         write(u"take.wav"_qs, test::wavFile(speech));
-        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
-        load(u"take.wav"_qs);
+        loadAnew();
         ASSERT_TRUE(settled(2)) << delay;
         EXPECT_EQ(cell(0, model::kStartMsec), u"1500") << delay;
         EXPECT_EQ(EDT->GetSoundDuration(), 3000 + 3600) << delay;
@@ -195,8 +185,7 @@ TEST_F(Session, ANewLoadTakesOverFromOneThatIsUnderWay) {
     }
     EDT->SoundPlay();
     ASSERT_TRUE(test::waitUntil([&] { return form().TimerPlaybackPos->isActive(); }, 2000));
-    QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
-    load(u"take.wav"_qs);
+    loadAnew();
     ASSERT_TRUE(settled(2));
     EXPECT_FALSE(form().TimerPlaybackPos->isActive()) << "the old sound no longer plays";
 }

@@ -19,7 +19,7 @@ TEST_F(Start, ShowsTheMainWindowAtItsScaleWithItsSettings) {
     EXPECT_TRUE(form().opSourceFileFormat[1]->isChecked());
     EXPECT_TRUE(form().chBUSource->isChecked());
     EXPECT_FALSE(form().chRecalcTimer->isChecked());
-    test::waitUntil([] { return false; }, 250);
+    test::pass(250);
     EXPECT_FALSE(form().cbUndo->isEnabled());
     EXPECT_FALSE(form().cbZoomSelection->isEnabled());
     EXPECT_FALSE(database.isOpen());
@@ -51,30 +51,22 @@ TEST_F(Start, WithoutItsDatabaseItEnds) {
 }
 
 TEST_F(Start, ADatabaseThatCannotServeEndsInARecord) {
-    struct Case {
-        std::function<void()> spoil;
-        const char* label;
-    };
-    const Case cases[] = {
+    const std::pair<std::function<void()>, const char*> cases[] = {
         {[this] { execute(u"UPDATE Admin SET  F7 = 4 WHERE F1 = 19"_qs); },
          "frmMain.PreferencesLoad: Subscript out of range, Line 70"},
         {[this] { execute(u"UPDATE Admin SET  F9 = NULL WHERE F1 = 17"_qs); },
          "frmMain.PreferencesLoad: Invalid use of Null, Line 20"},
         {[this] { execute(u"DELETE FROM Admin WHERE F1 = 17"_qs); }, "frmMain.PreferencesLoad: "},
         {[this] { execute(u"DELETE FROM Admin WHERE F1 = 18"_qs); }, "frmFrame.MDIForm_Load: "},
-        {[this] {
-             QFile file(databaseFile());
-             ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-             file.write(QByteArray(4096, 'x'));
-         },
+        {[this] { test::writeFile(databaseFile(), QByteArray(4096, 'x')); },
          "frmFrame.MDIForm_Load: "}};
-    for (const Case& c : cases) {
-        c.spoil();
+    for (const auto& [spoil, label] : cases) {
+        spoil();
         app::Application fresh(services);
         EXPECT_THROW(fresh.Sub_Main(), test::ProcessEnded);
         EXPECT_TRUE(desk.boxes.shown.last().startsWith(
-            u"An error has occured in the program execution!|Error: "_qs + QLatin1String(c.label)));
-        EXPECT_TRUE(desk.log().contains(c.label));
+            u"An error has occured in the program execution!|Error: "_qs + QLatin1String(label)));
+        EXPECT_TRUE(desk.log().contains(label));
         EXPECT_TRUE(desk.log().endsWith(
             "09:05 Build 682\r\n09:05 Program terminated with error\r\n09:05 07-Mar-2020\r\n\r\n"));
     }

@@ -13,17 +13,15 @@ QByteArray cellOf(const QByteArray& text) {
 QByteArray rowOf(const QByteArray& cells) { return "<tr>" + cells + "</tr>"; }
 
 // Sessions whose script is a Word document.
-struct WordSession : test::Journey {
+struct WordSession : test::Launched {
     void SetUp() override {
-        Journey::SetUp();
-        application.Sub_Main();
+        Launched::SetUp();
         form().OpScriptFormat[0]->setChecked(true);
         write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
     }
     void loadWith(const QByteArray& rows) {
         write(u"script.docx"_qs, zipOf(documentParts("<tbl>" + rows + "</tbl>")));
-        QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
-        load(u"take.wav"_qs);
+        loadAnew();
     }
     // What the log says in the end about a load that ends the program.
     QByteArray recordOf(const QByteArray& rows) {
