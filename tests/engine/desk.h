@@ -2,19 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDataStream>
-#include <QElapsedTimer>
-#include <QFile>
 #include <QStringList>
 #include <QTemporaryDir>
-#include <QtEndian>
-#include <algorithm>
-#include <functional>
-#include <memory>
-#include <vector>
 
 #include "engine/create_sound_editor.h"
+#include "support/files.h"
+#include "support/wait_until.h"
 #include "support/wav_samples.h"
 
 namespace tarnwick::engine {
@@ -23,6 +16,7 @@ using test::kRate;
 using test::operator+;
 using test::Samples;
 using test::samplesOf;
+using test::waitUntil;
 using test::wave;
 using test::wavFile;
 
@@ -62,36 +56,23 @@ class Desk : public testing::Test {
     QString path(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
 
     QString make(const char* name, const QByteArray& content) const {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        return file.fileName();
+        test::writeFile(path(name), content);
+        return path(name);
     }
 
-    bool pumpUntil(const std::function<bool()>& reached) {
-        QElapsedTimer timer;
-        timer.start();
-        while (!reached() && timer.elapsed() < 20000)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        return reached();
-    }
     // Waits until the last event is `line`.
     bool sees(const char* line) {
         const bool seen =
-            pumpUntil([&] { return !events.empty() && events.last() == QLatin1String(line); });
+            waitUntil([&] { return !events.empty() && events.last() == QLatin1String(line); });
         EXPECT_TRUE(seen) << line << " after " << said();
         return seen;
     }
     std::string said() const { return events.join(u", ").toStdString(); }
-    void pause(int ms) {
-        QElapsedTimer timer;
-        timer.start();
-        pumpUntil([&] { return timer.elapsed() >= ms; });
-    }
 
     // Loads a recording and forgets the events of that.
     void load(const Samples& samples) {
         ASSERT_EQ(editor->LoadSound(make("take.wav", wavFile(samples))), kOk);
+        EXPECT_EQ(editor->GetSoundDuration(), 0) << "nothing changes before its event";
         ASSERT_TRUE(sees("LoadingDone 1"));
         events.clear();
     }

@@ -91,17 +91,17 @@ TEST_F(Display, PlayingTellsItsStartItsPauseAndHowItEnded) {
 
     events.clear();
     editor->SoundPlay();
-    ASSERT_TRUE(pumpUntil([&] { return editor->GetPlaybackPosition() > 50; }));
+    ASSERT_TRUE(waitUntil([&] { return editor->GetPlaybackPosition() > 50; }));
     editor->SoundPause();
     editor->SoundPause();
     ASSERT_TRUE(sees("Paused"));
     const qint32 held = editor->GetPlaybackPosition();
-    pause(60);
+    test::pass(60);
     EXPECT_EQ(editor->GetPlaybackPosition(), held);
     EXPECT_EQ(static_cast<qint32>(editor->waveform().playPosition()), held);
     EXPECT_FALSE(editor->waveform().playing());
     editor->SoundResume();
-    ASSERT_TRUE(pumpUntil([&] { return editor->GetPlaybackPosition() > held; }));
+    ASSERT_TRUE(waitUntil([&] { return editor->GetPlaybackPosition() > held; }));
     EXPECT_TRUE(editor->waveform().playing());
     editor->SoundPlayRange(1000, -1);
     editor->InsertSilence(0, 10);
@@ -122,7 +122,7 @@ TEST_F(Display, WhatIsAskedForWhileTheSoundEndsIsSilent) {
     std::this_thread::sleep_for(std::chrono::milliseconds(700));  // it ends, nobody has heard yet
     editor->SoundPause();
     ASSERT_TRUE(sees("Ended"));
-    pause(50);
+    test::pass(50);
     EXPECT_EQ(said(), "Started, Ended");
 }
 

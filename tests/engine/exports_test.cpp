@@ -34,12 +34,12 @@ TEST_F(Desk, ManyExportsEndInTheOrderOfTheCalls) {
         expected << QString::fromLatin1(fails ? "ExportDone 0" : "ExportDone 1");
         ASSERT_EQ(write(name.constData(), 0, i == 0 ? -1 : 10 * i), kOk);
     }
-    ASSERT_TRUE(pumpUntil([&] { return events.size() == 40; })) << said();
+    ASSERT_TRUE(waitUntil([&] { return events.size() == 40; })) << said();
     EXPECT_EQ(events, expected);
     EXPECT_EQ(samplesOf(path("same.wav")), slice(take, 0, 390 * kRate / 1000));
 }
 
-// Gives up what is being written and leaves nothing behind.
+// Gone in the midst of all, it gives up what is being written and leaves nothing behind.
 TEST_F(Desk, AnEditorThatGoesLeavesNoHalfFile) {
     Samples take = wave(1000, 8000);
     for (int i = 0; i < 6; ++i)
@@ -47,6 +47,11 @@ TEST_F(Desk, AnEditorThatGoesLeavesNoHalfFile) {
     load(take);
     for (int i = 0; i < 40; ++i)
         ASSERT_EQ(write(QByteArray::number(i).constData()), kOk);
+    editor->SoundPlay();
+    editor->effects().Normalize(0, -1, 80.0f, 100.0f, 100.0f);
+    editor->waveform().AnalyzeSound();
+    test::pass(20);
+    editor->SilencePositionsDetect(600, 20, 0);
     editor.reset();
     for (const QString& name : QDir(folder.path()).entryList(QDir::Files | QDir::Hidden)) {
         if (name != u"take.wav") {

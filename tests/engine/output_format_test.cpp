@@ -58,12 +58,24 @@ TEST_F(OutputFormats, UncompressedDepthsByMode) {
 
 TEST_F(OutputFormats, Mp3TakesTheListedRatesOnly) {
     formats.FormatToUse = kMp3Container;
-    EXPECT_EQ(formats.MP3.CBR_GetCount(11025), 8);
-    EXPECT_EQ(formats.MP3.CBR_GetValue(11025, 0), 64000.0);  // what a list preselects
-    EXPECT_EQ(formats.MP3.CBR_GetValue(11025, 7), 8000.0);
-    EXPECT_EQ(formats.MP3.CBR_GetValue(11025, 8), 0.0);
-    EXPECT_EQ(formats.MP3.CBR_GetValue(11025, -1), 0.0);
-    EXPECT_EQ(formats.MP3.CBR_GetCount(96000), 0);
+    // Frequency, how many rates, the highest, which a list preselects, and the lowest.
+    const std::tuple<qint32, qint32, double, double> lists[] = {{8000, 8, 64000, 8000},
+                                                                {12000, 8, 64000, 8000},
+                                                                {11025, 8, 64000, 8000},
+                                                                {16000, 14, 160000, 8000},
+                                                                {24000, 14, 160000, 8000},
+                                                                {32000, 14, 320000, 32000},
+                                                                {44100, 14, 320000, 32000},
+                                                                {48000, 14, 320000, 32000},
+                                                                {96000, 0, 0, 0},
+                                                                {44101, 0, 0, 0},
+                                                                {-1, 0, 0, 0}};
+    for (const auto& [hertz, count, highest, lowest] : lists) {
+        EXPECT_EQ(formats.MP3.CBR_GetCount(hertz), count) << hertz;
+        EXPECT_EQ(formats.MP3.CBR_GetValue(hertz, 0), highest) << hertz;
+        EXPECT_EQ(formats.MP3.CBR_GetValue(hertz, count - 1), lowest) << hertz;
+        EXPECT_EQ(formats.MP3.CBR_GetValue(hertz, count), 0.0) << hertz;
+    }
     const std::tuple<double, qint32, const char*> cases[] = {
         {320000.0, 44100, "2 44100 1 16 320000 0"},
         {64000.0, 11025, "2 11025 1 16 64000 0"},
