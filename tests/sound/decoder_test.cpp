@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sndfile.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -7,6 +6,7 @@
 #include <utility>
 
 #include "sound/mp3_stream.h"
+#include "sound/plain_sound.h"
 #include "sound/source.h"
 #include "sound/test_sounds.h"
 
@@ -17,11 +17,6 @@ namespace {
 
 using Bytes = std::string;
 
-Bytes little(std::uint32_t value) {
-    return {static_cast<char>(value), static_cast<char>(value >> 8), static_cast<char>(value >> 16),
-            static_cast<char>(value >> 24)};
-}
-
 class Decoders : public testing::Test {
   protected:
     std::filesystem::path write(const Bytes& bytes) const {
@@ -30,10 +25,7 @@ class Decoders : public testing::Test {
     }
     std::filesystem::path path(const char* name) const { return folder_.path() / name; }
 
-    Bytes read(const char* name) const {
-        std::ifstream file(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    Bytes read(const char* name) const { return contentOf(path(name)); }
 
     void run(const std::string& command) const {
         const std::string whole = "cd '" + folder_.path().string() + "' && " + command;
@@ -51,33 +43,18 @@ class Decoders : public testing::Test {
             "':c=stereo -ac " + std::to_string(channels) + " noise.wav");
     }
 
-    static std::vector<double> samples(const Source& source) {
-        std::vector<double> values(
-            static_cast<std::size_t>(source.frames() * source.format().channels));
-        source.read(0, source.frames(), values.data());
-        return values;
-    }
     std::vector<double> open(const Bytes& bytes) const {
-        return samples(*Source::open(write(bytes)));
+        return samplesOf(*Source::open(write(bytes)));
     }
 
     TempFolder folder_;
 };
 
-std::vector<double> bySndfile(const std::filesystem::path& path) {
-    SF_INFO info = {};
-    SNDFILE* const file = sf_open(path.c_str(), SFM_READ, &info);
-    std::vector<double> values(static_cast<std::size_t>(info.frames * info.channels));
-    sf_read_double(file, values.data(), static_cast<sf_count_t>(values.size()));
-    sf_close(file);
-    return values;
-}
-
 // Puts another count into the fact chunk, or takes the chunk out of the reader's sight.
 Bytes counting(Bytes file, std::optional<std::uint32_t> frames) {
     const std::size_t at = file.find("fact");
     file.replace(at, 4, frames ? "fact" : "junk");
-    return file.replace(at + 8, 4, little(frames.value_or(0)));
+    return file.replace(at + 8, 4, number(frames.value_or(0), 4));
 }
 
 TEST_F(Decoders, BlocksAreCountedRightAndDecodedAsElsewhere) {
@@ -95,7 +72,8 @@ TEST_F(Decoders, BlocksAreCountedRightAndDecodedAsElsewhere) {
         makeNoise(8000, channels, seconds + 0.1);
         const Bytes file = made(std::string("ffmpeg -v error -nostdin -y -i noise.wav -c:a ") +
                                 codec + " -bitexact -f wav made");
-        const std::vector<double> all = bySndfile(path("made"));
+        SF_INFO info;
+        const std::vector<double> all = bySndfile(path("made"), info);
         const auto held = static_cast<std::uint32_t>(open(counting(file, std::nullopt)).size()) /
                           static_cast<std::uint32_t>(channels);
         ASSERT_GE(held, seconds * 8000 + 800);
@@ -126,7 +104,7 @@ TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
     const Bytes variable = lame("-V 3");
     const Bytes bare = lame("-t -b 128");
     const Bytes bareMono = lame("-t -m m -b 64");
-    const Bytes apeEnd = "APETAGEX" + little(2000) + little(32) + Bytes(16, '\0');
+    const Bytes apeEnd = "APETAGEX" + number(2000, 4) + number(32, 4) + Bytes(16, '\0');
     const Bytes even = lame("-t --resample 32 -b 128");  // all frames of 576 bytes
     Bytes index = bare.substr(0, 417);  // a frame that only holds a table of the others
     index.replace(36, 4, "VBRI");
@@ -169,14 +147,11 @@ TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
         EXPECT_NO_THROW(Source::probe(path("sound")));
         if (!compares) continue;
         run("ffmpeg -v error -nostdin -y -i sound -f f64le -c:a pcm_f64le other");
-        const std::vector<double> values = samples(*source);
-        const Bytes other = read("other");
-        ASSERT_EQ(other.size(), values.size() * sizeof(double));
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            double value = 0;
-            std::memcpy(&value, other.data() + i * sizeof value, sizeof value);
-            ASSERT_NEAR(values[i], value, 0x1p-17) << i;
-        }
+        const std::vector<double> values = samplesOf(*source);
+        const std::vector<double> other = doublesIn(path("other"));
+        ASSERT_EQ(other.size(), values.size());
+        for (std::size_t i = 0; i < values.size(); ++i)
+            ASSERT_NEAR(values[i], other[i], 0x1p-17) << i;
     }
 }
 

