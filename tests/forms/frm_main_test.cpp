@@ -71,14 +71,6 @@ cbPreferencesLoad)");
     EXPECT_EQ(form.cbxBits->count(), 4);
 }
 
-TEST(MainForm, OptionsExcludeEachOtherWithinTheirArrayOnly) {
-    const frmMain form;
-    form.OpScriptFormat[0]->setChecked(true);
-    EXPECT_FALSE(form.OpScriptFormat[1]->isChecked());
-    EXPECT_TRUE(form.opRowEach[0]->isChecked());
-    EXPECT_EQ(form.opSourceFileFormatGroup->checkedId(), 1);
-}
-
 TEST(MainForm, MenusAndTimersAreAsGiven) {
     const frmMain form;
     const char* items = R"(

@@ -46,23 +46,20 @@ TEST_P(ScalingTest, ListedControlsTakeTheirDesignTimesTheScale) {
 }
 
 TEST_P(ScalingTest, CaptionsEndWhereTheirValueBegins) {
-    const QWidgetList values{form.LabelTotalDuration,
-                             form.LabelSelectionDuration,
-                             form.LabelSelectionBegin,
-                             form.LabelSelectionEnd,
-                             form.txbSilence,
-                             form.txbThreshold,
-                             form.txbSpeed,
-                             form.txbVariance,
-                             form.txbNberFileNames,
-                             form.txbNberAudioFiles};
-    const QWidgetList captions{form.Label37, form.Label36, form.Label34, form.Label18,
-                               form.Label32, form.Label10, form.Label38, form.Label16,
-                               form.Label41, form.Label42};
+    const std::pair<const QWidget*, const QWidget*> captions[] = {
+        {form.Label37, form.LabelTotalDuration},
+        {form.Label36, form.LabelSelectionDuration},
+        {form.Label34, form.LabelSelectionBegin},
+        {form.Label18, form.LabelSelectionEnd},
+        {form.Label32, form.txbSilence},
+        {form.Label10, form.txbThreshold},
+        {form.Label38, form.txbSpeed},
+        {form.Label16, form.txbVariance},
+        {form.Label41, form.txbNberFileNames},
+        {form.Label42, form.txbNberAudioFiles}};
     const int top = scaled(0, 260, 0, 0).y();
-    for (qsizetype i = 0; i < values.size(); ++i) {
-        const QWidget* caption = captions[i];
-        EXPECT_EQ(caption->x() + caption->width(), values[i]->x())
+    for (const auto& [caption, value] : captions) {
+        EXPECT_EQ(caption->x() + caption->width(), value->x())
             << caption->objectName().toStdString();
         EXPECT_EQ(caption->y(), top);
         EXPECT_GE(caption->x(), 0);
