@@ -50,6 +50,7 @@ struct Editing : test::Launched {
         for (const char* at = bytes.constData() + 44; at + 1 < bytes.constEnd(); at += 2)
             take.insert(take.end(), 2, qFromLittleEndian<qint16>(at) * 256);  // 22050 Hz there
         form().lbStatus->installEventFilter(&status);
+        ASSERT_TRUE(test::waitUntil([&] { return !status.texts.isEmpty(); })) << "never shown";
     }
     bool loads(const Samples& samples) {
         write(u"take.wav"_qs, test::wavFile(samples));
@@ -100,8 +101,8 @@ TEST_F(Editing, EveryEditRebuildsTheListAndIsUndoneBitForBit) {
                                u"Status7: Analyzing waveform... N%"_qs, u"Status13: Idle"_qs};
     const QStringList edit{u"Status3: Editing...  0%"_qs, u"Status2: Editing... N%"_qs,
                            u"Status1: Idle"_qs};
-    EXPECT_EQ(status.texts, QStringList({u"Status6: Loading... 0%"_qs, u"Status5: Loading... N%"_qs,
-                                         u"Status4: Idle"_qs}) +
+    EXPECT_EQ(status.texts, QStringList({u"Status: Idle"_qs, u"Status6: Loading... 0%"_qs,
+                                         u"Status5: Loading... N%"_qs, u"Status4: Idle"_qs}) +
                                 analysis + edit + analysis + edit + analysis);
     const Samples loaded = pause(1500) + take + pause(1500);
     ASSERT_TRUE(saved(loaded));

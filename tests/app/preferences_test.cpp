@@ -87,8 +87,8 @@ TEST_F(Page, AnApostropheEndsTheProgramWithTwoRowsStored) {
     form().txbPrefix->setText(u"O'Hara_"_qs);
     EXPECT_THROW(form().cbPreferencesSave->click(), test::ProcessEnded);
     EXPECT_TRUE(
-        desk.log().contains("\r\n09:05 frmMain.cbSaveSetupData_Click: near \"Hara_\": "
-                            "syntax error, Line 60\r\n09:05 Build 682\r\n"));
+        desk.log().contains("\r\n09:05 frmMain.cbSaveSetupData_Click: Syntax error in string "
+                            "'O'Hara_'., Line 60\r\n09:05 Build 682\r\n"));
     EXPECT_EQ(stored(17, 2), u"700,-40.5");
     EXPECT_EQ(stored(18, 12), u"1,0,195,0,1,1,0,0,1000,1,1,120");
     EXPECT_EQ(stored(19, 6), u"1,ACME_,1000,5,,1");

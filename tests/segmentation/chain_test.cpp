@@ -21,7 +21,7 @@ TEST_F(Chain, ALaterEditTakesTheShortWayAndBringsTheViewBack) {
     session.vlSavedRangeBegin = 1000;
     session.vlSavedRangeEnd = 3000;
     form.chBUSource->setChecked(false);
-    Q_EMIT EDT.SoundEditStarted();
+    chain.editAsked();
     EXPECT_TRUE(chain.soundIsChanging());
     Q_EMIT EDT.SoundEditDone(engine::kDeleteRange, 1);
     Q_EMIT EDT.SoundEditDone(engine::kDeleteRange, 1);  // merges with the first
