@@ -39,7 +39,8 @@ class LevelMarks {
 
     void draw() {
         if (line_ > band_.bottom() - band_.top()) return;
-        put({0.0f, 0.0f}, QStringLiteral("−∞"));
+        // Without its minus, which runs into the sign and strikes it out at this size.
+        put({0.0f, 0.0f}, QStringLiteral("∞"));
         for (const int decibels : kLevels) {
             const auto level = static_cast<float>(std::pow(10.0, -decibels / 20.0));
             if (level * scale_ <= 1.001f)
@@ -113,7 +114,8 @@ void drawTimeRuler(QPainter& painter, const WaveformLayout& layout, const Wavefo
                          major ? place.height() / 2 : place.height() / 4, colours.ruler);
         if (!major) continue;
         const QString text = rulerText(static_cast<qint32>(ms), step);
-        const QRect box(x + layout.pixels(4), place.top() + layout.pixels(2),
+        // At the bottom, clear of the small marks.
+        const QRect box(x + layout.pixels(4), place.bottom() + 1 - metrics.height(),
                         metrics.horizontalAdvance(text), metrics.height());
         if (box.right() <= place.right()) painter.drawText(box, Qt::AlignLeft, text);
     }

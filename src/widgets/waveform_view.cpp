@@ -197,10 +197,12 @@ void WaveformView::showPointer(double x) {
 }
 
 void WaveformView::watchDrag() {
-    if (gestures_.beyond(axis()) == 0.0)
+    if (gestures_.beyond(axis()) == 0.0) {
         dragTimer_.stop();
-    else if (!dragTimer_.isActive())
+        scrollDebt_ = 0.0;
+    } else if (!dragTimer_.isActive()) {
         dragTimer_.start();
+    }
 }
 
 void WaveformView::scrollUnderDrag() {
