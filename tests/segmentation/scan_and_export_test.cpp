@@ -27,7 +27,6 @@ struct Scan : test::MainDesk {
 };
 
 TEST_F(Scan, AsksWithTheThresholdOfTheRoundedPercentage) {
-    form.cbProcess->setEnabled(true);
     const std::tuple<QString, QString, QString> cases[] = {{u"-35"_qs, u"1.8"_qs, u"589"_qs},
                                                            {u"-100"_qs, u"0.0"_qs, u"0"_qs},
                                                            {u"0"_qs, u"100.0"_qs, u"32767"_qs},
@@ -35,12 +34,12 @@ TEST_F(Scan, AsksWithTheThresholdOfTheRoundedPercentage) {
     for (const auto& [decibels, percent, amplitude] : cases) {
         addRows(2);
         form.txbThreshold->setText(decibels);
+        form.cbProcess->setEnabled(true);
         form.cbProcess->click();
         EXPECT_EQ(EDT.taken(), QStringList(u"SilencePositionsDetect %1 1500"_qs.arg(amplitude)));
         EXPECT_EQ(form.txbSilencePerc->text(), percent);
         EXPECT_EQ(form.txbSilenceThreshold->text(), amplitude);
         EXPECT_EQ(form.lvAudioDetails->topLevelItemCount(), 0);
-        form.cbProcess->setEnabled(true);
     }
     EXPECT_FALSE(form.txbCalculating->isHidden());
     EXPECT_TRUE(detection.scanning());

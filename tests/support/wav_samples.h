@@ -59,6 +59,7 @@ inline Samples samplesOf(const QString& path) {
     Samples samples(static_cast<std::size_t>(std::max<qsizetype>(all.size() - 44, 0) / 3));
     for (std::size_t i = 0; i < samples.size(); ++i)
         samples[i] = qFromLittleEndian<qint32>(all.constData() + 43 + 3 * i) >> 8;
+    EXPECT_EQ(all.size() % 2, 0) << qPrintable(path);
     EXPECT_EQ(all.left(44), wavHeader(samples.size())) << qPrintable(path);
     return samples;
 }
