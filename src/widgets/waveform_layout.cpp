@@ -19,12 +19,18 @@ QRect outward(const QRect& rect, double factor, double margin) {
                  ceil(rect.y() + rect.height()) - corner.y());
 }
 
+// Those that lie in the widget as a whole, wherever its corner is: one more might be clipped, and
+// the frame with it.
+QSize wholePixels(const QSize& size, qreal ratio) {
+    return {static_cast<int>(size.width() * ratio), static_cast<int>(size.height() * ratio)};
+}
+
 }  // namespace
 
 WaveformLayout::WaveformLayout(const QSize& size, qreal ratio,
                                const engine::WaveformSettings& settings, const QFont& font)
     : ratio_(ratio),
-      size_(size * ratio),
+      size_(wholePixels(size, ratio)),
       hair_(std::max(1, int(ratio))),
       frame_(2 * hair_),
       font_(font),
