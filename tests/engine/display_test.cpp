@@ -43,6 +43,11 @@ TEST_F(Display, ShowsWhatItIsToldAndReportsIt) {
     qint32 end;
     waveform.GetDisplayRange(begin, end);
     EXPECT_EQ(end, 5000);
+    // It also ends with it.
+    waveform.SetSelection(1, 3500, 4500);
+    editor->Undo();
+    ASSERT_TRUE(sees("EditDone 4 1"));
+    EXPECT_TRUE(events.contains("Selection 1 3500 4000")) << said();
     waveform.SetSelection(1, 1, 2);
     editor->SoundClose();
     EXPECT_TRUE(sees("Selection 0 0 0"));
