@@ -17,16 +17,17 @@ struct Conversion {
 inline const Conversion kWorkbookConversion{
     QStringLiteral("xls"), QStringLiteral("MS Excel 97"), QStringLiteral("xlsx"),
     QStringLiteral("libreoffice-calc"), QStringLiteral("libsclo.so")};
-inline const Conversion kDocumentConversion{
-    QStringLiteral("doc"), QStringLiteral("MS Word 97"), QStringLiteral("docx"),
-    QStringLiteral("libreoffice-writer"), QStringLiteral("libswlo.so")};
+inline Conversion toDocument(const QString& from, const QString& filter) {
+    return {from, filter, QStringLiteral("docx"), QStringLiteral("libreoffice-writer"),
+            QStringLiteral("libswlo.so")};
+}
+inline const Conversion kDocumentConversion =
+    toDocument(QStringLiteral("doc"), QStringLiteral("MS Word 97"));
 // The form of 1993 to 1995: unlike the filter for workbooks, the one above refuses it.
-inline const Conversion kOldDocumentConversion{
-    QStringLiteral("doc"), QStringLiteral("MS Word 95"), QStringLiteral("docx"),
-    QStringLiteral("libreoffice-writer"), QStringLiteral("libswlo.so")};
-inline const Conversion kRichTextConversion{
-    QStringLiteral("rtf"), QStringLiteral("Rich Text Format"), QStringLiteral("docx"),
-    QStringLiteral("libreoffice-writer"), QStringLiteral("libswlo.so")};
+inline const Conversion kOldDocumentConversion =
+    toDocument(QStringLiteral("doc"), QStringLiteral("MS Word 95"));
+inline const Conversion kRichTextConversion =
+    toDocument(QStringLiteral("rtf"), QStringLiteral("Rich Text Format"));
 
 // Which of the two is for the document in that compound file.
 const Conversion& documentConversion(const QByteArray& bytes);

@@ -18,18 +18,8 @@ ExcelImport::ExcelImport(forms::frmMain& form, forms::frmSelectImportSheet& choo
 
 void ExcelImport::Import_Excel() {
     runtime::guarded(services_.failure, u"frmMain.Import_Excel: ", [&](runtime::Line& line) {
-        line(10);
-        QString script = import_.firstFile(u"*.xls"_qs);
-        line(20);
-        if (script.isEmpty()) script = import_.firstFile(u"*.xlsx"_qs);
-        line(30);
-        services_.session.vsScriptFile = script;
-        line(40);
-        if (script.isEmpty()) return import_.abort(u"Excel"_qs);
-        line(50);
-        form_.txbScript->setText(script);
-        line(60);
-        import_.showProgress();
+        QString& script = services_.session.vsScriptFile;
+        if (!import_.begin(line, {u"*.xls"_qs, u"*.xlsx"_qs, u"Excel"_qs}, script)) return;
         line(70);
         xlBook = services_.openWorkbook(platform::pathIn(services_.state.vsProjectFolder, script));
         line(80);

@@ -10,6 +10,27 @@ namespace tarnwick::project {
 ScriptImport::ScriptImport(forms::frmMain& form, Services services)
     : form_(form), services_(std::move(services)) {}
 
+bool ScriptImport::begin(runtime::Line& line, const Kind& kind, QString& script) {
+    line(10);
+    QString found = firstFile(kind.oldForm);
+    line(20);
+    if (found.isEmpty()) found = firstFile(kind.newForm);
+    line(30);
+    script = found;
+    line(40);
+    if (found.isEmpty()) {
+        abort(kind.program);
+        return false;
+    }
+    line(50);
+    form_.txbScript->setText(found);
+    line(60);
+    forms::showOverlay(form_, *form_.frLoadFiles);
+    return true;
+}
+
+// The small files by which the office programs tell that a script is open ("~$script.docx") are
+// none.
 QString ScriptImport::firstFile(const QString& pattern) const {
     for (const QString& name : services_.files.list(services_.state.vsProjectFolder, pattern))
         if (!name.startsWith(u"~$"_qs)) return name;
@@ -22,8 +43,6 @@ void ScriptImport::abort(const QString& program) {
     form_.frLoadFiles->hide();
     vsImportResult = u"Abort"_qs;
 }
-
-void ScriptImport::showProgress() { forms::showOverlay(form_, *form_.frLoadFiles); }
 
 void ScriptImport::store(qint32 i, const QString& FileName, const QString& Content) {
     runtime::element(script_.Prompts, i) = {FileName, Content, wordCount(Content)};

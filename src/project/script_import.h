@@ -5,6 +5,7 @@
 #include "model/script.h"
 #include "platform/boxes.h"
 #include "platform/file_system.h"
+#include "runtime/guarded.h"
 #include "runtime/process_state.h"
 
 namespace tarnwick::forms {
@@ -28,14 +29,16 @@ class ScriptImport {
 
     const model::Script& script() const { return script_; }
 
-    // The bare name of the first file in the project folder that matches, or nothing. The small
-    // files by which the office programs tell that a script is open ("~$script.docx") are none.
-    QString firstFile(const QString& pattern) const;
+    // What an import looks for.
+    struct Kind {
+        QString oldForm, newForm;  // patterns of file names, in the order of the search
+        QString program;
+    };
 
-    // There is no script: a box that names the program, and the load ends.
-    void abort(const QString& program);
-
-    void showProgress();
+    // The opening of an import, steps 10 to 60 of its guarded procedure: the script's bare name
+    // goes to `script` and on the form, and the progress box comes up. False when there is no
+    // script: then a box tells, and the load ends.
+    bool begin(runtime::Line& line, const Kind& kind, QString& script);
 
     // Faults with "Subscript out of range" where there are no more rows.
     void store(qint32 i, const QString& FileName, const QString& Content);
@@ -49,6 +52,9 @@ class ScriptImport {
     QString vsImportResult;  // emptied by each load; "Abort" when there was no script
 
   private:
+    QString firstFile(const QString& pattern) const;
+    void abort(const QString& program);
+
     forms::frmMain& form_;
     Services services_;
     model::Script script_;

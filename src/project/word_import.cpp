@@ -12,18 +12,9 @@ WordImport::WordImport(forms::frmMain& form, ScriptImport& import, Services serv
 
 void WordImport::Import_Word() {
     runtime::guarded(services_.failure, u"frmMain.Import_Word: ", [&](runtime::Line& line) {
-        line(10);
-        QString script = import_.firstFile(u"*.doc"_qs);
-        line(20);
-        if (script.isEmpty()) script = import_.firstFile(u"*.docx"_qs);
-        line(30);
-        services_.session.vsWordFile = script;
-        line(40);
-        if (script.isEmpty()) return import_.abort(u"Word"_qs);
-        line(50);
-        form_.txbScript->setText(script);
-        line(60);
-        import_.showProgress();
+        if (!import_.begin(line, {u"*.doc"_qs, u"*.docx"_qs, u"Word"_qs},
+                           services_.session.vsWordFile))
+            return;
         const qint16 count = readPrompts(line);
         line(160);
         import_.finish(count);
