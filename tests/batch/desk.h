@@ -1,0 +1,46 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "batch/run.h"
+#include "batch/services.h"
+#include "forms/frm_batch_processor.h"
+#include "support/scripted_editor.h"
+#include "support/scripted_ports.h"
+#include "support/wait_until.h"
+
+namespace tarnwick::test {
+
+// A Batch Processor's window with scripted engines and boxes, a real folder and a real database.
+struct BatchDesk : ::testing::Test {
+    FailureDesk desk;  // the program folder
+    QTemporaryDir project;
+    ScriptedDialog cmdlg;
+    platform::Disk files;
+    runtime::ProcessState state;
+    settings::SettingsDatabase database;
+    ScriptedEditor EDT;
+    ScriptedEditor EDTX;
+    int unloads = 0;
+    forms::frmBatchProcessor form;
+    batch::Run run;
+    batch::Services services{desk.failure, state,      database, desk.boxes, cmdlg,
+                             files,        desk.clock, EDT,      EDTX,       [this] { ++unloads; }};
+
+    void SetUp() override {
+        const QString file = desk.folder.filePath(u"Tarnwick.mdb"_qs);
+        ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE), file));
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        state.vsConnection = settings::connectionString(desk.folder.path());
+        state.vsProjectFolder = project.path();
+    }
+    void execute(const QString& statement) {
+        const settings::Access access(database, state.vsConnection);
+        database.Execute(statement);
+        database.Close();
+    }
+    QString in(const QString& name) const { return project.filePath(name); }
+    QStringList boxes() { return std::exchange(desk.boxes.shown, {}); }
+};
+
+}  // namespace tarnwick::test
