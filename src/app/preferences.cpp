@@ -23,14 +23,6 @@ bool ticked(const settings::Record& row, const QString& column) {
     return runtime::roundToInteger(row.number(column)) == 1;
 }
 
-// To set a text is to change it, even to the same: who follows the box is told.
-void assign(QLineEdit* box, const QString& text) {
-    if (box->text() == text)
-        Q_EMIT box->textChanged(text);
-    else
-        box->setText(text);
-}
-
 QString percentText(double percent) { return QString::number(std::round(percent)) + u'%'; }
 
 // Typed by support to get at the process timer.
@@ -152,10 +144,10 @@ void Preferences::showNaming(const settings::Record& row) {
     const bool fromScript = row.isTrue(u"F2"_qs);
     form_.opAutoNaming[fromScript ? 0 : 1]->setChecked(true);
     form_.frAutoNumber->setEnabled(!fromScript);
-    assign(form_.txbPrefix, textOrEmpty(row, u"F3"_qs));
-    assign(form_.txbStarting, textOrEmpty(row, u"F4"_qs));
-    assign(form_.txbIncrement, textOrEmpty(row, u"F5"_qs));
-    assign(form_.txbSuffix, textOrEmpty(row, u"F6"_qs));
+    forms::assign(form_.txbPrefix, textOrEmpty(row, u"F3"_qs));
+    forms::assign(form_.txbStarting, textOrEmpty(row, u"F4"_qs));
+    forms::assign(form_.txbIncrement, textOrEmpty(row, u"F5"_qs));
+    forms::assign(form_.txbSuffix, textOrEmpty(row, u"F6"_qs));
     runtime::element(form_.opSourceFileFormat, row.number(u"F7"_qs))->setChecked(true);
     opSourceFileFormat_Click();
 }

@@ -73,6 +73,21 @@ void setBackground(QLineEdit* box, const QColor& colour) {
     box->setPalette(palette);
 }
 
+void clearBackground(QLineEdit* box) { box->setPalette({}); }
+
+void setBold(QWidget* control, bool bold) {
+    QFont font = control->font();
+    font.setBold(bold);
+    control->setFont(font);
+}
+
+void assign(QLineEdit* box, const QString& text) {
+    if (box->text() == text)
+        Q_EMIT box->textChanged(text);
+    else
+        box->setText(text);
+}
+
 void announceValue(QWidget* control, const QString& description) {
     control->setAccessibleName(QString());
     control->setAccessibleDescription(announced(description));

@@ -60,6 +60,14 @@ void setCaption(Control* control, const QString& caption) {
 // scheme too.
 void setBackground(QLineEdit* box, const QColor& colour);
 
+// Takes such a background away again: the box follows its window, in light and dark.
+void clearBackground(QLineEdit* box);
+
+void setBold(QWidget* control, bool bold);
+
+// Sets a text as code does it: that is a change, even to the same, and who follows the box is told.
+void assign(QLineEdit* box, const QString& text);
+
 // For a read-out: it announces the value of the moment; `description` says what the value is.
 void announceValue(QWidget* control, const QString& description);
 

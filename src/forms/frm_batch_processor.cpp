@@ -71,9 +71,7 @@ void frmBatchProcessor::makeStatus() {
     txbFileToConvert->setReadOnly(true);
     lbConversion = makeLabel(frStatus, u"lbConversion"_s, u"Batch Processing Progress"_s,
                              {240, 4200, 4380, 360});
-    QFont bold = lbConversion->font();
-    bold.setBold(true);
-    lbConversion->setFont(bold);
+    setBold(lbConversion, true);
     QPalette green = lbConversion->palette();
     green.setColor(QPalette::WindowText, progressColour(palette()));
     lbConversion->setPalette(green);

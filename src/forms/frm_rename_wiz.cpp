@@ -154,9 +154,7 @@ void frmRenameWiz::makeTextRules() {
     Command3 = rule(this, u"Command3"_s, 3975);
 
     Label7 = makeLabel(this, u"Label7"_s, u"Add/Remove"_s, {kLeft, 4065, kRuleWidth, 300});
-    QFont bold = Label7->font();
-    bold.setBold(true);
-    Label7->setFont(bold);
+    setBold(Label7, true);
     txbInsert = field(this, Label8, u"Label8"_s, u"Insert String"_s, u"txbInsert"_s, kBox, 4395);
     txbRemove = field(this, Label9, u"Label9"_s, u"Remove # Characters"_s, u"txbRemove"_s,
                       kNarrowBox, 4815);

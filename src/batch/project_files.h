@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+
+#include "batch/run.h"
+#include "batch/services.h"
+#include "runtime/guarded.h"
+
+namespace tarnwick::forms {
+class frmBatchProcessor;
+}
+
+namespace tarnwick::batch {
+
+// Which files a run takes: those of the project folder as the window opens, or those of a folder
+// that the operator browses to. UI thread.
+class ProjectFiles : public QObject {
+  public:
+    ProjectFiles(forms::frmBatchProcessor& form, Run& run, const Services& services);
+
+    // Takes in the project folder's recordings, as a part of the window's guarded load: the steps
+    // are numbered from `first` in tens.
+    void open(runtime::Line& line, int first);
+
+  private:
+    void cbBrowse_Click();
+    bool rawFolderIsThere(const QString& raw);
+    void makeRawFolder(const QString& raw);
+    void showCount(qsizetype count);
+    void readyForRun(qsizetype count);
+
+    forms::frmBatchProcessor& form_;
+    Run& run_;
+    const Services& services_;
+    QString vsExtension;  // of the file chosen last, without the dot
+};
+
+}  // namespace tarnwick::batch
