@@ -51,6 +51,13 @@ Int rounded(double value) {
     return static_cast<Int>(whole);
 }
 
+// Of the number as it is written with 15 digits, so that 8.45 is a half; never a negative zero.
+double roundedToTenth(double value) {
+    if (std::fabs(value) >= 1e15) return value;
+    const double tenths = QByteArray::number(value * 10.0, 'g', 15).toDouble();
+    return std::round(tenths) / 10.0 + 0.0;
+}
+
 }  // namespace
 
 double val(QStringView text) {
@@ -64,9 +71,18 @@ double val(QStringView text) {
     return QLocale::c().toDouble(number);
 }
 
+bool isNumber(QStringView text) {
+    const QStringView trimmed = text.trimmed();
+    return !trimmed.isEmpty() && afterNumber(trimmed, 0) == trimmed.size();
+}
+
 double strictDouble(QStringView text) {
     const QStringView trimmed = text.trimmed();
-    if (!trimmed.isEmpty() && afterNumber(trimmed, 0) == trimmed.size()) return val(trimmed);
+    if (isNumber(trimmed)) {
+        const double value = val(trimmed);
+        if (!std::isfinite(value)) overflow();
+        return value;
+    }
     bool ok = false;
     const double value = QLocale::system().toDouble(trimmed, &ok);
     if (!ok || !std::isfinite(value)) typeMismatch();
@@ -79,7 +95,15 @@ qint16 strictInteger(QStringView text) { return roundToInteger(strictDouble(text
 qint32 roundToLong(double value) { return rounded<qint32>(value); }
 qint16 roundToInteger(double value) { return rounded<qint16>(value); }
 
-QString fixedOneDecimal(double value) { return QLocale::system().toString(value, 'f', 1); }
+QString fixedOneDecimal(double value) {
+    return QLocale::system().toString(roundedToTenth(value), 'f', 1);
+}
+
+QString patternOneDecimal(double value) {
+    QLocale ungrouped = QLocale::system();
+    ungrouped.setNumberOptions(QLocale::OmitGroupSeparator);
+    return ungrouped.toString(roundedToTenth(value), 'f', 1);
+}
 
 QString signedText(double wholeNumber) {
     const QString text = plainText(wholeNumber);

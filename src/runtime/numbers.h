@@ -4,13 +4,15 @@
 
 // How texts become numbers and numbers texts. "Lenient" takes the leading number of a text;
 // "strict" takes a text that is a number as a whole, and faults with "Type mismatch" otherwise.
-// Integers out of range fault with "Overflow". Halves round to the even number.
+// Numbers out of range fault with "Overflow". Conversions to integers round halves to the even
+// number, the texts with one decimal round them away from zero.
 
 namespace tarnwick::runtime {
 
 double val(QStringView text);  // lenient; 0 when the text begins with no number
 
 double strictDouble(QStringView text);  // decimal point or the regional separators
+bool isNumber(QStringView text);        // strict, with a decimal point only
 qint32 strictLong(QStringView text);
 qint16 strictInteger(QStringView text);
 
@@ -19,6 +21,8 @@ qint16 roundToInteger(double value);
 
 // One decimal and a leading digit, with the regional separators.
 QString fixedOneDecimal(double value);
+// The pattern "0.0": the same without grouping of digits.
+QString patternOneDecimal(double value);
 
 // A whole number as text with a blank in front when it is not negative.
 QString signedText(double wholeNumber);

@@ -4,8 +4,8 @@
 #include "forms/overlay.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
+#include "runtime/levels.h"
 #include "runtime/numbers.h"
-#include "segmentation/threshold.h"
 
 namespace tarnwick::segmentation {
 
@@ -36,8 +36,9 @@ void SilenceDetection::startScan() {
     form_.txbCalculating->show();
     forms::repaintNow(form_);
     Silences.fill({});
-    form_.txbSilencePerc->setText(thresholdPercent(form_.txbThreshold->text()));
-    form_.txbSilenceThreshold->setText(thresholdAmplitude(form_.txbSilencePerc->text()));
+    const double decibels = runtime::strictDouble(form_.txbThreshold->text());
+    form_.txbSilencePerc->setText(runtime::fixedOneDecimal(runtime::percentOfDecibels(decibels)));
+    form_.txbSilenceThreshold->setText(runtime::amplitudeOfPercent(form_.txbSilencePerc->text()));
     const qint16 threshold = runtime::strictInteger(form_.txbSilenceThreshold->text());
     const qint32 duration = runtime::strictLong(form_.txbSilence->text());
     nResult = services_.EDT.SilencePositionsDetect(threshold, duration, 0);

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "runtime/arithmetic.h"
+#include "runtime/levels.h"
 #include "support/fault_of.h"
 
 using namespace tarnwick::runtime;
@@ -31,6 +32,7 @@ TEST(Numbers, StrictReadingRefusesAnythingElse) {
     EXPECT_EQ(strictInteger(u"32767"), 32767);
     EXPECT_EQ(faultOf([] { strictInteger(u"32768"); }), u"Overflow");
     EXPECT_EQ(faultOf([] { strictLong(u"1e10"); }), u"Overflow");
+    EXPECT_EQ(faultOf([] { strictDouble(u"-1e999"); }), u"Overflow");
 }
 
 TEST(Numbers, HalvesRoundToTheEvenNumber) {
@@ -46,12 +48,42 @@ TEST(Numbers, HalvesRoundToTheEvenNumber) {
 TEST(Numbers, TextsHaveTheProductsForms) {
     EXPECT_EQ(fixedOneDecimal(1.7783), u"1.8");
     EXPECT_EQ(fixedOneDecimal(0.001), u"0.0");
+    const std::pair<double, QString> tenths[] = {{0.25, u"0.3"_qs},
+                                                 {8.45, u"8.5"_qs},
+                                                 {1.15, u"1.2"_qs},
+                                                 {-0.25, u"-0.3"_qs},
+                                                 {-7e-14, u"0.0"_qs}};
+    for (const auto& [value, text] : tenths) {
+        EXPECT_EQ(fixedOneDecimal(value), text);
+        EXPECT_EQ(patternOneDecimal(value), text);
+    }
+    EXPECT_EQ(fixedOneDecimal(1234.56), u"1,234.6");
+    EXPECT_EQ(patternOneDecimal(1e15), u"1000000000000000.0");
     EXPECT_EQ(signedText(12), u" 12");
     EXPECT_EQ(signedText(-13), u"-13");
     EXPECT_EQ(signedText(-0.0), u" 0");
     EXPECT_EQ(plainText(589), u"589");
     EXPECT_EQ(plainText(32767), u"32767");
     EXPECT_EQ(plainText(2147483647.0), u"2147483647");
+}
+
+TEST(Levels, DecibelsPercentAndTheEnginesScale) {
+    struct Case {
+        double decibels;
+        double percent;
+    };
+    for (const Case& c : {Case{0, 100}, {20, 1000}, {-26, 5.0118723}, {-100, 0.001}}) {
+        EXPECT_NEAR(percentOfDecibels(c.decibels), c.percent, 1e-7);
+        EXPECT_NEAR(decibelsOfPercent(c.percent), c.decibels, 1e-6);
+    }
+    EXPECT_EQ(faultOf([] { percentOfDecibels(7000); }), u"Overflow");
+    for (const double none : {0.0, -5.0})
+        EXPECT_EQ(faultOf([&] { decibelsOfPercent(none); }), u"Invalid procedure call or argument");
+    const std::pair<QString, QString> amplitudes[] = {
+        {u"5.0"_qs, u"1638"_qs}, {u"100.0"_qs, u"32767"_qs},    {u"0.1"_qs, u"32"_qs},
+        {u"-0.1"_qs, u"-33"_qs}, {u"1e307"_qs, u"Overflow"_qs}, {u"5 %"_qs, u"Type mismatch"_qs}};
+    for (const auto& [percent, amplitude] : amplitudes)
+        EXPECT_EQ(tarnwick::test::resultOf([&] { return amplitudeOfPercent(percent); }), amplitude);
 }
 
 TEST(Arithmetic, FaultsWhereItWouldWrap) {
