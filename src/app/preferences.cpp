@@ -7,21 +7,11 @@
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
-#include "runtime/numbers.h"
 #include "settings/update_statement.h"
 
 namespace tarnwick::app {
 
 namespace {
-
-QString textOrEmpty(const settings::Record& row, const QString& column) {
-    return row.isNull(column) ? QString() : row.text(column);
-}
-
-// A stored tick is 1; whatever else stands there counts as none.
-bool ticked(const settings::Record& row, const QString& column) {
-    return runtime::roundToInteger(row.number(column)) == 1;
-}
 
 QString percentText(double percent) { return QString::number(std::round(percent)) + u'%'; }
 
@@ -109,14 +99,14 @@ void Preferences::showSegmentation(const settings::Record& row) {
 }
 
 void Preferences::showScriptAndWindow(const settings::Record& row) {
-    form_.chImportSpecifiedRows->setChecked(ticked(row, u"F2"_qs));
+    form_.chImportSpecifiedRows->setChecked(row.ticked(u"F2"_qs));
     form_.txbImportStartRow->setText(row.text(u"F3"_qs));
     form_.txbImportEndRow->setText(row.text(u"F4"_qs));
-    form_.chBUSource->setChecked(ticked(row, u"F5"_qs));
+    form_.chBUSource->setChecked(row.ticked(u"F5"_qs));
     form_.opPlayfromlistview[row.isTrue(u"F6"_qs) ? 0 : 1]->setChecked(true);
-    form_.chPromptSheet->setChecked(ticked(row, u"F7"_qs));
-    form_.chIgnoreFirstRow->setChecked(ticked(row, u"F8"_qs));
-    form_.chRecalcTimer->setChecked(ticked(row, u"F9"_qs));
+    form_.chPromptSheet->setChecked(row.ticked(u"F7"_qs));
+    form_.chIgnoreFirstRow->setChecked(row.ticked(u"F8"_qs));
+    form_.chRecalcTimer->setChecked(row.ticked(u"F9"_qs));
     form_.txbRecalcTimer->setText(row.text(u"F10"_qs));
 }
 
@@ -144,10 +134,10 @@ void Preferences::showNaming(const settings::Record& row) {
     const bool fromScript = row.isTrue(u"F2"_qs);
     form_.opAutoNaming[fromScript ? 0 : 1]->setChecked(true);
     form_.frAutoNumber->setEnabled(!fromScript);
-    forms::assign(form_.txbPrefix, textOrEmpty(row, u"F3"_qs));
-    forms::assign(form_.txbStarting, textOrEmpty(row, u"F4"_qs));
-    forms::assign(form_.txbIncrement, textOrEmpty(row, u"F5"_qs));
-    forms::assign(form_.txbSuffix, textOrEmpty(row, u"F6"_qs));
+    forms::assign(form_.txbPrefix, row.textOr(u"F3"_qs, {}));
+    forms::assign(form_.txbStarting, row.textOr(u"F4"_qs, {}));
+    forms::assign(form_.txbIncrement, row.textOr(u"F5"_qs, {}));
+    forms::assign(form_.txbSuffix, row.textOr(u"F6"_qs, {}));
     runtime::element(form_.opSourceFileFormat, row.number(u"F7"_qs))->setChecked(true);
     opSourceFileFormat_Click();
 }

@@ -29,6 +29,14 @@ QString Record::text(const QString& name) const {
     return value.toString();
 }
 
+QString Record::textOr(const QString& name, const QString& onNull) const {
+    return isNull(name) ? onNull : text(name);
+}
+
+bool Record::ticked(const QString& name) const {
+    return runtime::roundToInteger(number(name)) == 1;
+}
+
 qint32 Record::number(const QString& name) const {
     const QVariant& value = filled(name);
     if (value.typeId() == QMetaType::QString) return runtime::strictLong(value.toString());

@@ -21,6 +21,13 @@ UpdateStatement& UpdateStatement::number(QStringView entry) {
     return add(runtime::plainText(value));
 }
 
+UpdateStatement& UpdateStatement::asTyped(const QString& entry) {
+    if (!runtime::isNumber(entry))
+        throw runtime::Fault(QStringLiteral("Syntax error in number '%1'.").arg(entry));
+    runtime::strictDouble(entry);
+    return add(entry);
+}
+
 UpdateStatement& UpdateStatement::integer(qint32 value) { return add(QString::number(value)); }
 
 UpdateStatement& UpdateStatement::boolean(bool value) { return integer(value ? 1 : 0); }

@@ -16,6 +16,11 @@ class UpdateStatement {
     // The leading number of an entry, 0 if there is none. Faults with "Overflow" when no number
     // can hold it.
     UpdateStatement& number(QStringView entry);
+    // An entry as it was typed. Only one that is a number as a whole, with a decimal point, gives a
+    // statement; any other is the provider's syntax error or, with a comma or a comment in it,
+    // could store something else, or in every row, and faults here. "Overflow" when no number can
+    // hold it.
+    UpdateStatement& asTyped(const QString& entry);
     UpdateStatement& integer(qint32 value);
     UpdateStatement& boolean(bool value);  // the provider's literals, 1 and 0
     // Between single quotes as it is. An apostrophe in it breaks the statement and faults; left to

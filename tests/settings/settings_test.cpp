@@ -84,6 +84,10 @@ TEST_F(SettingsDatabaseTest, ColumnsAreReadAsWhatTheReaderWants) {
     EXPECT_EQ(faultOf([&] { row.text("F7"); }), "Invalid use of Null");
     EXPECT_EQ(faultOf([&] { row.number("F3"); }), "Type mismatch");
     EXPECT_EQ(faultOf([&] { row.number("F8"); }), "Overflow");
+    EXPECT_TRUE(row.textOr("F7", "none") == "none" && row.textOr("F5", "none") == "12");
+    execute("UPDATE Admin SET  F2 = 1, F3 = 2, F4 = 40000 WHERE F1 = 18");
+    EXPECT_TRUE(admin(18).ticked("F2") && !admin(18).ticked("F3"));
+    EXPECT_EQ(faultOf([&] { admin(18).ticked("F4"); }), "Overflow");
     EXPECT_EQ(faultOf([&] { row.isNull("F14"); }),
               "Item cannot be found in the collection corresponding to the requested name or "
               "ordinal.");
@@ -118,6 +122,21 @@ TEST(UpdateStatement, IsPutTogetherToTheBlank) {
     EXPECT_EQ(settings::UpdateStatement(3).integer(7).where(u"  WHERE F1 = 12"),
               "UPDATE Admin SET  F3 = 7  WHERE F1 = 12");
     EXPECT_EQ(faultOf([] { settings::UpdateStatement().number(u"1e999"); }), "Overflow");
+}
+
+TEST_F(SettingsDatabaseTest, ATypedEntryIsANumberOrNoStatement) {
+    const std::pair<const char*, const char*> entries[] = {
+        {"500", "500"},      {" -2.50 ", "-2.5"}, {"+.5e1", "5"},    {"1e999", "Overflow"},
+        {"", nullptr},       {"abc", nullptr},    {"0x10", nullptr}, {"1, F4 = 1", nullptr},
+        {"5 -- x", nullptr}, {"5;", nullptr},     {"1,5", nullptr},  {"NULL", nullptr}};
+    for (const auto& [entry, expected] : entries) {
+        const QString stored = test::resultOf([&, typed = entry] {
+            execute(settings::UpdateStatement(3).asTyped(typed).where(u"  WHERE F1 = 12"));
+            return admin(12).text("F3");
+        });
+        const QString refusal = QStringLiteral("Syntax error in number '%1'.").arg(entry);
+        EXPECT_EQ(stored, expected == nullptr ? refusal : expected);
+    }
 }
 
 TEST_F(SettingsDatabaseTest, RefusesWhatIsNotTheDatabase) {
