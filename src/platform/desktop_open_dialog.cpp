@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QLineEdit>
+#include <algorithm>
 
 namespace tarnwick::platform {
 
@@ -29,14 +29,23 @@ QStringList nameFilters(const QString& classicFilter) {
     return filters;
 }
 
+QString readyName(const QString& folder, const QStringList& filters) {
+    const auto isFirst = [&](const QString& pattern) {
+        return !filters.isEmpty() && filters.front().contains(pattern, Qt::CaseInsensitive);
+    };
+    if (std::none_of(recordings().begin(), recordings().end(), isFirst)) return {};
+    const QStringList there = QDir(folder).entryList(recordings(), QDir::Files);
+    return there.size() == 1 ? there.front() : QString();
+}
+
 std::optional<OpenDialog::Choice> DesktopOpenDialog::ShowOpen() {
     // Qt's own dialog rather than the desktop's, so that it looks and answers the same everywhere.
-    QFileDialog dialog(QApplication::activeWindow(), u"Open"_qs, QDir::currentPath());
+    QFileDialog dialog(QApplication::activeWindow(), title_, QDir::currentPath());
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters(nameFilters(filter_));
-    const QStringList there = QDir::current().entryList(recordings(), QDir::Files);
-    if (there.size() == 1) dialog.selectFile(there.front());
+    const QStringList filters = nameFilters(filter_);
+    dialog.setNameFilters(filters);
+    dialog.selectFile(readyName(QDir::currentPath(), filters));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
 
     const QFileInfo chosen(dialog.selectedFiles().front());

@@ -39,6 +39,15 @@ fs::path native(const QString& path) { return fs::path(QFile::encodeName(path).t
     }
 }
 
+// Only * and ? are wild; a bracket is a bracket.
+QRegularExpression matching(QStringView wildcard) {
+    QString text = QRegularExpression::escape(wildcard);
+    text.replace(u"\\*"_qs, u".*"_qs).replace(u"\\?"_qs, u"."_qs);
+    return QRegularExpression(
+        QRegularExpression::anchoredPattern(text),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+}
+
 void requireFolderOf(const fs::path& path) {
     std::error_code ignored;
     if (!fs::is_directory(path.parent_path(), ignored)) runtime::pathNotFound();
@@ -61,11 +70,11 @@ bool Disk::FileExists(const QString& path) const {
 }
 
 QStringList Disk::list(const QString& folder, const QString& pattern) const {
-    const QRegularExpression matching(QRegularExpression::wildcardToRegularExpression(pattern),
-                                      QRegularExpression::CaseInsensitiveOption);
+    const bool bare = pattern.endsWith(u'.');
+    const QRegularExpression wanted = matching(QStringView(pattern).chopped(bare ? 1 : 0));
     QStringList names;
     for (const QString& name : QDir(folder).entryList(QDir::Files, QDir::NoSort))
-        if (matching.match(name).hasMatch()) names << name;
+        if (wanted.match(name).hasMatch() && !(bare && name.contains(u'.'))) names << name;
     std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
         const int order = a.compare(b, Qt::CaseInsensitive);
         return order != 0 ? order < 0 : a < b;

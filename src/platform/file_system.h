@@ -15,7 +15,8 @@ class FileSystem {
     virtual bool FileExists(const QString& path) const = 0;
 
     // Bare names of the files in `folder` that match the wildcard `pattern` ("*.wav"), in either
-    // case, sorted without regard to case. A folder that cannot be read lists nothing.
+    // case, sorted without regard to case. A pattern that ends with a dot ("*.") wants names that
+    // have no extension. A folder that cannot be read lists nothing.
     virtual QStringList list(const QString& folder, const QString& pattern) const = 0;
 
     virtual void createFolder(const QString& path) = 0;

@@ -5,7 +5,7 @@
 
 namespace tarnwick::platform {
 
-// The file open dialog `cmdlg`.
+// A window's file open dialog `cmdlg`.
 class OpenDialog {
   public:
     struct Choice {
@@ -15,7 +15,9 @@ class OpenDialog {
 
     virtual ~OpenDialog() = default;
 
-    // "Description|*.a; *.b", pairs joined by bars. Stays until the next call.
+    virtual void setTitle(const QString& title) = 0;  // "Open" before the first call
+    // "Description|*.a; *.b", pairs joined by bars; the first is on when the dialog shows. Stays
+    // until the next call.
     virtual void setFilter(const QString& filter) = 0;
     // Shows the dialog; nothing when it was cancelled. The process's current folder becomes the
     // folder of the chosen file.

@@ -37,6 +37,10 @@ TEST_F(DiskTest, ListsWithoutRegardToCase) {
     EXPECT_EQ(disk.list(folder.path(), u"*.xls"_qs), QStringList({u"A.xls"_qs, u"b.XLS"_qs}));
     EXPECT_EQ(disk.list(folder.path(), u"*.xlsx"_qs), QStringList({u"c.xlsx"_qs}));
     EXPECT_TRUE(disk.list(at(u"gone"_qs), u"*"_qs).isEmpty());
+    for (const QString& name : {u"take"_qs, u"take."_qs, u"b.w[v]"_qs, u"b.wv"_qs})
+        write(name, "x");
+    EXPECT_EQ(disk.list(folder.path(), u"*."_qs), QStringList({u"take"_qs}));
+    EXPECT_EQ(disk.list(folder.path(), u"?.w[v]"_qs), QStringList({u"b.w[v]"_qs}));
 }
 
 TEST_F(DiskTest, CopiesOverWhatIsThere) {
@@ -77,6 +81,16 @@ TEST_F(DiskTest, MovesIntoAFolderButNeverOverAFile) {
     EXPECT_EQ(read(u"a"_qs), "second");
     EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"gone"_qs), at(u"F/"_qs)); }), u"File not found");
     EXPECT_NE(faultOf([&] { disk.createFolder(at(u"F"_qs)); }), u"none");
+}
+
+TEST_F(DiskTest, AnOpenDialogForRecordingsOffersTheOnlyOne) {
+    const QStringList sounds{u"Audio Files (*.wav)"_qs, u"All Files (*)"_qs};
+    const QStringList texts{u"Scripts (*.TXT)"_qs, u"Audio Files (*.wav)"_qs};
+    write(u"a.mp3"_qs, "x");
+    EXPECT_EQ(platform::readyName(folder.path(), sounds), u"a.mp3");
+    EXPECT_EQ(platform::readyName(folder.path(), texts), QString());
+    write(u"b.wav"_qs, "x");
+    EXPECT_EQ(platform::readyName(folder.path(), sounds), QString());
 }
 
 TEST(OpenDialog, UnderstandsTheClassicFilters) {

@@ -40,12 +40,14 @@ class ScriptedBoxes : public platform::Boxes {
 
 class ScriptedDialog : public platform::OpenDialog {
   public:
+    void setTitle(const QString& text) override { title = text; }
     void setFilter(const QString& text) override { filter = text; }
     std::optional<Choice> ShowOpen() override {
         if (path.isEmpty()) return {};
         return Choice{path, path.section(u'/', -1)};
     }
 
+    QString title;
     QString filter;
     QString path;  // empty: the operator cancels
 };
