@@ -38,13 +38,20 @@ class Mp3Options {
 };
 
 // Output through one of the codecs that live inside WAV. CodecsEnum must run before the lists are
-// read; indices count from 0, a name out of range is empty. The format gives the file its rate and
+// read; indices count from 0, a name out of range is empty. A codec's index counts round: whoever
+// lists the codecs several times over can use any copy's. The format gives the file its rate and
 // channels: those named in the export do not count.
 class AcmOptions {
   public:
     virtual ~AcmOptions() = default;
     virtual void CodecsEnum() = 0;
     virtual qint16 CodecsGetCount() const = 0;
+    // `codec` as an index into the list as it is, once; -1 for a negative one and before
+    // CodecsEnum.
+    qint16 listedCodec(qint16 codec) const {
+        const qint16 count = CodecsGetCount();
+        return codec < 0 || count == 0 ? qint16{-1} : static_cast<qint16>(codec % count);
+    }
     virtual QString CodecsGetName(qint16 codec) const = 0;
     virtual qint16 FormatsGetCount(qint16 codec) const = 0;
     virtual QString FormatsGetName(qint16 codec, qint16 format) const = 0;

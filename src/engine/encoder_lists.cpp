@@ -43,18 +43,18 @@ qint16 WavCodecs::CodecsGetCount() const {
 }
 
 QString WavCodecs::CodecsGetName(qint16 codec) const {
-    if (codec < 0 || codec >= CodecsGetCount()) return {};
-    return QString::fromLatin1(infoOf(codec).name);
+    const qint16 listed = listedCodec(codec);
+    return listed < 0 ? QString() : QString::fromLatin1(infoOf(listed).name);
 }
 
 qint16 WavCodecs::FormatsGetCount(qint16 codec) const {
-    if (codec < 0 || codec >= CodecsGetCount()) return 0;
-    return static_cast<qint16>(infoOf(codec).formats.size());
+    const qint16 listed = listedCodec(codec);
+    return listed < 0 ? qint16{0} : static_cast<qint16>(infoOf(listed).formats.size());
 }
 
 QString WavCodecs::FormatsGetName(qint16 codec, qint16 format) const {
     if (format < 0 || format >= FormatsGetCount(codec)) return {};
-    return nameOf(infoOf(codec).formats[static_cast<std::size_t>(format)]);
+    return nameOf(infoOf(listedCodec(codec)).formats[static_cast<std::size_t>(format)]);
 }
 
 }  // namespace tarnwick::engine

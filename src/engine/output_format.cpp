@@ -50,10 +50,11 @@ Chosen wavCodec(const AcmOptions& options) {
     if (options.FormatIndex < 0 ||
         options.FormatIndex >= options.FormatsGetCount(options.CodecIndex))
         return {};
-    const auto& codec = sound::wavCodecs().at(static_cast<std::size_t>(options.CodecIndex));
+    const qint16 index = options.listedCodec(options.CodecIndex);
+    const auto& codec = sound::wavCodecs().at(static_cast<std::size_t>(index));
     return OutputFormat{.container = Container::WavCodec,
                         .format = codec.formats.at(static_cast<std::size_t>(options.FormatIndex)),
-                        .codec = options.CodecIndex};
+                        .codec = index};
 }
 
 Chosen chosen(const EncodeFormats& formats, qint32 frequencyHz, qint32 channels) {

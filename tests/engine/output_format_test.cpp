@@ -119,7 +119,9 @@ TEST_F(OutputFormats, CodecsAreListedOnceAskedForAndDecideRateAndChannels) {
                                                              {5, 0, "3 8000 1 0 0 5"},
                                                              {5, 4, "-9"},
                                                              {0, -1, "-9"},
-                                                             {6, 0, "-9"},
+                                                             {6, 1, "3 8000 2 8 0 0"},
+                                                             {11, 0, "3 8000 1 0 0 5"},
+                                                             {11, 4, "-9"},
                                                              {-1, 0, "-9"}};
     for (const auto& [codec, format, expected] : cases) {
         formats.ACM.CodecIndex = codec;
