@@ -30,12 +30,12 @@ class OutputEncoding : public QObject {
 
   private:
     void opFormat_Click(int index);
+    void showCodecs();
     void cbxCodecs_Click();
     void MP3_CBR_Enumerate();
     void ACM_Codecs();
     void UpdateCodecFormatsCombo(int index);
     QString setFormat();
-    double constantBitRate() const;
     void keepForeignFile();
 
     forms::frmBatchProcessor& form_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <optional>
 
 #include "batch/run.h"
 #include "batch/services.h"
@@ -24,9 +25,11 @@ class ProjectFiles : public QObject {
 
   private:
     void cbBrowse_Click();
+    std::optional<QString> chosenFile();
+    void refuse();
+    void invite();
     bool rawFolderIsThere(const QString& raw);
     void makeRawFolder(const QString& raw);
-    void showCount(qsizetype count);
     void readyForRun(qsizetype count);
 
     forms::frmBatchProcessor& form_;

@@ -1,0 +1,261 @@
+#include "batch/output_encoding.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "batch/trace.h"
+#include "forms/frm_batch_processor.h"
+#include "runtime/arithmetic.h"
+#include "runtime/events.h"
+#include "runtime/guarded.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::batch {
+
+namespace {
+
+// Indices of opFormat.
+enum Format { kWav, kMp3, kAcm, kAiff };
+
+constexpr std::array<qint32, 8> kFrequencies{8000,  11025, 22050, 32000,
+                                             44100, 48000, 96000, 192000};  // Hz, by opFrequency
+constexpr std::size_t kMp3Frequencies = 6;  // so many of them MP3 knows
+constexpr std::array kWavModes{engine::kWav8, engine::kWav16, engine::kWav24, engine::kWav32,
+                               engine::kWavFloat};
+constexpr std::array kAiffModes{engine::kAiff8, engine::kAiff16, engine::kAiff24, engine::kAiff32,
+                                engine::kAiffFloat};
+constexpr std::array<qint32, 2> kChannels{1, 2};
+
+constexpr double kKbpsTop = 960;                        // twips
+constexpr double kCodecsTop = 680, kCodecsLeft = 2200;  // twips
+constexpr qsizetype kExtension = 4;                     // ".wav", whatever the source's own is
+constexpr qsizetype kKbps = 5;                          // " kbps"
+
+// What the selected option stands for; `value` stays as it is when none of them is selected.
+template <class Options, class Values, class Value>
+void take(const Options& options, const Values& values, Value& value) {
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (options[i]->isChecked()) value = values[i];
+}
+
+// A text less its last characters.
+QString shortened(const QString& text, qsizetype by) {
+    if (text.size() < by) runtime::invalidCall();
+    return text.chopped(by);
+}
+
+void selectItem(QComboBox* box, int index) {
+    if (index < -1 || index >= box->count()) runtime::invalidPropertyValue();
+    box->setCurrentIndex(index);
+}
+
+// A box selects the first item that it is given by itself, which nobody has clicked.
+void fill(QComboBox* box, const QStringList& items) {
+    const QSignalBlocker quiet(box);
+    box->addItems(items);
+}
+
+}  // namespace
+
+OutputEncoding::OutputEncoding(forms::frmBatchProcessor& form, Run& run, const Services& services,
+                               Trace& trace)
+    : form_(form), run_(run), services_(services), trace_(trace) {
+    // The click of an option is raised by whatever turns it on: mouse, key or code.
+    const auto option = [this](QRadioButton* button, auto click) {
+        runtime::onEvent(services_.failure, button, &QRadioButton::toggled, this, [click](bool on) {
+            if (on) click();
+        });
+    };
+    for (int index = 0; index < std::ssize(form_.opFormat); ++index)
+        option(form_.opFormat[index], [this, index] { opFormat_Click(index); });
+    for (QRadioButton* frequency : form_.opFrequency)
+        option(frequency, [this] { MP3_CBR_Enumerate(); });
+    // Another codec by key or code; whatever is picked with the mouse, even the same.
+    runtime::onEvent(services_.failure, form_.cbxCodecs, &QComboBox::currentIndexChanged, this,
+                     [this] { cbxCodecs_Click(); });
+    runtime::onEvent(services_.failure, form_.cbxCodecs, &QComboBox::activated, this,
+                     [this] { cbxCodecs_Click(); });
+}
+
+bool OutputEncoding::encoderIsThere() const {
+    if (!form_.opFormat[kMp3]->isChecked()) return true;
+    const QString& appPath = services_.failure.appPath();
+    if (services_.files.FileExists(platform::pathIn(appPath, u"Lame.exe"_qs))) return true;
+    services_.boxes.critical(
+        u"Lame.exe Not Installed!"_qs,
+        u"Lame.exe not detected in %1 folder. This program is required to convert to .mp3. See "
+        u"Manual."_qs.arg(appPath));
+    return false;
+}
+
+void OutputEncoding::opFormat_Click(int index) {
+    runtime::guarded(services_.failure, u"frmBatchProcessor.opFormat_Click: ",
+                     [&](runtime::Line& line) {
+                         const bool codecs = index == kAcm;
+                         const bool mp3 = index == kMp3;
+                         line(10);
+                         if (!codecs)
+                             for (const std::size_t high : {6, 7})
+                                 form_.opFrequency[high]->setVisible(!mp3);
+                         line(20);
+                         form_.frResampleSettings->setVisible(!codecs);
+                         line(30);
+                         if (codecs) return showCodecs();
+                         form_.frRate->setVisible(!mp3);
+                         line(40);
+                         if (mp3) MP3_CBR_Enumerate();
+                         line(50);
+                         form_.frKbps->setVisible(mp3);
+                         if (mp3) form_.frKbps->move(form_.frKbps->x(), forms::px(kKbpsTop));
+                         line(60);
+                         form_.frACMCodecs->hide();
+                     });
+}
+
+void OutputEncoding::showCodecs() {
+    form_.frACMCodecs->show();
+    form_.frACMCodecs->move(forms::px(kCodecsLeft), forms::px(kCodecsTop));
+    ACM_Codecs();
+}
+
+// The list runs against the engine's, so that the engine's first rate, the last item, is selected.
+void OutputEncoding::MP3_CBR_Enumerate() {
+    runtime::guarded(
+        services_.failure, u"frmBatchProcessor.MP3_CBR_Enumerate: ", [&](runtime::Line& line) {
+            const engine::Mp3Options& MP3 = services_.EDTX.encodeFormats().MP3;
+            line(10);
+            take(form_.opFrequency, std::span(kFrequencies).first(kMp3Frequencies), vlFrequency);
+            line(20);
+            const qint32 count = MP3.CBR_GetCount(vlFrequency);
+            line(30);
+            form_.cbxOutputCBR->clear();
+            line(40);
+            QStringList rates;
+            for (qint32 index = count - 1; index >= 0; --index)
+                rates << runtime::plainText(MP3.CBR_GetValue(vlFrequency, index) / 1000.0) +
+                             u" kbps"_qs;
+            fill(form_.cbxOutputCBR, rates);
+            line(50);
+            selectItem(form_.cbxOutputCBR, form_.cbxOutputCBR->count() - 1);
+        });
+}
+
+// The codecs are listed once more with each call, behind those that are listed already.
+void OutputEncoding::ACM_Codecs() {
+    runtime::guarded(services_.failure, u"frmBatchProcessor.ACM_Codecs: ",
+                     [&](runtime::Line& line) {
+                         engine::AcmOptions& ACM = services_.EDTX.encodeFormats().ACM;
+                         line(10);
+                         ACM.CodecsEnum();
+                         line(20);
+                         QStringList codecs;
+                         for (qint16 codec = 0; codec < ACM.CodecsGetCount(); ++codec)
+                             codecs << ACM.CodecsGetName(codec);
+                         fill(form_.cbxCodecs, codecs);
+                         line(30);
+                         selectItem(form_.cbxCodecs, 0);
+                         line(40);
+                         UpdateCodecFormatsCombo(form_.cbxCodecs->currentIndex());
+                     });
+}
+
+void OutputEncoding::cbxCodecs_Click() {
+    runtime::guarded(services_.failure, u"frmBatchProcessor.cbxCodecs_Click: ",
+                     [&](runtime::Line& line) {
+                         line(10);
+                         UpdateCodecFormatsCombo(form_.cbxCodecs->currentIndex());
+                     });
+}
+
+void OutputEncoding::UpdateCodecFormatsCombo(int index) {
+    runtime::guarded(services_.failure, u"frmBatchProcessor.UpdateCodecFormatsCombo: ",
+                     [&](runtime::Line& line) {
+                         const engine::AcmOptions& ACM = services_.EDTX.encodeFormats().ACM;
+                         line(10);
+                         form_.cbxCodecFormats->clear();
+                         line(20);
+                         const qint16 codec = runtime::roundToInteger(index);
+                         QStringList formats;
+                         for (qint16 format = 0; format < ACM.FormatsGetCount(codec); ++format)
+                             formats << ACM.FormatsGetName(codec, format);
+                         fill(form_.cbxCodecFormats, formats);
+                         line(30);
+                         selectItem(form_.cbxCodecFormats, 0);
+                     });
+}
+
+void OutputEncoding::EDTX_Export_File() {
+    runtime::guarded(
+        services_.failure, u"frmBatchProcessor.EDTX_Export_File: ", [&](runtime::Line& line) {
+            line(10);
+            trace_.add(u"Enter Export"_qs);
+            line(20);
+            take(form_.opFrequency, kFrequencies, vlFrequency);
+            take(form_.opChannel, kChannels, vlChannels);
+            line(30);
+            vsOutputFile = platform::pathIn(services_.state.vsProjectFolder,
+                                            shortened(run_.fileInWork(), kExtension));
+            line(40);
+            vsOutputFile += setFormat();
+            line(50);
+            keepForeignFile();
+            line(60);
+            run_.nResult =
+                services_.EDTX.SoundExport(vlFrequency, vlChannels, 0, 0, -1, vsOutputFile);
+            line(70);
+            trace_.add(u"Exit Export"_qs);
+        });
+}
+
+// Tells the engine the format; returns its extension. Nothing of both when none is selected.
+QString OutputEncoding::setFormat() {
+    engine::EncodeFormats& formats = services_.EDTX.encodeFormats();
+    if (form_.opFormat[kWav]->isChecked()) {
+        formats.FormatToUse = engine::kWavContainer;
+        take(form_.opRate, kWavModes, formats.WAV.EncodeMode);
+        return u".wav"_qs;
+    }
+    if (form_.opFormat[kMp3]->isChecked()) {
+        formats.FormatToUse = engine::kMp3Container;
+        formats.MP3.EncodeMode = engine::kMp3ConstantBitRate;
+        formats.MP3.CBR =
+            runtime::strictDouble(shortened(form_.cbxOutputCBR->currentText(), kKbps)) * 1000.0;
+        return u".mp3"_qs;
+    }
+    if (form_.opFormat[kAcm]->isChecked()) {
+        vlFrequency = 0;  // both are the codec's own
+        vlChannels = 0;
+        formats.FormatToUse = engine::kAcmContainer;
+        formats.ACM.Reserved3 = 0;
+        formats.ACM.CodecIndex = runtime::roundToInteger(form_.cbxCodecs->currentIndex());
+        formats.ACM.FormatIndex = runtime::roundToInteger(form_.cbxCodecFormats->currentIndex());
+        return u".wav"_qs;
+    }
+    if (form_.opFormat[kAiff]->isChecked()) {
+        formats.FormatToUse = engine::kAiffContainer;
+        take(form_.opRate, kAiffModes, formats.AIFF.EncodeMode);
+        return u".aiff"_qs;
+    }
+    return {};
+}
+
+// The run's outputs may replace one another, and their sources are kept. What else lies in the way
+// is a recording that had no part in the run: it joins the sources, under a free name.
+void OutputEncoding::keepForeignFile() {
+    if (!written_.contains(vsOutputFile) && services_.files.FileExists(vsOutputFile)) {
+        const QFileInfo file(vsOutputFile);
+        QString kept = platform::pathIn(run_.vsRawFolder, file.fileName());
+        for (int number = 2; services_.files.FileExists(kept); ++number)
+            kept = platform::pathIn(run_.vsRawFolder,
+                                    u"%1 (%2).%3"_qs.arg(file.completeBaseName(),
+                                                         QString::number(number), file.suffix()));
+        services_.files.MoveFile(vsOutputFile, kept);
+    }
+    written_.insert(vsOutputFile);
+}
+
+}  // namespace tarnwick::batch
