@@ -1,0 +1,223 @@
+#include <QDir>
+
+#include "batch/output_encoding.h"
+#include "batch/project_files.h"
+#include "batch/trace.h"
+#include "desk.h"
+
+using namespace tarnwick;
+
+namespace {
+
+const QString kRawFolderBox =
+    u"The Project folder cannot contain a 'Raw_Files' folder at the beginning of the Batch "
+    u"Processing. Close the Batch Processing window, rename the 'Raw_Files' folder or move it "
+    u"outside of the Project folder before proceeding."_qs;
+
+struct Files : test::BatchDesk {
+    batch::ProjectFiles projectFiles{form, run, services};
+
+    Files() {
+        QPalette dark;
+        dark.setColor(QPalette::Base, Qt::darkGray);
+        form.setPalette(dark);
+    }
+    void open() {
+        runtime::guarded(desk.failure, u"frmBatchProcessor.Form_Load: ",
+                         [&](runtime::Line& line) { projectFiles.open(line, 40); });
+    }
+    void put(const QStringList& names) const {
+        for (const QString& name : names)
+            test::writeFile(in(name), name.toUtf8());
+    }
+    // "folder ground|number|its ground|process button|maximum"
+    QString shown() const {
+        const auto ground = [](const QLineEdit* box) {
+            const QColor colour = box->palette().color(QPalette::Base);
+            return colour == Qt::red ? u"red"_qs : colour == Qt::white ? u"white"_qs : u"plain"_qs;
+        };
+        return QStringList{ground(form.txbProjectFolder), form.txbProjectFiles->text(),
+                           ground(form.txbProjectFiles),
+                           form.cbProcess->isHidden() ? u"hidden"_qs : u"shown"_qs,
+                           QString::number(form.pbConversion->maximum())}
+            .join(u'|');
+    }
+    void browse(const QString& path) {
+        cmdlg.path = path;
+        form.cbBrowse->click();
+    }
+};
+
+TEST_F(Files, TheWindowOpensOnTheRecordings) {
+    put({u"b.wav"_qs, u"A.WAV"_qs, u"c.mp3"_qs, u"c.wav.txt"_qs});
+    open();
+    EXPECT_EQ(run.files(), QStringList({u"A.WAV"_qs, u"b.wav"_qs}));
+    EXPECT_EQ(run.vsRawFolder, in(u"Raw_Files"_qs));
+    EXPECT_TRUE(QDir(run.vsRawFolder).exists());
+    EXPECT_EQ(form.txbProjectFolder->text(), project.path());
+    EXPECT_EQ(shown(), u"plain|2|plain|shown|1");
+    EXPECT_EQ(form.lbConversion->text(), u"Batch Processing Progress...");
+    EXPECT_FALSE(form.lbConversion->font().bold());
+    put({u"d.wav"_qs});
+    run = {};
+    open();
+    EXPECT_EQ(boxes(), QStringList(kRawFolderBox));
+    EXPECT_EQ(shown(), u"plain|3|plain|shown|1");
+    EXPECT_FALSE(run.vsFiles || !run.vsRawFolder.isEmpty());
+}
+
+TEST_F(Files, WithoutRecordingsThereIsNothingToProcess) {
+    put({u"a.mp3"_qs});
+    open();
+    EXPECT_EQ(shown(), u"red|0|red|hidden|100");
+    EXPECT_FALSE(QDir(in(u"Raw_Files"_qs)).exists());
+    state.vsProjectFolder = in(u"gone"_qs);
+    form.txbProjectFiles->clear();
+    open();
+    EXPECT_EQ(shown(), u"red||red|hidden|100");
+    EXPECT_EQ(boxes(), QStringList());
+    EXPECT_FALSE(run.vsFiles);
+}
+
+TEST_F(Files, BrowsingTakesTheFilesOfTheChosenKind) {
+    EXPECT_EQ(cmdlg.title, u"Select a Script");
+    EXPECT_TRUE(cmdlg.filter.section(u'|', 1, 1) == u"*.TXT") << "on at first";
+    put({u"a.mp3"_qs, u"b.MP3"_qs, u"c.mp3"_qs, u"d.wav"_qs});
+    state.vsProjectFolder = u"/before"_qs;
+    browse({});
+    EXPECT_EQ(state.vsProjectFolder, u"/before");
+    open();
+    browse(in(u"b.MP3"_qs));
+    EXPECT_EQ(state.vsProjectFolder, project.path());
+    EXPECT_EQ(form.txbProjectFolder->text(), project.path());
+    EXPECT_EQ(shown(), u"white|3|white|shown|2");
+    EXPECT_EQ(run.files(), QStringList({u"a.mp3"_qs, u"b.MP3"_qs, u"c.mp3"_qs}));
+    EXPECT_EQ(form.cbBrowse->palette().color(QPalette::Button), QColor(192, 192, 192));
+
+    browse(in(u"d.wav"_qs));
+    EXPECT_EQ(boxes(), QStringList(kRawFolderBox));
+    EXPECT_EQ(run.files().size(), 3);
+}
+
+TEST_F(Files, APathWithoutADotStandsForNamesWithoutExtension) {
+    QTemporaryDir plain(QDir::tempPath() + u"/batchXXXXXX"_qs);
+    for (const char16_t* name : {u"/take", u"/note.txt"})
+        test::writeFile(plain.path() + QString::fromUtf16(name), "x");
+    browse(plain.filePath(u"take"_qs));
+    EXPECT_EQ(run.files(), QStringList(u"take"_qs));
+    EXPECT_EQ(shown(), u"white|1|white|shown|1");
+    // A dot in a folder's name is the last one here.
+    ASSERT_TRUE(QDir(plain.path()).mkpath(u"v1.0"_qs));
+    test::writeFile(plain.filePath(u"v1.0/take"_qs), "x");
+    browse(plain.filePath(u"v1.0/take"_qs));
+    EXPECT_EQ(run.files(), QStringList());
+    EXPECT_EQ(shown(), u"white|0|white|shown|1");
+}
+
+struct Output : Files {
+    batch::Trace trace{*form.txbDebug};
+    batch::OutputEncoding output{form, run, services, trace};
+
+    // The path's last part of what the engine is asked to write, or the fault that ends it.
+    QString written(const QString& source) {
+        run.vsFiles = QStringList(source);
+        try {
+            output.EDTX_Export_File();
+        } catch (const test::ProcessEnded&) {
+            return boxes().value(0).section(u"_File: "_qs, 1).section(u"\r\n"_qs, 0, 0);
+        }
+        return EDTX.taken().join(u'+');
+    }
+    QStringList raw() const { return QDir(in(u"Raw_Files"_qs)).entryList(QDir::Files); }
+};
+
+TEST_F(Output, TheFormatDecidesWhatIsShown) {
+    const auto seen = [&] {
+        QString text;
+        for (const QWidget* control : std::initializer_list<const QWidget*>{
+                 form.opFrequency[6], form.opFrequency[7], form.frResampleSettings, form.frRate,
+                 form.frKbps, form.frACMCodecs})
+            text += control->isHidden() ? u'-' : u'+';
+        return text;
+    };
+    const std::pair<int, QString> clicks[] = {{1, u"--+-+-"_qs}, {2, u"----++"_qs},
+                                              {3, u"++++--"_qs}, {1, u"--+-+-"_qs},
+                                              {0, u"++++--"_qs}, {2, u"++-+-+"_qs}};
+    for (const auto& [format, expected] : clicks) {
+        form.opFormat[format]->setChecked(true);
+        EXPECT_EQ(seen(), expected) << format;
+    }
+    EXPECT_EQ(form.frKbps->y(), 64);
+    EXPECT_EQ(form.frACMCodecs->pos(), QPoint(147, 45));
+}
+
+TEST_F(Output, ListsAreTheEngines) {
+    form.opFormat[1]->click();
+    EXPECT_EQ(form.cbxOutputCBR->itemText(0), u"32 kbps");
+    EXPECT_EQ(form.cbxOutputCBR->currentText(), u"320 kbps") << "the engine's first";
+    form.opFrequency[0]->click();
+    EXPECT_EQ(form.cbxOutputCBR->currentText(), u"64 kbps");
+    form.opFrequency[6]->setChecked(true);
+    EXPECT_EQ(form.cbxOutputCBR->currentText(), u"64 kbps") << "keeps the frequency";
+    for (const int listed : {6, 12}) {
+        form.opFormat[2]->setChecked(true);
+        EXPECT_EQ(form.cbxCodecs->count(), listed);
+        EXPECT_EQ(form.cbxCodecs->currentIndex(), 0);
+        EXPECT_EQ(form.cbxCodecFormats->currentText(), u"8.000 kHz, 8 Bit, Mono");
+        form.cbxCodecs->setCurrentIndex(listed - 1);
+        EXPECT_EQ(form.cbxCodecFormats->currentText(), u"8.000 kHz, Mono");
+        form.opFormat[0]->setChecked(true);
+    }
+    form.opFormat[1]->setChecked(true);
+    EXPECT_FALSE(output.encoderIsThere());
+    EXPECT_EQ(boxes(),
+              QStringList(u"Lame.exe Not Installed!|Lame.exe not detected in %1 folder. "
+                          u"This program is required to convert to .mp3. See Manual."_qs.arg(
+                              desk.folder.path())));
+    test::writeFile(desk.folder.filePath(u"Lame.exe"_qs), "x");
+    EXPECT_TRUE(output.encoderIsThere());
+}
+
+TEST_F(Output, TheNameLosesFourCharactersWhateverTheyAre) {
+    const std::tuple<int, QString, QString> cases[] = {
+        {0, u"a.wav"_qs, u"SoundExport 48000 2 0 -1 a.wav"_qs},
+        {3, u"take1.aiff"_qs, u"SoundExport 48000 2 0 -1 take1..aiff"_qs},
+        {1, u"a.wav"_qs, u"SoundExport 48000 2 0 -1 a.mp3"_qs},
+        {2, u"x.y.WAV"_qs, u"SoundExport 0 0 0 -1 x.y.wav"_qs},
+        {0, u"abc"_qs, u"Invalid procedure call or argument, Line 30"_qs}};
+    for (const auto& [format, source, expected] : cases) {
+        form.opFormat[format]->setChecked(true);
+        EXPECT_EQ(written(source), expected);
+    }
+    EXPECT_TRUE(
+        form.txbDebug->toPlainText().endsWith(u"Enter Export\nExit Export\nEnter Export"_qs));
+    form.opFormat[1]->setChecked(true);
+    const std::pair<QString, double> rates[] = {
+        {u"96 kbps"_qs, 96000}, {u"9,6 kbps"_qs, 0}, {u"62.5 kHz."_qs, 62500}, {u"kbps"_qs, 0}};
+    for (const auto& [typed, rate] : rates) {
+        form.cbxOutputCBR->setEditText(typed);
+        EXPECT_EQ(written(u"a.wav"_qs).startsWith(u"SoundExport"_qs), rate > 0);
+        if (rate > 0) {
+            EXPECT_EQ(EDTX.encodeFormats().MP3.CBR, rate);
+        }
+    }
+    form.opFormat[1]->setAutoExclusive(false);
+    form.opFormat[1]->setChecked(false);
+    EXPECT_EQ(written(u"a.wav"_qs), u"SoundExport 48000 2 0 -1 a");
+}
+
+TEST_F(Output, ARecordingThatHasNoPartInTheRunIsNeverReplaced) {
+    put({u"a.aif"_qs, u"b.aif"_qs, u"a.wav"_qs});
+    browse(in(u"a.aif"_qs));
+    put({u"Raw_Files/a.wav"_qs});
+    form.opFormat[0]->setChecked(true);
+    written(u"a.aif"_qs);
+    EXPECT_EQ(raw(), QStringList({u"a (2).wav"_qs, u"a.wav"_qs}));
+    EXPECT_EQ(test::contentOf(in(u"Raw_Files/a (2).wav"_qs)), "a.wav");
+    put({u"a.wav"_qs});  // now it is the run's own
+    written(u"a.AIF"_qs);
+    EXPECT_EQ(raw().size(), 2);
+    EXPECT_EQ(test::contentOf(in(u"a.wav"_qs)), "a.wav");
+}
+
+}  // namespace
