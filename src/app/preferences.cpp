@@ -7,6 +7,7 @@
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
+#include "runtime/service_code.h"
 #include "settings/update_statement.h"
 
 namespace tarnwick::app {
@@ -14,9 +15,6 @@ namespace tarnwick::app {
 namespace {
 
 QString percentText(double percent) { return QString::number(std::round(percent)) + u'%'; }
-
-// Typed by support to get at the process timer.
-constexpr char16_t kServiceCode[] = u"3172";
 
 }  // namespace
 
@@ -74,17 +72,6 @@ void Preferences::PreferencesLoad() {
         line(90);
         database.Release();
     });
-    tabToWhatIsOn();
-}
-
-// Tab goes to the option that is on; with none on, to the first.
-void Preferences::tabToWhatIsOn() {
-    for (const QButtonGroup* group : form_.findChildren<QButtonGroup*>()) {
-        const QAbstractButton* on = group->checkedButton();
-        if (on == nullptr) on = group->buttons().constFirst();
-        for (QAbstractButton* option : group->buttons())
-            option->setFocusPolicy(option == on ? Qt::StrongFocus : Qt::ClickFocus);
-    }
 }
 
 void Preferences::showSegmentation(const settings::Record& row) {
@@ -150,7 +137,6 @@ void Preferences::mnuPreferences_Click() {
     enableTimer(false);
     form_.frExcelSpecific->setFlat(true);
     page->show();
-    tabToWhatIsOn();
     form_.OpScriptFormat[form_.OpScriptFormat[0]->isChecked() ? 0 : 1]->setFocus();
     opened_();
 }
@@ -278,7 +264,7 @@ bool Preferences::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void Preferences::lbRecalcTimer_DblClick() {
-    if (services_.boxes.input(u"Password:"_qs) == kServiceCode) enableTimer(true);
+    if (services_.boxes.input(u"Password:"_qs) == runtime::kServiceCode) enableTimer(true);
 }
 
 // Until the page is opened again.

@@ -1,0 +1,44 @@
+#include "batch/batch_processor.h"
+
+#include "forms/frm_batch_processor.h"
+#include "runtime/guarded.h"
+
+namespace tarnwick::batch {
+
+namespace {
+
+// For a window that gives sounds their head and tail.
+constexpr qint16 kEditorOption = 100;
+
+}  // namespace
+
+BatchProcessor::BatchProcessor(forms::frmBatchProcessor& form, Services services)
+    : form_(form),
+      services_(std::move(services)),
+      trace_(*form.txbDebug),
+      levels_(form, services_),
+      settings_(form, services_, levels_),
+      files_(form, run_, services_),
+      output_(form, run_, services_, trace_),
+      pipeline_(form, run_, services_, trace_, {levels_, settings_, output_}),
+      prompt_(form, services_) {}
+
+void BatchProcessor::Form_Load() {
+    runtime::guarded(services_.failure, u"frmBatchProcessor.Form_Load: ", [&](runtime::Line& line) {
+        line(10);
+        services_.EDTX.InitEditor(reinterpret_cast<quintptr>(&form_));
+        line(20);
+        services_.EDTX.SetEditorOption(kEditorOption);
+        line(30);
+        settings_.Save_LoadProcessor_Data();
+        files_.open(line, 40);
+    });
+}
+
+void BatchProcessor::stop() {
+    services_.EDTX.blockSignals(true);
+    for (QTimer* timer : form_.findChildren<QTimer*>())
+        timer->stop();
+}
+
+}  // namespace tarnwick::batch

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "batch/batch_settings.h"
+#include "batch/level_boxes.h"
+#include "batch/output_encoding.h"
+#include "batch/pipeline.h"
+#include "batch/project_files.h"
+#include "batch/run.h"
+#include "batch/service_prompt.h"
+#include "batch/services.h"
+#include "batch/trace.h"
+
+namespace tarnwick::batch {
+
+// The behaviour of one Batch Processor window: its subjects, and what they share. UI thread.
+class BatchProcessor {
+  public:
+    // `form` outlives this.
+    BatchProcessor(forms::frmBatchProcessor& form, Services services);
+
+    // Prepares the window before it is shown: editor, settings, the project folder's files.
+    // Guarded.
+    void Form_Load();
+
+    // The window closes: no timer fires and no event of EDTX leads to anything any more. What is
+    // being written is completed or leaves its target as it was, as EDTX goes.
+    void stop();
+
+  private:
+    forms::frmBatchProcessor& form_;
+    const Services services_;
+    Run run_;
+    Trace trace_;
+    LevelBoxes levels_;
+    BatchSettings settings_;
+    ProjectFiles files_;
+    OutputEncoding output_;
+    Pipeline pipeline_;
+    ServicePrompt prompt_;
+};
+
+}  // namespace tarnwick::batch

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace tarnwick::batch {
+
+// Which step of the chain the end of an edit belongs to.
+inline constexpr QStringView kCutFileStart = u"CutFileStart";
+inline constexpr QStringView kCutFileEnd = u"CutFileEnd";
+inline constexpr QStringView kSetSilenceEnd = u"Set Silence End";
+inline constexpr QStringView kAllFiltersDone = u"All Filters Done";
+
+// Edits by their number in SoundEditDone. An insertion and a removal of silence are treated alike.
+enum ChainCommand : qint16 {
+    kCutEnded = 1,
+    kSilenceEnded = 2,
+    kOtherSilenceEnded = 14,
+    kHissEnded = 16,
+    kNormalizeEnded = 19
+};
+
+// What brings the chain on: a timer behind an event of the engine, or the operator's answer to the
+// box of ChainStep::ErrorBox.
+enum class ChainEvent { SoundLoaded, EditEnded, ErrorAnswered, ExportEnded };
+
+// What the chain finds at that moment.
+struct ChainMoment {
+    // Ticked by the operator.
+    bool chCutEnd = false;
+    bool chSilenceEnds = false;
+    bool chHissFilter = false;
+    bool chNormalize = false;
+
+    bool cutsStart = false;        // txbCutStart is above 0
+    bool cutsEnd = false;          // txbCutEnd is above 0
+    QString vsFilterStep;          // one of the texts above, or empty
+    qint16 nCommand = 0;           // of the last edit that ended, 0 before the first of the window
+    bool lastFile = false;         // the file in work is the last of the list
+    bool appliesToEditor = false;  // the sound goes back to the main window's editor
+};
+
+enum class ChainStep {
+    Wait,  // nothing: only the end of the operation under way, or nobody, brings the chain on
+    CutStart,
+    CutEnd,
+    Detect,
+    SetHead,  // the tail is set by the handler of the detection's event
+    Hiss,
+    Normalize,
+    Export,
+    ErrorBox,
+    NextFile,
+    Finish,
+    Reload
+};
+
+struct Following {
+    ChainStep step;
+    QString vsFilterStep;  // as it is to be from now on
+};
+
+// What follows an event.
+Following following(ChainEvent event, const ChainMoment& moment);
+
+}  // namespace tarnwick::batch

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "batch/run.h"
+#include "batch/services.h"
+
+namespace tarnwick::batch {
+
+class LevelBoxes;
+class Trace;
+
+// The steps that work on the whole sound in EDTX. Both are guarded. UI thread.
+class Filters {
+  public:
+    Filters(Run& run, const Services& services, Trace& trace, const LevelBoxes& levels);
+
+    // Brings the highest peak to the maximum that was asked for.
+    void EDTX_Normalize();
+    // A step in name only: nothing is started, so the chain ends there.
+    void Hiss_Filter();
+
+  private:
+    Run& run_;
+    const Services& services_;
+    Trace& trace_;
+    const LevelBoxes& levels_;
+};
+
+}  // namespace tarnwick::batch

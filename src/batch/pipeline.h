@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QObject>
+
+#include "batch/chain_step.h"
+#include "batch/file_ends.h"
+#include "batch/filters.h"
+#include "batch/run.h"
+#include "batch/services.h"
+#include "engine/one_shot_timer.h"
+
+namespace tarnwick::forms {
+class frmBatchProcessor;
+}
+
+namespace tarnwick::batch {
+
+class BatchSettings;
+class LevelBoxes;
+class OutputEncoding;
+class Trace;
+
+// A run: takes file after file through the chain. Each step starts one operation of EDTX; its event
+// arms a timer, and the timer decides what follows. A step that fails is gone on from as if it had
+// worked; one that raises no event leaves the run where it is, and the operator closes the window.
+// UI thread.
+class Pipeline : public QObject {
+  public:
+    struct Subjects {
+        LevelBoxes& levels;
+        BatchSettings& settings;
+        OutputEncoding& output;
+    };
+
+    Pipeline(forms::frmBatchProcessor& form, Run& run, const Services& services, Trace& trace,
+             const Subjects& subjects);
+
+  private:
+    void cbProcess_Click();
+    void lockControls();
+    void moveToRawFolder();
+    void EDTX_Load_File();
+
+    void onEditor();
+    void EDTX_SoundLoadingDone();
+    void EDTX_SoundEditDone(qint16 command);
+    void EDTX_SoundExportDone();
+    void EDTX_AppendAutomationDone();
+
+    void EDTXTimerSoundLoadingDone_Timer();
+    void TimerEDTXSoundEditDone_Timer();
+    void EDTXTimerSoundExportDone_Timer();
+    void EDTXTimerAppendAutomationDone_Timer();
+
+    void Forced_Delay() const;
+    ChainMoment moment() const;
+    void carryOut(const Following& next);
+    void detect();
+    void nextFile();
+    void finish();
+    void reload();
+    void bringBackName();
+    QString rawPath(const QString& name) const;
+
+    forms::frmBatchProcessor& form_;
+    Run& run_;
+    const Services& services_;
+    Trace& trace_;
+    Subjects subjects_;
+    engine::OneShotTimer EDTXTimerSoundLoadingDone;
+    engine::OneShotTimer TimerEDTXSoundEditDone;
+    engine::OneShotTimer EDTXTimerSoundExportDone;
+    engine::OneShotTimer EDTXTimerAppendAutomationDone;
+    FileEnds ends_;
+    Filters filters_;
+    QString vsSourceFile;                 // full path of the file in work by its own name
+    const bool appliesToEditor_ = false;  // nothing sets it
+};
+
+}  // namespace tarnwick::batch
