@@ -2,6 +2,7 @@
 
 #include "forms/scaling.h"
 #include "runtime/events.h"
+#include "runtime/guarded.h"
 #include "widgets/waveform_view.h"
 
 namespace tarnwick::app {
@@ -157,10 +158,22 @@ void MainWindow::dropSound() {
     export_.drop();
 }
 
-// The main window comes back without a sound and with an empty list.
 void MainWindow::batchProcessorClosed() {
-    dropSound();
-    services_.EDT.SoundClose();
+    runtime::guarded(services_.failure, u"frmBatchProcessor.cbClose_Click: ",
+                     [&](runtime::Line& line) {
+                         line(10);
+                         dropSound();
+                         line(20);
+                         windows_.showMain();
+                         line(30);
+                         services_.EDT.SoundClose();
+                         line(40);
+                         showNoSound();
+                     });
+}
+
+// Without a sound and with an empty list.
+void MainWindow::showNoSound() {
     form_.txbCalculating->hide();
     form_.lvAudioDetails->clear();
     forms::setListHeight(form_, forms::kListHeight, services_.state.vvScale);

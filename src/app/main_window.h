@@ -44,6 +44,7 @@ class MainWindow {
     void TimerMenuEnabler_Timer();
     void dropSound();
     void batchProcessorClosed();
+    void showNoSound();
     project::ScriptImport::Services importServices();
     project::WorkingFiles::Services fileServices();
     segmentation::ReloadChain::Services chainServices();

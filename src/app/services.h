@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "engine/sound_editor.h"
 #include "platform/boxes.h"
@@ -20,11 +21,14 @@ struct Services {
     runtime::ProcessState& state;
     settings::SettingsDatabase& database;
     platform::Boxes& boxes;
-    platform::OpenDialog& cmdlg;
+    platform::OpenDialog& cmdlg;        // the main window's
+    platform::OpenDialog& batchDialog;  // the Batch Processor's
     platform::FileSystem& files;
     platform::Opener& opener;
     platform::Clock& clock;
     engine::SoundEditor& EDT;
+    // Makes the Batch Processor's editor, which can exchange sounds with EDT.
+    std::function<std::unique_ptr<engine::SoundEditor>()> createEDTX;
     std::function<void()> endProcess;
 };
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 
+#include "app/batch_window.h"
 #include "forms/frm_batch_processor.h"
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
@@ -45,9 +46,10 @@ void Windows::hideMain() {
 
 void Windows::reveal(const QWidget& control) { frame_.reveal(control); }
 
+// Null where such a window is open already.
 template <class Form>
-void Windows::showInstead(std::function<void()> closed) {
-    if (instead_ && dynamic_cast<Form*>(instead_->widget()) != nullptr) return;
+Form* Windows::openInstead(std::function<void()> closed) {
+    if (instead_ && dynamic_cast<Form*>(instead_->widget()) != nullptr) return nullptr;
     if (instead_) {
         insteadClosed_ = {};
         instead_->close();
@@ -65,21 +67,32 @@ void Windows::showInstead(std::function<void()> closed) {
     insteadClosed_ = std::move(closed);
     runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, instead_,
                      [child = instead_] { child->close(); });
-    form->show();
+    return form;
+}
+
+void Windows::showInstead() {
+    instead_->widget()->show();
     instead_->show();
 }
 
-void Windows::showBatchProcessor() { showInstead<forms::frmBatchProcessor>(batchProcessorClosed); }
-
-void Windows::showRenameWizard() {
-    showInstead<forms::frmRenameWiz>([] {});
+void Windows::showBatchProcessor() {
+    auto* form = openInstead<forms::frmBatchProcessor>(batchProcessorClosed);
+    if (form == nullptr) return;
+    auto* window = new BatchWindow(*form, services_, [child = instead_] { child->close(); });
+    stopInstead_ = [window] { window->stop(); };
+    window->load();
+    showInstead();
 }
 
-// By its button or by its close box; not when it makes room for another or goes with the frame.
+void Windows::showRenameWizard() {
+    if (openInstead<forms::frmRenameWiz>([this] { showMain(); }) != nullptr) showInstead();
+}
+
+// The main window comes back when this one is closed by its button or by its close box; not when it
+// makes room for another or goes with the frame.
 void Windows::insteadCloses() {
-    if (!insteadClosed_) return;
-    std::exchange(insteadClosed_, {})();
-    showMain();
+    if (stopInstead_) std::exchange(stopInstead_, {})();
+    if (insteadClosed_) std::exchange(insteadClosed_, {})();
 }
 
 void Windows::listOpenWindows() {

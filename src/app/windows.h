@@ -30,7 +30,7 @@ class Windows : public QObject {
     void showBatchProcessor();
     void showRenameWizard();
 
-    // Called when the Batch Processor has closed and before the main window shows again.
+    // Called when the Batch Processor closes; shows the main window again.
     std::function<void()> batchProcessorClosed;
 
   protected:
@@ -39,7 +39,8 @@ class Windows : public QObject {
   private:
     void hideMain();
     template <class Form>
-    void showInstead(std::function<void()> closed);
+    Form* openInstead(std::function<void()> closed);
+    void showInstead();
     void insteadCloses();
     void listOpenWindows();
     void unloadAll();
@@ -49,7 +50,8 @@ class Windows : public QObject {
     const Services& services_;
     QPointer<QMdiSubWindow> mainChild_;
     QPointer<QMdiSubWindow> instead_;      // what stands in the main window's stead
-    std::function<void()> insteadClosed_;  // before the main window shows again
+    std::function<void()> stopInstead_;    // ends what still runs in it
+    std::function<void()> insteadClosed_;  // shows the main window again
     QList<QAction*> listed_;               // entries of the Windows menu for the open child windows
 };
 

@@ -16,14 +16,25 @@ namespace tarnwick::test {
 struct Journey : ::testing::Test {
     FailureDesk desk;  // the program folder
     ScriptedDialog cmdlg;
+    ScriptedDialog batchDialog;
     ScriptedOpener opener;
     platform::Disk files;
     runtime::ProcessState state;
     settings::SettingsDatabase database;
-    std::unique_ptr<engine::SoundEditor> EDT = engine::createSoundEditor();
-    app::Services services{
-        desk.failure, state,  database,   desk.boxes, cmdlg,
-        files,        opener, desk.clock, *EDT,       [] { throw ProcessEnded(); }};
+    std::shared_ptr<engine::EditorDirectory> editors = engine::createEditorDirectory();
+    std::unique_ptr<engine::SoundEditor> EDT = engine::createSoundEditor(editors);
+    app::Services services{.failure = desk.failure,
+                           .state = state,
+                           .database = database,
+                           .boxes = desk.boxes,
+                           .cmdlg = cmdlg,
+                           .batchDialog = batchDialog,
+                           .files = files,
+                           .opener = opener,
+                           .clock = desk.clock,
+                           .EDT = *EDT,
+                           .createEDTX = [this] { return engine::createSoundEditor(editors); },
+                           .endProcess = [] { throw ProcessEnded(); }};
     app::Application application{services};
     QTemporaryDir session;
 

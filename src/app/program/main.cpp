@@ -61,6 +61,7 @@ int main(int argc, char** argv) {
 
     platform::DesktopBoxes boxes;
     platform::DesktopOpenDialog cmdlg;
+    platform::DesktopOpenDialog batchDialog;
     platform::Disk files;
     platform::DesktopOpener opener;
     platform::SystemClock clock;
@@ -73,10 +74,21 @@ int main(int argc, char** argv) {
     program.failure = &failure;
     runtime::ProcessState state;
     settings::SettingsDatabase database;
-    const auto EDT = engine::createSoundEditor();
+    const auto editors = engine::createEditorDirectory();
+    const auto EDT = engine::createSoundEditor(editors);
 
-    const app::Services services{failure, state,  database, boxes, cmdlg,
-                                 files,   opener, clock,    *EDT,  endProcess};
+    const app::Services services{.failure = failure,
+                                 .state = state,
+                                 .database = database,
+                                 .boxes = boxes,
+                                 .cmdlg = cmdlg,
+                                 .batchDialog = batchDialog,
+                                 .files = files,
+                                 .opener = opener,
+                                 .clock = clock,
+                                 .EDT = *EDT,
+                                 .createEDTX = [&] { return engine::createSoundEditor(editors); },
+                                 .endProcess = endProcess};
     app::Application application(services);
     failure.unguarded([&] { application.Sub_Main(); });
     return QApplication::exec();
