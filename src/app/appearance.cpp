@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "forms/design.h"
 #include "platform/colour_scheme.h"
 
 namespace tarnwick::app {
@@ -46,11 +47,6 @@ constexpr std::array kDark{
 
 }  // namespace
 
-bool isDark(const QPalette& palette) {
-    return palette.color(QPalette::Window).lightness() <
-           palette.color(QPalette::WindowText).lightness();
-}
-
 QPalette darkPalette() {
     QPalette palette;
     for (const Colour& colour : kDark) {
@@ -68,7 +64,7 @@ QPalette lightPalette() {
 }
 
 void followColourScheme(platform::ColourScheme& scheme) {
-    if (isDark(QApplication::palette())) return;
+    if (forms::isDark(QApplication::palette())) return;
     const auto follow = [&scheme] {
         QApplication::setPalette(scheme.dark() ? darkPalette() : lightPalette());
     };

@@ -8,9 +8,6 @@ class ColourScheme;
 
 namespace tarnwick::app {
 
-// Whether texts are lighter than their windows.
-bool isDark(const QPalette& palette);
-
 // The colours of dark windows, every role of every group.
 QPalette darkPalette();
 

@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QStyleOption>
 
-#include "app/appearance.h"
+#include "forms/design.h"
 
 namespace tarnwick::app {
 
@@ -34,7 +34,7 @@ OutlinedStyle::OutlinedStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                   QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    if (!isDark(option->palette)) return;
+    if (!forms::isDark(option->palette)) return;
     const bool focus = option->state & State_HasFocus;
     // A text field that has the focus has an outline of the accent's colour already.
     const bool framed = element == PE_Frame || element == PE_IndicatorCheckBox ||
@@ -46,7 +46,7 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
 void OutlinedStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                        QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control != CC_ComboBox || !isDark(option->palette)) return;
+    if (control != CC_ComboBox || !forms::isDark(option->palette)) return;
     // So does a combo box, once a key was used.
     const State accented = State_HasFocus | State_KeyboardFocusChange;
     if ((option->state & accented) != accented) outline(*painter, *option, false);

@@ -47,7 +47,6 @@ class Preferences : public QObject {
     QString updateOfRow19(int sourceFormat) const;
     int sourceFormatIndex() const;
     void enableTimer(bool on);
-    void tabToWhatIsOn();
     void leavePage();
 
     forms::frmMain& form_;

@@ -75,6 +75,11 @@ void setBackground(QLineEdit* box, const QColor& colour) {
 
 void clearBackground(QLineEdit* box) { box->setPalette({}); }
 
+bool isDark(const QPalette& palette) {
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
+}
+
 void setBold(QWidget* control, bool bold) {
     QFont font = control->font();
     font.setBold(bold);
@@ -199,6 +204,16 @@ QLineEdit* makeText(QWidget* parent, const QString& objectName, const QString& t
                     const Place& place, const QString& caption) {
     auto* box = new QLineEdit(text, parent);
     return name(box, objectName, caption, place);
+}
+
+QLineEdit* makeReadOut(QWidget* parent, const QString& objectName, const Place& place,
+                       const QString& caption) {
+    QLineEdit* box = makeText(parent, objectName, {}, place, caption);
+    box->setReadOnly(true);
+    QObject::connect(box, &QLineEdit::textChanged, box, [box](const QString& text) {
+        box->setToolTip(Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text);
+    });
+    return box;
 }
 
 QCheckBox* makeCheck(QWidget* parent, const QString& objectName, const QString& caption,

@@ -65,6 +65,9 @@ void clearBackground(QLineEdit* box);
 
 void setBold(QWidget* control, bool bold);
 
+// Whether texts are lighter than the ground on which they stand.
+bool isDark(const QPalette& palette);
+
 // Sets a text as code does it: that is a change, even to the same, and who follows the box is told.
 void assign(QLineEdit* box, const QString& text);
 
@@ -118,6 +121,10 @@ QPushButton* makeButton(QWidget* parent, const QString& name, const QString& cap
 // `caption` is what is announced: the text of the label beside the box.
 QLineEdit* makeText(QWidget* parent, const QString& name, const QString& text, const Place& place,
                     const QString& caption);
+// A read-only box for a name or path that may be longer than the box: its end is shown, and all of
+// it in the tool tip.
+QLineEdit* makeReadOut(QWidget* parent, const QString& name, const Place& place,
+                       const QString& caption);
 QCheckBox* makeCheck(QWidget* parent, const QString& name, const QString& caption,
                      const Place& place, bool on = false);
 QRadioButton* makeOption(QWidget* parent, const QString& name, const QString& caption,

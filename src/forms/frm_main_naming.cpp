@@ -1,5 +1,6 @@
 // The preferences page: file naming, exported files, window scale, service timer, page buttons.
 #include "forms/frm_main.h"
+#include "forms/option_stop.h"
 
 namespace tarnwick::forms {
 
@@ -25,6 +26,7 @@ void frmMain::makeNamingGroup() {
     opAutoNamingGroup = new QButtonGroup(this);
     opAutoNamingGroup->addButton(opAutoNaming[0], 0);
     opAutoNamingGroup->addButton(opAutoNaming[1], 1);
+    new OptionStop(opAutoNamingGroup, opAutoNamingGroup->buttons());
     frAutoNumber =
         makeFrame(frNaming, QStringLiteral("frAutoNumber"), QString(), {120, 1110, 5760, 3120});
     frAutoNumber->setAccessibleName(QStringLiteral("Naming scheme"));

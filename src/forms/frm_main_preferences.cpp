@@ -1,5 +1,6 @@
 // The preferences page: what steers the import, the source, the list and the window.
 #include "forms/frm_main.h"
+#include "forms/option_stop.h"
 
 namespace tarnwick::forms {
 
@@ -16,6 +17,7 @@ QButtonGroup* groupOf(QWidget* owner, const std::array<QRadioButton*, count>& op
     for (std::size_t i = 0; i < count; ++i) {
         group->addButton(options[i], static_cast<int>(i));
     }
+    new OptionStop(group, group->buttons());
     return group;
 }
 
