@@ -1,5 +1,7 @@
 #include "forms/frm_batch_processor.h"
 
+#include <QEvent>
+
 namespace tarnwick::forms {
 
 using namespace Qt::Literals::StringLiterals;
@@ -7,14 +9,29 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr double kWidth = 13750, kHeight = 10250;
-constexpr double kParkedLeft = 14400;
+constexpr double kParkedLeft = 14400, kTraceParkedLeft = 13680;
+// What is seen ends here: the title bar and the borders of a child window take the rest.
+constexpr double kLeft = 240, kRight = 13395, kBottom = 9600;
+constexpr double kStatusLeft = 8640, kStatusTop = 1290, kStatusHeight = 7110;
+constexpr double kInner = kRight - kStatusLeft - 2 * 240;  // of frStatus
 
 }  // namespace
 
 QColor frmBatchProcessor::progressColour(const QPalette& palette) {
-    const bool dark = palette.color(QPalette::Window).lightness() <
-                      palette.color(QPalette::WindowText).lightness();
-    return dark ? QColor(96, 200, 96) : QColor(0, 128, 0);
+    return isDark(palette) ? QColor(96, 200, 96) : QColor(0, 128, 0);
+}
+
+void frmBatchProcessor::colourProgress() {
+    QPalette green = lbConversion->palette();
+    const QColor colour = progressColour(palette());
+    if (green.color(QPalette::WindowText) == colour) return;
+    green.setColor(QPalette::WindowText, colour);
+    lbConversion->setPalette(green);
+}
+
+void frmBatchProcessor::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) colourProgress();
+    QWidget::changeEvent(event);
 }
 
 frmBatchProcessor::frmBatchProcessor(QWidget* parent) : QWidget(parent) {
@@ -28,67 +45,81 @@ frmBatchProcessor::frmBatchProcessor(QWidget* parent) : QWidget(parent) {
     makeSilence();
     makeNormalization();
     makeOutput();
-    makeStatus();
+    makeSteps();
+    makeProgressGroup();
+    makeButtons();
     makeParked();
     makeTimers();
 }
 
 void frmBatchProcessor::makeDirectories() {
-    frDirectories = makeFrame(this, u"frDirectories"_s, {}, {240, 120, 13260, 1020});
+    frDirectories = makeFrame(this, u"frDirectories"_s, {}, {kLeft, 120, kRight - kLeft, 1020});
+    frDirectories->setAccessibleName(u"Project"_s);
     Label4 = makeLabel(frDirectories, u"Label4"_s, u"Project Folder"_s, {180, 120, 1500, 360});
     txbProjectFolder =
-        makeText(frDirectories, u"txbProjectFolder"_s, {}, {1740, 120, 9900, 360}, Label4->text());
-    txbProjectFolder->setReadOnly(true);
-    cbBrowse = makeButton(frDirectories, u"cbBrowse"_s, u"Browse"_s, {11820, 105, 1260, 390});
-    Label10 = makeLabel(frDirectories, u"Label10"_s, u"Number of Files"_s, {180, 570, 1500, 360});
+        makeReadOut(frDirectories, u"txbProjectFolder"_s, {1740, 120, 9840, 360}, Label4->text());
+    cbBrowse = makeButton(frDirectories, u"cbBrowse"_s, u"Browse"_s, {11715, 105, 1260, 390});
+    Label10 = makeLabel(frDirectories, u"Label10"_s, u"Number of Files"_s, {180, 555, 1500, 360});
     txbProjectFiles =
-        makeText(frDirectories, u"txbProjectFiles"_s, {}, {1740, 570, 840, 360}, Label10->text());
-    txbProjectFiles->setReadOnly(true);
+        makeReadOut(frDirectories, u"txbProjectFiles"_s, {1740, 555, 900, 360}, Label10->text());
     lbConcatenationText = makeLabel(
         frDirectories, u"lbConcatenationText"_s,
         u"All the files located in the Project folder will be moved to the Raw_Files folder, then "
         u"processed and saved in the Project folder."_s,
-        {2820, 540, 10260, 450});
+        {2820, 525, 10155, 450});
     lbConcatenationText->setWordWrap(true);
 }
 
-void frmBatchProcessor::makeStatus() {
-    frStatus = makeFrame(this, u"frStatus"_s, {}, {8640, 1290, 4860, 7050});
-    Label15 = makeLabel(frStatus, u"Label15"_s, u"Selected Steps:"_s, {240, 240, 4380, 360});
+// The upper part of frStatus, which the trace covers when it is shown.
+void frmBatchProcessor::makeSteps() {
+    frStatus = makeFrame(this, u"frStatus"_s, {},
+                         {kStatusLeft, kStatusTop, kRight - kStatusLeft, kStatusHeight});
+    frStatus->setAccessibleName(u"Progress"_s);
+    Label15 = makeLabel(frStatus, u"Label15"_s, u"Selected Steps:"_s, {240, 240, kInner, 360});
     const auto step = [this](const QString& name, const QString& caption, double top) {
-        QLabel* label = makeLabel(frStatus, name, caption, {480, top, 4140, 360});
+        QLabel* label = makeLabel(frStatus, name, caption, {480, top, kInner - 240, 360});
         label->setEnabled(false);
         return label;
     };
-    lbCutEnd = step(u"lbCutEnd"_s, u"Cut Start and/or End of File"_s, 690);
-    lbSetSilences = step(u"lbSetSilences"_s, u"Set Silences"_s, 1110);
-    lbNormalize = step(u"lbNormalize"_s, u"Normalize"_s, 1530);
-    lbHissFilter = step(u"lbHissFilter"_s, u"Hiss Filter"_s, 1950);
-    lbResample = step(u"lbResample"_s, u"Resample and/or Convert"_s, 2370);
+    lbCutEnd = step(u"lbCutEnd"_s, u"Cut Start and/or End of File"_s, 750);
+    lbSetSilences = step(u"lbSetSilences"_s, u"Set Silences"_s, 1245);
+    lbNormalize = step(u"lbNormalize"_s, u"Normalize"_s, 1740);
+    lbHissFilter = step(u"lbHissFilter"_s, u"Hiss Filter"_s, 2235);
+    lbResample = step(u"lbResample"_s, u"Resample and/or Convert"_s, 2730);
+}
 
-    txbFileToConvert =
-        makeText(frStatus, u"txbFileToConvert"_s, {}, {240, 3720, 4380, 360}, u"File to Convert"_s);
-    txbFileToConvert->setReadOnly(true);
+void frmBatchProcessor::makeProgressGroup() {
+    const auto ruler = [this](double top) {
+        auto* line = new QFrame(frStatus);
+        line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+        put(line, {240, top, kInner, 30});
+    };
+    ruler(3510);
     lbConversion = makeLabel(frStatus, u"lbConversion"_s, u"Batch Processing Progress"_s,
-                             {240, 4200, 4380, 360});
+                             {240, 3840, kInner, 360});
     setBold(lbConversion, true);
-    QPalette green = lbConversion->palette();
-    green.setColor(QPalette::WindowText, progressColour(palette()));
-    lbConversion->setPalette(green);
-    pbConversion = new QProgressBar(frStatus);
-    pbConversion->setObjectName(u"pbConversion"_s);
-    pbConversion->setAccessibleName(lbConversion->text());
-    pbConversion->setTextVisible(false);
-    pbConversion->setValue(0);
-    put(pbConversion, {240, 4620, 4380, 300});
+    colourProgress();
+    pbConversion = makeProgress(frStatus, u"pbConversion"_s, {240, 4305, kInner, 360});
+    txbFileToConvert = makeReadOut(frStatus, u"txbFileToConvert"_s, {240, 4920, kInner, 420},
+                                   u"File to Convert"_s);
+    txbFileToConvert->setPlaceholderText(u"File in work"_s);
     Label19 = makeLabel(frStatus, u"Label19"_s, u"Forced delay (msec) between steps "_s,
-                        {240, 5220, 3300, 360});
+                        {240, 5430, 3300, 360});
     Label19->hide();
-    txbDelay = makeText(frStatus, u"txbDelay"_s, u"0"_s, {3600, 5220, 1020, 360}, Label19->text());
+    txbDelay = makeText(frStatus, u"txbDelay"_s, u"0"_s, {3600, 5430, 900, 360}, Label19->text());
     txbDelay->hide();
-    cbProcess = makeButton(frStatus, u"cbProcess"_s, u"Process"_s, {1230, 6180, 2400, 600},
-                           u"Process the Files in the Project Folder"_s);
-    cbClose = makeButton(this, u"cbClose"_s, u"Close"_s, {9870, 8940, 2400, 480},
+    ruler(5850);
+}
+
+// One under the other; cbClose comes up to the group when cbProcess has gone.
+void frmBatchProcessor::makeButtons() {
+    constexpr double kWidth = 2400, kHeight = 480;
+    constexpr double kInGroup = (kRight - kStatusLeft - kWidth) / 2;
+    cbProcess =
+        makeButton(frStatus, u"cbProcess"_s, u"Process"_s, {kInGroup, 6240, kWidth, kHeight},
+                   u"Process the Files in the Project Folder"_s);
+    cbClose = makeButton(this, u"cbClose"_s, u"Close"_s,
+                         {kStatusLeft + kInGroup, kBottom - kHeight, kWidth, kHeight},
                          u"Exit Batch Processing"_s);
 }
 
@@ -97,7 +128,7 @@ void frmBatchProcessor::makeParked() {
     txbDebug->setObjectName(u"txbDebug"_s);
     txbDebug->setAccessibleName(u"Trace"_s);
     txbDebug->setReadOnly(true);
-    put(txbDebug, {13680, kTraceShown.top, kTraceShown.width, kTraceShown.height});
+    put(txbDebug, {kTraceParkedLeft, kTraceShown.top, kTraceShown.width, kTraceShown.height});
     txbDebug->hide();
 
     lbTitle =

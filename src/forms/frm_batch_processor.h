@@ -25,6 +25,9 @@ class frmBatchProcessor : public QWidget {
     // The dark green of lbConversion; a lighter one where the window is dark.
     static QColor progressColour(const QPalette& palette);
 
+    // Gives lbConversion the colour for the window as it is now. Unasked when the palette changes.
+    void colourProgress();
+
     // The files in work.
     QGroupBox* frDirectories;
     QLabel* Label4;
@@ -121,9 +124,14 @@ class frmBatchProcessor : public QWidget {
     QTimer* ASRXTimerSoundExportDone;
     QTimer* ASRXTimerRecordingFinalizationDone;
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void makeDirectories();
-    void makeStatus();
+    void makeSteps();
+    void makeProgressGroup();
+    void makeButtons();
     void makeParked();
     void makeTimers();
     void makeSilence();

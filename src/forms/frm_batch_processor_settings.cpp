@@ -1,6 +1,7 @@
 // The settings groups of the Batch Processor's window: silence, normalisation, output format.
 
 #include "forms/frm_batch_processor.h"
+#include "forms/option_stop.h"
 
 namespace tarnwick::forms {
 
@@ -9,6 +10,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr double kNumberWidth = 690, kLineHeight = 360;
+// Of the groups within the output group: where ACM puts its own, the others stand, too.
+constexpr double kGroupLeft = 2200, kGroupTop = 680, kGroupHeight = 3480;
 constexpr int kGap = 6;  // pixels between the controls of a line
 
 // Sets controls side by side on one line, each as wide as it is, so that no text is cut off
@@ -38,10 +41,11 @@ template <std::size_t N>
 void column(QWidget* parent, const QString& array, const std::array<const char16_t*, N>& captions,
             std::size_t selected, double left, double top, std::array<QRadioButton*, N>& options) {
     for (std::size_t i = 0; i < N; ++i) {
-        const Place place{left, top + 345.0 * static_cast<double>(i)};
+        const Place place{left, top + 375.0 * static_cast<double>(i)};
         options[i] = makeOption(parent, elementName(array, static_cast<int>(i)),
                                 QString::fromUtf16(captions[i]), place, i == selected);
     }
+    new OptionStop(parent, {options.begin(), options.end()});
 }
 
 }  // namespace
@@ -70,10 +74,7 @@ void frmBatchProcessor::makeSilence() {
     txbSilencePerc = number(group, u"txbSilencePerc"_s, u"5.0"_s, u"Threshold %RMS"_s);
     Label2 = word(group, u"Label2"_s, u"%RMS"_s);
     txbSilenceThreshold = number(group, u"txbSilenceThreshold"_s, u"0"_s, u"Silence Threshold"_s);
-    QPalette yellow = txbSilenceThreshold->palette();
-    yellow.setColor(QPalette::Base, Qt::yellow);
-    yellow.setColor(QPalette::Text, Qt::black);
-    txbSilenceThreshold->setPalette(yellow);
+    setBackground(txbSilenceThreshold, Qt::yellow);
     txbSilenceThreshold->hide();
     line(480, 1290, {Label9, txbSilencedB, Label1, txbSilencePerc, Label2, txbSilenceThreshold});
 
@@ -103,47 +104,50 @@ void frmBatchProcessor::makeNormalization() {
 
 void frmBatchProcessor::makeOutput() {
     frOutputSpecs = makeFrame(this, u"frOutputSpecs"_s, u"Output File Specifications"_s,
-                              {240, 5235, 8220, 4185});
-    frFormat = makeFrame(frOutputSpecs, u"frFormat"_s, u"Format"_s, {180, 330, 1680, 1860});
-    column<4>(frFormat, u"opFormat"_s, {u"WAV", u"MP3", u"ACM", u"AIFF"}, 0, 180, 330, opFormat);
+                              {240, 5235, 8220, 4365});
+    frFormat =
+        makeFrame(frOutputSpecs, u"frFormat"_s, u"Format"_s, {180, kGroupTop, 1860, kGroupHeight});
+    column<4>(frFormat, u"opFormat"_s, {u"WAV", u"MP3", u"ACM", u"AIFF"}, 0, 180, 360, opFormat);
     makeResampleSettings();
     makeCodecs();
     chConvert = makeCheck(frOutputSpecs, u"chConvert"_s, u"Resample and/or Convert Files"_s,
-                          {180, 3600}, true);
+                          {180, 285}, true);
     chConvert->setEnabled(false);
     chConvert->hide();
 }
 
 void frmBatchProcessor::makeResampleSettings() {
     frResampleSettings = makeFrame(frOutputSpecs, u"frResampleSettings"_s, u"Specifications"_s,
-                                   {2040, 330, 6000, 3360});
+                                   {kGroupLeft, kGroupTop, 5840, kGroupHeight});
     column<8>(
         frResampleSettings, u"opFrequency"_s,
         {u"8 kHz", u"11 kHz", u"22 kHz", u"32 kHz", u"44.1 kHz", u"48 kHz", u"96 kHz", u"192 kHz"},
         5, 180, 360, opFrequency);
-    frRate = makeFrame(frResampleSettings, u"frRate"_s, {}, {1620, 360, 2460, 2010});
+    frRate = makeFrame(frResampleSettings, u"frRate"_s, {}, {1560, 360, 2460, 2160});
     column<5>(frRate, u"opRate"_s,
-              {u"8 bits", u"16 bits", u"24 bits", u"32 bits", u"32 bits floating"}, 2, 180, 150,
+              {u"8 bits", u"16 bits", u"24 bits", u"32 bits", u"32 bits floating"}, 2, 180, 180,
               opRate);
+    frRate->setAccessibleName(u"Bits"_s);
     // Takes the place of frRate for MP3.
     frKbps = makeFrame(frResampleSettings, u"frKbps"_s, u"Constant Bit Rate (kbps)"_s,
-                       {1620, 960, 2460, 900});
+                       {1560, 960, 2460, 900});
     cbxOutputCBR = makeCombo(frKbps, u"cbxOutputCBR"_s, {}, u"cbxOutputCBR"_s,
-                             {180, 345, 2100, 375}, frKbps->title());
+                             {180, 360, 2100, 375}, frKbps->title());
     frKbps->hide();
-    Frame11 = makeFrame(frResampleSettings, u"Frame11"_s, {}, {4260, 360, 1560, 960});
-    column<2>(Frame11, u"opChannel"_s, {u"Mono", u"Stereo"}, 1, 180, 150, opChannel);
+    Frame11 = makeFrame(frResampleSettings, u"Frame11"_s, {}, {4200, 360, 1460, 1035});
+    column<2>(Frame11, u"opChannel"_s, {u"Mono", u"Stereo"}, 1, 180, 180, opChannel);
+    Frame11->setAccessibleName(u"Channels"_s);
 }
 
 void frmBatchProcessor::makeCodecs() {
-    frACMCodecs =
-        makeFrame(frOutputSpecs, u"frACMCodecs"_s, u"ACM Codecs"_s, {2200, 680, 5840, 2100});
+    frACMCodecs = makeFrame(frOutputSpecs, u"frACMCodecs"_s, u"ACM Codecs"_s,
+                            {kGroupLeft, kGroupTop, 5840, kGroupHeight});
     Label6 =
-        makeLabel(frACMCodecs, u"Label6"_s, u"Audio Encoder  (Codec)"_s, {180, 330, 5460, 300});
+        makeLabel(frACMCodecs, u"Label6"_s, u"Audio Encoder  (Codec)"_s, {180, 480, 5480, 300});
     cbxCodecs =
-        makeCombo(frACMCodecs, u"cbxCodecs"_s, {}, {}, {180, 660, 5460, 375}, Label6->text());
-    Label7 = makeLabel(frACMCodecs, u"Label7"_s, u"Audio Encoder Format"_s, {180, 1170, 5460, 300});
-    cbxCodecFormats = makeCombo(frACMCodecs, u"cbxCodecFormats"_s, {}, {}, {180, 1500, 5460, 375},
+        makeCombo(frACMCodecs, u"cbxCodecs"_s, {}, {}, {180, 810, 5480, 375}, Label6->text());
+    Label7 = makeLabel(frACMCodecs, u"Label7"_s, u"Audio Encoder Format"_s, {180, 1560, 5480, 300});
+    cbxCodecFormats = makeCombo(frACMCodecs, u"cbxCodecFormats"_s, {}, {}, {180, 1890, 5480, 375},
                                 Label7->text());
     cbxCodecs->setEditable(false);
     cbxCodecFormats->setEditable(false);

@@ -51,6 +51,52 @@ TEST(BatchForm, NothingIsClippedInAnyOfItsArrangements) {
             << parked->objectName().toStdString();
 }
 
+// The controls to which the Tab key leads, from the first on.
+QStringList tabStops(const QWidget& form) {
+    QStringList names;
+    for (const QWidget* next = form.nextInFocusChain(); next != &form;
+         next = next->nextInFocusChain())
+        if (next->isVisibleTo(&form) && next->isEnabledTo(&form) && isControl(next) &&
+            (next->focusPolicy() & Qt::TabFocus) && !next->objectName().startsWith(u"qt_"))
+            names << next->objectName();
+    return names;
+}
+
+TEST(BatchForm, TheTabKeyFollowsTheWorkAndStopsOnceInEachOptionGroup) {
+    frmBatchProcessor form;
+    form.opRate[4]->setChecked(true);
+    EXPECT_EQ(tabStops(form).join(u' ').toStdString(),
+              "txbProjectFolder cbBrowse txbProjectFiles chCutEnd txbCutStart txbCutEnd "
+              "chSilenceEnds txbSetSilenceStart txbSetSilenceEnd txbSilencedB txbSilencePerc "
+              "chNormalize txbNormdB txbNormPerc opFormat(0) opFrequency(5) opRate(4) "
+              "opChannel(1) txbFileToConvert cbProcess cbClose");
+    form.opFrequency[7]->setChecked(true);
+    EXPECT_TRUE(tabStops(form).contains(u"opFrequency(7)"));
+    form.opFrequency[7]->hide();
+    EXPECT_TRUE(tabStops(form).contains(u"opFrequency(0)")) << "the one that is on is out of sight";
+    form.opFrequency[7]->show();
+    EXPECT_FALSE(tabStops(form).contains(u"opFrequency(0)"));
+}
+
+TEST(BatchForm, ColoursFollowTheWindowAndLongNamesCanBeRead) {
+    frmBatchProcessor form;
+    const auto green = [&] { return form.lbConversion->palette().color(QPalette::WindowText); };
+    QPalette dark;
+    dark.setColor(QPalette::Window, Qt::black);
+    dark.setColor(QPalette::WindowText, Qt::white);
+    form.setPalette(dark);
+    EXPECT_EQ(green(), frmBatchProcessor::progressColour(dark));
+    form.setPalette(QPalette(Qt::lightGray));
+    EXPECT_EQ(green(), QColor(0, 128, 0));
+    for (QLineEdit* box : {form.txbProjectFolder, form.txbFileToConvert}) {
+        box->setText(QStringLiteral("take ").repeated(50) + QStringLiteral("<b>7.wav"));
+        EXPECT_TRUE(box->toolTip().endsWith(QStringLiteral("7.wav")))
+            << box->objectName().toStdString();
+        EXPECT_FALSE(box->toolTip().contains(u"<b>"));
+        EXPECT_EQ(box->cursorPosition(), box->text().size());
+    }
+}
+
 TEST(RenameForm, ControlsAreAsGiven) {
     const frmRenameWiz form;
     EXPECT_EQ(form.windowTitle(), QStringLiteral("RenameWiz "));
