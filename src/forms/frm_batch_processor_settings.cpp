@@ -1,5 +1,7 @@
 // The settings groups of the Batch Processor's window: silence, normalisation, output format.
 
+#include <QButtonGroup>
+
 #include "forms/frm_batch_processor.h"
 #include "forms/option_stop.h"
 
@@ -40,10 +42,13 @@ QLabel* word(QWidget* parent, const QString& name, const QString& caption) {
 template <std::size_t N>
 void column(QWidget* parent, const QString& array, const std::array<const char16_t*, N>& captions,
             std::size_t selected, double left, double top, std::array<QRadioButton*, N>& options) {
+    // Without a group of their own, options would also exclude those in frames inside the parent.
+    auto* group = new QButtonGroup(parent);
     for (std::size_t i = 0; i < N; ++i) {
         const Place place{left, top + 375.0 * static_cast<double>(i)};
         options[i] = makeOption(parent, elementName(array, static_cast<int>(i)),
                                 QString::fromUtf16(captions[i]), place, i == selected);
+        group->addButton(options[i]);
     }
     new OptionStop(parent, {options.begin(), options.end()});
 }

@@ -33,6 +33,22 @@ lbTitle=Apply Filter(s) to File Currently in the Editor Window|frLame=Lame Encod
                     !timer->objectName().isEmpty());
 }
 
+TEST(BatchForm, EachOptionArrayIsAGroupOfItsOwn) {
+    const frmBatchProcessor form;
+    const auto on = [](const auto& options) {
+        QList<std::ptrdiff_t> indices;
+        for (auto option = options.begin(); option != options.end(); ++option)
+            if ((*option)->isChecked()) indices << option - options.begin();
+        return indices;
+    };
+    for (const std::size_t index : {5, 5, 0, 3}) {
+        form.opFrequency[index]->click();
+        EXPECT_EQ(on(form.opFrequency), QList<std::ptrdiff_t>{std::ptrdiff_t(index)});
+        EXPECT_EQ(on(form.opRate), QList<std::ptrdiff_t>{2});
+        EXPECT_EQ(on(form.opChannel), QList<std::ptrdiff_t>{1});
+    }
+}
+
 TEST(BatchForm, NothingIsClippedInAnyOfItsArrangements) {
     frmBatchProcessor form;
     expectTidy(form);
