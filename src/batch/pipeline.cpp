@@ -92,7 +92,7 @@ void Pipeline::lockControls() {
 
 void Pipeline::moveToRawFolder() {
     const qint16 last = runtime::roundToInteger(static_cast<double>(run_.files().size()) - 1.0);
-    for (qint16 viLoop = 0; viLoop <= last; ++viLoop)
+    for (qint16 viLoop = 0; viLoop <= last; viLoop = runtime::add<qint16>(viLoop, 1))
         services_.files.MoveFile(
             platform::pathIn(services_.state.vsProjectFolder, run_.files()[viLoop]),
             run_.vsRawFolder + QDir::separator());
@@ -166,7 +166,12 @@ void Pipeline::EDTXTimerSoundLoadingDone_Timer() {
             line(30);
             trace_.start(u"File: "_qs + run_.fileInWork());
             line(40);
-            carryOut(following(ChainEvent::SoundLoaded, moment()));
+            const Following next = following(ChainEvent::SoundLoaded, moment());
+            carryOut(next);
+            line(50);
+            // Behind a cut the detection goes untold.
+            if (next.step == ChainStep::Detect)
+                trace_.add(u"nResult for SilencePositionsDetect: %1"_qs.arg(run_.nResult));
         });
 }
 
@@ -253,7 +258,8 @@ void Pipeline::carryOut(const Following& next) {
         case ChainStep::CutEnd:
             return ends_.Cut_File_End();
         case ChainStep::Detect:
-            return detect();
+            run_.nResult = services_.EDTX.SilencePositionsDetect(run_.viThreshold, 1, 0);
+            return;
         case ChainStep::Hiss:
             return filters_.Hiss_Filter();
         case ChainStep::Normalize:
@@ -271,11 +277,6 @@ void Pipeline::carryOut(const Following& next) {
         case ChainStep::Reload:
             return reload();
     }
-}
-
-void Pipeline::detect() {
-    run_.nResult = services_.EDTX.SilencePositionsDetect(run_.viThreshold, 1, 0);
-    trace_.add(u"nResult for SilencePositionsDetect: %1"_qs.arg(run_.nResult));
 }
 
 void Pipeline::nextFile() {

@@ -55,7 +55,6 @@ class Pipeline : public QObject {
     void Forced_Delay() const;
     ChainMoment moment() const;
     void carryOut(const Following& next);
-    void detect();
     void nextFile();
     void finish();
     void reload();

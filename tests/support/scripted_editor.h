@@ -33,7 +33,7 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
   public:
     void InitEditor(engine::WindowHandle) override {}
     void EnableUndo(qint32) override {}
-    void SetEditorOption(qint16) override {}
+    void SetEditorOption(qint16 option) override { note(u"SetEditorOption"_qs, {option}); }
     void SetLoadMode(qint32 mode) override { note(u"SetLoadMode"_qs, {mode}); }
     qint32 LoadSound(const QString& path) override {
         calls << u"LoadSound "_qs + path.section(u'/', -1);
@@ -58,7 +58,9 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     qint32 InsertSilence(qint32 at, qint32 length) override {
         return note(u"InsertSilence"_qs, {at, length});
     }
-    qint32 RemoveSilence(qint32, qint32, qint16, qint32) override { return 0; }
+    qint32 RemoveSilence(qint32 begin, qint32 end, qint16 threshold, qint32 mode) override {
+        return note(u"RemoveSilence"_qs, {begin, end, threshold, mode});
+    }
     bool UndoAvailable() const override { return false; }
     void Undo() override { calls << u"Undo"_qs; }
     qint32 SilencePositionsDetect(qint16 threshold, qint32 minimum, qint32) override {
@@ -85,7 +87,12 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     void ApplyVolume(qint32 begin, qint32 end, qint32, float, qint32) override {
         note(u"ApplyVolume"_qs, {begin, end});
     }
-    qint32 Normalize(qint32, qint32, float, float, float) override { return 0; }
+    qint32 Normalize(qint32 begin, qint32 end, float percent, float attack,
+                     float release) override {
+        calls << u"Normalize %1 %2 %3 %4 %5"_qs.arg(begin).arg(end).arg(percent).arg(attack).arg(
+            release);
+        return engine::kOk;
+    }
 
     void endExport() {
         --pending;

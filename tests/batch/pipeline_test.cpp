@@ -1,0 +1,222 @@
+#include <QMouseEvent>
+
+#include "batch/batch_processor.h"
+#include "desk.h"
+
+using namespace tarnwick;
+
+namespace {
+
+// A window on a folder of files whose names are all that counts; the test raises EDTX's events.
+struct Chain : test::BatchDesk {
+    std::unique_ptr<batch::BatchProcessor> processor;
+
+    void open(const QStringList& names) { open(names, services); }
+    void open(const QStringList& names, const batch::Services& given) {
+        for (const QString& name : names)
+            test::writeFile(in(name), name.toUtf8());
+        processor = std::make_unique<batch::BatchProcessor>(form, given);
+        processor->Form_Load();
+        for (QTimer* timer : form.findChildren<QTimer*>()) {
+            EXPECT_EQ(timer->interval(), 100);
+            timer->setInterval(0);
+        }
+        EDTX.duration = 10000;
+        EXPECT_EQ(EDTX.taken(), QStringList(u"SetEditorOption 100"_qs));
+    }
+    bool armed() const {
+        const auto timers = form.findChildren<QTimer*>();
+        return std::any_of(timers.begin(), timers.end(),
+                           [](const QTimer* timer) { return timer->isActive(); });
+    }
+    // What EDTX is asked after an event, once the chain waits again.
+    QString asked() {
+        EXPECT_TRUE(test::waitUntil([&] { return !armed(); }, 5000));
+        return EDTX.taken().join(u'|');
+    }
+    QString process() {
+        form.cbProcess->click();
+        return asked();
+    }
+    QString loaded() {
+        Q_EMIT EDTX.SoundLoadingDone(0);  // a failed load is gone on from, too
+        return asked();
+    }
+    QString edited(qint16 command) {
+        Q_EMIT EDTX.SoundEditDone(command, 0);
+        return asked();
+    }
+    QString audible(qint32 begin, qint32 end) {
+        Q_EMIT EDTX.AudibleRangeDetected(begin, end);
+        return EDTX.taken().join(u'|');
+    }
+    QString exported() {
+        EDTX.endExport();
+        return asked();
+    }
+    QStringList raw() const { return files.list(in(u"Raw_Files"_qs), u"*"_qs); }
+    QString trace() const { return form.txbDebug->toPlainText(); }
+    QString ended(const std::function<void()>& procedure) {
+        EXPECT_THROW(procedure(), test::ProcessEnded);
+        return boxes()
+            .value(0)
+            .section(u"Error: frmBatchProcessor."_qs, 1)
+            .section(u"\r\n"_qs, 0, 0);
+    }
+};
+
+TEST_F(Chain, AFileTakesEveryStepAndTheTraceTellsThem) {
+    open({u"a.wav"_qs, u"b.wav"_qs});
+    for (QCheckBox* box : {form.chCutEnd, form.chSilenceEnds, form.chNormalize})
+        box->setChecked(true);
+    form.txbNormdB->setText(u"-1.5"_qs);
+    form.txbCutStart->setText(u"50.5"_qs);
+    EXPECT_EQ(process(), u"SetLoadMode 0|LoadSound ZZ_TEMP_a.wav");
+    EXPECT_EQ(raw(), QStringList({u"b.wav"_qs, u"ZZ_TEMP_a.wav"_qs}));
+    for (const QWidget* off :
+         std::initializer_list<QWidget*>{form.frNormalizationFunction, form.frSilenceFunction,
+                                         form.frOutputSpecs, form.cbClose, form.cbProcess})
+        EXPECT_FALSE(off->isEnabled());
+    EXPECT_TRUE(form.frDirectories->isEnabled() && form.lbConversion->font().bold());
+    EXPECT_EQ(loaded(), u"DeleteRange 0 50");
+    EXPECT_EQ(edited(1), u"DeleteRange 9700 -1");
+    EXPECT_EQ(edited(1), u"SilencePositionsDetect 1638 1");
+    EXPECT_EQ(audible(800, 9000), u"RemoveSilence 9500 10000 1638 1");
+    EXPECT_EQ(edited(14), u"RemoveSilence 0 300 1638 1");
+    EXPECT_EQ(edited(14), u"Normalize 0 -1 84.1 100 100");
+    EXPECT_EQ(edited(19), u"SoundExport 48000 2 0 -1 a.wav");
+    EXPECT_EQ(
+        trace().split(u'\n'),
+        QStringList(
+            {u"File: a.wav"_qs, u"vlDuration BEFORE Cut_File_Start = 10000"_qs,
+             u"nResult for Cut_File_Start = 0"_qs, u"vlDuration AFTER Cut_File_Start = 10000"_qs,
+             u"nResult for Cut_File_End = 0"_qs, u"vlDuration AFTER Cut_File_End = 10000"_qs,
+             u"GetSoundDuration done in AudibleRangeDetected"_qs,
+             u"vlSilenceAdjustment at Remove_End = 500"_qs,
+             u"vlSilenceAdjustment at Remove_Start = 300"_qs, u"Enter Normalization"_qs,
+             u"nResult for Normalization: 0"_qs, u"Enter Export"_qs, u"Exit Export"_qs}));
+    EXPECT_EQ(exported(), u"SetLoadMode 0|LoadSound ZZ_TEMP_b.wav");
+    EXPECT_EQ(form.lbConversion->text(), u"Batch Processing File 0 of 2 ...");
+    EXPECT_EQ(trace(), QString());
+    EXPECT_EQ(raw(), QStringList({u"a.wav"_qs, u"ZZ_TEMP_b.wav"_qs}));
+}
+
+TEST_F(Chain, NothingAskedForIsAnExportOfEachFileAndThenTheEnd) {
+    open({u"a.wav"_qs, u"b.wav"_qs, u"c.wav"_qs});
+    process();
+    for (const int done : {0, 1}) {
+        EXPECT_TRUE(loaded().startsWith(u"SoundExport"));
+        EXPECT_TRUE(exported().endsWith(form.txbFileToConvert->text()));
+        EXPECT_EQ(form.lbConversion->text(), u"Batch Processing File %1 of 3 ..."_qs.arg(done));
+        EXPECT_EQ(form.pbConversion->value(), done);
+    }
+    loaded();
+    EXPECT_EQ(exported(), QString());
+    EXPECT_EQ(form.lbConversion->text(), u"3 Files Have Been Processed!");
+    EXPECT_TRUE(form.cbClose->isEnabled() && form.frOutputSpecs->isEnabled());
+    EXPECT_TRUE(form.cbProcess->isHidden() && form.pbConversion->isHidden());
+    EXPECT_EQ(form.cbClose->y(), 568);
+    EXPECT_EQ(raw(), QStringList({u"a.wav"_qs, u"b.wav"_qs, u"c.wav"_qs}));
+}
+
+TEST_F(Chain, EndsThatAreRightAlreadyGoOnWithTheLastEdit) {
+    open({u"a.wav"_qs});
+    form.chSilenceEnds->setChecked(true);
+    process();
+    EXPECT_EQ(loaded(), u"SilencePositionsDetect 1638 1");
+    EXPECT_EQ(trace().section(u'\n', -1), u"nResult for SilencePositionsDetect: 0");
+    EXPECT_EQ(audible(100, 9500), QString());
+    EXPECT_EQ(asked(), QString()) << "no edit yet: the run stands still";
+    EXPECT_EQ(audible(500, 9900), u"InsertSilence 10000 400");
+    EXPECT_TRUE(edited(2).startsWith(u"SoundExport")) << "the head is right";
+    Q_EMIT EDTX.SoundEditDone(1, 1);
+    for (int round = 0; round < 50; ++round) {
+        EXPECT_EQ(asked(), u"SilencePositionsDetect 1638 1");
+        EXPECT_EQ(audible(700, 9500), QString());
+        EXPECT_TRUE(armed());
+    }
+    EXPECT_EQ(edited(19), u"SoundExport 48000 2 0 -1 a.wav") << "the end of a file before";
+    EXPECT_EQ(ended([&] { Q_EMIT EDTX.AudibleRangeDetected(0, -2147483647); }),
+              u"Set_Silence_End: Overflow, Line 10");
+}
+
+TEST_F(Chain, WhatHoldsARun) {
+    open({u"a.wav"_qs});
+    EDTX.loadResult = -5;
+    EDTX.lastError = -5;
+    process();
+    EXPECT_EQ(boxes(),
+              QStringList(u"Cannot load file %1 with error -5"_qs.arg(in(u"Raw_Files/a.wav"_qs))));
+    form.chNormalize->setChecked(true);
+    loaded();
+    EXPECT_EQ(edited(14), QString());
+    EXPECT_EQ(boxes(), QStringList(u"Error 1"_qs));
+    form.chHissFilter->setChecked(true);
+    EXPECT_EQ(loaded(), QString());
+    form.txbSilenceThreshold->setText(u"32768"_qs);
+    Q_EMIT EDTX.SoundLoadingDone(1);
+    processor->stop();
+    Q_EMIT EDTX.SoundEditDone(19, 1);
+    EXPECT_EQ(asked(), QString());
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(Chain, ARunRefusedOrWithoutFilesMovesNothing) {
+    open({u"a.wav"_qs});
+    form.txbSilencePerc->setText(u"10.1"_qs);
+    EXPECT_EQ(process(), QString());
+    EXPECT_TRUE(form.cbProcess->isEnabled() && raw().isEmpty());
+    form.txbSilencePerc->setText(u"5"_qs);
+    form.txbNormPerc->setText(u"59"_qs);
+    EXPECT_EQ(process(), QString());
+    EXPECT_EQ(boxes().size(), 2);
+    QFile::remove(in(u"a.wav"_qs));
+    form.txbNormPerc->setText(u"60"_qs);
+    EXPECT_EQ(ended([&] { process(); }), u"cbProcess_Click: File not found, Line 60");
+}
+
+TEST_F(Chain, TheDelayHoldsEachStepAlsoOverMidnight) {
+    struct Night : platform::Clock {
+        QDateTime now() const override { return {}; }
+        double Timer() const override { return (*next)++ < 3 ? 86399.0 : (*next - 3) * 0.25; }
+        std::unique_ptr<int> next = std::make_unique<int>(0);
+    } night;
+    open({u"a.wav"_qs},
+         {desk.failure, state, database, desk.boxes, cmdlg, files, night, EDT, EDTX, [] {}});
+    form.txbDelay->setText(u"1000"_qs);
+    Q_EMIT EDTX.SoundEditDone(0, 1);
+    asked();
+    EXPECT_EQ(*night.next, 7) << "the first look is at the start, the last a second after midnight";
+}
+
+TEST_F(Chain, TheEndOfAConcatenationIsWritten) {
+    open({u"a.wav"_qs, u"b.wav"_qs});
+    for (QWidget* off :
+         std::initializer_list<QWidget*>{form.cbClose, form.opBPMode[0], form.opBPMode[1]})
+        off->setEnabled(false);
+    Q_EMIT EDTX.AppendAutomationDone(1);
+    EXPECT_EQ(asked(), u"SoundExport 48000 2 0 -1 a.wav");
+    EXPECT_TRUE(form.cbClose->isEnabled() && form.opBPMode[0]->isEnabled() &&
+                form.opBPMode[1]->isEnabled());
+}
+
+TEST_F(Chain, OnlyServiceSeesTheTrace) {
+    open({u"a.wav"_qs});
+    const auto click = [&](Qt::MouseButton button, QPointF at) {
+        QMouseEvent release(QEvent::MouseButtonRelease, at, at, button, {}, {});
+        QCoreApplication::sendEvent(form.Label15, &release);
+    };
+    click(Qt::RightButton, {5, 5});
+    click(Qt::LeftButton, {5, -5});
+    EXPECT_TRUE(boxes().isEmpty());
+    for (const auto& [entry, shown] : std::initializer_list<std::pair<QString, bool>>{
+             {u" 3172"_qs, false}, {u"03172"_qs, false}, {u"3172"_qs, true}}) {
+        desk.boxes.entry = entry;
+        click(Qt::LeftButton, {5, 5});
+        EXPECT_EQ(boxes(), QStringList(u"Password:"_qs));
+        EXPECT_EQ(!form.txbDebug->isHidden(), shown);
+    }
+    EXPECT_EQ(form.txbDebug->pos(), QPoint(584, 88));
+}
+
+}  // namespace
