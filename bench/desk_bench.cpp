@@ -81,8 +81,18 @@ void menuToList(benchmark::State& state) {
     runtime::ProcessState process;
     settings::SettingsDatabase database;
     const auto EDT = engine::createSoundEditor();
-    const app::Services services{desk.failure, process, database,   desk.boxes, cmdlg,
-                                 files,        opener,  desk.clock, *EDT,       [] {}};
+    const app::Services services{.failure = desk.failure,
+                                 .state = process,
+                                 .database = database,
+                                 .boxes = desk.boxes,
+                                 .cmdlg = cmdlg,
+                                 .batchDialog = cmdlg,
+                                 .files = files,
+                                 .opener = opener,
+                                 .clock = desk.clock,
+                                 .EDT = *EDT,
+                                 .createEDTX = [] { return engine::createSoundEditor(); },
+                                 .endProcess = [] {}};
     app::Application application(services);
     application.Sub_Main();
     forms::frmMain& form = application.mainForm();

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QTimer>
 
 #include "app/batch_window.h"
 #include "forms/frm_batch_processor.h"
@@ -57,7 +58,10 @@ Form* Windows::openInstead(std::function<void()> closed) {
     hideMain();
     auto* form = new Form;
     const QSize size = form->size();
-    instead_ = frame_.mdiArea->addSubWindow(form);
+    // Of a fixed size: nothing to minimise or maximise.
+    instead_ = frame_.mdiArea->addSubWindow(
+        form, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                  Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     instead_->setAttribute(Qt::WA_DeleteOnClose);
     instead_->setWindowTitle(form->windowTitle());
     instead_->setGeometry(QRect(QPoint((mainChild_->width() - size.width()) / 2,
@@ -73,6 +77,10 @@ Form* Windows::openInstead(std::function<void()> closed) {
 void Windows::showInstead() {
     instead_->widget()->show();
     instead_->show();
+    // On a small screen, once the area has taken the window in.
+    QTimer::singleShot(0, instead_, [this, child = instead_] {
+        if (child) frame_.reveal(*child);
+    });
 }
 
 void Windows::showBatchProcessor() {

@@ -1,3 +1,5 @@
+#include <QButtonGroup>
+
 #include <QDir>
 
 #include "batch/output_encoding.h"
@@ -184,7 +186,7 @@ TEST_F(Output, TheNameLosesFourCharactersWhateverTheyAre) {
         form.cbxOutputCBR->setEditText(typed);
         EXPECT_TRUE(written(u"a.wav"_qs).endsWith(u", Line 40"_qs)) << typed.toStdString();
     }
-    form.opFormat[1]->setAutoExclusive(false);
+    form.opFormat[1]->group()->setExclusive(false);
     form.opFormat[1]->setChecked(false);
     EXPECT_EQ(written(u"a.wav"_qs), u"SoundExport 48000 2 0 -1 a");
 }

@@ -1,3 +1,5 @@
+#include <QButtonGroup>
+
 #include "batch/batch_settings.h"
 #include "batch/level_boxes.h"
 #include "batch/output_encoding.h"
@@ -123,7 +125,7 @@ TEST_F(Settings, WhatNoStatementCanHoldEndsTheSaveWhereItStands) {
 
 TEST_F(Settings, NoneSelectedIsOnePastTheLastAndApostrophesAreStored) {
     load();
-    form.opRate[2]->setAutoExclusive(false);
+    form.opRate[2]->group()->setExclusive(false);
     form.opRate[2]->setChecked(false);
     form.cbxOutputCBR->setEditText(u"it's"_qs);
     save();
