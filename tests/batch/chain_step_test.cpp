@@ -11,7 +11,7 @@ char letter(ChainStep step) { return "-sedthnx!+FR"[static_cast<int>(step)]; }
 
 std::string told(ChainEvent event, const ChainMoment& moment) {
     const Following next = following(event, moment);
-    return letter(next.step) + ("|" + next.vsFilterStep.toStdString());
+    return std::string{letter(next.step), '|'}.append(next.vsFilterStep.toStdString());
 }
 
 // Every combination of what the operator can ask for, with the steps of a file in their order as
@@ -52,8 +52,9 @@ TEST(ChainStep, StepsFollowOneAnotherInTheirOrder) {
         const std::map<char, std::string> texts{
             {'s', "CutFileStart"}, {'e', "CutFileEnd"}, {'n', "All Filters Done"}};
         const auto text = texts.find(steps[0]);
-        EXPECT_EQ(told(ChainEvent::SoundLoaded, m),
-                  steps[0] + ("|" + (text == texts.end() ? "Set Silence End" : text->second)));
+        const std::string loaded = told(ChainEvent::SoundLoaded, m);
+        EXPECT_EQ(loaded[0], steps[0]);
+        EXPECT_EQ(loaded.substr(2), text == texts.end() ? "Set Silence End" : text->second);
 
         m.nCommand = 1;
         m.vsFilterStep = kCutFileStart.toString();
@@ -61,7 +62,7 @@ TEST(ChainStep, StepsFollowOneAnotherInTheirOrder) {
         if (m.cutsEnd)
             EXPECT_EQ(cut, "e|CutFileEnd");
         else
-            EXPECT_EQ(cut, behind("se") + std::string("|CutFileStart"));
+            EXPECT_EQ(cut, std::string(1, behind("se")).append("|CutFileStart"));
         for (const QStringView other : {kCutFileEnd, kSetSilenceEnd, QStringView()}) {
             m.vsFilterStep = other.toString();
             EXPECT_EQ(told(ChainEvent::EditEnded, m)[0], behind("se"));
@@ -71,7 +72,7 @@ TEST(ChainStep, StepsFollowOneAnotherInTheirOrder) {
             m.vsFilterStep = kSetSilenceEnd.toString();
             EXPECT_EQ(told(ChainEvent::EditEnded, m), "t|");
             m.vsFilterStep.clear();
-            EXPECT_EQ(told(ChainEvent::EditEnded, m), behind("sed") + std::string("|"));
+            EXPECT_EQ(told(ChainEvent::EditEnded, m), (std::string{behind("sed"), '|'}));
         }
         for (const ChainEvent event : {ChainEvent::EditEnded, ChainEvent::ErrorAnswered}) {
             m.nCommand = 16;
