@@ -62,12 +62,11 @@ Form* Windows::openInstead(std::function<void()> closed) {
     instead_ = frame_.mdiArea->addSubWindow(
         form, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
-    instead_->setAttribute(Qt::WA_DeleteOnClose);
     instead_->setWindowTitle(form->windowTitle());
     instead_->setGeometry(QRect(QPoint((mainChild_->width() - size.width()) / 2,
                                        (mainChild_->height() - size.height()) / 2),
                                 size));
-    instead_->installEventFilter(this);
+    form->installEventFilter(this);  // it closes with its frame, or by itself
     insteadClosed_ = std::move(closed);
     runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, instead_,
                      [child = instead_] { child->close(); });
@@ -100,6 +99,10 @@ void Windows::showRenameWizard() {
 // makes room for another or goes with the frame.
 void Windows::insteadCloses() {
     if (stopInstead_) std::exchange(stopInstead_, {})();
+    QMdiSubWindow* child = instead_;
+    instead_.clear();
+    child->hide();
+    child->deleteLater();
     if (insteadClosed_) std::exchange(insteadClosed_, {})();
 }
 
@@ -129,7 +132,8 @@ void Windows::unloadAll() {
 bool Windows::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Close) {
         if (watched == &frame_) unloadAll();
-        if (watched == instead_) services_.failure.unguarded([this] { insteadCloses(); });
+        if (instead_ && watched == instead_->widget())
+            services_.failure.unguarded([this] { insteadCloses(); });
     }
     return QObject::eventFilter(watched, event);
 }

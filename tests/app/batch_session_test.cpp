@@ -138,7 +138,7 @@ TEST_F(Batch, AWindowClosedInMidRunStopsThereWithWholeFiles) {
     tickAll();
     window().cbProcess->click();
     ASSERT_TRUE(test::waitUntil([&] { return files.FileExists(in(u"2.wav"_qs)); }));
-    closeByItsBox();
+    window().close();  // without its frame
     EXPECT_TRUE(form().isVisible());
     test::pass(700);
     expectSourcesKept(1);
