@@ -147,30 +147,4 @@ TEST_F(Batch, AWindowClosedInMidRunStopsThereWithWholeFiles) {
         EXPECT_NEAR(endsOf(test::samplesOf(in(name))).second, 500.0, 1.0);
 }
 
-// A recording that is no part of the run has the output's name.
-TEST_F(Batch, AnOutputReplacesNoOtherRecording) {
-    put(u"take.aif"_qs, test::wavFile(prompt(100, 9000, 100)));
-    const QByteArray other = test::wavFile(test::wave(300, 5000));
-    write(u"take.wav"_qs, other);
-    open();
-    batchDialog.path = in(u"take.aif"_qs);
-    QDir(in(u"Raw_Files"_qs)).removeRecursively();
-    window().cbBrowse->click();
-    ASSERT_EQ(window().txbProjectFiles->text(), u"1");
-    window().cbProcess->click();
-    ASSERT_TRUE(finished(1));
-    sources[u"take.wav"_qs] = other;
-    expectSourcesKept();
-    EXPECT_EQ(test::samplesOf(in(u"take.wav"_qs)).size(), prompt(100, 9000, 100).size());
-}
-
-TEST_F(Batch, AVanishedFolderEndsTheProgramAndSaysWhere) {
-    put(u"1.wav"_qs, test::wavFile(prompt(100, 9000, 100)));
-    open();
-    QDir(session.path()).removeRecursively();
-    EXPECT_THROW(window().cbProcess->click(), test::ProcessEnded);
-    EXPECT_TRUE(desk.log().contains("frmBatchProcessor.cbProcess_Click: File not found, Line "))
-        << desk.log().toStdString();
-}
-
 }  // namespace
