@@ -8,6 +8,7 @@
 #include "app/appearance.h"
 #include "app/application.h"
 #include "engine/create_sound_editor.h"
+#include "forms/frm_batch_processor.h"
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
 #include "forms/frm_select_import_sheet.h"
@@ -123,6 +124,27 @@ class Studio {
         save(u"sheet"_qs, chooser);
     }
 
+    // What the export leads to, with the prompts as they were before.
+    bool batchProcessor() {
+        if (!test::waitUntil([&] { return form_->cbUndo->isEnabled(); })) return false;
+        form_->cbUndo->click();
+        if (!settled()) return false;
+        form_->mnuExport->trigger();
+        forms::frmBatchProcessor* window = nullptr;
+        const auto opened = [&] {
+            window = application_.frame().findChild<forms::frmBatchProcessor*>();
+            return window != nullptr && window->isVisible();
+        };
+        if (!test::waitUntil(opened)) return false;
+        for (QCheckBox* step : {window->chCutEnd, window->chSilenceEnds, window->chNormalize})
+            step->setChecked(true);
+        window->txbNormdB->setText(u"-1.0"_qs);
+        window->txbProjectFolder->setText(u"/home/studio/Harbour Tour"_qs);
+        settle();
+        save(u"batch"_qs, *window);
+        return true;
+    }
+
   private:
     void execute(const QString& statement) {
         const settings::Access access(database_, settings::connectionString(desk_.folder.path()));
@@ -179,8 +201,18 @@ class Studio {
     runtime::ProcessState state_;
     settings::SettingsDatabase database_;
     std::unique_ptr<engine::SoundEditor> EDT_ = engine::createSoundEditor();
-    app::Services services_{desk_.failure, state_,  database_,   desk_.boxes, cmdlg_,
-                            files_,        opener_, desk_.clock, *EDT_,       [] {}};
+    app::Services services_{.failure = desk_.failure,
+                            .state = state_,
+                            .database = database_,
+                            .boxes = desk_.boxes,
+                            .cmdlg = cmdlg_,
+                            .batchDialog = cmdlg_,
+                            .files = files_,
+                            .opener = opener_,
+                            .clock = desk_.clock,
+                            .EDT = *EDT_,
+                            .createEDTX = [] { return engine::createSoundEditor(); },
+                            .endProcess = [] {}};
     app::Application application_{services_};
     forms::frmMain* form_ = nullptr;
     QTemporaryDir session_;
@@ -207,5 +239,5 @@ int main(int argc, char** argv) {
     studio.content();
     studio.preferences();
     studio.sheetChooser();
-    return studio.mismatch() ? 0 : 1;
+    return studio.mismatch() && studio.batchProcessor() ? 0 : 1;
 }
