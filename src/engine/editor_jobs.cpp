@@ -75,14 +75,15 @@ qint32 Editor::InsertSilence(qint32 positionMs, qint32 lengthMs) {
     if (!sound_.timeline) return refuseEdit(kInsertSilence, kNoSound);
     const auto position = Position::of(positionMs, sound_.durationMs());
     if (!position || lengthMs < 0) return refuseEdit(kInsertSilence, kBadRange);
-    return startChange(kInsertSilence, [position, lengthMs, wholeMs = headAndTail_](
+    return startChange(kInsertSilence, [position, lengthMs, headAndTail = headAndTail_](
                                            const sound::Timeline& head, const sound::Progress&) {
         const qint64 place = position->frameIn(head);
         const int rate = head.format().rate;
-        qint64 count = sound::frameAt(lengthMs, rate);
-        if (wholeMs && place == head.frames())
-            count = std::max<qint64>(sound::frameAt(lengthOf(head) + lengthMs, rate) - place, 0);
-        return head.inserted(place, count);
+        if (!headAndTail) return head.inserted(place, sound::frameAt(lengthMs, rate));
+        const qint64 count = place == head.frames()
+                                 ? sound::frameFloor(lengthOf(head) + lengthMs, rate) - place
+                                 : sound::frameFloor(lengthMs, rate);
+        return head.inserted(place, std::max<qint64>(count, 0));
     });
 }
 
@@ -91,11 +92,15 @@ qint32 Editor::RemoveSilence(qint32 beginMs, qint32 endMs, qint16 threshold, qin
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
     if (!stretch || stretch->reversed() || threshold < 0 || mode < 1)
         return refuseEdit(kRemoveSilence, kBadRange);
-    return startChange(kRemoveSilence, [stretch, threshold, mode](const sound::Timeline& head,
-                                                                  const sound::Progress& progress) {
-        return sound::withoutSilence(head, {stretch->firstIn(head), stretch->endIn(head)},
-                                     threshold, sound::frameAt(mode, head.format().rate), progress);
-    });
+    return startChange(
+        kRemoveSilence, [stretch, threshold, mode, headAndTail = headAndTail_](
+                            const sound::Timeline& head, const sound::Progress& progress) {
+            const sound::FrameRange range =
+                headAndTail ? stretch->outwardIn(head)
+                            : sound::FrameRange{stretch->firstIn(head), stretch->endIn(head)};
+            return sound::withoutSilence(head, range, threshold,
+                                         sound::frameAt(mode, head.format().rate), progress);
+        });
 }
 
 void Editor::ApplyVolume(qint32 beginMs, qint32 endMs, qint32, float level, qint32) {

@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include "sound/silence_scan.h"
 #include "sound/time.h"
 #include "sound/timeline.h"
 
@@ -33,9 +34,11 @@ class Position {
         return Position(ms, ms == -1 || (ms > 0 && ms >= durationMs));
     }
 
-    qint64 frameIn(const sound::Timeline& timeline) const {
+    // `frameAt`: how a time between two frames is taken.
+    qint64 frameIn(const sound::Timeline& timeline,
+                   std::int64_t (*frameAt)(std::int64_t, int) = sound::frameAt) const {
         if (end_ || (ms_ > 0 && ms_ >= lengthOf(timeline))) return timeline.frames();
-        return std::min<qint64>(sound::frameAt(ms_, timeline.format().rate), timeline.frames());
+        return std::min<qint64>(frameAt(ms_, timeline.format().rate), timeline.frames());
     }
 
     friend bool operator<(const Position& a, const Position& b) {
@@ -67,6 +70,12 @@ struct Stretch {
     qint64 firstIn(const sound::Timeline& timeline) const { return begin.frameIn(timeline); }
     qint64 endIn(const sound::Timeline& timeline) const {
         return std::max(end.frameIn(timeline), firstIn(timeline));
+    }
+
+    // The frames of the stretch, and those that it cuts through.
+    sound::FrameRange outwardIn(const sound::Timeline& timeline) const {
+        const qint64 first = begin.frameIn(timeline, sound::frameFloor);
+        return {first, std::max(end.frameIn(timeline, sound::frameCeil), first)};
     }
 };
 

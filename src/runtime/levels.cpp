@@ -9,7 +9,7 @@ namespace tarnwick::runtime {
 
 namespace {
 
-// To the digits that everybody has always computed with.
+// Natural logarithm of 10, to these digits: stored levels were computed with them.
 constexpr double kLn10 = 2.30258509299405;
 
 double finite(double value) {

@@ -15,6 +15,12 @@ constexpr std::int64_t frameAt(std::int64_t ms, int rate) {
     return whole + (rest > 500 || (rest == 500 && whole % 2 != 0) ? 1 : 0);
 }
 
+// The last frame at or before a time.
+constexpr std::int64_t frameFloor(std::int64_t ms, int rate) { return ms * rate / 1000; }
+
+// The first frame at or after a time.
+constexpr std::int64_t frameCeil(std::int64_t ms, int rate) { return (ms * rate + 999) / 1000; }
+
 // The time of a frame, rounded down: durations, positions and the ends of silences.
 constexpr std::int64_t msFloor(std::int64_t frame, int rate) { return frame * 1000 / rate; }
 

@@ -9,7 +9,7 @@
 
 #include "support/files.h"
 
-// 24-bit recordings of one channel at 44100 Hz, made and read without the sound engine.
+// 24-bit recordings of one channel, made and read without the sound engine.
 
 namespace tarnwick::test {
 
@@ -30,7 +30,7 @@ inline Samples operator+(Samples first, const Samples& second) {
     return first;
 }
 
-inline QByteArray wavHeader(std::size_t samples) {
+inline QByteArray wavHeader(std::size_t samples, int rate = kRate) {
     QByteArray header;
     QDataStream out(&header, QIODevice::WriteOnly);
     out.setByteOrder(QDataStream::LittleEndian);
@@ -38,29 +38,29 @@ inline QByteArray wavHeader(std::size_t samples) {
     out.writeRawData("RIFF", 4);
     out << 36 + bytes + bytes % 2;
     out.writeRawData("WAVEfmt ", 8);
-    out << quint32{16} << quint16{1} << quint16{1} << quint32{kRate} << quint32{kRate * 3}
-        << quint16{3} << quint16{24};
+    out << quint32{16} << quint16{1} << quint16{1} << static_cast<quint32>(rate)
+        << static_cast<quint32>(rate * 3) << quint16{3} << quint16{24};
     out.writeRawData("data", 4);
     out << bytes;
     return header;
 }
 
-inline QByteArray wavFile(const Samples& samples) {
-    QByteArray file = wavHeader(samples.size());
+inline QByteArray wavFile(const Samples& samples, int rate = kRate) {
+    QByteArray file = wavHeader(samples.size(), rate);
     for (const qint32 sample : samples)
         file.append(reinterpret_cast<const char*>(&sample), 3);
     return samples.size() % 2 ? file.append('\0') : file;
 }
 
 // The samples of a file that the program wrote.
-inline Samples samplesOf(const QString& path) {
+inline Samples samplesOf(const QString& path, int rate = kRate) {
     const QByteArray all = contentOf(path);
     if (all.isEmpty()) return {};
     Samples samples(static_cast<std::size_t>(std::max<qsizetype>(all.size() - 44, 0) / 3));
     for (std::size_t i = 0; i < samples.size(); ++i)
         samples[i] = qFromLittleEndian<qint32>(all.constData() + 43 + 3 * i) >> 8;
     EXPECT_EQ(all.size() % 2, 0) << qPrintable(path);
-    EXPECT_EQ(all.left(44), wavHeader(samples.size())) << qPrintable(path);
+    EXPECT_EQ(all.left(44), wavHeader(samples.size(), rate)) << qPrintable(path);
     return samples;
 }
 
