@@ -36,8 +36,8 @@ class SoundEditor : public QObject {
     virtual void EnableUndo(qint32 mode) = 0;        // 1: keep an undo history
     // 100, for those who give sounds a head and a tail of so many ms: SilencePositionsDetect tells
     // the audible range instead of silences, silence inserted at the end makes the duration a whole
-    // number of ms, and where ms fall between frames silences come out shorter: so that edited heads
-    // and tails are within a ms of what was asked.
+    // number of ms, and where ms fall between frames silences come out shorter: so that edited
+    // heads and tails are within a ms of what was asked.
     virtual void SetEditorOption(qint16 option) = 0;
     virtual void SetLoadMode(qint32 mode) = 0;  // 0, before each LoadSound
 
