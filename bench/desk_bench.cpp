@@ -87,6 +87,7 @@ void menuToList(benchmark::State& state) {
                                  .boxes = desk.boxes,
                                  .cmdlg = cmdlg,
                                  .batchDialog = cmdlg,
+                                 .renameDialog = cmdlg,
                                  .files = files,
                                  .opener = opener,
                                  .clock = desk.clock,

@@ -21,8 +21,9 @@ struct Services {
     runtime::ProcessState& state;
     settings::SettingsDatabase& database;
     platform::Boxes& boxes;
-    platform::OpenDialog& cmdlg;        // the main window's
-    platform::OpenDialog& batchDialog;  // the Batch Processor's
+    platform::OpenDialog& cmdlg;         // the main window's
+    platform::OpenDialog& batchDialog;   // the Batch Processor's
+    platform::OpenDialog& renameDialog;  // the Rename Wizard's
     platform::FileSystem& files;
     platform::Opener& opener;
     platform::Clock& clock;

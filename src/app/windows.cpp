@@ -9,6 +9,7 @@
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
 #include "forms/frm_rename_wiz.h"
+#include "rename/rename_wizard.h"
 #include "runtime/events.h"
 
 namespace tarnwick::app {
@@ -92,7 +93,16 @@ void Windows::showBatchProcessor() {
 }
 
 void Windows::showRenameWizard() {
-    if (openInstead<forms::frmRenameWiz>([this] { showMain(); }) != nullptr) showInstead();
+    auto* form = openInstead<forms::frmRenameWiz>([this] { showMain(); });
+    if (form == nullptr) return;
+    auto* wizard = new rename::RenameWizard(*form, {.failure = services_.failure,
+                                                    .state = services_.state,
+                                                    .boxes = services_.boxes,
+                                                    .cmdlg = services_.renameDialog,
+                                                    .files = services_.files,
+                                                    .openWorkbook = documents::Workbook::open});
+    wizard->Form_Load();
+    showInstead();
 }
 
 // The main window comes back when this one is closed by its button or by its close box; not when it

@@ -1,10 +1,12 @@
 #include "documents/foreign_file.h"
 
 #include <QFile>
-#include <QFileInfo>
+#include <cstdio>
+#include <filesystem>
 
 #include "documents/office_converter.h"
 #include "runtime/fault.h"
+#include "runtime/file_names.h"
 
 namespace tarnwick::documents {
 
@@ -27,11 +29,15 @@ void failWith(PackageError::Reason reason, const FileKind& kind, const QString& 
 }
 
 QByteArray readForeignFile(const QString& path, const FileKind& kind) {
-    QFile file(path);
-    const QString name = QFileInfo(path).fileName();
-    if (!QFileInfo::exists(path)) runtime::fileNotFound();
-    if (!QFileInfo(path).isFile()) failWith(PackageError::kNotAPackage, kind, name);
-    if (!file.open(QIODevice::ReadOnly)) runtime::permissionDenied();
+    const std::filesystem::path place = runtime::pathOf(path);
+    const QString name = runtime::textOfFileName(place.filename().native());
+    std::error_code ignored;
+    if (!exists(place, ignored)) runtime::fileNotFound();
+    if (!is_regular_file(place, ignored)) failWith(PackageError::kNotAPackage, kind, name);
+    QFile file;
+    std::FILE* const open = std::fopen(place.c_str(), "rb");
+    if (open == nullptr || !file.open(open, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        runtime::permissionDenied();
     if (file.size() > kLargestFile) failWith(PackageError::kTooLarge, kind, name);
     return file.read(kLargestFile);
 }

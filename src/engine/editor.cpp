@@ -1,7 +1,7 @@
 #include "engine/editor.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include <unistd.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <utility>
@@ -10,6 +10,7 @@
 #include "engine/failure_codes.h"
 #include "engine/output_format.h"
 #include "engine/time_text.h"
+#include "runtime/file_names.h"
 #include "sound/source.h"
 
 namespace tarnwick::engine {
@@ -80,9 +81,10 @@ void Editor::dropSound() {
 qint32 Editor::LoadSound(const QString& path) {
     dropSound();
     // A pipe or a device would let the opening wait for ever.
-    if (!QFileInfo(path).isFile() || !QFile(path).open(QIODevice::ReadOnly))
+    const std::filesystem::path file = runtime::pathOf(path);
+    std::error_code ignored;
+    if (!is_regular_file(file, ignored) || ::access(file.c_str(), R_OK) != 0)
         return refuse(kFileNotFound);
-    const std::filesystem::path file(QFile::encodeName(path).toStdString());
     const ErrorCode known = attempt([&] { sound::Source::probe(file); });
     if (known != kOk) return refuse(known);
     startLoading([file](const sound::Progress& progress) {

@@ -2,13 +2,13 @@
 
 #include <sys/stat.h>
 
-#include <QFile>
 #include <filesystem>
 #include <string>
 #include <system_error>
 #include <utility>
 
 #include "engine/failure_codes.h"
+#include "runtime/file_names.h"
 
 namespace tarnwick::engine {
 
@@ -35,7 +35,7 @@ std::string keyOf(std::filesystem::path target) {
         stat(folder.c_str(), &state) == 0
             ? std::to_string(state.st_dev) + ' ' + std::to_string(state.st_ino)
             : folder.string();
-    const QString name = QFile::decodeName(target.filename().c_str());
+    const QString name = runtime::textOfFileName(target.filename().native());
     return place + '/' + name.normalized(QString::NormalizationForm_C).toCaseFolded().toStdString();
 }
 
@@ -49,7 +49,7 @@ Exports::~Exports() { ending_.request_stop(); }
 void Exports::add(const sound::Timeline& timeline, qint64 first, qint64 end,
                   const sound::OutputFormat& output, const QString& path) {
     ++pending_;
-    const std::filesystem::path target(QFile::encodeName(path).toStdString());
+    const std::filesystem::path target = runtime::pathOf(path);
     const auto write = [this, timeline, first, end, output, target, call = calls_++,
                         generation = events_.generation(), stop = ending_.get_token()] {
         const ErrorCode code = attempt([&] {

@@ -13,14 +13,6 @@ constexpr double kFolderLeft = 240, kFolderWidth = 2460;
 constexpr double kLeft = 10560, kRight = 13500, kRuleWidth = kRight - kLeft;
 constexpr double kHalf = 1410;  // width of one of two controls side by side
 
-QListWidget* sortedList(QWidget* parent, const QString& name, const Place& place,
-                        const QString& caption) {
-    QListWidget* list = makeList(parent, name, place, caption);
-    list->setSortingEnabled(true);
-    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    return list;
-}
-
 QPushButton* rule(QWidget* parent, const QString& name, double top) {
     auto* line = new QPushButton(parent);
     line->setObjectName(name);
@@ -97,6 +89,7 @@ void frmRenameWiz::makeFolder() {
     Drivelb->setEditable(false);
     Directorylb =
         makeList(this, u"Directorylb"_s, {kFolderLeft, 1185, kFolderWidth, 4920}, u"Folder"_s);
+    drawAsFileNames(*Directorylb);
     Label1 = makeLabel(this, u"Label1"_s,
                        u"File Extension Filter - Multiple useable separated by semicolon, no "
                        u"space: *.txt;*.doc;*.rtf"_s,
@@ -105,7 +98,7 @@ void frmRenameWiz::makeFolder() {
     txbFileExtFilter = makeText(this, u"txbFileExtFilter"_s, u"*.*"_s,
                                 {kFolderLeft, 7260, kFolderWidth, kLineHeight}, Label1->text());
     chRecurse = makeCheck(this, u"chRecurse"_s, u"Recurse Files"_s, {kFolderLeft, 7710});
-    Filelb = makeList(this, u"Filelb"_s, {kFolderLeft, 12000, kFolderWidth, 1500}, u"Files"_s);
+    Filelb = makeNameList(this, u"Filelb"_s, {kFolderLeft, 12000, kFolderWidth, 1500}, u"Files"_s);
     Filelb->setFocusPolicy(Qt::NoFocus);
 }
 
@@ -114,8 +107,8 @@ void frmRenameWiz::makeLists() {
                        u"Select file(s) in either list using Click, Shift-Click, or "
                        u"Control-Click, then Add or Remove."_s,
                        {2880, 255, 7455, kLineHeight});
-    lbxAvailableFiles = sortedList(this, u"lbxAvailableFiles"_s, kSideBySide.lbxAvailableFiles,
-                                   u"Available Files"_s);
+    lbxAvailableFiles = makeNameList(this, u"lbxAvailableFiles"_s, kSideBySide.lbxAvailableFiles,
+                                     u"Available Files"_s);
     const auto between = [this](const QString& name, const QString& caption) {
         return makeButton(this, name, caption, {0, 0, 1035, 540});
     };
@@ -124,8 +117,8 @@ void frmRenameWiz::makeLists() {
     cbRemove = between(u"cbRemove"_s, u"Remove <<<"_s);
     cbRemoveAll = between(u"cbRemoveAll"_s, u"Remove All <<<<<<"_s);
     cbFlip = between(u"cbFlip"_s, u"  Flip Horizontal"_s);
-    lbxSelectedFiles =
-        sortedList(this, u"lbxSelectedFiles"_s, kSideBySide.lbxSelectedFiles, u"Selected Files"_s);
+    lbxSelectedFiles = makeNameList(this, u"lbxSelectedFiles"_s, kSideBySide.lbxSelectedFiles,
+                                    u"Selected Files"_s);
     arrange(kSideBySide);
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "forms/design.h"
+#include "forms/name_list.h"
 
 namespace tarnwick::forms {
 
@@ -31,12 +32,12 @@ class frmRenameWiz : public QWidget {
     QLabel* Label1;
     QLineEdit* txbFileExtFilter;
     QCheckBox* chRecurse;
-    QListWidget* Filelb;  // out of sight
+    NameList* Filelb;  // out of sight
 
     // The two lists.
     QLabel* Label2;
-    QListWidget* lbxAvailableFiles;
-    QListWidget* lbxSelectedFiles;
+    NameList* lbxAvailableFiles;
+    NameList* lbxSelectedFiles;
     QPushButton* cbAdd;
     QPushButton* cbAddAll;
     QPushButton* cbRemove;

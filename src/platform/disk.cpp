@@ -1,14 +1,19 @@
 #include "platform/disk.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <QDir>
-#include <QFile>
-#include <QRegularExpression>
+#include <QStorageInfo>
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/durable_copy.h"
+#include "platform/wildcards.h"
 #include "runtime/fault.h"
+#include "runtime/file_names.h"
 
 namespace tarnwick::platform {
 
@@ -16,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path native(const QString& path) { return fs::path(QFile::encodeName(path).toStdString()); }
+using runtime::pathOf;
 
 // The classic words for a failure of the file system.
 [[noreturn]] void throwFault(const std::error_code& error) {
@@ -39,13 +44,27 @@ fs::path native(const QString& path) { return fs::path(QFile::encodeName(path).t
     }
 }
 
-// Only * and ? are wild; a bracket is a bracket.
-QRegularExpression matching(QStringView wildcard) {
-    QString text = QRegularExpression::escape(wildcard);
-    text.replace(u"\\*"_qs, u".*"_qs).replace(u"\\?"_qs, u"."_qs);
-    return QRegularExpression(
-        QRegularExpression::anchoredPattern(text),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+// The bare names of what is in `folder` and wanted, as every list has them.
+template <class Wanted>
+QStringList namesIn(const QString& folder, Wanted wanted) {
+    QStringList names;
+    std::error_code error;
+    for (fs::directory_iterator entry(pathOf(folder), error);
+         !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const QString name = runtime::textOfFileName(entry->path().filename().native());
+        if (wanted(*entry, name)) names << name;
+    }
+    std::sort(names.begin(), names.end(), runtime::nameLess);
+    return names;
+}
+
+// Where a system mounts what is no place for files.
+bool isPlaceForFiles(const QString& mountPoint) {
+    if (mountPoint.startsWith(u"/run/media/")) return true;
+    constexpr QStringView kInnards[] = {u"/dev", u"/proc", u"/sys", u"/run", u"/boot", u"/snap"};
+    return std::none_of(std::begin(kInnards), std::end(kInnards), [&](QStringView place) {
+        return mountPoint == place || mountPoint.startsWith(place.toString() + u'/');
+    });
 }
 
 void requireFolderOf(const fs::path& path) {
@@ -61,46 +80,72 @@ QString pathIn(const QString& folder, const QString& name) {
 
 bool Disk::FolderExists(const QString& path) const {
     std::error_code ignored;
-    return fs::is_directory(native(path), ignored);
+    return fs::is_directory(pathOf(path), ignored);
 }
 
 bool Disk::FileExists(const QString& path) const {
     std::error_code ignored;
-    return fs::exists(native(path), ignored) && !fs::is_directory(native(path), ignored);
+    return fs::exists(pathOf(path), ignored) && !fs::is_directory(pathOf(path), ignored);
 }
 
-QStringList Disk::list(const QString& folder, const QString& pattern) const {
-    const bool bare = pattern.endsWith(u'.');
-    const QRegularExpression wanted = matching(QStringView(pattern).chopped(bare ? 1 : 0));
-    QStringList names;
-    for (const QString& name : QDir(folder).entryList(QDir::Files, QDir::NoSort))
-        if (wanted.match(name).hasMatch() && !(bare && name.contains(u'.'))) names << name;
-    std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
-        const int order = a.compare(b, Qt::CaseInsensitive);
-        return order != 0 ? order < 0 : a < b;
+QStringList Disk::list(const QString& folder, const QStringList& patterns) const {
+    const Wildcards wildcards(patterns);
+    return namesIn(folder, [&](const fs::directory_entry& entry, const QString& name) {
+        std::error_code ignored;
+        return wildcards.match(name) && entry.is_regular_file(ignored);
     });
-    return names;
+}
+
+QStringList Disk::listFolders(const QString& folder) const {
+    return namesIn(folder, [](const fs::directory_entry& entry, const QString& name) {
+        std::error_code ignored;
+        return !name.startsWith(u'.') && entry.is_directory(ignored);
+    });
+}
+
+QStringList Disk::drives() const {
+    QStringList paths;
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
+        if (isPlaceForFiles(volume.rootPath()) && FolderExists(volume.rootPath()))
+            paths << volume.rootPath();
+    paths << QDir::rootPath();
+    std::sort(paths.begin(), paths.end(), runtime::nameLess);
+    paths.removeDuplicates();
+    return paths;
 }
 
 void Disk::createFolder(const QString& path) {
     std::error_code error;
-    if (!fs::create_directory(native(path), error))
+    if (!fs::create_directory(pathOf(path), error))
         error ? throwFault(error) : throw runtime::Fault(u"Path/File access error"_qs);
 }
 
 void Disk::CopyFile(const QString& source, const QString& destination) {
-    requireFolderOf(native(destination));
-    if (const std::error_code error = copyDurably(native(source), native(destination)))
+    requireFolderOf(pathOf(destination));
+    if (const std::error_code error = copyDurably(pathOf(source), pathOf(destination)))
         throwFault(error);
 }
 
 void Disk::MoveFile(const QString& source, const QString& destination) {
-    const fs::path from = native(source);
-    fs::path to = native(destination);
+    const fs::path from = pathOf(source);
+    fs::path to = pathOf(destination);
     if (!to.has_filename()) to /= from.filename();  // ends with a separator
     if (!FileExists(source)) runtime::fileNotFound();
     requireFolderOf(to);
     if (const std::error_code error = moveWithoutOverwriting(from, to)) throwFault(error);
+}
+
+QDateTime Disk::DateLastModified(const QString& path) const {
+    struct stat state {};
+    if (::stat(pathOf(path).c_str(), &state) != 0 || S_ISDIR(state.st_mode))
+        runtime::fileNotFound();
+    return QDateTime::fromSecsSinceEpoch(state.st_mtim.tv_sec);
+}
+
+bool Disk::setDateLastModified(const QString& path, const QDateTime& time) {
+    const timespec times[] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT},
+                              {.tv_sec = time.toSecsSinceEpoch(), .tv_nsec = 0}};
+    return ::utimensat(AT_FDCWD, pathOf(path).c_str(), times, 0) == 0;
 }
 
 }  // namespace tarnwick::platform

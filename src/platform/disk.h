@@ -9,10 +9,15 @@ class Disk : public FileSystem {
   public:
     bool FolderExists(const QString& path) const override;
     bool FileExists(const QString& path) const override;
-    QStringList list(const QString& folder, const QString& pattern) const override;
+    using FileSystem::list;
+    QStringList list(const QString& folder, const QStringList& patterns) const override;
+    QStringList listFolders(const QString& folder) const override;
+    QStringList drives() const override;
     void createFolder(const QString& path) override;
     void CopyFile(const QString& source, const QString& destination) override;
     void MoveFile(const QString& source, const QString& destination) override;
+    QDateTime DateLastModified(const QString& path) const override;
+    bool setDateLastModified(const QString& path, const QDateTime& time) override;
 };
 
 }  // namespace tarnwick::platform

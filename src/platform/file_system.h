@@ -1,11 +1,13 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
 namespace tarnwick::platform {
 
-// Files and folders. Failures are Faults with the classic words ("File not found", "Path not
+// Files and folders. A name that is no text is given out so that it leads back to its file
+// (runtime/file_names.h). Failures are Faults with the classic words ("File not found", "Path not
 // found", "Permission denied", "File already exists", "Disk full", "Path/File access error").
 class FileSystem {
   public:
@@ -14,10 +16,20 @@ class FileSystem {
     virtual bool FolderExists(const QString& path) const = 0;
     virtual bool FileExists(const QString& path) const = 0;
 
-    // Bare names of the files in `folder` that match the wildcard `pattern` ("*.wav"), in either
-    // case, sorted without regard to case. A pattern that ends with a dot ("*.") wants names that
-    // have no extension. A folder that cannot be read lists nothing.
-    virtual QStringList list(const QString& folder, const QString& pattern) const = 0;
+    // Bare names of the files in `folder` that match one of the wildcard `patterns` ("*.wav"), in
+    // either case, sorted without regard to case. As is customary, "take.*" takes a name without
+    // an extension, too, and "*." only such names; hidden files (".name") only show to a pattern
+    // that begins with a dot itself. A folder that cannot be read lists nothing.
+    virtual QStringList list(const QString& folder, const QStringList& patterns) const = 0;
+    QStringList list(const QString& folder, const QString& pattern) const {
+        return list(folder, QStringList{pattern});
+    }
+
+    // Bare names of the folders in `folder`, without the hidden ones, sorted in the same way.
+    virtual QStringList listFolders(const QString& folder) const = 0;
+
+    // Full paths of the root and of the volumes that are mounted below it, the root first.
+    virtual QStringList drives() const = 0;
 
     virtual void createFolder(const QString& path) = 0;
 
@@ -28,6 +40,13 @@ class FileSystem {
     // Moves a file. A destination that ends with a separator is a folder to move into. Never
     // overwrites.
     virtual void MoveFile(const QString& source, const QString& destination) = 0;
+
+    // When the file was last written, in local time, to the second (rounded down). "File not found"
+    // where there is no such file.
+    virtual QDateTime DateLastModified(const QString& path) const = 0;
+
+    // Sets that time and no other. False where that cannot be done.
+    virtual bool setDateLastModified(const QString& path, const QDateTime& time) = 0;
 };
 
 // `name` in `folder`, joined by the platform's separator.

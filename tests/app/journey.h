@@ -17,6 +17,7 @@ struct Journey : ::testing::Test {
     FailureDesk desk;  // the program folder
     ScriptedDialog cmdlg;
     ScriptedDialog batchDialog;
+    ScriptedDialog renameDialog;
     ScriptedOpener opener;
     platform::Disk files;
     runtime::ProcessState state;
@@ -29,6 +30,7 @@ struct Journey : ::testing::Test {
                            .boxes = desk.boxes,
                            .cmdlg = cmdlg,
                            .batchDialog = batchDialog,
+                           .renameDialog = renameDialog,
                            .files = files,
                            .opener = opener,
                            .clock = desk.clock,

@@ -207,6 +207,7 @@ class Studio {
                             .boxes = desk_.boxes,
                             .cmdlg = cmdlg_,
                             .batchDialog = cmdlg_,
+                            .renameDialog = cmdlg_,
                             .files = files_,
                             .opener = opener_,
                             .clock = desk_.clock,

@@ -62,6 +62,7 @@ int main(int argc, char** argv) {
     platform::DesktopBoxes boxes;
     platform::DesktopOpenDialog cmdlg;
     platform::DesktopOpenDialog batchDialog;
+    platform::DesktopOpenDialog renameDialog;
     platform::Disk files;
     platform::DesktopOpener opener;
     platform::SystemClock clock;
@@ -83,6 +84,7 @@ int main(int argc, char** argv) {
                                  .boxes = boxes,
                                  .cmdlg = cmdlg,
                                  .batchDialog = batchDialog,
+                                 .renameDialog = renameDialog,
                                  .files = files,
                                  .opener = opener,
                                  .clock = clock,

@@ -1,0 +1,126 @@
+#include "forms/name_list.h"
+
+#include <QHelpEvent>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+#include <algorithm>
+
+#include "runtime/file_names.h"
+
+namespace tarnwick::forms {
+
+namespace {
+
+constexpr int kIndent = 10;  // pixels for a level
+
+class FileNameDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale&) const override {
+        return runtime::readableFileName(value.toString());
+    }
+
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override {
+        if (event->type() != QEvent::ToolTip || !index.isValid())
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const bool fits = sizeHint(option, index).width() <= option.rect.width();
+        const QString name = displayText(index.data(), {});
+        QToolTip::showText(event->globalPos(),
+                           fits ? QString() : u"<qt>"_qs + name.toHtmlEscaped() + u"</qt>"_qs,
+                           view);
+        return true;
+    }
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->rect.adjust(index.data(kLevelRole).toInt() * kIndent, 0, 0, 0);
+        option->textElideMode = Qt::ElideMiddle;
+    }
+};
+
+}  // namespace
+
+void drawAsFileNames(QListView& list) {
+    list.setItemDelegate(new FileNameDelegate(&list));
+    list.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    list.setUniformItemSizes(true);
+}
+
+NameList::NameList(QWidget* parent) : QListView(parent) {
+    setModel(&model_);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    drawAsFileNames(*this);
+}
+
+void NameList::setNames(const QStringList& names) {
+    QStringList sorted = names;
+    if (!std::is_sorted(sorted.begin(), sorted.end(), runtime::nameLess))
+        std::sort(sorted.begin(), sorted.end(), runtime::nameLess);
+    model_.setStringList(sorted);
+}
+
+void NameList::add(const QStringList& names) {
+    const QStringList before = highlighted();
+    const int scrolled = verticalScrollBar()->value();
+    setNames(this->names() + names);
+    highlight(before);
+    doItemsLayout();  // now, so that there is something to scroll
+    verticalScrollBar()->setValue(scrolled);
+}
+
+QStringList NameList::highlighted() const {
+    QStringList names;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        names << index.data().toString();
+    std::sort(names.begin(), names.end(), runtime::nameLess);
+    return names;
+}
+
+void NameList::highlight(const QStringList& sortedNames) {
+    QItemSelection selection;
+    auto next = sortedNames.begin();
+    const QStringList all = names();
+    for (int row = 0; row < all.size() && next != sortedNames.end(); ++row)
+        if (all[row] == *next) {
+            const bool goesOn = !selection.isEmpty() && selection.last().bottom() == row - 1;
+            const int top = goesOn ? selection.takeLast().top() : row;
+            selection.select(model_.index(top), model_.index(row));
+            ++next;
+        }
+    selectionModel()->select(selection, QItemSelectionModel::Select);
+}
+
+QStringList NameList::takeHighlighted() {
+    const int scrolled = verticalScrollBar()->value();
+    const QStringList taken = highlighted();
+    QStringList left;
+    const QStringList all = names();
+    std::set_difference(all.begin(), all.end(), taken.begin(), taken.end(),
+                        std::back_inserter(left), runtime::nameLess);
+    setNames(left);
+    doItemsLayout();
+    verticalScrollBar()->setValue(scrolled);
+    return taken;
+}
+
+QStringList NameList::takeAll() {
+    const QStringList taken = names();
+    clear();
+    return taken;
+}
+
+NameList* makeNameList(QWidget* parent, const QString& name, const Place& place,
+                       const QString& caption) {
+    auto* list = new NameList(parent);
+    list->setObjectName(name);
+    list->setAccessibleName(announced(caption));
+    put(list, place);
+    return list;
+}
+
+}  // namespace tarnwick::forms

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QListView>
+#include <QStringListModel>
+
+#include "forms/design.h"
+
+namespace tarnwick::forms {
+
+// A list of file names, always in alphabetical order, of which any number can be highlighted. The
+// entries are the names as they are; what is drawn of them can be read (runtime/file_names.h).
+// Long lists are set at once: twenty thousand names take no longer than a key press. UI thread.
+class NameList : public QListView {
+  public:
+    explicit NameList(QWidget* parent);
+
+    QStringList names() const { return model_.stringList(); }
+    int count() const { return model_.rowCount(); }
+
+    // Replaces all entries; nothing is highlighted.
+    void setNames(const QStringList& names);
+    void clear() { setNames({}); }
+    // Further entries at their places. What is highlighted stays so, and the list does not scroll.
+    void add(const QStringList& names);
+
+    // Takes entries out and returns them.
+    QStringList takeHighlighted();
+    QStringList takeAll();
+
+  private:
+    QStringList highlighted() const;
+    void highlight(const QStringList& sortedNames);
+
+    QStringListModel model_;
+};
+
+NameList* makeNameList(QWidget* parent, const QString& name, const Place& place,
+                       const QString& caption);
+
+// Draws the entries of a list as readable file names. One that is too long for its line ends in
+// dots, and all of it stands in a tool tip. An entry's kLevelRole, if any, indents it.
+inline constexpr int kLevelRole = Qt::UserRole;
+void drawAsFileNames(QListView& list);
+
+}  // namespace tarnwick::forms

@@ -1,0 +1,98 @@
+#include "rename/folder_lists.h"
+
+#include <QDir>
+
+#include "forms/frm_rename_wiz.h"
+#include "runtime/events.h"
+
+namespace tarnwick::rename {
+
+namespace {
+
+constexpr int kPathRole = forms::kLevelRole + 1;
+
+// The wildcards of "*.txt;*.doc". Nothing typed filters nothing.
+QStringList patternsOf(const QString& filter) {
+    const QStringList patterns = filter.split(u';', Qt::SkipEmptyParts);
+    return patterns.isEmpty() ? QStringList(u"*"_qs) : patterns;
+}
+
+QString pathBelow(const QString& folder, const QString& name) {
+    return folder.endsWith(QDir::separator()) ? folder + name : platform::pathIn(folder, name);
+}
+
+}  // namespace
+
+FolderLists::FolderLists(forms::frmRenameWiz& form, WorkingTable& table, const Services& services)
+    : form_(form), table_(table), services_(services) {
+    const runtime::FailurePath& failure = services_.failure;
+    runtime::onEvent(failure, form_.Drivelb, &QComboBox::currentTextChanged, this,
+                     [this] { Drivelb_Change(); });
+    runtime::onEvent(failure, form_.Directorylb, &QListWidget::activated, this,
+                     [this](const QModelIndex& index) { enter(index.row()); });
+    runtime::onEvent(failure, form_.txbFileExtFilter, &QLineEdit::textChanged, this,
+                     [this] { Directorylb_Change(); });
+}
+
+void FolderLists::open() { form_.Drivelb->addItems(services_.files.drives()); }
+
+void FolderLists::Drivelb_Change() {
+    const QString drive = form_.Drivelb->currentText();
+    if (!services_.files.FolderExists(drive)) throw runtime::Fault(u"Device unavailable"_qs);
+    setFolder(drive);
+}
+
+// Into the folder of a row, unless it went away since it was listed.
+void FolderLists::enter(int row) {
+    const QString path = form_.Directorylb->item(row)->data(kPathRole).toString();
+    if (services_.files.FolderExists(path))
+        setFolder(path);
+    else
+        showFolders();
+}
+
+void FolderLists::setFolder(const QString& path) {
+    const bool changed = path != folder_;
+    folder_ = path;
+    showFolders();
+    if (changed) Directorylb_Change();
+}
+
+// The chain of folders from the drive down to the chosen one, then the folders in that.
+void FolderLists::showFolders() {
+    const QString drive = form_.Drivelb->currentText();
+    form_.Directorylb->clear();
+    addFolder(drive, drive, 0);
+    int level = 0;
+    QString path = drive;
+    for (const QString& name :
+         folder_.mid(drive.size()).split(QDir::separator(), Qt::SkipEmptyParts)) {
+        path = pathBelow(path, name);
+        addFolder(name, path, ++level);
+    }
+    form_.Directorylb->setCurrentRow(level);
+    for (const QString& name : services_.files.listFolders(folder_))
+        addFolder(name, pathBelow(folder_, name), level + 1);
+    form_.Directorylb->scrollToItem(form_.Directorylb->currentItem());
+}
+
+void FolderLists::addFolder(const QString& name, const QString& path, int level) {
+    const bool isOpen = folder_.startsWith(path);
+    const QStyle::StandardPixmap icon = level == 0 ? QStyle::SP_DriveHDIcon
+                                        : isOpen   ? QStyle::SP_DirOpenIcon
+                                                   : QStyle::SP_DirClosedIcon;
+    auto* item = new QListWidgetItem(form_.style()->standardIcon(icon), name, form_.Directorylb);
+    item->setData(forms::kLevelRole, level);
+    item->setData(kPathRole, path);
+}
+
+void FolderLists::Directorylb_Change() {
+    form_.lbxSelectedFiles->clear();
+    form_.lbxAvailableFiles->clear();
+    form_.Filelb->setNames(
+        services_.files.list(folder_, patternsOf(form_.txbFileExtFilter->text())));
+    table_.vsFolder = folder_ + QDir::separator();
+    form_.lbxAvailableFiles->setNames(form_.Filelb->names());
+}
+
+}  // namespace tarnwick::rename

@@ -1,0 +1,77 @@
+#include "rename/re_dating.h"
+
+#include "forms/frm_rename_wiz.h"
+#include "rename/file_dates.h"
+#include "runtime/events.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::rename {
+
+ReDating::ReDating(forms::frmRenameWiz& form, WorkingTable& table, const Services& services)
+    : form_(form), table_(table), services_(services) {
+    const runtime::FailurePath& failure = services_.failure;
+    runtime::onEvent(failure, form_.cbReDatePreview, &QPushButton::clicked, this,
+                     [this] { cbReDatePreview_Click(); });
+    runtime::onEvent(failure, form_.cbReDateCancel, &QPushButton::clicked, this,
+                     [this] { cbReDateCancel_Click(); });
+    runtime::onEvent(failure, form_.cbReDate, &QPushButton::clicked, this,
+                     [this] { cbReDate_Click(); });
+}
+
+void ReDating::showPreviewing(bool previewing) {
+    form_.cbReDatePreview->setVisible(!previewing);
+    form_.cbReDateCancel->setVisible(previewing);
+    form_.cbReDate->setVisible(previewing);
+}
+
+void ReDating::emptyFields() {
+    form_.txbNewDate->clear();
+    form_.txbDateModified->clear();
+}
+
+// Shows what becomes of the first file only.
+void ReDating::cbReDatePreview_Click() {
+    const QString hours = form_.txbDateModified->text();
+    if (form_.lbxSelectedFiles->count() == 0) return services_.boxes.plain(u"No file selected."_qs);
+    if (runtime::val(hours) == 0.0) {
+        services_.boxes.plain(u"No Hours indicated."_qs);
+        form_.txbDateModified->clear();
+        return;
+    }
+    const QString path = table_.vsFolder + form_.lbxSelectedFiles->names().front();
+    const QDateTime date =
+        shifted(services_.files.DateLastModified(path), runtime::strictDouble(hours));
+    form_.txbNewDate->setText(date.toString(u"MM/dd/yyyy  hh:mm:ss"));
+    showPreviewing(true);
+}
+
+void ReDating::cbReDateCancel_Click() {
+    showPreviewing(false);
+    emptyFields();
+}
+
+void ReDating::cbReDate_Click() {
+    if (form_.lbxSelectedFiles->count() == 0) {
+        showPreviewing(false);
+        return services_.boxes.plain(u"No file selected."_qs);
+    }
+    takeSelection();
+    for (const model::RenameRecord& record : table_.used()) {
+        const QString path = table_.vsFolder + record.Original;
+        const QDateTime date = shifted(services_.files.DateLastModified(path),
+                                       runtime::val(form_.txbDateModified->text()));
+        SetFileDateTime(services_.files, path, textOfDate(date));
+    }
+    showPreviewing(false);
+    emptyFields();
+}
+
+// Records beyond the end of the list stay without a name, and stop the run.
+void ReDating::takeSelection() {
+    const QStringList names = form_.lbxSelectedFiles->names();
+    qsizetype viIndex = 0;
+    for (model::RenameRecord& record : table_.used())
+        record = {names.value(viIndex++), QString()};
+}
+
+}  // namespace tarnwick::rename

@@ -1,0 +1,91 @@
+#include "rename/rename_per_list.h"
+
+#include <QDir>
+
+#include "forms/frm_rename_wiz.h"
+#include "rename/bare_name.h"
+#include "rename/file_selection.h"
+#include "runtime/arithmetic.h"
+#include "runtime/events.h"
+
+namespace tarnwick::rename {
+
+namespace {
+
+const QString kOriginals = u"Original_Files"_qs;
+
+}  // namespace
+
+RenamePerList::RenamePerList(forms::frmRenameWiz& form, WorkingTable& table,
+                             FileSelection& selection, const Services& services)
+    : form_(form), table_(table), selection_(selection), services_(services) {
+    runtime::onEvent(services_.failure, form_.cbRenamePerList, &QPushButton::clicked, this,
+                     [this] { cbRenamePerList_Click(); });
+}
+
+// From the dialog on, any failure ends the command without a word.
+void RenamePerList::cbRenamePerList_Click() {
+    selection_.cbRemoveAll_Click();
+    try {
+        renameAsListed();
+    } catch (const std::exception&) {
+    }
+}
+
+void RenamePerList::renameAsListed() {
+    services_.cmdlg.setFilter(u"Excel Files (*.xls; *.xlsx)|*.xls; *.xlsx|"_qs);
+    const auto choice = services_.cmdlg.ShowOpen();
+    if (!choice) return;
+    const documents::Workbook book = services_.openWorkbook(choice->FileName);
+    const documents::Sheet& sheet = book.sheet(1);
+    QString& folder = services_.state.vsProjectFolder;
+    folder = choice->FileName.left(choice->FileName.lastIndexOf(QDir::separator()));
+    if (services_.files.FolderExists(platform::pathIn(folder, kOriginals))) {
+        services_.boxes.plain(
+            u"The Project folder cannot contain an 'Original_Files' folder. Rename or move outside "
+            u"of the Project folder before proceeding."_qs);
+        return;
+    }
+    const auto records = readList(sheet);
+    services_.files.createFolder(platform::pathIn(folder, kOriginals));
+    moveOriginals(records);
+    copyUnderNewNames(records);
+    services_.boxes.plain(u"Renaming completed."_qs);
+}
+
+std::span<model::RenameRecord> RenamePerList::readList(const documents::Sheet& sheet) {
+    std::size_t count = 0;
+    for (qint32 row = 1; !sheet.text(row, 1).isEmpty(); ++row)
+        runtime::element(table_.vaFileNames, qint64(count++)) = {sheet.text(row, 1),
+                                                                 sheet.text(row, 2)};
+    return std::span(table_.vaFileNames).first(count);
+}
+
+// All of them before the first copy, so that a new name may be an old one.
+void RenamePerList::moveOriginals(std::span<const model::RenameRecord> records) {
+    const QString& folder = services_.state.vsProjectFolder;
+    for (const model::RenameRecord& record : records) {
+        requireBareName(record.Original);
+        services_.files.MoveFile(platform::pathIn(folder, record.Original),
+                                 platform::pathIn(folder, kOriginals) + QDir::separator());
+    }
+}
+
+void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> records) {
+    const QString& folder = services_.state.vsProjectFolder;
+    const QString originals = platform::pathIn(folder, kOriginals);
+    QSet<QString> written;
+    for (const model::RenameRecord& record : records) {
+        requireBareName(record.Renamed);
+        const QString target = platform::pathIn(folder, record.Renamed);
+        // What lies there and is not on the list joins the originals.
+        if (!written.contains(target) && services_.files.FileExists(target))
+            services_.files.MoveFile(target, originals + QDir::separator());
+        services_.files.CopyFile(platform::pathIn(originals, record.Original), target);
+        written.insert(target);
+        form_.lbxSelectedFiles->add({record.Renamed});
+        form_.repaint();
+    }
+}
+
+}  // namespace tarnwick::rename

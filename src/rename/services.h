@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+
+#include "documents/workbook.h"
+#include "platform/boxes.h"
+#include "platform/file_system.h"
+#include "platform/open_dialog.h"
+#include "runtime/failure_path.h"
+#include "runtime/process_state.h"
+
+namespace tarnwick::rename {
+
+// What the Rename Wizard's subjects can be given. All of it outlives the window's behaviour. None
+// of it knows of sounds or settings: the wizard renames files of any kind.
+struct Services {
+    const runtime::FailurePath& failure;
+    runtime::ProcessState& state;
+    platform::Boxes& boxes;
+    platform::OpenDialog& cmdlg;
+    platform::FileSystem& files;
+    std::function<documents::Workbook(const QString& path)> openWorkbook;
+};
+
+}  // namespace tarnwick::rename
