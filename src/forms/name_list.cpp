@@ -13,6 +13,7 @@ namespace tarnwick::forms {
 namespace {
 
 constexpr int kIndent = 10;  // pixels for a level
+constexpr int kLeading = 3;  // pixels between two lines
 
 class FileNameDelegate : public QStyledItemDelegate {
   public:
@@ -20,6 +21,10 @@ class FileNameDelegate : public QStyledItemDelegate {
 
     QString displayText(const QVariant& value, const QLocale&) const override {
         return runtime::readableFileName(value.toString());
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, kLeading);
     }
 
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,

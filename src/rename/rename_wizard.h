@@ -20,6 +20,9 @@ class RenameWizard : public QObject {
     // Prepares the window before it is shown: empty fields, the files of the root.
     void Form_Load();
 
+    // Lists another folder: full path.
+    void setFolder(const QString& path) { folders_.setFolder(path); }
+
   private:
     const Services services_;
     WorkingTable table_;

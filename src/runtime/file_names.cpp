@@ -4,8 +4,7 @@ namespace tarnwick::runtime {
 
 namespace {
 
-constexpr char16_t kLoneByte = 0xDC00;         // + 0x80 to 0xFF
-constexpr char16_t kControlPictures = 0x2400;  // + 0x00 to 0x1F
+constexpr char16_t kLoneByte = 0xDC00;  // + 0x80 to 0xFF
 
 bool isLoneByte(QStringView text, qsizetype at) {
     const char16_t unit = text[at].unicode();
@@ -57,10 +56,8 @@ std::filesystem::path pathOf(QStringView text) { return {bytesOfFileName(text)};
 QString readableFileName(QString name) {
     for (qsizetype at = 0; at < name.size(); ++at) {
         const QChar::Category kind = name[at].category();
-        if (name[at].unicode() < 0x20)
-            name[at] = QChar(kControlPictures + name[at].unicode());
-        else if (kind == QChar::Other_Control || kind == QChar::Separator_Line ||
-                 kind == QChar::Separator_Paragraph || isLoneByte(name, at))
+        if (kind == QChar::Other_Control || kind == QChar::Separator_Line ||
+            kind == QChar::Separator_Paragraph || isLoneByte(name, at))
             name[at] = QChar::ReplacementCharacter;
     }
     return name;

@@ -18,8 +18,8 @@ std::string bytesOfFileName(QStringView text);
 // The same for whole paths.
 std::filesystem::path pathOf(QStringView text);
 
-// What a person can read of a name: a picture for each control character, which would break a line
-// or vanish, and a question mark in a lozenge for what is no text.
+// What a person can read of a name: U+FFFD, the question mark in a lozenge, for what is no text and
+// for control characters, which would break the line or vanish.
 QString readableFileName(QString name);
 
 // The order of every list of names: without regard to case, and exactly where that is equal.

@@ -1,11 +1,14 @@
 #include "platform/disk.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <csignal>
+#include <fstream>
 
 #include "platform/desktop_open_dialog.h"
 #include "support/fault_of.h"
@@ -41,6 +44,70 @@ TEST_F(DiskTest, ListsWithoutRegardToCase) {
         write(name, "x");
     EXPECT_EQ(disk.list(folder.path(), u"*."_qs), QStringList({u"take"_qs}));
     EXPECT_EQ(disk.list(folder.path(), u"?.w[v]"_qs), QStringList({u"b.w[v]"_qs}));
+}
+
+TEST_F(DiskTest, WildcardsTakeWhatIsCustomary) {
+    const QStringList all{u"A.TXT"_qs, u"b.doc"_qs, u"c"_qs, u"d."_qs, u"l\ni.txt"_qs, u"🎤.a.b"_qs};
+    for (const QString& name : all + QStringList{u".h.txt"_qs})
+        write(name, "x");
+    const auto found = [&](const QString& patterns) {
+        return disk.list(folder.path(), patterns.split(u';')).join(u' ');
+    };
+    EXPECT_EQ(disk.list(folder.path(), u"*.*"_qs), all);
+    EXPECT_EQ(disk.list(folder.path(), u"*"_qs), all);
+    const std::pair<QString, QString> cases[] = {
+        {u"*.txt;*.doc;*.t*"_qs, u"A.TXT b.doc l\ni.txt"_qs},
+        {u"*.txt; *.doc"_qs, u"A.TXT l\ni.txt"_qs},
+        {u"c.*"_qs, u"c"_qs},
+        {u".*"_qs, u".h.txt"_qs},
+        {u"?.a.?"_qs, u"🎤.a.b"_qs},
+        {u"*.*.b;?.a"_qs, u"🎤.a.b"_qs},
+        {u"*a*b"_qs, u"🎤.a.b"_qs},
+        {u"?"_qs, u"c"_qs},
+        {u""_qs, u""_qs}};
+    for (const auto& [patterns, names] : cases)
+        EXPECT_EQ(found(patterns), names) << patterns.toStdString();
+}
+
+TEST_F(DiskTest, NamesThatAreNoTextAreListedAndMovedAsTheyAre) {
+    const std::string bytes = folder.path().toStdString() + "/a\xff'\"\n.wav";
+    std::ofstream(bytes) << "sound";
+    const QString name = disk.list(folder.path(), u"*.wav"_qs).value(0);
+    ASSERT_TRUE(disk.FileExists(at(name)));
+    disk.createFolder(at(name) + u"_d"_qs);
+    EXPECT_EQ(disk.listFolders(folder.path()), QStringList(name + u"_d"_qs));
+    disk.MoveFile(at(name), at(u"p_"_qs + name));
+    disk.CopyFile(at(u"p_"_qs + name), at(name));
+    EXPECT_EQ(disk.list(folder.path(), u"*"_qs), QStringList({name, u"p_"_qs + name}));
+    EXPECT_TRUE(std::filesystem::exists(bytes));
+    std::filesystem::remove_all(folder.path().toStdString());  // Qt would leave them behind
+}
+
+TEST_F(DiskTest, OnlyTheDateOfLastModificationIsSet) {
+    write(u"a"_qs, "x");
+    const std::string path = at(u"a"_qs).toStdString();
+    const timespec times[] = {{.tv_sec = 1000, .tv_nsec = 5}, {.tv_sec = -5, .tv_nsec = 999999999}};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    EXPECT_EQ(disk.DateLastModified(at(u"a"_qs)).toMSecsSinceEpoch(), -5000);
+    EXPECT_TRUE(disk.setDateLastModified(at(u"a"_qs), QDateTime::fromSecsSinceEpoch(-7)));
+    struct stat state {};
+    ASSERT_EQ(stat(path.c_str(), &state), 0);
+    EXPECT_EQ(state.st_atim.tv_sec, 1000);
+    EXPECT_EQ(state.st_atim.tv_nsec, 5);
+    EXPECT_EQ(state.st_mtim.tv_sec, -7);
+    EXPECT_EQ(state.st_mtim.tv_nsec, 0);
+    EXPECT_FALSE(disk.setDateLastModified(at(u"gone"_qs), QDateTime::fromSecsSinceEpoch(7)));
+    for (const QString& other : {at(u"gone"_qs), folder.path()})
+        EXPECT_EQ(faultOf([&] { disk.DateLastModified(other); }), u"File not found");
+}
+
+TEST_F(DiskTest, DrivesAreTheRootAndPlacesForFiles) {
+    const QStringList drives = disk.drives();
+    EXPECT_EQ(drives.value(0), u"/");
+    for (const QString& drive : drives) {
+        EXPECT_TRUE(disk.FolderExists(drive)) << drive.toStdString();
+        EXPECT_FALSE(drive.startsWith(u"/proc") || drive.startsWith(u"/dev"));
+    }
 }
 
 TEST_F(DiskTest, CopiesOverWhatIsThere) {

@@ -1,0 +1,34 @@
+#include "runtime/file_names.h"
+
+#include <gtest/gtest.h>
+
+#include <QSet>
+
+using namespace tarnwick::runtime;
+
+namespace {
+
+TEST(FileNames, EveryNameLeadsBackToItsBytesAndNoTwoShareAText) {
+    std::vector<std::string> names{"take01.wav",   "l\xc3\xa4nge.txt",   "\xf0\x9f\x8e\xa4.wav",
+                                   "\xef\xbb\xbf", "x\xed\xb2\x80y.wav", "\xe2\x82",
+                                   "\xf0\x9f\x8e"};
+    for (int a = 1; a < 256; ++a)
+        for (int b = 1; b < 256; ++b)
+            names.push_back({static_cast<char>(a), static_cast<char>(b), '.', 'w'});
+    QSet<QString> texts;
+    for (const std::string& name : names) {
+        texts << textOfFileName(name);
+        ASSERT_EQ(bytesOfFileName(textOfFileName(name)), name);
+    }
+    EXPECT_EQ(texts.size(), static_cast<qsizetype>(names.size()));
+    EXPECT_EQ(textOfFileName("l\xc3\xa4nge.txt"), u"länge.txt");
+    EXPECT_EQ(textOfFileName("\xef\xbb\xbf.x").size(), 3) << "a byte order mark is part of it";
+    EXPECT_EQ(pathOf(u"/a/"_qs + textOfFileName("\xff")).native(), "/a/\xff");
+}
+
+TEST(FileNames, AreDrawnOnOneLine) {
+    EXPECT_EQ(readableFileName(textOfFileName("a\nb\x7f\xff.wav")), u"a\uFFFDb\uFFFD\uFFFD.wav");
+    EXPECT_EQ(readableFileName(u"é\u2028'\"🎤"_qs), u"é\uFFFD'\"🎤");
+}
+
+}  // namespace
