@@ -11,6 +11,7 @@
 #include "forms/frm_batch_processor.h"
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
+#include "forms/frm_rename_wiz.h"
 #include "forms/frm_select_import_sheet.h"
 #include "support/scripted_ports.h"
 #include "support/wait_until.h"
@@ -145,6 +146,32 @@ class Studio {
         return true;
     }
 
+    // On the same prompts, with a prefix tried out.
+    bool renameWizard() {
+        form_->mnuRenameWizard->trigger();
+        auto* window = application_.frame().findChild<forms::frmRenameWiz*>();
+        if (window == nullptr) return false;
+        QListWidget* folders = window->Directorylb;
+        for (const QString& name : session_.path().split(u'/', Qt::SkipEmptyParts))
+            for (QListWidgetItem* row : folders->findItems(name, Qt::MatchExactly)) {
+                Q_EMIT folders->activated(folders->indexFromItem(row));
+                break;
+            }
+        window->txbFileExtFilter->setText(u"*.wav"_qs);
+        window->lbxAvailableFiles->setCurrentIndex(window->lbxAvailableFiles->model()->index(0, 0));
+        for (int row = 1; row < 4; ++row)
+            window->lbxAvailableFiles->selectionModel()->select(
+                window->lbxAvailableFiles->model()->index(row, 0), QItemSelectionModel::Select);
+        window->cbAdd->click();
+        window->txbAddPrefix->setText(u"EN_"_qs);
+        window->cbPreview->click();
+        for (int row = folders->currentRow(), level = 0; row > 0 && level < 2; --row, ++level)
+            folders->item(row)->setText(level == 0 ? u"Harbour Tour"_qs : u"studio"_qs);
+        settle();
+        save(u"rename"_qs, *window);
+        return true;
+    }
+
   private:
     void execute(const QString& statement) {
         const settings::Access access(database_, settings::connectionString(desk_.folder.path()));
@@ -240,5 +267,5 @@ int main(int argc, char** argv) {
     studio.content();
     studio.preferences();
     studio.sheetChooser();
-    return studio.mismatch() && studio.batchProcessor() ? 0 : 1;
+    return studio.mismatch() && studio.batchProcessor() && studio.renameWizard() ? 0 : 1;
 }
