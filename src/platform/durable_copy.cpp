@@ -46,13 +46,24 @@ std::error_code writeAll(int target, const char* bytes, std::size_t count) {
     return {};
 }
 
-std::error_code copyBytes(int source, int target) {
+void copyDate(int source, int target) {
+    struct stat state {};
+    if (::fstat(source, &state) != 0) return;
+    const timespec times[] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, state.st_mtim};
+    ::futimens(target, times);
+}
+
+// All bytes, and the date of last modification as far as the file system takes it.
+std::error_code copyContent(int source, int target) {
     std::vector<char> buffer(1 << 20);
     for (;;) {
         const ssize_t got = ::read(source, buffer.data(), buffer.size());
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return lastError();
-        if (got == 0) return ::fsync(target) == 0 ? std::error_code{} : lastError();
+        if (got == 0) {
+            copyDate(source, target);
+            return ::fsync(target) == 0 ? std::error_code{} : lastError();
+        }
         if (const auto error = writeAll(target, buffer.data(), static_cast<std::size_t>(got)))
             return error;
     }
@@ -87,11 +98,11 @@ std::error_code nameFile(int file, const fs::path& name) {
 std::error_code copyHidden(int source, const fs::path& hidden, mode_t mode) {
     const Descriptor nameless(hidden.parent_path(), O_WRONLY | O_TMPFILE, mode);
     if (nameless.valid()) {
-        const std::error_code error = copyBytes(source, nameless.number());
+        const std::error_code error = copyContent(source, nameless.number());
         return error ? error : nameFile(nameless.number(), hidden);
     }
     const Descriptor named(hidden, O_WRONLY | O_CREAT | O_EXCL, mode);
-    return named.valid() ? copyBytes(source, named.number()) : lastError();
+    return named.valid() ? copyContent(source, named.number()) : lastError();
 }
 
 }  // namespace

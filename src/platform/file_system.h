@@ -33,8 +33,8 @@ class FileSystem {
 
     virtual void createFolder(const QString& path) = 0;
 
-    // Copies over whatever is there. On return the copy is safely on disk; a failed copy leaves
-    // what was there before.
+    // Copies over whatever is there; the copy has the date of the original. On return the copy is
+    // safely on disk; a failed copy leaves what was there before.
     virtual void CopyFile(const QString& source, const QString& destination) = 0;
 
     // Moves a file. A destination that ends with a separator is a folder to move into. Never

@@ -8,7 +8,10 @@
 namespace tarnwick::rename {
 
 ReDating::ReDating(forms::frmRenameWiz& form, WorkingTable& table, const Services& services)
-    : form_(form), table_(table), services_(services) {
+    : form_(form),
+      table_(table),
+      services_(services),
+      buttons_{form.cbReDatePreview, form.cbReDateCancel, form.cbReDate} {
     const runtime::FailurePath& failure = services_.failure;
     runtime::onEvent(failure, form_.cbReDatePreview, &QPushButton::clicked, this,
                      [this] { cbReDatePreview_Click(); });
@@ -16,12 +19,6 @@ ReDating::ReDating(forms::frmRenameWiz& form, WorkingTable& table, const Service
                      [this] { cbReDateCancel_Click(); });
     runtime::onEvent(failure, form_.cbReDate, &QPushButton::clicked, this,
                      [this] { cbReDate_Click(); });
-}
-
-void ReDating::showPreviewing(bool previewing) {
-    form_.cbReDatePreview->setVisible(!previewing);
-    form_.cbReDateCancel->setVisible(previewing);
-    form_.cbReDate->setVisible(previewing);
 }
 
 void ReDating::emptyFields() {
@@ -42,17 +39,17 @@ void ReDating::cbReDatePreview_Click() {
     const QDateTime date =
         shifted(services_.files.DateLastModified(path), runtime::strictDouble(hours));
     form_.txbNewDate->setText(date.toString(u"MM/dd/yyyy  hh:mm:ss"));
-    showPreviewing(true);
+    buttons_.showPreviewing(true);
 }
 
 void ReDating::cbReDateCancel_Click() {
-    showPreviewing(false);
+    buttons_.showPreviewing(false);
     emptyFields();
 }
 
 void ReDating::cbReDate_Click() {
     if (form_.lbxSelectedFiles->count() == 0) {
-        showPreviewing(false);
+        buttons_.showPreviewing(false);
         return services_.boxes.plain(u"No file selected."_qs);
     }
     takeSelection();
@@ -62,7 +59,7 @@ void ReDating::cbReDate_Click() {
                                        runtime::val(form_.txbDateModified->text()));
         SetFileDateTime(services_.files, path, textOfDate(date));
     }
-    showPreviewing(false);
+    buttons_.showPreviewing(false);
     emptyFields();
 }
 

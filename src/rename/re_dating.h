@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+#include "rename/preview_buttons.h"
 #include "rename/services.h"
 #include "rename/working_table.h"
 
@@ -23,12 +24,12 @@ class ReDating : public QObject {
     void cbReDateCancel_Click();
     void cbReDate_Click();
     void takeSelection();
-    void showPreviewing(bool previewing);
     void emptyFields();
 
     forms::frmRenameWiz& form_;
     WorkingTable& table_;
     const Services& services_;
+    const PreviewButtons buttons_;
 };
 
 }  // namespace tarnwick::rename

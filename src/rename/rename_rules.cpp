@@ -9,7 +9,10 @@
 namespace tarnwick::rename {
 
 RenameRules::RenameRules(forms::frmRenameWiz& form, WorkingTable& table, const Services& services)
-    : form_(form), table_(table), services_(services) {
+    : form_(form),
+      table_(table),
+      services_(services),
+      buttons_{form.cbPreview, form.cbCancel, form.cbRename} {
     const runtime::FailurePath& failure = services_.failure;
     runtime::onEvent(failure, form_.cbPreview, &QPushButton::clicked, this,
                      [this] { cbPreview_Click(); });
@@ -19,24 +22,18 @@ RenameRules::RenameRules(forms::frmRenameWiz& form, WorkingTable& table, const S
                      [this] { cbRename_Click(); });
 }
 
-void RenameRules::showPreviewing(bool previewing) {
-    form_.cbPreview->setVisible(!previewing);
-    form_.cbCancel->setVisible(previewing);
-    form_.cbRename->setVisible(previewing);
-}
-
 void RenameRules::cbPreview_Click() {
-    showPreviewing(true);
+    buttons_.showPreviewing(true);
     form_.repaint();
     takeSelection();
     if (table_.viLastFile < 0) {
-        showPreviewing(false);
+        buttons_.showPreviewing(false);
         services_.boxes.plain(u"No file selected."_qs);
         return;
     }
     if (runRules()) return;
     services_.boxes.plain(u"Nothing to preview."_qs);
-    showPreviewing(false);
+    buttons_.showPreviewing(false);
 }
 
 void RenameRules::takeSelection() {
@@ -162,7 +159,7 @@ void RenameRules::cbCancel_Click() {
     for (const model::RenameRecord& record : table_.used())
         names << record.Original;
     form_.lbxSelectedFiles->setNames(names);
-    showPreviewing(false);
+    buttons_.showPreviewing(false);
 }
 
 // The first file that cannot be renamed ends it; those before it keep their new names.
@@ -170,7 +167,7 @@ void RenameRules::cbRename_Click() {
     int viIndex = 0;
     for (const model::RenameRecord& record : table_.used())
         give(record, viIndex++);
-    showPreviewing(false);
+    buttons_.showPreviewing(false);
 }
 
 void RenameRules::give(const model::RenameRecord& record, int before) {

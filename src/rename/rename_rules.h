@@ -3,6 +3,7 @@
 #include <QObject>
 #include <functional>
 
+#include "rename/preview_buttons.h"
 #include "rename/services.h"
 #include "rename/working_table.h"
 
@@ -41,12 +42,12 @@ class RenameRules : public QObject {
     void rewrite(const std::function<QString(int index, const QString& name)>& rule);
     void rewriteEnds(const std::function<QString(int index)>& suffix);
     void ShowNewNames();
-    void showPreviewing(bool previewing);
     void give(const model::RenameRecord& record, int before);
 
     forms::frmRenameWiz& form_;
     WorkingTable& table_;
     const Services& services_;
+    const PreviewButtons buttons_;
 };
 
 }  // namespace tarnwick::rename

@@ -114,8 +114,10 @@ TEST_F(DiskTest, CopiesOverWhatIsThere) {
     const QByteArray big(3'000'000, 'q');
     write(u"a"_qs, big);
     write(u"b"_qs, "old");
+    disk.setDateLastModified(at(u"a"_qs), QDateTime::fromSecsSinceEpoch(1000));
     disk.CopyFile(at(u"a"_qs), at(u"b"_qs));
     EXPECT_EQ(read(u"b"_qs), big);
+    EXPECT_EQ(disk.DateLastModified(at(u"b"_qs)).toSecsSinceEpoch(), 1000);
     EXPECT_EQ(faultOf([&] { disk.CopyFile(at(u"no"_qs), at(u"c"_qs)); }), u"File not found");
     EXPECT_EQ(faultOf([&] { disk.CopyFile(at(u"a"_qs), at(u"no/c"_qs)); }), u"Path not found");
     EXPECT_EQ(names(), QStringList({u"a"_qs, u"b"_qs}));
