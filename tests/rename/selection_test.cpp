@@ -20,13 +20,22 @@ struct Selection : test::RenameDesk {
 };
 
 TEST_F(Selection, OpensOnTheRootWithEmptyFields) {
-    form.txbAddSuffix->setText(u"left over"_qs);
+    QList<QLineEdit*> fields{form.txbAddSuffix, form.txbSearchFor,    form.txbReplaceWith,
+                             form.txbInsert,    form.txbRemove,       form.txbSourceExt,
+                             form.txbTargetExt, form.txbDateModified, form.txbNewDate,
+                             form.txbStartingAt};
+    for (QLineEdit* field : fields)
+        field->setText(u"left over"_qs);
+    form.chIncrLetterPrefix->setChecked(true);
     form.chCaseSensitive->setChecked(true);
     wizard->Form_Load();
+    for (const QLineEdit* field : fields)
+        EXPECT_EQ(field->text(), field == form.txbStartingAt ? u"1"_qs : u""_qs)
+            << field->objectName().toStdString();
+    EXPECT_FALSE(form.chIncrLetterPrefix->isChecked());
     EXPECT_EQ(form.Drivelb->itemText(0), u"/");
     EXPECT_EQ(folders().value(0), u"/");
     EXPECT_TRUE(folders().contains(u"tmp"_qs) || folders().contains(u"usr"_qs));
-    EXPECT_EQ(form.txbAddSuffix->text() + form.txbStartingAt->text(), u"1");
     EXPECT_TRUE(form.chCaseSensitive->isChecked());
     EXPECT_EQ(form.lbxAvailableFiles->names(), files.list(u"/"_qs, u"*"_qs));
 }

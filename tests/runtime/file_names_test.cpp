@@ -31,4 +31,12 @@ TEST(FileNames, AreDrawnOnOneLine) {
     EXPECT_EQ(readableFileName(u"é\u2028'\"🎤"_qs), u"é\uFFFD'\"🎤");
 }
 
+TEST(FileNames, AreOrderedWithoutRegardToCaseUnlessTheyAreEqualThen) {
+    const QStringList ordered{u"A.wav"_qs, u"a.wav"_qs, u"ab"_qs, u"B"_qs,
+                              u"ba"_qs,    u"q𐐨a"_qs,   u"q𐐀z"_qs};
+    for (qsizetype a = 0; a < ordered.size(); ++a)
+        for (qsizetype b = 0; b < ordered.size(); ++b)
+            EXPECT_EQ(nameLess(ordered[a], ordered[b]), a < b) << a << " and " << b;
+}
+
 }  // namespace
