@@ -1,7 +1,6 @@
 #include "forms/name_list.h"
 
 #include <QHelpEvent>
-#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
@@ -63,6 +62,12 @@ NameList::NameList(QWidget* parent) : QListView(parent) {
 }
 
 void NameList::setNames(const QStringList& names) {
+    replaceNames(names);
+    scrollToTop();
+}
+
+// The list keeps its place.
+void NameList::replaceNames(const QStringList& names) {
     QStringList sorted = names;
     if (!std::is_sorted(sorted.begin(), sorted.end(), runtime::nameLess))
         std::sort(sorted.begin(), sorted.end(), runtime::nameLess);
@@ -71,11 +76,8 @@ void NameList::setNames(const QStringList& names) {
 
 void NameList::add(const QStringList& names) {
     const QStringList before = highlighted();
-    const int scrolled = verticalScrollBar()->value();
-    setNames(this->names() + names);
+    replaceNames(this->names() + names);
     highlight(before);
-    doItemsLayout();  // now, so that there is something to scroll
-    verticalScrollBar()->setValue(scrolled);
 }
 
 QStringList NameList::highlighted() const {
@@ -101,15 +103,12 @@ void NameList::highlight(const QStringList& sortedNames) {
 }
 
 QStringList NameList::takeHighlighted() {
-    const int scrolled = verticalScrollBar()->value();
     const QStringList taken = highlighted();
     QStringList left;
     const QStringList all = names();
     std::set_difference(all.begin(), all.end(), taken.begin(), taken.end(),
                         std::back_inserter(left), runtime::nameLess);
-    setNames(left);
-    doItemsLayout();
-    verticalScrollBar()->setValue(scrolled);
+    replaceNames(left);
     return taken;
 }
 

@@ -17,7 +17,7 @@ class NameList : public QListView {
     QStringList names() const { return model_.stringList(); }
     int count() const { return model_.rowCount(); }
 
-    // Replaces all entries; nothing is highlighted.
+    // Replaces all entries; nothing is highlighted, and the list begins at its top.
     void setNames(const QStringList& names);
     void clear() { setNames({}); }
     // Further entries at their places. What is highlighted stays so, and the list does not scroll.
@@ -28,6 +28,7 @@ class NameList : public QListView {
     QStringList takeAll();
 
   private:
+    void replaceNames(const QStringList& names);
     QStringList highlighted() const;
     void highlight(const QStringList& sortedNames);
 
