@@ -80,6 +80,11 @@ void NameList::add(const QStringList& names) {
     highlight(before);
 }
 
+void NameList::drawNow() {
+    doItemsLayout();
+    viewport()->repaint();
+}
+
 QStringList NameList::highlighted() const {
     QStringList names;
     for (const QModelIndex& index : selectionModel()->selectedRows())

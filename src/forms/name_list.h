@@ -23,6 +23,9 @@ class NameList : public QListView {
     // Further entries at their places. What is highlighted stays so, and the list does not scroll.
     void add(const QStringList& names);
 
+    // Draws the entries as they stand, for who keeps the event loop waiting.
+    void drawNow();
+
     // Takes entries out and returns them.
     QStringList takeHighlighted();
     QStringList takeAll();

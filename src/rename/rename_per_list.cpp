@@ -84,7 +84,7 @@ void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> recor
         services_.files.CopyFile(platform::pathIn(originals, record.Original), target);
         written.insert(target);
         form_.lbxSelectedFiles->add({record.Renamed});
-        form_.repaint();
+        form_.lbxSelectedFiles->drawNow();  // the operator sees the list grow
     }
 }
 
