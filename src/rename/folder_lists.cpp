@@ -61,27 +61,27 @@ void FolderLists::setFolder(const QString& path) {
 // The chain of folders from the drive down to the chosen one, then the folders in that.
 void FolderLists::showFolders() {
     const QString drive = form_.Drivelb->currentText();
+    const QStyle& style = *form_.style();
+    const QIcon open = style.standardIcon(QStyle::SP_DirOpenIcon);
+    const QIcon closed = style.standardIcon(QStyle::SP_DirClosedIcon);
     form_.Directorylb->clear();
-    addFolder(drive, drive, 0);
+    addFolder(style.standardIcon(QStyle::SP_DriveHDIcon), drive, drive, 0);
     int level = 0;
     QString path = drive;
     for (const QString& name :
          folder_.mid(drive.size()).split(QDir::separator(), Qt::SkipEmptyParts)) {
         path = pathBelow(path, name);
-        addFolder(name, path, ++level);
+        addFolder(open, name, path, ++level);
     }
     form_.Directorylb->setCurrentRow(level);
     for (const QString& name : services_.files.listFolders(folder_))
-        addFolder(name, pathBelow(folder_, name), level + 1);
+        addFolder(closed, name, pathBelow(folder_, name), level + 1);
     form_.Directorylb->scrollToItem(form_.Directorylb->currentItem());
 }
 
-void FolderLists::addFolder(const QString& name, const QString& path, int level) {
-    const bool isOpen = folder_.startsWith(path);
-    const QStyle::StandardPixmap icon = level == 0 ? QStyle::SP_DriveHDIcon
-                                        : isOpen   ? QStyle::SP_DirOpenIcon
-                                                   : QStyle::SP_DirClosedIcon;
-    auto* item = new QListWidgetItem(form_.style()->standardIcon(icon), name, form_.Directorylb);
+void FolderLists::addFolder(const QIcon& icon, const QString& name, const QString& path,
+                            int level) {
+    auto* item = new QListWidgetItem(icon, name, form_.Directorylb);
     item->setData(forms::kLevelRole, level);
     item->setData(kPathRole, path);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QObject>
 
 #include "rename/services.h"
@@ -28,7 +29,7 @@ class FolderLists : public QObject {
     void Directorylb_Change();
     void enter(int row);
     void showFolders();
-    void addFolder(const QString& name, const QString& path, int level);
+    void addFolder(const QIcon& icon, const QString& name, const QString& path, int level);
 
     forms::frmRenameWiz& form_;
     WorkingTable& table_;
