@@ -111,7 +111,7 @@ void BatchSettings::showOutput(const settings::Record& row) {
     select(form_.opFrequency, row.number(u"F5"_qs));
     select(form_.opRate, row.number(u"F6"_qs));
     select(form_.opChannel, row.number(u"F7"_qs));
-    selectListed(form_.cbxOutputCBR, row.textOr(u"F8"_qs, {}));
+    if (!row.isNull(u"F8"_qs)) selectListed(form_.cbxOutputCBR, row.textOr(u"F8"_qs, {}));
     const QString codec = row.textOr(u"F9"_qs, {});
     if (!codec.isEmpty()) selectListed(form_.cbxCodecs, codec);
     const QString format = row.textOr(u"F10"_qs, {});

@@ -248,12 +248,16 @@ QString OutputEncoding::setFormat() {
 void OutputEncoding::keepForeignFile() {
     if (!written_.contains(vsOutputFile) && services_.files.FileExists(vsOutputFile)) {
         const QFileInfo file(vsOutputFile);
-        QString kept = platform::pathIn(run_.vsRawFolder, file.fileName());
-        for (int number = 2; services_.files.FileExists(kept); ++number)
-            kept = platform::pathIn(run_.vsRawFolder,
-                                    u"%1 (%2).%3"_qs.arg(file.completeBaseName(),
-                                                         QString::number(number), file.suffix()));
-        services_.files.MoveFile(vsOutputFile, kept);
+        // The source in work bears another name at the moment, and gets its own back.
+        const auto taken = [this](const QString& name) {
+            return name == run_.fileInWork() ||
+                   services_.files.FileExists(platform::pathIn(run_.vsRawFolder, name));
+        };
+        QString kept = file.fileName();
+        for (int number = 2; taken(kept); ++number)
+            kept = u"%1 (%2).%3"_qs.arg(file.completeBaseName(), QString::number(number),
+                                        file.suffix());
+        services_.files.MoveFile(vsOutputFile, platform::pathIn(run_.vsRawFolder, kept));
     }
     written_.insert(vsOutputFile);
 }

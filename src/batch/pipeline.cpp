@@ -117,8 +117,8 @@ void Pipeline::EDTX_Load_File() {
         services_.EDTX.SetLoadMode(0);
         line(50);
         if (services_.EDTX.LoadSound(inWork) != engine::kOk)
-            services_.boxes.plain(u"Cannot load file %1 with error %2"_qs.arg(vsSourceFile)
-                                      .arg(services_.EDTX.LastError()));
+            services_.boxes.plain(u"Cannot load file "_qs + vsSourceFile + u" with error "_qs +
+                                  QString::number(services_.EDTX.LastError()));
     });
 }
 

@@ -130,7 +130,9 @@ void Disk::MoveFile(const QString& source, const QString& destination) {
     const fs::path from = pathOf(source);
     fs::path to = pathOf(destination);
     if (!to.has_filename()) to /= from.filename();  // ends with a separator
-    if (!FileExists(source)) runtime::fileNotFound();
+    // Of a link it is the link that moves, wherever it leads to.
+    std::error_code ignored;
+    if (!FileExists(source) && !is_symlink(from, ignored)) runtime::fileNotFound();
     requireFolderOf(to);
     if (const std::error_code error = moveWithoutOverwriting(from, to)) throwFault(error);
 }

@@ -203,6 +203,9 @@ TEST_F(Output, ARecordingThatHasNoPartInTheRunIsNeverReplaced) {
     written(u"a.AIF"_qs);
     EXPECT_EQ(raw().size(), 2);
     EXPECT_EQ(test::contentOf(in(u"a.wav"_qs)), "a.wav");
+    put({u"b.wav"_qs});
+    written(u"b.wav"_qs);
+    EXPECT_TRUE(raw().contains(u"b (2).wav"_qs)) << "the source in work gets its name back";
 }
 
 }  // namespace

@@ -141,12 +141,12 @@ TEST_F(Chain, EndsThatAreRightAlreadyGoOnWithTheLastEdit) {
 }
 
 TEST_F(Chain, WhatHoldsARun) {
-    open({u"a.wav"_qs});
+    open({u"a%1.wav"_qs});
     EDTX.loadResult = -5;
     EDTX.lastError = -5;
     process();
-    EXPECT_EQ(boxes(),
-              QStringList(u"Cannot load file %1 with error -5"_qs.arg(in(u"Raw_Files/a.wav"_qs))));
+    EXPECT_EQ(boxes(), QStringList(u"Cannot load file "_qs + in(u"Raw_Files/a%1.wav"_qs) +
+                                   u" with error -5"_qs));
     form.chNormalize->setChecked(true);
     loaded();
     EXPECT_EQ(edited(14), QString());

@@ -85,8 +85,9 @@ TEST_F(Settings, ComeBackAsTheyWereSaved) {
 TEST_F(Settings, ANullIsZeroButNotAmongTheOptions) {
     execute(
         u"UPDATE Admin SET F3 = NULL, F4 = NULL, F5 = NULL, F6 = NULL, F7 = NULL, F8 = NULL, F9 = NULL WHERE F1 IN (12, 13)"_qs);
-    execute(u"UPDATE Admin SET F8 = NULL, F9 = NULL, F10 = NULL WHERE F1 = 14"_qs);
+    execute(u"UPDATE Admin SET F4 = 1, F8 = NULL, F9 = NULL, F10 = NULL WHERE F1 = 14"_qs);
     load();
+    EXPECT_TRUE(form.cbxOutputCBR->currentText().endsWith(u"kbps"));
     EXPECT_EQ(form.txbSetSilenceStart->text() + form.txbSetSilenceEnd->text() +
                   form.txbCutEnd->text() + form.txbCutStart->text() + form.txbNormdB->text(),
               u"00000");

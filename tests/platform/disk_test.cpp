@@ -150,6 +150,9 @@ TEST_F(DiskTest, MovesIntoAFolderButNeverOverAFile) {
     EXPECT_EQ(read(u"a"_qs), "second");
     EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"gone"_qs), at(u"F/"_qs)); }), u"File not found");
     EXPECT_NE(faultOf([&] { disk.createFolder(at(u"F"_qs)); }), u"none");
+    QFile::link(u"nowhere"_qs, at(u"link"_qs));
+    disk.MoveFile(at(u"link"_qs), at(u"F/"_qs));
+    EXPECT_TRUE(QFileInfo(at(u"F/link"_qs)).isSymLink());
 }
 
 TEST_F(DiskTest, AnOpenDialogForRecordingsOffersTheOnlyOne) {
