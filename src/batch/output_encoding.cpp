@@ -251,7 +251,7 @@ void OutputEncoding::keepForeignFile() {
         // The source in work bears another name at the moment, and gets its own back.
         const auto taken = [this](const QString& name) {
             return name == run_.fileInWork() ||
-                   services_.files.FileExists(platform::pathIn(run_.vsRawFolder, name));
+                   services_.files.isTaken(platform::pathIn(run_.vsRawFolder, name));
         };
         QString kept = file.fileName();
         for (int number = 2; taken(kept); ++number)

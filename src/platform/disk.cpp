@@ -88,6 +88,11 @@ bool Disk::FileExists(const QString& path) const {
     return fs::exists(pathOf(path), ignored) && !fs::is_directory(pathOf(path), ignored);
 }
 
+bool Disk::isTaken(const QString& path) const {
+    std::error_code ignored;
+    return fs::exists(fs::symlink_status(pathOf(path), ignored));
+}
+
 QStringList Disk::list(const QString& folder, const QStringList& patterns) const {
     const Wildcards wildcards(patterns);
     return namesIn(folder, [&](const fs::directory_entry& entry, const QString& name) {

@@ -9,6 +9,7 @@ class Disk : public FileSystem {
   public:
     bool FolderExists(const QString& path) const override;
     bool FileExists(const QString& path) const override;
+    bool isTaken(const QString& path) const override;
     using FileSystem::list;
     QStringList list(const QString& folder, const QStringList& patterns) const override;
     QStringList listFolders(const QString& folder) const override;

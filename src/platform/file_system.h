@@ -15,6 +15,8 @@ class FileSystem {
 
     virtual bool FolderExists(const QString& path) const = 0;
     virtual bool FileExists(const QString& path) const = 0;
+    // Whether anything has that name: a file, a folder, also a link that leads nowhere.
+    virtual bool isTaken(const QString& path) const = 0;
 
     // Bare names of the files in `folder` that match one of the wildcard `patterns` ("*.wav"), in
     // either case, sorted without regard to case. As is customary, "take.*" takes a name without

@@ -79,7 +79,7 @@ void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> recor
         requireBareName(record.Renamed);
         const QString target = platform::pathIn(folder, record.Renamed);
         // What lies there and is not on the list joins the originals.
-        if (!written.contains(target) && services_.files.FileExists(target))
+        if (!written.contains(target) && services_.files.isTaken(target))
             services_.files.MoveFile(target, originals + QDir::separator());
         services_.files.CopyFile(platform::pathIn(originals, record.Original), target);
         written.insert(target);

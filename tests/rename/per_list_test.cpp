@@ -106,6 +106,12 @@ TEST_F(PerList, AFileThatIsNotOnTheListIsNotOverwritten) {
     run({{u"a"_qs, u"own"_qs}, {u"b"_qs, u"own"_qs}});
     EXPECT_EQ(boxes(), u"Renaming completed.");
     EXPECT_EQ(onDisk() + u'|' + onDisk(u"Original_Files"_qs), u"own=b|a=a b=b own=own");
+    clear();
+    put({u"a"_qs});
+    QFile::link(u"nowhere"_qs, in(u"link"_qs));
+    run({{u"a"_qs, u"link"_qs}});
+    EXPECT_EQ(onDisk(), u"link=a");
+    EXPECT_TRUE(QFileInfo(in(u"Original_Files/link"_qs)).isSymLink());
 }
 
 }  // namespace
