@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QThread>
 #include <QTimer>
+#include <chrono>
 
 #include "app/batch_window.h"
 #include "forms/frm_batch_processor.h"
@@ -13,6 +15,12 @@
 #include "runtime/events.h"
 
 namespace tarnwick::app {
+
+namespace {
+
+constexpr std::chrono::milliseconds kTryAgain{100};
+
+}  // namespace
 
 Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services)
     : frame_(frame), main_(main), services_(services) {
@@ -63,11 +71,13 @@ Form* Windows::openInstead(std::function<void()> closed) {
     instead_ = frame_.mdiArea->addSubWindow(
         form, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    instead_->setAttribute(Qt::WA_DeleteOnClose, false);  // insteadCloses() knows when
     instead_->setWindowTitle(form->windowTitle());
     instead_->setGeometry(QRect(QPoint((mainChild_->width() - size.width()) / 2,
                                        (mainChild_->height() - size.height()) / 2),
                                 size));
     form->installEventFilter(this);  // it closes with its frame, or by itself
+    insteadLevel_ = QThread::currentThread()->loopLevel();
     insteadClosed_ = std::move(closed);
     runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, instead_,
                      [child = instead_] { child->close(); });
@@ -112,8 +122,19 @@ void Windows::insteadCloses() {
     QMdiSubWindow* child = instead_;
     instead_.clear();
     child->hide();
-    child->deleteLater();
+    deleteWhenUnused(child, insteadLevel_);
     if (insteadClosed_) std::exchange(insteadClosed_, {})();
+}
+
+// Another window can open by itself under a box or dialog of this one. What called that goes on
+// when it is answered, and needs its window until then: until the event loop in which it was
+// opened.
+void Windows::deleteWhenUnused(QMdiSubWindow* child, int openedLevel) {
+    if (QThread::currentThread()->loopLevel() <= openedLevel)
+        child->deleteLater();
+    else
+        QTimer::singleShot(kTryAgain, child,
+                           [this, child, openedLevel] { deleteWhenUnused(child, openedLevel); });
 }
 
 void Windows::listOpenWindows() {

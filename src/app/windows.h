@@ -42,6 +42,7 @@ class Windows : public QObject {
     Form* openInstead(std::function<void()> closed);
     void showInstead();
     void insteadCloses();
+    void deleteWhenUnused(QMdiSubWindow* child, int openedLevel);
     void listOpenWindows();
     void unloadAll();
 
@@ -50,6 +51,7 @@ class Windows : public QObject {
     const Services& services_;
     QPointer<QMdiSubWindow> mainChild_;
     QPointer<QMdiSubWindow> instead_;      // what stands in the main window's stead
+    int insteadLevel_ = 0;                 // of the event loop in which it was opened
     std::function<void()> stopInstead_;    // ends what still runs in it
     std::function<void()> insteadClosed_;  // shows the main window again
     QList<QAction*> listed_;               // entries of the Windows menu for the open child windows

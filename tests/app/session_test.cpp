@@ -190,6 +190,17 @@ TEST_F(Session, ANewLoadTakesOverFromOneThatIsUnderWay) {
     EXPECT_FALSE(form().TimerPlaybackPos->isActive()) << "the old sound no longer plays";
 }
 
+TEST_F(Session, AWindowOutlivesItsOwnBoxWhenAnotherOpens) {
+    form().mnuRenameWizard->trigger();
+    const QPointer<QWidget> wizard = application.frame().findChild<QWidget*>(u"frmRenameWiz"_qs);
+    QDialog box;
+    QTimer::singleShot(0, &box, [this] { form().mnuBatchProcessor->trigger(); });
+    QTimer::singleShot(300, &box, &QDialog::accept);
+    box.exec();
+    EXPECT_FALSE(wizard.isNull()) << "what asked goes on";
+    EXPECT_TRUE(test::waitUntil([&] { return wizard.isNull(); }, 5000));
+}
+
 TEST_F(Session, OneWindowStandsInTheMainWindowsStead) {
     const auto shown = [&](const QString& name) {
         qsizetype count = 0;
