@@ -31,6 +31,10 @@ std::filesystem::path randomName(const std::filesystem::path& folder) {
     return folder / name.data();
 }
 
+void closeIfOpen(int& descriptor) {
+    if (descriptor >= 0) close(std::exchange(descriptor, -1));
+}
+
 bool makesNameless(int descriptor) {
     return descriptor >= 0 && access(procName(descriptor).c_str(), F_OK) == 0;
 }
@@ -48,24 +52,31 @@ AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
     }
     folder_ = target_.has_parent_path() ? target_.parent_path() : ".";
     if (!target_.has_filename()) fail(ENOENT, "the target has no name");
-    struct stat old;
-    const bool replaces = stat(target_.c_str(), &old) == 0;
-    // Taking the place of a device or a pipe would cut off who else uses it.
-    if (replaces && !S_ISREG(old.st_mode)) fail(EINVAL, "the target is no regular file");
-    // Replacing needs no right to the old file itself, but a protected file is meant to stay.
-    if (replaces && access(target_.c_str(), W_OK) != 0) fail(errno, "the target is protected");
+    openTarget();
     openTemporary(temporary);
     // The new file keeps the rights of the old; a file system without rights has none to keep.
-    if (replaces) static_cast<void>(!fchmod(descriptor_, old.st_mode & 07777));
+    struct stat old;
+    if (replaced_ >= 0 && fstat(replaced_, &old) == 0)
+        static_cast<void>(!fchmod(descriptor_, old.st_mode & 07777));
 }
 
 AtomicFile::~AtomicFile() { discard(); }
+
+void AtomicFile::openTarget() {
+    replaced_ = open(target_.c_str(), O_PATH | O_CLOEXEC);
+    struct stat old;
+    if (replaced_ < 0 || fstat(replaced_, &old) != 0) return;
+    // Taking the place of a device or a pipe would cut off who else uses it.
+    if (!S_ISREG(old.st_mode)) fail(EINVAL, "the target is no regular file");
+    // Replacing needs no right to the old file itself, but a protected file is meant to stay.
+    if (access(target_.c_str(), W_OK) != 0) fail(errno, "the target is protected");
+}
 
 void AtomicFile::openTemporary(Temporary temporary) {
     if (temporary == Temporary::Nameless) {
         descriptor_ = open(folder_.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
         if (makesNameless(descriptor_)) return;
-        discard();
+        closeIfOpen(descriptor_);
     }
     for (int tried = 0; descriptor_ < 0 && tried < kNameTries; ++tried) {
         hidden_ = randomName(folder_);
@@ -114,7 +125,15 @@ void AtomicFile::commit() {
     if (!flushed) fail(error, "the folder cannot be flushed");
 }
 
+bool AtomicFile::isTakenByAnother() const {
+    struct stat now, old;
+    if (lstat(target_.c_str(), &now) != 0) return false;
+    return replaced_ < 0 || fstat(replaced_, &old) != 0 || old.st_dev != now.st_dev ||
+           old.st_ino != now.st_ino;
+}
+
 void AtomicFile::takePlace() {
+    if (isTakenByAnother()) fail(EEXIST, "another file has taken the target's name");
     const std::string nameless = procName(descriptor_);
     const auto giveName = [&nameless](const std::filesystem::path& name) {
         return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
@@ -138,8 +157,8 @@ void AtomicFile::takePlace() {
 void AtomicFile::discard() noexcept {
     if (!hidden_.empty()) unlink(hidden_.c_str());
     hidden_.clear();
-    if (descriptor_ >= 0) close(descriptor_);
-    descriptor_ = -1;
+    closeIfOpen(descriptor_);
+    closeIfOpen(replaced_);
 }
 
 void AtomicFile::fail(int error, const char* what) {

@@ -12,8 +12,9 @@ namespace tarnwick::sound {
 // What is written goes to a file without a name in the target's folder, or, where the file system
 // has no such thing, to a hidden one that is removed when the AtomicFile goes. commit() flushes it
 // and puts it in the place of what stood there. Until then, and after any failure, the old file is
-// untouched. Where the target is a symbolic link, the file that it names is the target. Used by one
-// thread.
+// untouched. So is another one that has taken the target's name in the meantime: somebody renamed
+// files, and that one was never meant. Where the target is a symbolic link, the file that it names
+// is the target. Used by one thread.
 class AtomicFile {
   public:
     enum class Temporary { Nameless, Hidden };
@@ -43,7 +44,9 @@ class AtomicFile {
     void commit();
 
   private:
+    void openTarget();
     void openTemporary(Temporary temporary);
+    bool isTakenByAnother() const;
     void takePlace();
     void discard() noexcept;
     [[noreturn]] void fail(int error, const char* what);
@@ -51,6 +54,7 @@ class AtomicFile {
     std::filesystem::path target_;
     std::filesystem::path folder_;
     std::filesystem::path hidden_;  // empty while the temporary has no name
+    int replaced_ = -1;  // what the target was at first, held so that its number stays its own
     int descriptor_ = -1;
     std::int64_t size_ = 0;
     std::int64_t flushing_ = 0;  // bytes that the system was already told to bring to disk

@@ -265,5 +265,21 @@ TEST(AtomicFile, BothKindsOfTemporaryReplaceTheTargetOnlyAtTheEnd) {
     }
 }
 
+TEST(AtomicFile, AnotherFileThatHasTakenTheNameStays) {
+    for (const auto kind : {AtomicFile::Temporary::Nameless, AtomicFile::Temporary::Hidden})
+        for (const bool replaces : {false, true}) {
+            const TempFolder folder;
+            const std::filesystem::path target = folder.path() / "name";
+            if (replaces) std::ofstream(target) << "old";
+            AtomicFile file(target, kind);
+            file.write("new", 3);
+            if (replaces) std::filesystem::remove(target);
+            std::ofstream(target) << "another";
+            EXPECT_THROW(file.commit(), SoundError);
+            EXPECT_EQ(contentOf(target), "another");
+            EXPECT_THAT(folder.names(), ElementsAre("name"));
+        }
+}
+
 }  // namespace
 }  // namespace tarnwick::sound
