@@ -72,6 +72,12 @@ void requireFolderOf(const fs::path& path) {
     if (!fs::is_directory(path.parent_path(), ignored)) runtime::pathNotFound();
 }
 
+void copy(const QString& source, const QString& destination, IfTaken ifTaken) {
+    requireFolderOf(pathOf(destination));
+    if (const std::error_code error = copyDurably(pathOf(source), pathOf(destination), ifTaken))
+        throwFault(error);
+}
+
 }  // namespace
 
 QString pathIn(const QString& folder, const QString& name) {
@@ -126,9 +132,11 @@ void Disk::createFolder(const QString& path) {
 }
 
 void Disk::CopyFile(const QString& source, const QString& destination) {
-    requireFolderOf(pathOf(destination));
-    if (const std::error_code error = copyDurably(pathOf(source), pathOf(destination)))
-        throwFault(error);
+    copy(source, destination, IfTaken::Replace);
+}
+
+void Disk::copyToNewFile(const QString& source, const QString& destination) {
+    copy(source, destination, IfTaken::Fail);
 }
 
 void Disk::MoveFile(const QString& source, const QString& destination) {

@@ -16,6 +16,7 @@ class Disk : public FileSystem {
     QStringList drives() const override;
     void createFolder(const QString& path) override;
     void CopyFile(const QString& source, const QString& destination) override;
+    void copyToNewFile(const QString& source, const QString& destination) override;
     void MoveFile(const QString& source, const QString& destination) override;
     QDateTime DateLastModified(const QString& path) const override;
     bool setDateLastModified(const QString& path, const QDateTime& time) override;

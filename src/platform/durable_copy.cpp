@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int kNameTries = 100;
+
 std::error_code lastError() { return {errno, std::generic_category()}; }
+
+bool isTaken(const fs::path& path) {
+    std::error_code ignored;
+    return fs::exists(fs::symlink_status(path, ignored));
+}
 
 // A file descriptor that closes itself.
 class Descriptor {
@@ -86,57 +94,80 @@ fs::path hiddenBeside(const fs::path& target) {
     return target.parent_path() / name;
 }
 
-std::error_code nameFile(int file, const fs::path& name) {
+// Makes a file under a hidden name that nothing has yet, and tells that name.
+template <class Make>
+std::error_code makeHidden(const fs::path& target, fs::path& hidden, Make make) {
+    for (int tried = 0; tried < kNameTries; ++tried) {
+        const fs::path name = hiddenBeside(target);
+        if (make(name)) {
+            hidden = name;
+            return {};
+        }
+        if (errno != EEXIST) break;
+    }
+    return lastError();
+}
+
+bool nameFile(int file, const fs::path& name) {
     const std::string open = std::string("/proc/self/fd/").append(std::to_string(file));
-    const bool linked =
-        ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
-    return linked ? std::error_code{} : lastError();
+    return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
 // Copies into a file that stands under `hidden` when it is complete. Until then it has no name
 // where the file system can do that, so that even a killed process leaves nothing behind.
-std::error_code copyHidden(int source, const fs::path& hidden, mode_t mode) {
-    const Descriptor nameless(hidden.parent_path(), O_WRONLY | O_TMPFILE, mode);
+std::error_code copyHidden(int source, const fs::path& target, mode_t mode, fs::path& hidden) {
+    const Descriptor nameless(target.parent_path(), O_WRONLY | O_TMPFILE, mode);
     if (nameless.valid()) {
         const std::error_code error = copyContent(source, nameless.number());
-        return error ? error : nameFile(nameless.number(), hidden);
+        if (error) return error;
+        return makeHidden(target, hidden,
+                          [&](const fs::path& name) { return nameFile(nameless.number(), name); });
     }
-    const Descriptor named(hidden, O_WRONLY | O_CREAT | O_EXCL, mode);
-    return named.valid() ? copyContent(source, named.number()) : lastError();
+    std::optional<Descriptor> named;
+    const std::error_code error = makeHidden(target, hidden, [&](const fs::path& name) {
+        return named.emplace(name, O_WRONLY | O_CREAT | O_EXCL, mode).valid();
+    });
+    return error ? error : copyContent(source, named->number());
+}
+
+std::error_code renameOver(const fs::path& from, const fs::path& to) {
+    return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code{} : lastError();
+}
+
+std::error_code renameUnlessTaken(const fs::path& from, const fs::path& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return {};
+    if (errno != EINVAL) return lastError();
+    // A file system that cannot promise it: a test has to do.
+    return isTaken(to) ? std::make_error_code(std::errc::file_exists) : renameOver(from, to);
 }
 
 }  // namespace
 
-std::error_code copyDurably(const fs::path& from, const fs::path& to) {
-    const Descriptor source(from, O_RDONLY);
+std::error_code copyDurably(const fs::path& from, const fs::path& to, IfTaken ifTaken) {
+    // A pipe would be waited for, for ever.
+    const Descriptor source(from, O_RDONLY | O_NONBLOCK);
     if (!source.valid()) return lastError();
     struct stat state {};
     if (::fstat(source.number(), &state) != 0) return lastError();
     if (S_ISDIR(state.st_mode)) return std::make_error_code(std::errc::no_such_file_or_directory);
+    if (!S_ISREG(state.st_mode)) return std::make_error_code(std::errc::invalid_argument);
 
-    const fs::path hidden = hiddenBeside(to);
-    std::error_code error = copyHidden(source.number(), hidden, state.st_mode & 0777);
-    if (!error && ::rename(hidden.c_str(), to.c_str()) != 0) error = lastError();
+    fs::path hidden;
+    std::error_code error = copyHidden(source.number(), to, state.st_mode & 0777, hidden);
+    if (!error)
+        error =
+            ifTaken == IfTaken::Replace ? renameOver(hidden, to) : renameUnlessTaken(hidden, to);
     if (error) {
-        ::unlink(hidden.c_str());
+        if (!hidden.empty()) ::unlink(hidden.c_str());
         return error;
     }
     return flushFolder(to);
 }
 
 std::error_code moveWithoutOverwriting(const fs::path& from, const fs::path& to) {
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return {};
-    const int reason = errno;
-    if (reason != EXDEV && reason != EINVAL) return {reason, std::generic_category()};
-
-    std::error_code error;
-    if (fs::exists(fs::symlink_status(to, error)))
-        return std::make_error_code(std::errc::file_exists);
-    if (reason == EINVAL) {  // a file system that cannot promise: the test above has to do
-        fs::rename(from, to, error);
-        if (error != std::errc::cross_device_link) return error;
-    }
-    if ((error = copyDurably(from, to))) return error;
+    std::error_code error = renameUnlessTaken(from, to);
+    if (error != std::errc::cross_device_link) return error;
+    if ((error = copyDurably(from, to, IfTaken::Fail))) return error;
     fs::remove(from, error);
     return error;
 }

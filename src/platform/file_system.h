@@ -38,6 +38,8 @@ class FileSystem {
     // Copies over whatever is there; the copy has the date of the original. On return the copy is
     // safely on disk; a failed copy leaves what was there before.
     virtual void CopyFile(const QString& source, const QString& destination) = 0;
+    // The same, but never over what has taken the name, be it while the copy was made.
+    virtual void copyToNewFile(const QString& source, const QString& destination) = 0;
 
     // Moves a file. A destination that ends with a separator is a folder to move into. Never
     // overwrites.

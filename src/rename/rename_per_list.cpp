@@ -77,12 +77,17 @@ void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> recor
     QSet<QString> written;
     for (const model::RenameRecord& record : records) {
         requireBareName(record.Renamed);
+        const QString original = platform::pathIn(originals, record.Original);
         const QString target = platform::pathIn(folder, record.Renamed);
-        // What lies there and is not on the list joins the originals.
-        if (!written.contains(target) && services_.files.isTaken(target))
-            services_.files.MoveFile(target, originals + QDir::separator());
-        services_.files.CopyFile(platform::pathIn(originals, record.Original), target);
-        written.insert(target);
+        if (written.contains(target)) {
+            services_.files.CopyFile(original, target);
+        } else {
+            // What lies there and is not on the list joins the originals.
+            if (services_.files.isTaken(target))
+                services_.files.MoveFile(target, originals + QDir::separator());
+            services_.files.copyToNewFile(original, target);
+            written.insert(target);
+        }
         form_.lbxSelectedFiles->add({record.Renamed});
         form_.lbxSelectedFiles->drawNow();  // the operator sees the list grow
     }

@@ -120,7 +120,15 @@ TEST_F(DiskTest, CopiesOverWhatIsThere) {
     EXPECT_EQ(disk.DateLastModified(at(u"b"_qs)).toSecsSinceEpoch(), 1000);
     EXPECT_EQ(faultOf([&] { disk.CopyFile(at(u"no"_qs), at(u"c"_qs)); }), u"File not found");
     EXPECT_EQ(faultOf([&] { disk.CopyFile(at(u"a"_qs), at(u"no/c"_qs)); }), u"Path not found");
-    EXPECT_EQ(names(), QStringList({u"a"_qs, u"b"_qs}));
+    write(u"b"_qs, "another's");
+    EXPECT_EQ(faultOf([&] { disk.copyToNewFile(at(u"a"_qs), at(u"b"_qs)); }),
+              u"File already exists");
+    EXPECT_EQ(read(u"b"_qs), "another's");
+    disk.copyToNewFile(at(u"b"_qs), at(u"c"_qs));
+    EXPECT_EQ(read(u"c"_qs), "another's");
+    ASSERT_EQ(mkfifo(at(u"d"_qs).toStdString().c_str(), 0666), 0);
+    EXPECT_NE(faultOf([&] { disk.CopyFile(at(u"d"_qs), at(u"e"_qs)); }), u"none") << "no waiting";
+    EXPECT_EQ(disk.list(folder.path(), u"*"_qs), QStringList({u"a"_qs, u"b"_qs, u"c"_qs}));
 }
 
 TEST_F(DiskTest, ACopyThatRunsOutOfSpaceLeavesTheOldFileAndNoLitter) {
