@@ -16,6 +16,15 @@ constexpr int kFirstYear = 100, kLastYear = 9999;
 // On the clock's face, where no hour is left out or comes twice.
 QDateTime face(const QDateTime& time) { return {time.date(), time.time(), Qt::UTC}; }
 
+// The moment at which the wall clock shows this. Where it does so twice, the clock goes back from
+// the offset of the day before.
+QDateTime momentOf(const QDate& day, const QTime& time) {
+    const QDateTime found(day, time, Qt::LocalTime);
+    const int offsetBefore = found.addDays(-1).offsetFromUtc();
+    const QDateTime earlier = found.addSecs(found.offsetFromUtc() - offsetBefore);
+    return earlier < found && face(earlier) == face(found) ? earlier : found;
+}
+
 }  // namespace
 
 QDateTime shifted(const QDateTime& wallClock, double hours) {
@@ -34,7 +43,7 @@ bool SetFileDateTime(platform::FileSystem& files, const QString& path, const QSt
     const QDate day = QDate::fromString(date.section(u' ', 0, 0), Qt::ISODate);
     const QTime time = QTime::fromString(date.section(u' ', 1), Qt::ISODate);
     if (!files.FileExists(path) || !day.isValid() || !time.isValid()) return false;
-    return files.setDateLastModified(path, QDateTime(day, time, Qt::LocalTime));
+    return files.setDateLastModified(path, momentOf(day, time));
 }
 
 }  // namespace tarnwick::rename

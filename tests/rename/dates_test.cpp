@@ -85,6 +85,15 @@ TEST_F(Dates, TextsLeadToFilesDates) {
     EXPECT_EQ(set(u"2024-07-01 01:02:03"_qs), u"2024-07-01T01:02:03");
     EXPECT_EQ(set(u"1969-12-31 23:59:58"_qs), u"1969-12-31T23:59:58");
     EXPECT_EQ(set(u"2024-03-31 02:30:00"_qs), u"2024-03-31T03:30:00") << "there is no such time";
+    for (const QString& before : {u"2024-07-01 00:00:00"_qs, u"2024-11-01 00:00:00"_qs}) {
+        set(before);
+        set(u"2024-10-27 02:30:00"_qs);
+        EXPECT_EQ(files.DateLastModified(in(u"a"_qs)).toUTC().toString(Qt::ISODate),
+                  u"2024-10-27T00:30:00Z")
+            << "the first of two such times";
+    }
+    EXPECT_EQ(set(u"2024-10-27 01:59:59"_qs), u"2024-10-27T01:59:59");
+    EXPECT_EQ(set(u"2024-10-27 03:00:00"_qs), u"2024-10-27T03:00:00");
     for (const QString& text : {u""_qs, u"no date"_qs, u"2024-02-30 00:00:00"_qs, u"2024-02-03"_qs})
         EXPECT_EQ(set(text), u"no") << text.toStdString();
     EXPECT_FALSE(rename::SetFileDateTime(files, in(u"b"_qs), u"2024-07-01 01:02:03"_qs));
