@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,19 +27,24 @@ bool isTaken(const fs::path& path) {
 // A file descriptor that closes itself.
 class Descriptor {
   public:
-    Descriptor(const fs::path& path, int flags, mode_t mode = 0)
-        : number_(::open(path.c_str(), flags | O_CLOEXEC, mode)) {}
+    Descriptor() = default;
+    Descriptor(const fs::path& path, int flags, mode_t mode = 0) { open(path, flags, mode); }
     ~Descriptor() {
         if (number_ >= 0) ::close(number_);
     }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
+    // Only where it is not valid yet.
+    bool open(const fs::path& path, int flags, mode_t mode) {
+        number_ = ::open(path.c_str(), flags | O_CLOEXEC, mode);
+        return valid();
+    }
     bool valid() const { return number_ >= 0; }
     int number() const { return number_; }
 
   private:
-    int number_;
+    int number_ = -1;
 };
 
 std::error_code writeAll(int target, const char* bytes, std::size_t count) {
@@ -123,11 +127,11 @@ std::error_code copyHidden(int source, const fs::path& target, mode_t mode, fs::
         return makeHidden(target, hidden,
                           [&](const fs::path& name) { return nameFile(nameless.number(), name); });
     }
-    std::optional<Descriptor> named;
+    Descriptor named;
     const std::error_code error = makeHidden(target, hidden, [&](const fs::path& name) {
-        return named.emplace(name, O_WRONLY | O_CREAT | O_EXCL, mode).valid();
+        return named.open(name, O_WRONLY | O_CREAT | O_EXCL, mode);
     });
-    return error ? error : copyContent(source, named->number());
+    return error ? error : copyContent(source, named.number());
 }
 
 std::error_code renameOver(const fs::path& from, const fs::path& to) {
