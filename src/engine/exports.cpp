@@ -2,7 +2,9 @@
 
 #include <sys/stat.h>
 
+#include <condition_variable>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -39,6 +41,30 @@ std::string keyOf(std::filesystem::path target) {
     return place + '/' + name.normalized(QString::NormalizationForm_C).toCaseFolded().toStdString();
 }
 
+// Editors that write the same target take turns: a file that stands in its place is either of the
+// call before, which is to be replaced, or somebody else's.
+class Turn {
+  public:
+    explicit Turn(std::string key) : key_(std::move(key)) {
+        std::unique_lock lock(mutex_);
+        ended_.wait(lock, [this] { return writing_.insert(key_).second; });
+    }
+    ~Turn() {
+        const std::lock_guard lock(mutex_);
+        writing_.erase(key_);
+        ended_.notify_all();
+    }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+  private:
+    inline static std::mutex mutex_;
+    inline static std::condition_variable ended_;
+    inline static std::set<std::string> writing_;
+
+    const std::string key_;
+};
+
 }  // namespace
 
 Exports::Exports(EventQueue& events, std::function<void(ErrorCode)> done)
@@ -50,15 +76,17 @@ void Exports::add(const sound::Timeline& timeline, qint64 first, qint64 end,
                   const sound::OutputFormat& output, const QString& path) {
     ++pending_;
     const std::filesystem::path target = runtime::pathOf(path);
-    const auto write = [this, timeline, first, end, output, target, call = calls_++,
+    const std::string key = keyOf(target);
+    const auto write = [this, timeline, first, end, output, target, key, call = calls_++,
                         generation = events_.generation(), stop = ending_.get_token()] {
         const ErrorCode code = attempt([&] {
+            const Turn turn(key);
             timeline.source()->checkUnchanged();
             sound::writeSound(timeline, first, end, output, target, {.percent = {}, .stop = stop});
         });
         ended(call, {generation, code});
     };
-    writers_.add(write, keyOf(target));
+    writers_.add(write, key);
 }
 
 void Exports::ended(quint64 call, Outcome outcome) {
