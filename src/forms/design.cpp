@@ -93,6 +93,12 @@ void assign(QLineEdit* box, const QString& text) {
         box->setText(text);
 }
 
+QMouseEvent pressOf(const QMouseEvent& doubleClick) {
+    return {QEvent::MouseButtonPress,     doubleClick.position(),      doubleClick.scenePosition(),
+            doubleClick.globalPosition(), doubleClick.button(),        doubleClick.buttons(),
+            doubleClick.modifiers(),      doubleClick.pointingDevice()};
+}
+
 void announceValue(QWidget* control, const QString& description) {
     control->setAccessibleName(QString());
     control->setAccessibleDescription(announced(description));

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -70,6 +71,9 @@ bool isDark(const QPalette& palette);
 
 // Sets a text as code does it: that is a change, even to the same, and who follows the box is told.
 void assign(QLineEdit* box, const QString& text);
+
+// The press that the toolkit raises as a double click because another came shortly before.
+QMouseEvent pressOf(const QMouseEvent& doubleClick);
 
 // For a read-out: it announces the value of the moment; `description` says what the value is.
 void announceValue(QWidget* control, const QString& description);

@@ -1,6 +1,7 @@
 #include "forms/name_list.h"
 
 #include <QHelpEvent>
+#include <QMouseEvent>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
@@ -78,6 +79,11 @@ void NameList::add(const QStringList& names) {
     const QStringList before = highlighted();
     replaceNames(this->names() + names);
     highlight(before);
+}
+
+void NameList::mouseDoubleClickEvent(QMouseEvent* event) {
+    QMouseEvent press = pressOf(*event);
+    mousePressEvent(&press);
 }
 
 void NameList::drawNow() {

@@ -30,6 +30,10 @@ class NameList : public QListView {
     QStringList takeHighlighted();
     QStringList takeAll();
 
+  protected:
+    // A press soon after another is a press as well: two quick Ctrl+clicks highlight nothing.
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
   private:
     void replaceNames(const QStringList& names);
     QStringList highlighted() const;

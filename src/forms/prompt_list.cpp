@@ -1,6 +1,7 @@
 #include "forms/prompt_list.h"
 
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -95,10 +96,33 @@ class PromptDelegate : public QStyledItemDelegate {
     }
 };
 
+// A list in which a press, and nothing else of the mouse, picks a row: a drag passes over the rows,
+// Ctrl takes nothing away, and a press soon after another is a press as well.
+class PromptTree : public QTreeWidget {
+  public:
+    using QTreeWidget::QTreeWidget;
+
+  protected:
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (event->buttons() == Qt::NoButton) QTreeWidget::mouseMoveEvent(event);
+    }
+
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        QMouseEvent press = pressOf(*event);
+        mousePressEvent(&press);
+    }
+
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent*) const override {
+        return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                               : QItemSelectionModel::NoUpdate;
+    }
+};
+
 }  // namespace
 
 QTreeWidget* makePromptList(QWidget* parent, const QString& name) {
-    auto* list = new QTreeWidget(parent);
+    auto* list = new PromptTree(parent);
     list->setObjectName(name);
     list->setAccessibleName(QStringLiteral("Prompts"));
     const QFont font = smallFont();

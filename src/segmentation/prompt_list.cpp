@@ -1,6 +1,8 @@
 #include "segmentation/prompt_list.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
@@ -31,8 +33,11 @@ PromptList::PromptList(forms::frmMain& form, const runtime::FailurePath& failure
                      [this] { cbContent_Click(); });
     runtime::onEvent(failure_, form_.mnuPlayfromListView, &QAction::triggered, this,
                      [this] { mnuPlayfromListView_Click(); });
-    form_.lvAudioDetails->installEventFilter(this);
-    form_.lvAudioDetails->viewport()->installEventFilter(this);
+    const QTreeWidget& list = *form_.lvAudioDetails;
+    for (QWidget* part : std::initializer_list<QWidget*>{
+             form_.lvAudioDetails, list.viewport(), list.header()->viewport(),
+             list.verticalScrollBar(), list.horizontalScrollBar()})
+        part->installEventFilter(this);
 }
 
 bool PromptList::eventFilter(QObject* watched, QEvent* event) {
@@ -40,11 +45,18 @@ bool PromptList::eventFilter(QObject* watched, QEvent* event) {
         failure_.unguarded([this] { lvAudioDetails_MouseUp(); });
     } else if (event->type() == QEvent::KeyRelease) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        QTreeWidgetItem* item = form_.lvAudioDetails->currentItem();
-        if (item != nullptr && !key->isAutoRepeat() && movesSelection(key->key()))
-            failure_.unguarded([this, item] { lvAudioDetails_ItemClick(*item); });
+        if (!key->isAutoRepeat()) failure_.unguarded([this, key] { keyReleased(key->key()); });
     }
     return QObject::eventFilter(watched, event);
+}
+
+// The row that the keys have come to is pressed: by the keys made for it, even at the list's end,
+// and by whatever else has moved, such as the first letters of a row.
+void PromptList::keyReleased(int key) {
+    QTreeWidgetItem* item = form_.lvAudioDetails->currentItem();
+    if (item == nullptr) return;
+    const bool moved = form_.lvAudioDetails->indexOfTopLevelItem(item) + 1 != session_.viCurrentRow;
+    if (moved || movesSelection(key)) lvAudioDetails_ItemClick(*item);
 }
 
 void PromptList::lvAudioDetails_ItemClick(QTreeWidgetItem& item) {

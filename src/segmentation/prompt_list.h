@@ -16,7 +16,8 @@ class frmMain;
 namespace tarnwick::segmentation {
 
 // The operator's walk down the list: a press on a row plays from there, a release stops again or
-// not, and the pane shows the whole prompt. The arrow keys do what a press does. UI thread.
+// not, and the pane shows the whole prompt. A key that moves to another row does what a press does,
+// so that the highlighted row is always the one pressed last. UI thread.
 class PromptList : public QObject {
   public:
     PromptList(forms::frmMain& form, const runtime::FailurePath& failure,
@@ -30,6 +31,7 @@ class PromptList : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void keyReleased(int key);
     void lvAudioDetails_ItemClick(QTreeWidgetItem& item);
     void lvAudioDetails_MouseUp();
     void moveView();

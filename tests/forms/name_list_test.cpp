@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QMouseEvent>
 #include <QScrollBar>
 
 namespace tarnwick::forms {
@@ -28,6 +29,18 @@ TEST_F(Names, StayInOrderWithWhatIsHighlighted) {
     EXPECT_TRUE(list.takeHighlighted().isEmpty());
     EXPECT_EQ(list.takeAll().size(), 5);
     EXPECT_EQ(list.count(), 0);
+}
+
+TEST_F(Names, EachOfTwoQuickPressesCounts) {
+    list.setNames({u"A.wav"_qs, u"b.wav"_qs});
+    const QPoint at = list.visualRect(list.model()->index(1, 0)).center();
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
+                                    QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, at, list.viewport()->mapToGlobal(at), Qt::LeftButton,
+                          Qt::LeftButton, Qt::ControlModifier);
+        QApplication::sendEvent(list.viewport(), &event);
+    }
+    EXPECT_TRUE(list.takeHighlighted().isEmpty()) << "on and off again";
 }
 
 TEST_F(Names, DoNotScrollWhenOthersComeOrGo) {

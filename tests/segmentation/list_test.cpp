@@ -1,4 +1,7 @@
+#include <QHeaderView>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 
 #include "desk.h"
 #include "model/list_columns.h"
@@ -15,12 +18,30 @@ struct List : test::MainDesk {
     segmentation::PromptList list{form, desk.failure, state, session, EDT};
     segmentation::Transport transport{form, desk.failure, EDT, status};
 
-    void mouse(QEvent::Type type, int row) {
-        QWidget* viewport = form.lvAudioDetails->viewport();
-        const QPoint at =
-            form.lvAudioDetails->visualItemRect(form.lvAudioDetails->topLevelItem(row)).center();
-        QMouseEvent event(type, at, viewport->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
-        QApplication::sendEvent(viewport, &event);
+    void mouse(QEvent::Type type, int row, Qt::KeyboardModifiers modifiers = {}) {
+        mouse(type,
+              form.lvAudioDetails->visualItemRect(form.lvAudioDetails->topLevelItem(row)).center(),
+              form.lvAudioDetails->viewport(), modifiers);
+    }
+    static void mouse(QEvent::Type type, const QPoint& at, QWidget* part,
+                      Qt::KeyboardModifiers modifiers = {}) {
+        const bool moves = type == QEvent::MouseMove;
+        QMouseEvent event(type, at, part->mapToGlobal(at), moves ? Qt::NoButton : Qt::LeftButton,
+                          Qt::LeftButton, modifiers);
+        QApplication::sendEvent(part, &event);
+    }
+    void key(int code, const QString& text = {}) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, code, {}, text);
+            QApplication::sendEvent(form.lvAudioDetails, &event);
+        }
+    }
+    // The highlighted rows, from 1, behind what was played since the last look.
+    QString playedAndHighlighted() {
+        QString text = EDT.taken().filter(u"SoundPlayRange"_qs).join(u' ');
+        for (const QTreeWidgetItem* item : form.lvAudioDetails->selectedItems())
+            text += u'|' + item->text(model::kRow);
+        return text;
     }
 };
 
@@ -44,6 +65,45 @@ TEST_F(List, APressPlaysFromTheRowAndAReleaseStopsInTheOneMode) {
     EXPECT_EQ(EDT.taken(), QStringList(u"SoundPlayRange 1000 60000"_qs)) << "too near the start";
     form.mnuPlayfromListView->trigger();
     EXPECT_EQ(form.mnuPlayfromListView->text(), u"Play Continously on Mouse Click");
+}
+
+TEST_F(List, EachPressPlaysAndItsRowAloneIsHighlighted) {
+    addRows(10);
+    mouse(QEvent::MouseButtonPress, 2);
+    mouse(QEvent::MouseButtonRelease, 2);
+    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 3000 60000|3");
+    mouse(QEvent::MouseButtonDblClick, 2);
+    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 3000 60000|3") << "as quick as that";
+    mouse(QEvent::MouseButtonRelease, 2);
+    EXPECT_EQ(EDT.taken(), QStringList(u"SoundStop"_qs));
+    mouse(QEvent::MouseButtonPress, 2);
+    mouse(QEvent::MouseMove, 5);
+    mouse(QEvent::MouseButtonRelease, 5);
+    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 3000 60000|3") << "drawn over others";
+    mouse(QEvent::MouseButtonPress, 0);
+    mouse(QEvent::MouseMove, QPoint(20, -30), form.lvAudioDetails->viewport());
+    mouse(QEvent::MouseButtonRelease, QPoint(20, -30), form.lvAudioDetails->viewport());
+    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 1000 60000|1") << "drawn out of the list";
+    mouse(QEvent::MouseButtonPress, 0, Qt::ControlModifier);
+    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 1000 60000|1");
+    key(Qt::Key_8, u"8"_qs);
+    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 8000 60000|8");
+    EXPECT_EQ(session.viCurrentRow, 8);
+    key(Qt::Key_Shift);
+    EXPECT_EQ(playedAndHighlighted(), u"|8");
+    key(Qt::Key_End);
+    key(Qt::Key_Down);
+    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 10000 60000 SoundPlayRange 10000 60000|10");
+}
+
+TEST_F(List, AReleaseOverAnyPartOfTheListStops) {
+    const QTreeWidget& list = *form.lvAudioDetails;
+    for (QWidget* part :
+         std::initializer_list<QWidget*>{list.viewport(), list.header()->viewport(),
+                                         list.verticalScrollBar(), list.horizontalScrollBar()}) {
+        mouse(QEvent::MouseButtonRelease, QPoint(1, 1), part);
+        EXPECT_EQ(EDT.taken(), QStringList(u"SoundStop"_qs)) << part->metaObject()->className();
+    }
 }
 
 TEST_F(List, TheContentPaneTakesTheStripThatTheListGivesUp) {
