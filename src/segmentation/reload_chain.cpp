@@ -23,8 +23,11 @@ ReloadChain::ReloadChain(forms::frmMain& form, Services services)
 void ReloadChain::drop() {
     TimerReload.disarm();
     TimerDisplayWaveform.disarm();
-    rebuilding_ = false;
-    editsUnderWay_ = 0;  // nothing is heard of them any more
+    // No event will take the percent away any more. The bar of what plays is not the chain's.
+    if (soundIsChanging() && !form_.pbWAVFormBuilding->isHidden())
+        services_.status.finished(u"Status: Idle"_qs);
+    editsUnderWay_ = 0;
+    end();
 }
 
 // The chain comes to no list: nothing is being calculated any more.
@@ -115,8 +118,7 @@ void ReloadChain::TimerReload_Timer() {
     const qint32 duration = EDT.GetSoundDuration();
     if (duration == 0) {
         EDT.SoundClose();
-        drop();
-        return end();
+        return drop();
     }
     form_.LabelTotalDuration->setText(EDT.FormatMs(duration, 0, 1));
     forms::repaintNow(form_);

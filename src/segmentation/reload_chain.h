@@ -38,7 +38,8 @@ class ReloadChain {
     // An edit was asked for: from here on the list is no guide.
     void editAsked() { ++editsUnderWay_; }
 
-    // Gives up what is under way, because the sound is closed or replaced.
+    // Gives up what is under way, because the sound is closed or replaced, and shows so: of what is
+    // dropped no event comes that would.
     void drop();
 
   private:

@@ -74,6 +74,18 @@ TEST_F(Chain, StatusTextsAreWordForWord) {
     EXPECT_EQ(form.txbCalculating->text(), u"Analyzing Audio File...");
 }
 
+TEST_F(Chain, WhatIsDroppedIsNoLongerShownAsUnderWay) {
+    Q_EMIT EDT.SoundLoadingStarted();
+    Q_EMIT EDT.SoundLoadingPerc(60);
+    chain.drop();
+    EXPECT_TRUE(form.txbCalculating->isHidden() && form.pbWAVFormBuilding->isHidden());
+    EXPECT_EQ(form.lbStatus->text(), u"Status: Idle");
+    const segmentation::Transport transport(form, desk.failure, EDT, status);
+    Q_EMIT EDT.SoundPlaybackStarted();
+    chain.drop();
+    EXPECT_FALSE(form.pbWAVFormBuilding->isHidden()) << "the end of what plays is still told";
+}
+
 TEST_F(Chain, ASoundThatDoesNotFitHasItsBox) {
     EDT.lastError = engine::kNoMemory;
     EDT.duration = 0;
