@@ -56,8 +56,9 @@ project::WorkingFiles::Services MainWindow::fileServices() {
             .startImport =
                 [this] {
                     import_.vsImportResult.clear();
-                    export_.drop();  // its rows are gone with the list
+                    export_.keepRows();
                 },
+            .isExporting = [this] { return export_.running() || !windows_.mainIsShown(); },
             .Import_Excel = [this] { excelImport_.Import_Excel(); },
             .Import_Word = [this] { wordImport_.Import_Word(); }};
 }
@@ -88,7 +89,8 @@ segmentation::IndividualExport::Services MainWindow::exportServices() {
             .boxes = services_.boxes,
             .files = services_.files,
             .listIsChanging = [this] { return chain_.soundIsChanging() || detection_.scanning(); },
-            .showBatchProcessor = [this] { windows_.showBatchProcessor(); }};
+            .showBatchProcessor = [this] { showExported(); },
+            .stuck = [this] { workingFiles_.loadWhatWaits(); }};
 }
 
 void MainWindow::connectShell() {
@@ -158,6 +160,12 @@ void MainWindow::dropSound() {
     export_.drop();
 }
 
+// A load that was refused may have left another project folder than the one of the recording.
+void MainWindow::showExported() {
+    services_.state.vsProjectFolder = session_.loadedFolder;
+    windows_.showBatchProcessor();
+}
+
 void MainWindow::batchProcessorClosed() {
     runtime::guarded(services_.failure, u"frmBatchProcessor.cbClose_Click: ",
                      [&](runtime::Line& line) {
@@ -170,11 +178,11 @@ void MainWindow::batchProcessorClosed() {
                          line(40);
                          showNoSound();
                      });
+    workingFiles_.loadWhatWaits();
 }
 
 // Without a sound and with an empty list.
 void MainWindow::showNoSound() {
-    form_.txbCalculating->hide();
     form_.lvAudioDetails->clear();
     forms::setListHeight(form_, forms::kListHeight, services_.state.vvScale);
     form_.txbContent->hide();

@@ -43,6 +43,7 @@ class MainWindow {
     void playOrPause();
     void TimerMenuEnabler_Timer();
     void dropSound();
+    void showExported();
     void batchProcessorClosed();
     void showNoSound();
     project::ScriptImport::Services importServices();

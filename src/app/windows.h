@@ -24,6 +24,7 @@ class Windows : public QObject {
     Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services);
 
     void showMain();
+    bool mainIsShown() const { return instead_.isNull(); }
     // Scrolls to a control of the window that is shown, and to the whole of it where there is room.
     void reveal(const QWidget& control);
     // Made anew on each opening; one that is open already stays as it is.

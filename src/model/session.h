@@ -14,6 +14,7 @@ struct Session {
     QString vsWorkingFile;         // name of the chosen recording, without the folder
     QString loadedFolder;          // folder and name of the recording whose sound is loaded: a load
     QString loadedFile;            // that was given up may have left another in vsWorkingFile
+    QString loadedScript;          // vsScriptFile as it was then, also one left over from before
     QString vsScriptFile;          // name of the workbook, without the folder
     QString vsWordFile;            // the same of the Word document
     QString vsLoadStage;           // how far the load's chain has come; empty before the first load

@@ -49,7 +49,21 @@ void WorkingFiles::mnuLoadFiles_Click() try {
     form_.lvAudioDetails->clear();
     forms::repaintNow(form_);
     chooseFilter();
-    const auto choice = services_.cmdlg.ShowOpen().value_or(platform::OpenDialog::Choice());
+    const auto choice = services_.cmdlg.ShowOpen();
+    if (!choice) return;
+    chosen_ = choice;
+    if (!services_.isExporting()) loadWhatWaits();
+} catch (const std::exception&) {
+    // Any fault of the command ends it quietly.
+}
+
+void WorkingFiles::loadWhatWaits() try {
+    if (const auto choice = std::exchange(chosen_, {})) load(*choice);
+} catch (const std::exception&) {
+    // A part of the command, whenever it runs.
+}
+
+void WorkingFiles::load(const platform::OpenDialog::Choice& choice) {
     services_.state.vsProjectFolder =
         leftPart(choice.FileName, choice.FileName.size() - choice.FileTitle.size() - 1);
     const auto holds = [&](const char16_t* folder) {
@@ -65,8 +79,6 @@ void WorkingFiles::mnuLoadFiles_Click() try {
     services_.session.vsWorkingFile = choice.FileTitle;
     form_.txbAudio->setText(choice.FileTitle);
     form_.OpScriptFormat[0]->isChecked() ? services_.Import_Word() : services_.Import_Excel();
-} catch (const std::exception&) {
-    // A cancelled dialog ends here, and so does any other fault of the command: quietly.
 }
 
 void WorkingFiles::chooseFilter() {
@@ -89,6 +101,7 @@ void WorkingFiles::Load_Working_Sound() {
     }
     services_.session.loadedFolder = services_.state.vsProjectFolder;
     services_.session.loadedFile = vsWorkingFile;
+    services_.session.loadedScript = services_.session.vsScriptFile;
     form_.mnuBackupSourceFile->setEnabled(true);
     try {
         services_.files.createFolder(

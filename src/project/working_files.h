@@ -27,7 +27,9 @@ class WorkingFiles {
         platform::Boxes& boxes;
         platform::OpenDialog& cmdlg;
         platform::FileSystem& files;
-        std::function<void()> startImport;  // forgets the last import's result
+        std::function<void()>
+            startImport;  // forgets the last import's result, before the list goes
+        std::function<bool()> isExporting;  // from the start of an export to its window's closing
         std::function<void()> Import_Excel;
         std::function<void()> Import_Word;
     };
@@ -35,8 +37,12 @@ class WorkingFiles {
     WorkingFiles(forms::frmMain& form, Services services);
 
     // The command "Load Working Files...". Ends without a word on a cancelled dialog and on any
-    // other fault.
+    // other fault. A file that is chosen in the middle of an export waits until that has come to
+    // its end; the one chosen last counts.
     void mnuLoadFiles_Click();
+
+    // Loads the file that waits, if any.
+    void loadWhatWaits();
 
     // Starts the load of the working file; the chain goes on with SoundLoadingDone.
     void Load_Working_Sound();
@@ -48,14 +54,16 @@ class WorkingFiles {
 
   private:
     void chooseFilter();
+    void load(const platform::OpenDialog::Choice& choice);
     void save();
     void saveWhatWaits();
     QString copyName() const;
 
     forms::frmMain& form_;
     Services services_;
-    float vfBackupCount = 0;    // copies made in this run
-    bool backupWaits_ = false;  // for the exports that are on their way
+    float vfBackupCount = 0;                              // copies made in this run
+    bool backupWaits_ = false;                            // for the exports that are on their way
+    std::optional<platform::OpenDialog::Choice> chosen_;  // waits for the end of an export
 };
 
 }  // namespace tarnwick::project

@@ -10,4 +10,8 @@ ExportStep nextExportStep(const ExportMoment& moment) {
     return rowIsThere ? ExportStep::NextRow : ExportStep::Wait;
 }
 
+bool isStuck(const ExportMoment& moment) {
+    return nextExportStep(moment) == ExportStep::Wait && !moment.listIsChanging;
+}
+
 }  // namespace tarnwick::segmentation

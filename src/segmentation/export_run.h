@@ -25,4 +25,8 @@ enum class ExportStep {
 // way any more, and takes no row from a list that does not belong to the sound as it stands.
 ExportStep nextExportStep(const ExportMoment& moment);
 
+// Whether a run that is open would wait for ever unless somebody acts: there is no list to take the
+// next row from, and nothing is under way that would fill it.
+bool isStuck(const ExportMoment& moment);
+
 }  // namespace tarnwick::segmentation

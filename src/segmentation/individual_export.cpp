@@ -25,6 +25,8 @@ IndividualExport::IndividualExport(forms::frmMain& form, Services services)
                      [this] { mnuExport_Click(); });
     runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundExportDone,
                      &form_, [this] { EDTTimerSoundExportDone.arm(); });
+    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundEditStarted,
+                     &form_, [this] { keptRows_.clear(); });
 }
 
 // Without rows, or while they are being found anew, there is nothing that could be written.
@@ -47,8 +49,31 @@ void IndividualExport::mnuExport_Click() {
     Export_Row(vfExportIndex);
 }
 
+QList<IndividualExport::Row> IndividualExport::rowsOfList() const {
+    QList<Row> rows;
+    for (int i = 0; i < form_.lvAudioDetails->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem* item = form_.lvAudioDetails->topLevelItem(i);
+        rows << Row{item->text(model::kFileName), item->text(model::kStartMsec),
+                    item->text(model::kEndMsec)};
+    }
+    return rows;
+}
+
+// The list is the truth as soon as it holds rows again.
+QList<IndividualExport::Row> IndividualExport::rows() const {
+    const QList<Row> listed = rowsOfList();
+    return listed.isEmpty() ? keptRows_ : listed;
+}
+
+void IndividualExport::keepRows() {
+    if (vsExportRunning == u"Yes" && !services_.listIsChanging()) keptRows_ = rows();
+}
+
+bool IndividualExport::running() const { return vsExportRunning == u"Yes" && !isStuck(moment()); }
+
 void IndividualExport::drop() {
     vsExportRunning = u"No"_qs;
+    keptRows_.clear();
     form_.frExportFiles->hide();
 }
 
@@ -58,22 +83,25 @@ void IndividualExport::Export_Row(float index) {
     EDT.encodeFormats().FormatToUse = engine::kWavContainer;
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
     const qint32 row = runtime::roundToLong(index);
-    const QTreeWidgetItem* item = form_.lvAudioDetails->topLevelItem(row - 1);
-    if (item == nullptr) throw runtime::Fault(u"Index out of bounds"_qs);
+    const QList<Row> listed = rows();
+    if (row < 1 || row > listed.size()) throw runtime::Fault(u"Index out of bounds"_qs);
+    const Row& prompt = listed[row - 1];
     // A separator in a name must not lead out of the project folder, nor into the backups.
-    const QString name = item->text(model::kFileName).replace(QDir::separator(), u'_');
+    const QString name = QString(prompt.name).replace(QDir::separator(), u'_');
     vsExportFile = platform::pathIn(services_.session.loadedFolder, name + u".wav"_qs);
-    vlExportStart = runtime::strictLong(item->text(model::kStartMsec));
-    vlExportEnd = runtime::strictLong(item->text(model::kEndMsec));
+    vlExportStart = runtime::strictLong(prompt.start);
+    vlExportEnd = runtime::strictLong(prompt.end);
     keepRecording();
     const qint32 nResult =
         EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
     // No event comes of a refused row: a standstill.
-    if (nResult != engine::kOk) vsExportRunning = u"No"_qs;
+    const bool refused = nResult != engine::kOk;
+    if (refused) vsExportRunning = u"No"_qs;
     form_.pbExporting->setValue(row);
     forms::setCaption(form_.lbExporting,
                       u"Exporting file %1 of %2"_qs.arg(row).arg(form_.pbExporting->maximum()));
     forms::repaintNow(form_);
+    if (refused) services_.stuck();
 }
 
 // A prompt that bears the recording's own name takes its place in the folder. The recording then
@@ -95,7 +123,7 @@ ExportMoment IndividualExport::moment() const {
     return {.runOpen = vsExportRunning == u"Yes",
             .vfExportIndex = vfExportIndex,
             .rowsOfRun = form_.pbExporting->maximum(),
-            .rowsInList = form_.lvAudioDetails->topLevelItemCount(),
+            .rowsInList = static_cast<qint32>(rows().size()),
             .listIsChanging = services_.listIsChanging(),
             .exportsPending = services_.EDT.SoundExportsPending()};
 }
@@ -105,7 +133,9 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
         case ExportStep::Nothing:
             return;
         case ExportStep::Wait:
-            return EDTTimerSoundExportDone.arm();
+            EDTTimerSoundExportDone.arm();
+            if (isStuck(moment())) services_.stuck();
+            return;
         case ExportStep::NextRow:
             vfExportIndex += 1;
             return Export_Row(vfExportIndex);
@@ -116,8 +146,9 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
 
 void IndividualExport::finish() {
     vsExportRunning = u"No"_qs;
+    keptRows_.clear();
     const QString& folder = services_.session.loadedFolder;
-    for (const QString& name : {services_.session.loadedFile, services_.session.vsScriptFile}) {
+    for (const QString& name : {services_.session.loadedFile, services_.session.loadedScript}) {
         try {
             services_.files.MoveFile(platform::pathIn(folder, name), backupFolder());
         } catch (const std::exception&) {

@@ -28,17 +28,33 @@ class IndividualExport {
         platform::FileSystem& files;
         std::function<bool()> listIsChanging;
         std::function<void()> showBatchProcessor;  // also hides the main window
+        std::function<void()> stuck;  // the run does not go on by itself; told at each look
     };
 
     IndividualExport(forms::frmMain& form, Services services);
 
     void mnuExport_Click();
 
+    // The list is about to be emptied although the sound stays as it is: a run goes on with its
+    // rows.
+    void keepRows();
+
+    // A run is open and goes on by itself until all rows are written.
+    bool running() const;
+
     // Gives up a run that has not finished, because another recording takes the sound's place.
     void drop();
 
   private:
+    // One row of the list: its name, and its span in ms.
+    struct Row {
+        QString name;
+        QString start, end;
+    };
+
     bool listIsReady() const;
+    QList<Row> rowsOfList() const;
+    QList<Row> rows() const;
     void Export_Row(float index);
     void EDTTimerSoundExportDone_Timer();
     void keepRecording();
@@ -50,6 +66,7 @@ class IndividualExport {
     Services services_;
     engine::OneShotTimer EDTTimerSoundExportDone;
     float vfExportIndex = 0;   // row being exported, from 1; keeps its last value
+    QList<Row> keptRows_;      // of the list before it was emptied; good until an edit
     QString vsExportRunning;   // "Yes" from the start of a run until it has finished or is given up
     QString vsExportFile;      // full path of the file being written
     qint32 vlExportStart = 0;  // the row's span, in ms

@@ -1,8 +1,7 @@
 #include <QtEndian>
 
-#include "documents/package_maker.h"
-#include "journey.h"
 #include "model/list_columns.h"
+#include "session.h"
 #include "support/wav_samples.h"
 
 using namespace tarnwick;
@@ -11,19 +10,7 @@ using test::operator+;
 
 namespace {
 
-struct Session : test::Launched {
-    // A workbook of `rows` rows, names and texts.
-    void writeScript(int rows, bool twoColumns = true) {
-        const auto cell = [](const QByteArray& text) {
-            return "<c t='inlineStr'><is><t>" + text + "</t></is></c>";
-        };
-        const QByteArray text = twoColumns ? cell("one two  four") : QByteArray();
-        QByteArray cells;
-        for (int i = 1; i <= rows; ++i)
-            cells += "<row>" + cell("Prompt " + QByteArray::number(i)) + text + "</row>";
-        write(u"script.xlsx"_qs, zipOf(workbookParts(cells)));
-    }
-};
+using test::Session;
 
 TEST_F(Session, TheDemoBecomesTenNamedFiles) {
     takeDemo(u"harbour_tour.wav"_qs);

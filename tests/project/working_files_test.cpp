@@ -21,11 +21,13 @@ struct WorkingFilesDesk : ::testing::Test {
     model::Session session;
     QTemporaryDir folder;
     QStringList imports;
+    bool exporting = false;
     forms::frmMain form;
     project::WorkingFiles working{
         form,
         {desk.failure, state, session, EDT, desk.boxes, cmdlg, files, [] {},
-         [this] { imports << u"Excel"_qs; }, [this] { imports << u"Word"_qs; }}};
+         [this] { return exporting; }, [this] { imports << u"Excel"_qs; },
+         [this] { imports << u"Word"_qs; }}};
 
     void SetUp() override {
         cmdlg.path = folder.filePath(u"take.aiff"_qs);
@@ -58,6 +60,21 @@ TEST_F(WorkingFilesDesk, ACancelledDialogOnlyEmptiesTheList) {
     EXPECT_EQ(state.vsProjectFolder, u"before");
     EXPECT_TRUE(desk.boxes.shown.isEmpty());
     EXPECT_TRUE(imports.isEmpty());
+}
+
+TEST_F(WorkingFilesDesk, AFileChosenDuringAnExportWaitsForItsEnd) {
+    exporting = true;
+    state.vsProjectFolder = u"of the export"_qs;
+    form.mnuLoadFiles->trigger();
+    cmdlg.path.clear();
+    form.mnuLoadFiles->trigger();
+    EXPECT_EQ(state.vsProjectFolder, u"of the export");
+    EXPECT_TRUE(imports.isEmpty());
+    exporting = false;
+    working.loadWhatWaits();
+    working.loadWhatWaits();
+    EXPECT_EQ(state.vsProjectFolder, folder.path()) << "a later cancel gives nothing up";
+    EXPECT_EQ(imports.size(), 1);
 }
 
 TEST_F(WorkingFilesDesk, AFolderThatIsInTheWayRefusesTheLoad) {
@@ -97,14 +114,17 @@ TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     EXPECT_EQ(backup(u"take._101.wav"_qs), "saved");
 }
 
-TEST_F(WorkingFilesDesk, AGivenUpLoadLeavesTheLoadedRecordingItsFolder) {
+TEST_F(WorkingFilesDesk, AGivenUpLoadLeavesTheLoadedRecordingItsFolderAndScript) {
     form.mnuLoadFiles->trigger();
+    session.vsScriptFile = u"script.xlsx"_qs;
     working.Load_Working_Sound();
+    session.vsScriptFile.clear();
     const QTemporaryDir other;
     QDir(other.path()).mkdir(u"BU_Source_Files"_qs);
     cmdlg.path = other.filePath(u"take.aiff"_qs);
     form.mnuLoadFiles->trigger();
     EXPECT_EQ(state.vsProjectFolder, other.path());
+    EXPECT_EQ(session.loadedScript, u"script.xlsx");
     session.vsLoadStage = u"End Silence Added"_qs;
     working.mnuBackupSourceFile_Click();
     EXPECT_EQ(backup(u"take._100.wav"_qs), "recording");

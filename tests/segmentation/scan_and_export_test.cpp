@@ -84,15 +84,18 @@ struct Export : test::MainDesk {
     QTemporaryDir project;
     bool changing = false;
     int batch = 0;
-    segmentation::IndividualExport exporting{form,
-                                             {desk.failure, session, EDT, desk.boxes, files,
-                                              [this] { return changing; }, [this] { ++batch; }}};
+    int stuck = 0;
+    segmentation::IndividualExport exporting{
+        form,
+        {desk.failure, session, EDT, desk.boxes, files, [this] { return changing; },
+         [this] { ++batch; }, [this] { ++stuck; }}};
 
     void SetUp() override {
         MainDesk::SetUp();
         session.loadedFolder = project.path();
         session.loadedFile = u"take.wav"_qs;
-        session.vsScriptFile = u"script.xlsx"_qs;
+        session.loadedScript = u"script.xlsx"_qs;
+        session.vsScriptFile = u"of a load that was given up.xlsx"_qs;
         QDir(project.path()).mkdir(u"BU_Source_Files"_qs);
         for (const QString& name : {u"take.wav"_qs, u"script.xlsx"_qs})
             test::writeFile(project.filePath(name), "recording");
@@ -163,9 +166,42 @@ TEST_F(Export, ARunWaitsForAListThatIsBeingRebuilt) {
     EXPECT_EQ(EDT.calls.size(), 2) << "another recording took the sound's place";
 }
 
+TEST_F(Export, ARunGoesOnWithTheRowsOfAListThatALoadCommandHasEmptied) {
+    form.mnuExport->trigger();
+    for (const QString& last : {u"P2.wav"_qs, u"P3.wav"_qs}) {
+        exporting.keepRows();  // the second time there is nothing left in the list
+        form.lvAudioDetails->clear();
+        EXPECT_TRUE(exporting.running());
+        next();
+        EXPECT_EQ(EDT.calls.last().section(u' ', -1), last);
+    }
+    next();
+    EXPECT_EQ(batch, 1);
+    EXPECT_TRUE(moved(u"take.wav"_qs) && moved(u"script.xlsx"_qs));
+    EXPECT_FALSE(exporting.running());
+    EXPECT_EQ(stuck, 0);
+}
+
+TEST_F(Export, KeptRowsGoWithTheSoundThatTheyBelongTo) {
+    form.mnuExport->trigger();
+    exporting.keepRows();
+    form.lvAudioDetails->clear();
+    Q_EMIT EDT.SoundEditStarted();
+    EDT.endExport();
+    test::pass(250);
+    EXPECT_EQ(EDT.calls.size(), 1);
+    EXPECT_GT(stuck, 0) << "the edit has come to no list";
+    EXPECT_FALSE(exporting.running());
+    addRows(3);
+    EXPECT_TRUE(test::waitUntil([this] { return EDT.calls.size() == 2; }, 1000));
+    EXPECT_TRUE(exporting.running());
+}
+
 TEST_F(Export, ARefusedRowIsAStandstillAndNoBackupMovesItOn) {
     EDT.refuseExports = true;
     form.mnuExport->trigger();
+    EXPECT_EQ(stuck, 1);
+    EXPECT_FALSE(form.frExportFiles->isHidden());
     EDT.refuseExports = false;
     EDT.pending = 1;  // a backup
     next();

@@ -43,13 +43,15 @@ class ScriptedDialog : public platform::OpenDialog {
     void setTitle(const QString& text) override { title = text; }
     void setFilter(const QString& text) override { filter = text; }
     std::optional<Choice> ShowOpen() override {
+        if (meanwhile) meanwhile();
         if (path.isEmpty()) return {};
         return Choice{path, path.section(u'/', -1)};
     }
 
     QString title;
     QString filter;
-    QString path;  // empty: the operator cancels
+    QString path;                     // empty: the operator cancels
+    std::function<void()> meanwhile;  // what happens while the dialog is open
 };
 
 class ScriptedOpener : public platform::Opener {
