@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "sound/chunk_walker.h"
+#include "sound/byte_order.h"
 
 namespace tarnwick::sound {
 
@@ -65,9 +65,7 @@ struct MicrosoftState {
     }
 };
 
-int signed16(const std::uint8_t* bytes) {
-    return static_cast<std::int16_t>(ChunkWalker::little16(bytes));
-}
+int signed16(const std::uint8_t* bytes) { return static_cast<std::int16_t>(little16(bytes)); }
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 #include <array>
 #include <cmath>
 
+#include "sound/byte_order.h"
 #include "sound/chunk_walker.h"
 #include "sound/sample_coding.h"
 #include "sound/sound_error.h"
@@ -16,8 +17,8 @@ namespace {
 // The rate as an 80-bit extended number: sign and exponent, then a mantissa with its leading one.
 // 0 when it is not a sensible rate.
 int readRate(const std::uint8_t* bytes) {
-    const int exponent = ChunkWalker::big16(bytes) - 16383;
-    const double mantissa = ChunkWalker::big32(bytes + 2) + ChunkWalker::big32(bytes + 6) * 0x1p-32;
+    const int exponent = big16(bytes) - 16383;
+    const double mantissa = big32(bytes + 2) + big32(bytes + 6) * 0x1p-32;
     if (exponent < 0 || exponent > 30) return 0;
     return static_cast<int>(std::lround(std::ldexp(mantissa, exponent - 31)));
 }
@@ -53,9 +54,9 @@ StoredSound readCommon(const SourceFile& file, const ChunkWalker::Chunk& chunk, 
     file.read(chunk.body, std::span(body).first(needed));
 
     StoredSound sound;
-    sound.format.channels = ChunkWalker::big16(body.data());
-    sound.frames = ChunkWalker::big32(body.data() + 2);
-    const int bits = ChunkWalker::big16(body.data() + 6);
+    sound.format.channels = big16(body.data());
+    sound.frames = big32(body.data() + 2);
+    const int bits = big16(body.data() + 6);
     sound.format.rate = readRate(body.data() + 8);
     const std::string_view kind(reinterpret_cast<const char*>(body.data() + 18), 4);
     sound.coding = aifc ? compressedCoding(kind, bits) : integerCoding(bits, false);
@@ -73,7 +74,7 @@ std::int64_t readSamplePlace(const SourceFile& file, const ChunkWalker::Chunk& c
     if (chunk.body + static_cast<std::int64_t>(body.size()) > file.size())
         throw SoundError(SoundFailure::Damaged, "the sample chunk is cut off");
     file.read(chunk.body, body);
-    sound.offset = chunk.body + 8 + ChunkWalker::big32(body.data());
+    sound.offset = chunk.body + 8 + big32(body.data());
     const bool sized = chunk.claimed > body.size();
     return (sized ? chunk.body + chunk.size : file.size()) - sound.offset;
 }

@@ -8,6 +8,7 @@
 #include <exception>
 #include <span>
 
+#include "sound/byte_order.h"
 #include "sound/quantiser.h"
 #include "sound/sound_error.h"
 
@@ -27,14 +28,11 @@ bool fits(std::int64_t frames, int channels) {
     return frames <= kLargest && frames * channels / 100 * 51 + kHeaders <= kLargest;
 }
 
-std::size_t little32(const unsigned char* bytes) {
-    return bytes[0] | bytes[1] << 8 | bytes[2] << 16 | std::size_t{bytes[3]} << 24;
-}
-
 // Where the body of a chunk of four bytes begins in the first bytes of a WAV; 0 when it is not
 // there.
 std::size_t bodyOf(const char* name, std::span<const unsigned char> start) {
-    for (std::size_t at = 12; at + 12 <= start.size(); at += 8 + little32(&start[at + 4]))
+    for (std::size_t at = 12; at + 12 <= start.size();
+         at += std::size_t{8} + little32(&start[at + 4]))
         if (std::memcmp(&start[at], name, 4) == 0) return at + 8;
     return 0;
 }

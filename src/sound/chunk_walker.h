@@ -1,11 +1,14 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <optional>
+#include <span>
 #include <string_view>
 
+#include "sound/byte_order.h"
 #include "sound/source_file.h"
 
 namespace tarnwick::sound {
@@ -64,19 +67,6 @@ class ChunkWalker {
             if (chunk->size < static_cast<std::int64_t>(chunk->claimed)) return false;
         }
         return walker.at_ >= file.size();
-    }
-
-    static std::uint16_t little16(const std::uint8_t* bytes) {
-        return static_cast<std::uint16_t>(bytes[0] | bytes[1] << 8);
-    }
-    static std::uint32_t little32(const std::uint8_t* bytes) {
-        return little16(bytes) | std::uint32_t{little16(bytes + 2)} << 16;
-    }
-    static std::uint16_t big16(const std::uint8_t* bytes) {
-        return static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
-    }
-    static std::uint32_t big32(const std::uint8_t* bytes) {
-        return std::uint32_t{big16(bytes)} << 16 | big16(bytes + 2);
     }
 
   private:

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "sound/chunk_walker.h"
+#include "sound/byte_order.h"
 #include "sound/progress.h"
 #include "sound/sound_error.h"
 
@@ -36,7 +36,7 @@ std::string_view textAt(const std::uint8_t* bytes, std::size_t count) {
 // Whether sound ends before these bytes of the file: at its end, at a tag or at padding.
 bool endsBefore(const std::uint8_t* bytes, std::size_t count) {
     return count < kHeaderBytes || textAt(bytes, 3) == "TAG" ||
-           textAt(bytes, count) == "APETAGEX" || ChunkWalker::big32(bytes) == 0;
+           textAt(bytes, count) == "APETAGEX" || big32(bytes) == 0;
 }
 
 // Whether enough frames follow each other from `at` on.
@@ -46,7 +46,7 @@ bool framesFollow(const SourceFile& file, std::int64_t at) {
         std::array<std::uint8_t, 8> bytes;
         const std::size_t got = at < file.size() ? file.readSome(at, bytes) : 0;
         if (endsBefore(bytes.data(), got)) return frames >= kFramesAtEnd;
-        const auto header = Mp3Header::read(ChunkWalker::big32(bytes.data()));
+        const auto header = Mp3Header::read(big32(bytes.data()));
         if (!header || (frames > 0 && header->shared != shared)) return false;
         shared = header->shared;
         at += header->bytes;
@@ -77,7 +77,7 @@ std::optional<std::int64_t> searchFrames(const SourceFile& file, std::int64_t at
     std::vector<std::uint8_t> window(kSearchBytes);
     const std::size_t held = file.readSome(at, window);
     for (std::size_t i = 0; i + kHeaderBytes <= held; ++i)
-        if (window[i] == 0xFF && Mp3Header::read(ChunkWalker::big32(window.data() + i)) &&
+        if (window[i] == 0xFF && Mp3Header::read(big32(window.data() + i)) &&
             framesFollow(file, at + static_cast<std::int64_t>(i)))
             return at + static_cast<std::int64_t>(i);
     return {};
@@ -86,7 +86,7 @@ std::optional<std::int64_t> searchFrames(const SourceFile& file, std::int64_t at
 std::optional<Mp3Header> headerAt(const SourceFile& file, std::int64_t at) {
     std::array<std::uint8_t, kHeaderBytes> word;
     if (at >= file.size() || file.readSome(at, word) < word.size()) return {};
-    return Mp3Header::read(ChunkWalker::big32(word.data()));
+    return Mp3Header::read(big32(word.data()));
 }
 
 // What a frame tells that carries notes instead of sound; none in others. A VBRI frame is known,
@@ -97,17 +97,17 @@ std::optional<Mp3Tag> readTag(const SourceFile& file, std::int64_t at, const Mp3
     if (textAt(frame.data() + kHeaderBytes + 32, 4) == "VBRI") return Mp3Tag{};
     const std::uint8_t* bytes = frame.data() + kHeaderBytes + header.sideBytes;
     if (textAt(bytes, 4) != "Xing" && textAt(bytes, 4) != "Info") return {};
-    const std::uint32_t fields = ChunkWalker::big32(bytes + 4);
+    const std::uint32_t fields = big32(bytes + 4);
     bytes += 8;
     Mp3Tag tag;
-    if ((fields & 1) != 0) tag.frames = ChunkWalker::big32(bytes);
+    if ((fields & 1) != 0) tag.frames = big32(bytes);
     for (const auto& [bit, size] :
          {std::pair(1, 4), std::pair(2, 4), std::pair(4, 100), std::pair(8, 4)})
         if ((fields & static_cast<std::uint32_t>(bit)) != 0) bytes += size;
     // The encoder's name, nine bytes, and twelve more stand before the two numbers of twelve bits.
     constexpr int kCutsAt = 21;
     if (bytes - frame.data() + kCutsAt + 3 <= header.bytes) {
-        const std::uint32_t cuts = ChunkWalker::big32(bytes + kCutsAt) >> 8;
+        const std::uint32_t cuts = big32(bytes + kCutsAt) >> 8;
         tag.delay = static_cast<int>(cuts >> 12);
         tag.padding = static_cast<int>(cuts & 0xFFF);
     }
@@ -164,7 +164,7 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
             held = static_cast<std::int64_t>(file.readSome(at, window));
             if (held < kHeaderBytes) return;
         }
-        const auto header = Mp3Header::read(ChunkWalker::big32(window.data() + (at - place)));
+        const auto header = Mp3Header::read(big32(window.data() + (at - place)));
         if (header && header->shared == start.header.shared) {
             if (header->bytes > file.size() - at) return;  // cut off
             add(at, header->bytes);

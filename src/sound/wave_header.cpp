@@ -2,6 +2,7 @@
 #include <array>
 #include <vector>
 
+#include "sound/byte_order.h"
 #include "sound/chunk_walker.h"
 #include "sound/sample_coding.h"
 #include "sound/sound_error.h"
@@ -69,11 +70,11 @@ std::vector<AdpcmWeights> readWeights(const SourceFile& file, const ChunkWalker:
     std::array<std::uint8_t, 22 + 4 * kMost> body = {};
     const auto size = std::min<std::size_t>(static_cast<std::size_t>(chunk.size), body.size());
     file.read(chunk.body, std::span(body).first(size));
-    const std::size_t listed = ChunkWalker::little16(body.data() + 20);
+    const std::size_t listed = little16(body.data() + 20);
     std::vector<AdpcmWeights> weights;
     for (std::size_t at = 22; at + 4 <= size && weights.size() < listed; at += 4) {
         const auto weight = [&](std::size_t place) -> int {
-            return static_cast<std::int16_t>(ChunkWalker::little16(body.data() + place));
+            return static_cast<std::int16_t>(little16(body.data() + place));
         };
         weights.push_back({weight(at), weight(at + 2)});
     }
@@ -110,17 +111,17 @@ FoundSound readFormat(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
     if (size < 16) throw SoundError(SoundFailure::Damaged, "the format chunk is cut off");
 
     StoredSound sound;
-    int tag = ChunkWalker::little16(body.data());
-    sound.format.channels = ChunkWalker::little16(body.data() + 2);
-    const std::uint32_t rate = ChunkWalker::little32(body.data() + 4);
+    int tag = little16(body.data());
+    sound.format.channels = little16(body.data() + 2);
+    const std::uint32_t rate = little32(body.data() + 4);
     sound.format.rate = rate <= kMaximumRate ? static_cast<int>(rate) : 0;
-    const int blockBytes = ChunkWalker::little16(body.data() + 12);
-    const int bits = ChunkWalker::little16(body.data() + 14);
+    const int blockBytes = little16(body.data() + 12);
+    const int bits = little16(body.data() + 14);
     if (tag == kExtensible) {
         if (size < body.size() ||
             !std::equal(kSubFormatTail.begin(), kSubFormatTail.end(), body.begin() + 26))
             notASound("a coding that is not known");
-        tag = ChunkWalker::little16(body.data() + 24);
+        tag = little16(body.data() + 24);
     }
     std::optional<BlockLayout> blocks = blockLayout(file, chunk, tag, bits, blockBytes);
     if (blocks) {
@@ -167,8 +168,8 @@ std::optional<std::int64_t> readLongSize(const SourceFile& file, const ChunkWalk
     std::array<std::uint8_t, 16> body;
     if (chunk.size < static_cast<std::int64_t>(body.size())) return {};
     file.read(chunk.body, body);
-    const std::uint64_t size = ChunkWalker::little32(body.data() + 8) |
-                               std::uint64_t{ChunkWalker::little32(body.data() + 12)} << 32;
+    const std::uint64_t high = little32(body.data() + 12);
+    const std::uint64_t size = high << 32 | little32(body.data() + 8);
     return static_cast<std::int64_t>(std::min<std::uint64_t>(size, INT64_MAX));
 }
 
@@ -177,7 +178,7 @@ std::optional<std::uint32_t> readCount(const SourceFile& file, const ChunkWalker
     std::array<std::uint8_t, 4> body;
     if (chunk.size < static_cast<std::int64_t>(body.size())) return {};
     file.read(chunk.body, body);
-    return ChunkWalker::little32(body.data());
+    return little32(body.data());
 }
 
 }  // namespace
