@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "sound/mp3_index.h"
+#include "sound/mp3_lead_in.h"
 #include "sound/mp3_stream.h"
 #include "sound/sound_error.h"
 

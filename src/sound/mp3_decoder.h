@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sound/mp3_frames.h"
+#include "sound/mp3_start.h"
 #include "sound/progress.h"
 #include "sound/scratch_decoder.h"
 #include "sound/source_file.h"

@@ -8,7 +8,7 @@
 #include <stop_token>
 #include <vector>
 
-#include "sound/mp3_frames.h"
+#include "sound/mp3_lead_in.h"
 #include "sound/scratch_decoder.h"
 #include "sound/source_file.h"
 
