@@ -5,9 +5,9 @@
 #include <fstream>
 #include <utility>
 
-#include "sound/mp3_stream.h"
 #include "sound/plain_sound.h"
-#include "sound/source.h"
+#include "sound/reading/mp3_stream.h"
+#include "sound/reading/source.h"
 #include "sound/test_sounds.h"
 
 // Compressed files, made by other programs and then bent, against other decoders of them.

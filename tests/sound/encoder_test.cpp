@@ -1,4 +1,4 @@
-#include "sound/encoder.h"
+#include "sound/writing/encoder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,13 +10,13 @@
 #include <regex>
 #include <sstream>
 
-#include "sound/header_writer.h"
-#include "sound/mp3_encoder.h"
-#include "sound/mp3_length_tag.h"
 #include "sound/plain_sound.h"
-#include "sound/source.h"
+#include "sound/reading/source.h"
+#include "sound/samples/wav_codecs.h"
 #include "sound/test_sounds.h"
-#include "sound/wav_codecs.h"
+#include "sound/writing/header_writer.h"
+#include "sound/writing/mp3_encoder.h"
+#include "sound/writing/mp3_length_tag.h"
 
 namespace tarnwick::sound {
 namespace {

@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "sound/silence_scan.h"
-#include "sound/timeline.h"
+#include "sound/timeline/silence_scan.h"
+#include "sound/timeline/timeline.h"
 
 namespace tarnwick::sound {
 

@@ -11,8 +11,8 @@
 #include <mutex>
 #include <thread>
 
-#include "sound/play_clock.h"
-#include "sound/player.h"
+#include "sound/playback/play_clock.h"
+#include "sound/playback/player.h"
 #include "sound/test_sounds.h"
 
 namespace tarnwick::sound {

@@ -4,10 +4,10 @@
 
 #include <limits>
 
-#include "sound/peak_level.h"
 #include "sound/plain_sound.h"
-#include "sound/sound_writer.h"
 #include "sound/test_sounds.h"
+#include "sound/timeline/peak_level.h"
+#include "sound/writing/sound_writer.h"
 
 // The laws of timelines, scans and peaks, on sounds and edits drawn at random. A failure is cut
 // down to a small one and printed with its seed. Each run draws the same;

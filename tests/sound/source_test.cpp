@@ -1,4 +1,4 @@
-#include "sound/source.h"
+#include "sound/reading/source.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "sound/frame_reader.h"
-#include "sound/sound_error.h"
+#include "sound/samples/frame_reader.h"
+#include "sound/samples/sound_error.h"
 
 // Sounds that are made where they are read, and a folder to write into.
 

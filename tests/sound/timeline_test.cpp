@@ -1,11 +1,11 @@
-#include "sound/timeline.h"
+#include "sound/timeline/timeline.h"
 
 #include <gtest/gtest.h>
 
-#include "sound/silence_scan.h"
-#include "sound/sound_writer.h"
+#include "sound/samples/time.h"
 #include "sound/test_sounds.h"
-#include "sound/time.h"
+#include "sound/timeline/silence_scan.h"
+#include "sound/writing/sound_writer.h"
 
 namespace tarnwick::sound {
 namespace {

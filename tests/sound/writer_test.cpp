@@ -9,15 +9,15 @@
 #include <fstream>
 #include <limits>
 
-#include "sound/atomic_file.h"
-#include "sound/header_writer.h"
-#include "sound/quantiser.h"
-#include "sound/rate_blocks.h"
-#include "sound/resampler.h"
-#include "sound/sound_error.h"
-#include "sound/sound_writer.h"
+#include "sound/samples/quantiser.h"
+#include "sound/samples/sound_error.h"
+#include "sound/samples/wav_codecs.h"
 #include "sound/test_sounds.h"
-#include "sound/wav_codecs.h"
+#include "sound/writing/atomic_file.h"
+#include "sound/writing/header_writer.h"
+#include "sound/writing/rate_blocks.h"
+#include "sound/writing/resampler.h"
+#include "sound/writing/sound_writer.h"
 
 namespace tarnwick::sound {
 namespace {
