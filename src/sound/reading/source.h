@@ -12,6 +12,7 @@
 namespace tarnwick::sound {
 
 class LoudMaps;
+class SourceFile;
 
 // The samples of one recording, never changed. An uncompressed file is held open and read where
 // its samples lie; a compressed one is decoded once into a nameless file in the temporary folder.

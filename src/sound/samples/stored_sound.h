@@ -6,8 +6,6 @@
 
 namespace tarnwick::sound {
 
-class SourceFile;
-
 // How one sample lies in a file.
 enum class Coding {
     Unsigned8,

@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "sound/samples/time.h"
-#include "sound/test_sounds.h"
 #include "sound/timeline/silence_scan.h"
 #include "sound/writing/sound_writer.h"
+#include "support/test_sounds.h"
 
 namespace tarnwick::sound {
 namespace {
@@ -31,11 +30,6 @@ TEST(Timeline, RefusesPlacesOutsideTheSound) {
     EXPECT_FALSE(audibleRange(empty, 589));
     EXPECT_EQ(empty.inserted(0, 7).frames(), 7);
 }
-
-static_assert(frameAt(1, 500) == 0 && frameAt(3, 500) == 2 && frameAt(1500, 44100) == 66150);
-static_assert(frameAt(5, 44100) == 220 && frameAt(15, 44100) == 662);  // 220.5, 661.5: to even
-static_assert(msFloor(44099, 44100) == 999 && msCeil(44099, 44100) == 1000);
-static_assert(msFloor(44100, 44100) == 1000 && msCeil(44100, 44100) == 1000);
 
 }  // namespace
 }  // namespace tarnwick::sound

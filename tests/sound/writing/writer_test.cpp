@@ -7,17 +7,16 @@
 #include <csignal>
 #include <cstring>
 #include <fstream>
-#include <limits>
 
-#include "sound/samples/quantiser.h"
 #include "sound/samples/sound_error.h"
 #include "sound/samples/wav_codecs.h"
-#include "sound/test_sounds.h"
 #include "sound/writing/atomic_file.h"
 #include "sound/writing/header_writer.h"
 #include "sound/writing/rate_blocks.h"
 #include "sound/writing/resampler.h"
 #include "sound/writing/sound_writer.h"
+#include "support/by_sndfile.h"
+#include "support/test_sounds.h"
 
 namespace tarnwick::sound {
 namespace {
@@ -214,24 +213,6 @@ TEST_F(Writer, WhatIsNotFinishedLeavesTheOldFileWhole) {
     struct stat now;
     ASSERT_EQ(stat(target_.c_str(), &now), 0);
     EXPECT_EQ(now.st_mode & 0777, 0640u);
-}
-
-TEST(Quantiser, RoundsToTheNearestAndClips) {
-    const double step = std::ldexp(1.0, -15);
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    const std::vector<std::pair<double, int>> cases{
-        {0.0, 0},        {0.49 * step, 0}, {0.51 * step, 1},   {-0.51 * step, -1},
-        {1.5 * step, 2}, {2.5 * step, 2},  {1.0, 32767},       {32767.4 * step, 32767},
-        {-1.0, -32768},  {7.0, 32767},     {-1.0e300, -32768}, {nan, 0}};
-    for (const auto& [value, sample] : cases) {
-        std::int16_t out;
-        quantise(&value, 1, {.bits = 16}, reinterpret_cast<unsigned char*>(&out));
-        EXPECT_EQ(out, sample) << value;
-    }
-    const double value = std::ldexp(0x123456, -23);
-    unsigned char out[4] = {};
-    quantise(&value, 1, {.bits = 24, .bigEndian = true}, out);
-    EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing behind the last sample
 }
 
 TEST(AtomicFile, BothKindsOfTemporaryReplaceTheTargetOnlyAtTheEnd) {

@@ -13,7 +13,7 @@
 
 #include "sound/playback/play_clock.h"
 #include "sound/playback/player.h"
-#include "sound/test_sounds.h"
+#include "support/test_sounds.h"
 
 namespace tarnwick::sound {
 namespace {

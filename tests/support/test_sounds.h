@@ -1,6 +1,5 @@
 #pragma once
 
-#include <sndfile.h>
 #include <stdlib.h>
 
 #include <algorithm>
@@ -147,15 +146,15 @@ inline std::vector<double> doublesIn(const std::filesystem::path& file) {
     return values;
 }
 
-// Reads a file with an independent reader; a sample of any coding fits into a double.
-inline std::vector<double> bySndfile(const std::filesystem::path& file, SF_INFO& info) {
-    info = {};
-    SNDFILE* in = sf_open(file.c_str(), SFM_READ, &info);
-    if (!in) return {};
-    std::vector<double> samples(static_cast<std::size_t>(info.frames * info.channels));
-    sf_readf_double(in, samples.data(), info.frames);
-    sf_close(in);
-    return samples;
+// All samples of a stretch, interleaved, or of a whole sound.
+inline std::vector<double> samplesOf(const FrameReader& sound, std::int64_t first,
+                                     std::int64_t end) {
+    std::vector<double> values(static_cast<std::size_t>((end - first) * sound.format().channels));
+    sound.read(first, end - first, values.data());
+    return values;
+}
+inline std::vector<double> samplesOf(const FrameReader& sound) {
+    return samplesOf(sound, 0, sound.frames());
 }
 
 // How `work` failed, if it did.

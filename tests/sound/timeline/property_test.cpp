@@ -1,66 +1,22 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <stdlib.h>
 
 #include <limits>
 
-#include "sound/plain_sound.h"
-#include "sound/test_sounds.h"
 #include "sound/timeline/peak_level.h"
 #include "sound/writing/sound_writer.h"
+#include "support/drawn_sounds.h"
+#include "support/plain_sound.h"
+#include "support/test_sounds.h"
 
-// The laws of timelines, scans and peaks, on sounds and edits drawn at random. A failure is cut
-// down to a small one and printed with its seed. Each run draws the same;
-// RC_PARAMS="seed=7 max_success=2000" draws others, and more.
+// The laws of timelines and scans, on sounds and edits drawn at random (drawn_sounds.h).
 
 namespace tarnwick::sound {
 namespace {
 
-const int kSeeded = setenv("RC_PARAMS", "seed=20", 0);
-
-// A stretch of noise that reaches up to a level, on the scale of the thresholds.
-struct Run {
-    int level = 0;
-    int frames = 0;
-};
-
-std::ostream& operator<<(std::ostream& out, const Run& run) {
-    return out << run.frames << " frames at " << run.level;
-}
-
 std::ostream& operator<<(std::ostream& out, const Edit& edit) {
     return out << std::array{"insert ", "remove ", "scale "}[edit.kind] << edit.first << " to "
                << edit.end << " by " << edit.gain;
-}
-
-rc::Gen<int> levels() {
-    return rc::gen::oneOf(rc::gen::element(0, 589, 20'000), rc::gen::inRange(0, 32767));
-}
-
-std::shared_ptr<const Source> drawnSource() {
-    const auto lengths = rc::gen::oneOf(rc::gen::inRange(1, 40), rc::gen::inRange(200, 9000));
-    const auto run = rc::gen::build<Run>(rc::gen::set(&Run::level, levels()),
-                                         rc::gen::set(&Run::frames, lengths));
-    const auto runs = *rc::gen::resize(
-        20, rc::gen::nonEmpty(rc::gen::container<std::vector<Run>>(rc::gen::resize(100, run))));
-    const auto channels = *rc::gen::element(1, 2);
-    const auto bits = *rc::gen::element(8, 16, 24, 32, 0);
-    // Floating samples go beyond full scale, where peaks cannot follow.
-    const AudioFormat format{44100, channels, bits == 0 ? 32 : bits, bits == 0};
-    const auto container = *rc::gen::element(Container::Wav, Container::Aiff);
-    const double scale = (format.floating ? 3.0 : 1.0) / 32768.0;
-    std::vector<double> values;
-    for (std::uint32_t state = 1; const Run& run : runs)
-        for (int i = 0; i < run.frames * channels; ++i) {
-            state = state * 1664525 + 1013904223;
-            const int level = static_cast<int>((state >> 8) % (2u * run.level + 1)) - run.level;
-            // Half a unit over the level: peaks must round it up, scans must not.
-            values.push_back((i % 16 < 2 ? run.level + 0.5 : level) * scale);
-        }
-    const TempFolder folder;
-    const ListSound sound(format, values);
-    writeSound(sound, 0, sound.frames(), {container, format}, folder.path() / "take");
-    return Source::open(folder.path() / "take");
 }
 
 // A place from 0 to `last`, the ends and the joints of blocks more often than chance has it.
@@ -191,29 +147,6 @@ RC_GTEST_PROP(Laws, PeakLevelIsTheLargestSampleAndQuietFramesAreAllThatIsCut, ()
             plain.edit({Edit::Remove, range.first + silence->first, range.first + silence->end});
     RC_ASSERT(timeline.frames() == plain.frames());
     same(samplesOf(timeline, 0, timeline.frames()), plain.values);
-}
-
-RC_GTEST_PROP(Laws, PeaksAreTheExtremesRoundedOutward, ()) {
-    const auto source = drawnSource();
-    const PlainSound plain(*source);
-    const auto units = [](double value) { return std::clamp(value, -32768.0, 32767.0); };
-    for (int channel = 0; channel < plain.channels; ++channel)
-        for (int level = 0; level < source->peaks().levels(); ++level) {
-            const auto peaks = source->peaks().level(channel, level);
-            const std::int64_t step = Peaks::framesAt(level);
-            RC_ASSERT(static_cast<std::int64_t>(peaks.size()) ==
-                      (plain.frames() + step - 1) / step);
-            for (std::size_t i = 0; i < peaks.size(); ++i) {
-                double low = 9.0, high = -9.0;
-                const std::int64_t first = static_cast<std::int64_t>(i) * step;
-                for (auto at = first; at < std::min(first + step, plain.frames()); ++at) {
-                    low = std::min(low, plain.values[at * plain.channels + channel]);
-                    high = std::max(high, plain.values[at * plain.channels + channel]);
-                }
-                RC_ASSERT(peaks[i].minimum == units(std::floor(low * 32768.0)));
-                RC_ASSERT(peaks[i].maximum == units(std::ceil(high * 32768.0)));
-            }
-        }
 }
 
 constexpr float kFar = std::numeric_limits<float>::max();

@@ -10,13 +10,12 @@
 #include <regex>
 #include <sstream>
 
-#include "sound/plain_sound.h"
 #include "sound/reading/source.h"
 #include "sound/samples/wav_codecs.h"
-#include "sound/test_sounds.h"
 #include "sound/writing/header_writer.h"
 #include "sound/writing/mp3_encoder.h"
 #include "sound/writing/mp3_length_tag.h"
+#include "support/test_sounds.h"
 
 namespace tarnwick::sound {
 namespace {

@@ -6,8 +6,7 @@
 #include <fstream>
 #include <random>
 
-#include "sound/plain_sound.h"
-#include "sound/test_sounds.h"
+#include "support/test_sounds.h"
 
 // Files are made byte by byte, so that the readers are not measured by our own writers.
 

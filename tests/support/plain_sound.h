@@ -8,6 +8,7 @@
 
 #include "sound/timeline/silence_scan.h"
 #include "sound/timeline/timeline.h"
+#include "support/test_sounds.h"
 
 namespace tarnwick::sound {
 
@@ -28,16 +29,6 @@ struct Edit {
         return timeline.scaled(first, end, gain);
     }
 };
-
-inline std::vector<double> samplesOf(const FrameReader& sound, std::int64_t first,
-                                     std::int64_t end) {
-    std::vector<double> values(static_cast<std::size_t>((end - first) * sound.format().channels));
-    sound.read(first, end - first, values.data());
-    return values;
-}
-inline std::vector<double> samplesOf(const FrameReader& sound) {
-    return samplesOf(sound, 0, sound.frames());
-}
 
 // What a timeline is held against: the samples themselves, edited and searched without any wit.
 struct PlainSound {

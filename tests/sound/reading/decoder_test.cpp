@@ -5,10 +5,10 @@
 #include <fstream>
 #include <utility>
 
-#include "sound/plain_sound.h"
 #include "sound/reading/mp3_stream.h"
 #include "sound/reading/source.h"
-#include "sound/test_sounds.h"
+#include "support/by_sndfile.h"
+#include "support/test_sounds.h"
 
 // Compressed files, made by other programs and then bent, against other decoders of them.
 
