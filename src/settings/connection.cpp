@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "runtime/fault.h"
+#include "runtime/file_names.h"
 #include "settings/cipher.h"
 
 namespace tarnwick::settings {
@@ -45,8 +46,8 @@ void Connection::Open(const QString& connectionString) {
         throw runtime::Fault(QStringLiteral("Operation is not allowed when the object is open."));
     const QString password = QStringLiteral("Database Password");
     const QString file = partOf(connectionString, QStringLiteral("Data Source"), password);
-    const int code =
-        sqlite3_open_v2(file.toUtf8().constData(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+    const int code = sqlite3_open_v2(runtime::bytesOfFileName(file).c_str(), &database_,
+                                     SQLITE_OPEN_READWRITE, nullptr);
     try {
         if (code != SQLITE_OK) fail();
         sqlite3_busy_timeout(database_, kLockedFileWaitMs);

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "runtime/file_names.h"
 #include "settings/quote.h"
 #include "settings/settings_database.h"
 #include "settings/update_statement.h"
@@ -158,6 +159,22 @@ TEST_F(SettingsDatabaseTest, RefusesWhatIsNotTheDatabase) {
     QFile::remove(file());
     EXPECT_EQ(faultOf([&] { database_.Open(good); }), "unable to open database file");
     EXPECT_FALSE(QFile::exists(file()));
+}
+
+TEST_F(SettingsDatabaseTest, IsFoundInAnyFolder) {
+    for (const std::string name : {"l\xc3\xa4nge", "a\xff\xc3"}) {
+        const std::filesystem::path folder = folder_.path().toStdString() + '/' + name;
+        std::filesystem::create_directory(folder);
+        std::filesystem::copy_file(file().toStdString(), folder / "Tarnwick.mdb");
+        const QString found = test::resultOf([&] {
+            const Access access(
+                database_, settings::connectionString(runtime::textOfFileName(folder.native())));
+            database_.Execute("UPDATE Admin SET  F2 = 1600 WHERE F1 = 17");
+            return database_.Read("SELECT * FROM Admin WHERE F1 = 17").text("F2");
+        });
+        EXPECT_EQ(found, "1600") << name;
+        std::filesystem::remove_all(folder);  // Qt would leave it behind
+    }
 }
 
 TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFile) {

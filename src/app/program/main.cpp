@@ -14,6 +14,7 @@
 #include "platform/desktop_open_dialog.h"
 #include "platform/desktop_opener.h"
 #include "platform/disk.h"
+#include "platform/program_folder.h"
 #include "platform/session_bus.h"
 
 using namespace tarnwick;
@@ -67,7 +68,7 @@ int main(int argc, char** argv) {
     platform::DesktopOpener opener;
     platform::SystemClock clock;
     runtime::FailurePath failure(
-        QApplication::applicationDirPath(),
+        platform::programFolder(),
         {.criticalBox = [&](const QString& title,
                             const QString& text) { boxes.critical(title, text); },
          .endProcess = endProcess,
