@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QIcon>
-#include <QSettings>
 #include <csignal>
 #include <cstdlib>
 
@@ -56,14 +55,12 @@ int main(int argc, char** argv) {
     app::followColourScheme(scheme);
     QApplication::setWindowIcon(QIcon(u":/tarnwick/icon.png"_qs));
 
-    // What Qt itself remembers (the dialog's last folders) stays in the program's folder, too.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                       QApplication::applicationDirPath());
-
     platform::DesktopBoxes boxes;
-    platform::DesktopOpenDialog cmdlg;
-    platform::DesktopOpenDialog batchDialog;
-    platform::DesktopOpenDialog renameDialog;
+    runtime::ProcessState state;
+    const auto projectFolder = [&] { return state.vsProjectFolder; };
+    platform::DesktopOpenDialog cmdlg(projectFolder);
+    platform::DesktopOpenDialog batchDialog(projectFolder);
+    platform::DesktopOpenDialog renameDialog(projectFolder);
     platform::Disk files;
     platform::DesktopOpener opener;
     platform::SystemClock clock;
@@ -74,7 +71,6 @@ int main(int argc, char** argv) {
          .endProcess = endProcess,
          .now = [&] { return clock.now(); }});
     program.failure = &failure;
-    runtime::ProcessState state;
     settings::SettingsDatabase database;
     const auto editors = engine::createEditorDirectory();
     const auto EDT = engine::createSoundEditor(editors);
