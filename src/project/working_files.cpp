@@ -49,9 +49,9 @@ void WorkingFiles::mnuLoadFiles_Click() try {
     form_.lvAudioDetails->clear();
     forms::repaintNow(form_);
     chooseFilter();
-    const auto choice = services_.cmdlg.ShowOpen().value_or(platform::OpenDialog::Choice());
-    services_.state.vsProjectFolder =
-        leftPart(choice.FileName, choice.FileName.size() - choice.FileTitle.size() - 1);
+    const auto choice = services_.cmdlg.ShowOpen();
+    if (!choice) return;
+    services_.state.vsProjectFolder = platform::folderOf(choice->FileName);
     const auto holds = [&](const char16_t* folder) {
         return services_.files.FolderExists(
             platform::pathIn(services_.state.vsProjectFolder, text(folder)));
@@ -62,11 +62,11 @@ void WorkingFiles::mnuLoadFiles_Click() try {
             u"Rename or move outside of the Project folder before proceeding."_qs);
         return;
     }
-    services_.session.vsWorkingFile = choice.FileTitle;
-    form_.txbAudio->setText(choice.FileTitle);
+    services_.session.vsWorkingFile = choice->FileTitle;
+    form_.txbAudio->setText(choice->FileTitle);
     form_.OpScriptFormat[0]->isChecked() ? services_.Import_Word() : services_.Import_Excel();
 } catch (const std::exception&) {
-    // A cancelled dialog ends here, and so does any other fault of the command: quietly.
+    // Like a cancelled dialog, any fault of the command ends it quietly.
 }
 
 void WorkingFiles::chooseFilter() {
