@@ -73,7 +73,7 @@ int main(int argc, char** argv) {
     program.failure = &failure;
     settings::SettingsDatabase database;
     const auto editors = engine::createEditorDirectory();
-    const auto EDT = engine::createSoundEditor(editors);
+    const auto createEditor = [&] { return engine::createSoundEditor(editors); };
 
     const app::Services services{.failure = failure,
                                  .state = state,
@@ -85,8 +85,8 @@ int main(int argc, char** argv) {
                                  .files = files,
                                  .opener = opener,
                                  .clock = clock,
-                                 .EDT = *EDT,
-                                 .createEDTX = [&] { return engine::createSoundEditor(editors); },
+                                 .createEDT = createEditor,
+                                 .createEDTX = createEditor,
                                  .endProcess = endProcess};
     app::Application application(services);
     failure.unguarded([&] { application.Sub_Main(); });
