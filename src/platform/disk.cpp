@@ -82,7 +82,12 @@ void copy(const QString& source, const QString& destination, IfTaken ifTaken) {
 }  // namespace
 
 QString pathIn(const QString& folder, const QString& name) {
-    return folder + QDir::separator() + name;
+    return folder.endsWith(QDir::separator()) ? folder + name : folder + QDir::separator() + name;
+}
+
+QString folderOf(const QString& path) {
+    const QString folder = path.left(std::max<qsizetype>(path.lastIndexOf(QDir::separator()), 0));
+    return folder.isEmpty() ? QDir::rootPath() : folder;
 }
 
 bool Disk::FolderExists(const QString& path) const {

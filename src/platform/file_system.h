@@ -57,4 +57,8 @@ class FileSystem {
 // `name` in `folder`, joined by the platform's separator.
 QString pathIn(const QString& folder, const QString& name);
 
+// The folder of a file that is told by its full path, without a separator at its end. Only the root
+// keeps its own: the empty text is no folder.
+QString folderOf(const QString& path);
+
 }  // namespace tarnwick::platform
