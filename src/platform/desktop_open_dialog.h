@@ -4,8 +4,8 @@
 
 namespace tarnwick::platform {
 
-// Qt's file dialog. It begins in the current folder; where that folder holds exactly one
-// recording, its name stands ready in the name box, if the dialog is for recordings at first.
+// Qt's file dialog, starting in the current folder. If the first filter is for recordings and the
+// folder holds exactly one recording, its name is already in the name box.
 class DesktopOpenDialog : public OpenDialog {
   public:
     void setTitle(const QString& title) override { title_ = title; }
@@ -17,11 +17,11 @@ class DesktopOpenDialog : public OpenDialog {
     QString filter_;
 };
 
-// Which file of `folder` stands ready in the name box under the first of `filters`, as nameFilters
-// gives them; empty for none.
+// The file of `folder` to put into the name box for the first of `filters` (as nameFilters returns
+// them); empty for none.
 QString readyName(const QString& folder, const QStringList& filters);
 
-// "Audio Files (*.wav)|*.wav" as Qt wants it; the patterns are told by the second of each pair.
+// Converts "Audio Files (*.wav)|*.wav" to Qt's form; the patterns are the second of each pair.
 QStringList nameFilters(const QString& classicFilter);
 
 }  // namespace tarnwick::platform

@@ -25,7 +25,7 @@ void DesktopOpener::open(const QString& target) {
     QProcess process;
     process.setProgram(opener);
     process.setArguments({target});
-    process.setWorkingDirectory(QDir::rootPath());  // holds no folder that somebody wants to move
+    process.setWorkingDirectory(QDir::rootPath());  // keeps no folder busy that may be moved
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
