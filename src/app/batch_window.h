@@ -12,8 +12,8 @@ class frmBatchProcessor;
 
 namespace tarnwick::app {
 
-// What works in a Batch Processor's window: its own sound editor and the behaviour. A child of the
-// window, made and gone with it. UI thread.
+// The contents of a Batch Processor window: its own sound editor and the behaviour. A child of the
+// window, created and deleted with it. UI thread.
 class BatchWindow : public QObject {
   public:
     BatchWindow(forms::frmBatchProcessor& form, const Services& services,
@@ -21,7 +21,7 @@ class BatchWindow : public QObject {
 
     // Finds the project folder's files and the settings. Guarded.
     void load() { processor_.Form_Load(); }
-    // The window closes: what still runs in it leads to nothing more.
+    // Call when the window closes: stops all processing in it.
     void stop() { processor_.stop(); }
 
   private:
