@@ -143,7 +143,7 @@ void MainWindow::playOrPause() {
     (atRest ? form_.CommandPlay : form_.CommandPause)->click();
 }
 
-// Updates two buttons from the editor. It can fire between any two events, so it changes no state.
+// Updates two buttons from the editor. It can fire between any two events, so it only reads state.
 void MainWindow::TimerMenuEnabler_Timer() {
     form_.cbUndo->setEnabled(services_.EDT.UndoAvailable());
     qint16 available = 0;
