@@ -15,7 +15,7 @@ bool isLoneByte(QStringView text, qsizetype at) {
 }
 
 // Length in bytes of the first character of `bytes`; 0 if it is not valid UTF-8. The bytes are
-// decoded behind a letter because Qt drops a leading byte order mark.
+// decoded with a letter in front because Qt drops a leading byte order mark.
 int utf8Length(std::string_view bytes) {
     const auto lead = static_cast<unsigned char>(bytes.front());
     const int length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;

@@ -9,7 +9,7 @@ struct ExportMoment {
     bool runOpen = false;         // a run was started and has neither finished nor been dropped
     float vfExportIndex = 0;      // last requested row, from 1
     qint32 rowsOfRun = 0;         // rows that the run has to write
-    qint32 rowsInList = 0;        // rows that the list holds now
+    qint32 rowsInList = 0;        // rows in the list, or kept from it if it is empty
     bool listIsChanging = false;  // the sound is changing or being scanned: the list is not valid
     qint32 exportsPending = 0;    // requested exports that have not ended
 };
