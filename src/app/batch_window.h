@@ -13,17 +13,17 @@ class frmBatchProcessor;
 
 namespace tarnwick::app {
 
-// What works in a Batch Processor's window: its own sound editor and the behaviour. A child of the
-// window, made and gone with it. UI thread.
+// The contents of a Batch Processor window: its own sound editor and the behaviour. A child of the
+// window, created and deleted with it. UI thread.
 class BatchWindow : public QObject {
   public:
     // `EDT`: the main window's sound editor. `unload` closes the window.
     BatchWindow(forms::frmBatchProcessor& form, const Services& services, engine::SoundEditor& EDT,
                 std::function<void()> unload);
 
-    // Makes the sound editor, and finds the settings and the project folder's files. Guarded.
+    // Makes the sound editor and finds the project folder's files and the settings. Guarded.
     void load();
-    // The window closes: what still runs in it leads to nothing more.
+    // Call when the window closes: stops all processing in it.
     void stop();
 
   private:

@@ -137,13 +137,13 @@ void MainWindow::showWaveform(quintptr parent, const QRect& place) {
                      [this] { playOrPause(); });
 }
 
-// As the buttons would: click() heeds that they are disabled before the first analysis.
+// Clicks the buttons, so that nothing happens while they are disabled before the first analysis.
 void MainWindow::playOrPause() {
     const bool atRest = EDT_.waveform().playPosition() < 0.0;
     (atRest ? form_.CommandPlay : form_.CommandPause)->click();
 }
 
-// Keeps two buttons in step with the editor; it can fire between any two events, so it only reads.
+// Updates two buttons from the editor. It can fire between any two events, so it only reads state.
 void MainWindow::TimerMenuEnabler_Timer() {
     form_.cbUndo->setEnabled(EDT_.UndoAvailable());
     qint16 available = 0;
@@ -153,14 +153,14 @@ void MainWindow::TimerMenuEnabler_Timer() {
     form_.cbZoomSelection->setEnabled(available == 1);
 }
 
-// What still waits to go on with the present sound must not go on with another.
+// Steps that are still waiting to continue with the current sound must not continue with another.
 void MainWindow::dropSound() {
     chain_.drop();
     detection_.drop();
     export_.drop();
 }
 
-// A load that was refused may have left another project folder than the one of the recording.
+// After a refused load, the project folder may differ from the folder of the loaded recording.
 void MainWindow::showExported() {
     services_.state.vsProjectFolder = session_.loadedFolder;
     windows_.showBatchProcessor();
@@ -181,7 +181,7 @@ void MainWindow::batchProcessorClosed() {
     workingFiles_.loadWhatWaits();
 }
 
-// Without a sound and with an empty list.
+// Shows an empty list and the labels for no sound.
 void MainWindow::showNoSound() {
     form_.lvAudioDetails->clear();
     forms::setListHeight(form_, forms::kListHeight, services_.state.vvScale);

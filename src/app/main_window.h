@@ -27,8 +27,8 @@
 
 namespace tarnwick::app {
 
-// The main window put together: its form, and the subjects that work on it, each given what it
-// needs of the others. UI thread.
+// Assembles the main window: its form and the classes that work on it, each with the services and
+// callables that it needs. UI thread.
 class MainWindow {
   public:
     // `EDT`: the window's sound editor.

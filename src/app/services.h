@@ -15,7 +15,7 @@
 
 namespace tarnwick::app {
 
-// What every subject of the program can be given. All of it outlives the windows.
+// The services available to all classes of the program. All of them outlive the windows.
 struct Services {
     runtime::FailurePath& failure;
     runtime::ProcessState& state;

@@ -7,7 +7,7 @@ namespace tarnwick::batch {
 
 namespace {
 
-// For a window that gives sounds their head and tail.
+// The option for setting the silence at the head and tail of sounds.
 constexpr qint16 kEditorOption = 100;
 
 }  // namespace

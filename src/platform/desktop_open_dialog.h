@@ -6,9 +6,9 @@
 
 namespace tarnwick::platform {
 
-// Qt's file dialog. It begins in the project's folder; where that holds exactly one recording, its
-// name stands ready in the name box, if the dialog is for recordings at first. Without such a
-// folder it begins in the operator's home. It keeps nothing of what it has shown.
+// Qt's file dialog, starting in the project folder, or in the operator's home where there is none.
+// If the first filter is for recordings and the folder holds exactly one recording, its name is
+// already in the name box. The dialog saves nothing.
 class DesktopOpenDialog : public OpenDialog {
   public:
     // `projectFolder` is asked each time; empty for none.
@@ -25,11 +25,11 @@ class DesktopOpenDialog : public OpenDialog {
     QString filter_;
 };
 
-// Which file of `folder` stands ready in the name box under the first of `filters`, as nameFilters
-// gives them; empty for none.
+// The file of `folder` to put into the name box for the first of `filters` (as nameFilters returns
+// them); empty for none.
 QString readyName(const QString& folder, const QStringList& filters);
 
-// "Audio Files (*.wav)|*.wav" as Qt wants it; the patterns are told by the second of each pair.
+// Converts "Audio Files (*.wav)|*.wav" to Qt's form; the patterns are the second of each pair.
 QStringList nameFilters(const QString& classicFilter);
 
 }  // namespace tarnwick::platform

@@ -4,7 +4,7 @@
 
 namespace tarnwick::platform {
 
-// The machine's own files and folders.
+// The files and folders of this machine.
 class Disk : public FileSystem {
   public:
     bool FolderExists(const QString& path) const override;

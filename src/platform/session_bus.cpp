@@ -21,8 +21,8 @@ namespace {
 
 constexpr char kAddress[] = "DBUS_SESSION_BUS_ADDRESS";
 
-// The name of the socket behind an address, as the kernel has it: an abstract one begins with a
-// null. Empty for a bus that is reached in another way.
+// The socket name in a bus address, in the kernel's form: an abstract one begins with a null.
+// Empty for a bus that does not use a Unix socket.
 QByteArray socketName(const QString& address) {
     const QString first = address.section(u';', 0, 0);
     if (!first.startsWith(u"unix:")) return {};
@@ -34,8 +34,8 @@ QByteArray socketName(const QString& address) {
     return {};
 }
 
-// Opens the conversation that every client of a bus opens, and waits for the first word. False
-// where nobody listens.
+// Sends the opening line of the D-Bus handshake and waits for the first byte of the answer. False
+// if nobody listens.
 bool greet(const QByteArray& name) {
     sockaddr_un place{};
     place.sun_family = AF_UNIX;
@@ -61,7 +61,7 @@ struct SessionBus::Greeting {
     std::condition_variable changed;
     bool over = false;
     bool answered = false;
-    SessionBus* waiting = nullptr;  // whom a late answer is told
+    SessionBus* waiting = nullptr;  // receives a late answer
 
     void end(bool result) {
         const std::lock_guard lock(mutex);

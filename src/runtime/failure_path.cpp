@@ -54,7 +54,7 @@ void FailurePath::writeRecord(const QString& text) const {
         Write_Log(logDate());
         Write_Log(QString());
     } catch (const Fault&) {
-        // A log that cannot be written must keep the program neither alive nor silent.
+        // A log that cannot be written must not prevent the box and the exit.
     }
 }
 
@@ -78,7 +78,7 @@ void FailurePath::Default_Path(const QString& description) const {
 
 void FailurePath::end() const {
     outlets_.endProcess();
-    std::abort();  // an outlet that returns would let a broken procedure go on
+    std::abort();  // if the outlet returned, a broken procedure would continue
 }
 
 }  // namespace tarnwick::runtime

@@ -10,7 +10,7 @@ namespace tarnwick::segmentation {
 namespace {
 
 constexpr int kSliderAtFullScale = 450;
-constexpr int kSliderAndScale = 550;  // the slider stands upside down: scale = 550 - value
+constexpr int kSliderAndScale = 550;  // the slider is upside down: scale = 550 - value
 
 }  // namespace
 

@@ -12,7 +12,7 @@ SettingsDatabase::~SettingsDatabase() {
     try {
         Close();
     } catch (const runtime::Fault&) {
-        // Nobody is left to be told.
+        // A destructor has nobody to report it to.
     }
 }
 
@@ -58,7 +58,7 @@ Access::~Access() {
     try {
         database_.Close();
     } catch (const runtime::Fault&) {
-        // Only reached when another fault is on its way, and that one is told.
+        // Only reached while another fault is being thrown, and that one is reported.
     }
 }
 

@@ -11,8 +11,8 @@
 
 namespace tarnwick::test {
 
-// The whole program with its real engine, database, documents and windows; only the boxes and the
-// dialog answer from a script.
+// The whole program with its real engine, database, documents and windows. Only boxes, dialogs, the
+// opener and the clock are scripted.
 struct Journey : ::testing::Test {
     FailureDesk desk;  // the program folder
     ScriptedDialog cmdlg;
@@ -67,12 +67,12 @@ struct Journey : ::testing::Test {
         cmdlg.path = in(name);
         form().mnuLoadFiles->trigger();
     }
-    // As above, in a folder from which the operator has taken the backups.
+    // The same after removing the backup folder, which would make the load refuse.
     void loadAnew() {
         QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
         load();
     }
-    // Waits until the chain has filled the list and every file is written.
+    // Waits until the list has `rows` rows and every file is written.
     bool settled(int rows) {
         return waitUntil([&] {
             return form().lvAudioDetails->topLevelItemCount() == rows &&
@@ -85,7 +85,7 @@ struct Journey : ::testing::Test {
     QStringList boxes() { return std::exchange(desk.boxes.shown, {}); }
 };
 
-// The program after its start.
+// The program, already started.
 struct Launched : Journey {
     void SetUp() override {
         Journey::SetUp();

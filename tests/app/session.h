@@ -6,7 +6,7 @@
 namespace tarnwick::test {
 
 struct Session : Launched {
-    // A workbook of `rows` rows, names and texts.
+    // Writes a workbook of `rows` rows with names and texts.
     void writeScript(int rows, bool twoColumns = true) const {
         const auto cell = [](const QByteArray& text) {
             return "<c t='inlineStr'><is><t>" + text + "</t></is></c>";

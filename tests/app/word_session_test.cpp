@@ -23,7 +23,7 @@ struct WordSession : test::Launched {
         write(u"script.docx"_qs, zipOf(documentParts("<tbl>" + rows + "</tbl>")));
         loadAnew();
     }
-    // What the log says in the end about a load that ends the program.
+    // The last log entry of a load that ends the program, without its label.
     QByteArray recordOf(const QByteArray& rows) {
         EXPECT_THROW(loadWith(rows), test::ProcessEnded);
         const QByteArray log = desk.log();
@@ -31,8 +31,8 @@ struct WordSession : test::Launched {
     }
 };
 
-TEST_F(WordSession, RowsBecomePromptsByTheShapeOfTheTable) {
-    form().opAutoNaming[1]->setChecked(true);  // the document has the last word on that
+TEST_F(WordSession, RowsBecomePromptsAccordingToTheShapeOfTheTable) {
+    form().opAutoNaming[1]->setChecked(true);  // ignored: the table decides
     form().chIgnoreFirstRow->setChecked(true);
     const QByteArray lines = "<tc><p><r><t>c</t><br/><t>d</t></r></p></tc>";
     const std::pair<QByteArray, QStringList> cases[] = {
@@ -59,7 +59,7 @@ TEST_F(WordSession, RowsBecomePromptsByTheShapeOfTheTable) {
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(WordSession, BadDocumentsEndInTheirRecordOrQuietly) {
+TEST_F(WordSession, BadDocumentsEndTheLoadOrTheProgram) {
     load(u"take.wav"_qs);
     EXPECT_EQ(boxes(), QStringList(u"No Word file in Project folder.\rPlease fix and reload "
                                    u"working files."_qs));
@@ -72,7 +72,7 @@ TEST_F(WordSession, BadDocumentsEndInTheirRecordOrQuietly) {
     EXPECT_EQ(recordOf(""), noMember + "90");
     EXPECT_EQ(recordOf(row.repeated(40'000)), "Overflow, Line 100");
 
-    // The bar keeps the bounds that a workbook gave it: then the rows themselves are the limit.
+    // The bar keeps the bounds set by a workbook, so now the number of prompt rows is the limit.
     form().OpScriptFormat[1]->setChecked(true);
     form().chImportSpecifiedRows->setChecked(true);
     form().txbImportStartRow->setText(u"400"_qs);
@@ -85,7 +85,7 @@ TEST_F(WordSession, BadDocumentsEndInTheirRecordOrQuietly) {
     ASSERT_TRUE(settled(500));
     EXPECT_EQ(recordOf(row.repeated(501)), "Subscript out of range, Line 140");
 
-    write(u"Script.DOC"_qs, "no document");  // goes before the other
+    write(u"Script.DOC"_qs, "no document");  // preferred to the .docx
     EXPECT_EQ(recordOf(row), "The file \"Script.DOC\" is not a Word document., Line 80");
 }
 

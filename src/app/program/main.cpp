@@ -20,7 +20,7 @@ using namespace tarnwick;
 
 namespace {
 
-// The last net under the event loop: an exception that gets here takes the default path.
+// The last safety net below the event loop: an exception goes to FailurePath::Default_Path.
 class Program : public QApplication {
   public:
     using QApplication::QApplication;
@@ -36,13 +36,13 @@ class Program : public QApplication {
     }
 };
 
-// At once: no window is asked, nothing is saved. Files that are being written stay as they were.
+// Ends at once: asks no window and saves nothing. The targets of unfinished files are unchanged.
 [[noreturn]] void endProcess() { std::_Exit(EXIT_SUCCESS); }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    // A file-size limit is a failed write like a full disk, not the end of the program.
+    // Exceeding a file-size limit must fail the write, like a full disk, and not end the program.
     std::signal(SIGXFSZ, SIG_IGN);
     const platform::SessionBus bus;
     bus.hideWhileSilent();
