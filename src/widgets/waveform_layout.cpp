@@ -19,8 +19,8 @@ QRect outward(const QRect& rect, double factor, double margin) {
                  ceil(rect.y() + rect.height()) - corner.y());
 }
 
-// The device pixels that certainly lie inside the widget, wherever its corner is. One more might be
-// clipped, and the frame with it.
+// The number of device pixels that lie inside the widget at any position of its corner. One more
+// might be clipped, and the frame with it.
 QSize wholePixels(const QSize& size, qreal ratio) {
     return {static_cast<int>(size.width() * ratio), static_cast<int>(size.height() * ratio)};
 }

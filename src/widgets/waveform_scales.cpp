@@ -18,7 +18,7 @@ constexpr int kLevels[] = {0, 3, 6, 9, 12, 18, 24, 30, 36, 42, 48};  // dB below
 qint32 textStepMs(const WaveformLayout& layout, const TimeAxis& time, qint32 lastMs) {
     const QFontMetrics metrics(layout.font());
     const auto needed = [&](qint32 step) {
-        // The last time stands for all, as the digits of this font have the same width.
+        // Measures only the last time, as all digits of this font have the same width.
         return metrics.horizontalAdvance(rulerText(lastMs, step)) + layout.pixels(kTextGap);
     };
     const qint32 fine = rulerStepMs(time.msPerPixel(), needed(1));

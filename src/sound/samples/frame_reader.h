@@ -17,7 +17,7 @@ class FrameReader {
 
     // Reads `count` frames from `first` into `interleaved` (count x channels values). Values are
     // parts of full scale: an integer sample s of b bits is exactly s / 2^(b-1), a floating sample
-    // stays as it is. The stretch must lie inside the sound. Throws SoundError.
+    // is unchanged. The stretch must lie inside the sound. Throws SoundError.
     virtual void read(std::int64_t first, std::int64_t count, double* interleaved) const = 0;
 
     // Copies the frames as bytes of `coding` if that needs no conversion. Otherwise returns false

@@ -17,8 +17,8 @@ namespace tarnwick::sound {
 
 namespace {
 
-// After every this many bytes the system is told to start writing them to disk, so that the flush
-// at the end has little left to do.
+// Each time this many bytes have been written, the system is told to start bringing them to disk,
+// so that the flush at the end has little left to do.
 constexpr std::int64_t kFlushStep = 8 << 20;
 constexpr int kNameTries = 100;
 
@@ -54,7 +54,7 @@ AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
     if (!target_.has_filename()) fail(ENOENT, "the target has no name");
     openTarget();
     openTemporary(temporary);
-    // The new file gets the permissions of the old one. This may fail where there are none.
+    // The new file gets the permissions of the old one. Fails on file systems without permissions.
     struct stat old;
     if (replaced_ >= 0 && fstat(replaced_, &old) == 0)
         static_cast<void>(!fchmod(descriptor_, old.st_mode & 07777));
