@@ -35,7 +35,7 @@ ErrorCode codeOf(const std::exception& error) {
     if (const auto* failure = dynamic_cast<const sound::SoundError*>(&error))
         return codeOf(failure->failure());
     if (const auto* failure = dynamic_cast<const EditorError*>(&error)) return failure->code();
-    // Both mean that a thing too large for the memory was asked for.
+    // Both mean that something too large for the memory was requested.
     if (dynamic_cast<const std::bad_alloc*>(&error) ||
         dynamic_cast<const std::length_error*>(&error))
         return kNoMemory;

@@ -7,8 +7,8 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kNearlyWhole = 0.995;  // of a sound: a few pixels of a screen are missing
-constexpr double kRoom = 0.1;           // of the view, beside a time that is brought into it
+constexpr double kNearlyWhole = 0.995;  // of a sound; the rest is a few pixels on a screen
+constexpr double kRoom = 0.1;           // of the view, beside a time that is scrolled into it
 
 constexpr qint32 kSecond = 1000, kMinute = 60 * kSecond, kHour = 60 * kMinute;
 constexpr qint32 kSteps[] = {1,

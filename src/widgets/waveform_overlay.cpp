@@ -8,7 +8,7 @@ namespace tarnwick::widgets {
 
 namespace {
 
-// The strip of whole height between two columns, with the line that may stand on either.
+// The full-height strip between two columns, including a line on either.
 QRect strip(const WaveformLayout& layout, int from, int to) {
     const auto [left, right] = std::minmax(from, to);
     const QRect& wave = layout.wave();
@@ -22,8 +22,8 @@ WaveformOverlay::WaveformOverlay(const engine::Waveform& waveform, const Wavefor
     if (waveform.channels() == 0) return;
     const QRect& wave = layout.wave();
     const int last = wave.right() - layout.hair() + 1;
-    // Kept near the wave: a far-off edge must not leave the range of a pixel coordinate. The end of
-    // the view is still seen.
+    // Clamped near the wave, so that a distant edge does not exceed the range of a pixel
+    // coordinate. A line at the end of the view is still visible.
     const auto column = [&](double ms) {
         const double x = std::clamp(axis.xOf(ms), wave.left() - 10.0, wave.right() + 10.0);
         const int column = static_cast<int>(std::floor(x));

@@ -9,10 +9,10 @@
 
 namespace tarnwick::test {
 
-// An editor without a sound engine: it writes down what it is asked and answers from its fields.
-// The test raises the events itself.
+// An editor without a sound engine. It records the calls and answers from its fields; the test
+// emits the events itself.
 class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
-    // Keeps its range and selection as the test sets them.
+    // Records range and selection calls but keeps the values that the test set.
     struct Display : ScriptedWaveform {
         explicit Display(ScriptedEditor& editor) : editor(editor) { rangeEnd = 8000; }
         void AnalyzeSound() override { editor.calls << u"AnalyzeSound"_qs; }

@@ -6,8 +6,8 @@
 
 namespace tarnwick::test {
 
-// A waveform whose picture is told by a test: a constant swing in the first half of the sound,
-// silence in the second, or its samples one by one. Records what the view asks for.
+// A waveform whose picture the test determines: a constant swing in the first half of the sound and
+// silence in the second, or given samples. Records the calls of the view.
 class ScriptedWaveform : public engine::Waveform {
   public:
     int channelCount = 1;

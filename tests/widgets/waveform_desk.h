@@ -13,8 +13,8 @@
 
 namespace tarnwick::widgets {
 
-// A view of ten seconds without scales, whose wave is 1000 x 201 pixels inside a frame of 2: 10 ms
-// are a pixel. Places are told from the corner of the wave.
+// A view of ten seconds without scales. The wave is 1000 x 201 pixels inside a frame of 2, so 10 ms
+// are one pixel. Coordinates count from the corner of the wave.
 class WaveformDesk : public testing::Test {
   protected:
     static constexpr int kFrame = 2;

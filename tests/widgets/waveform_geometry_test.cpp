@@ -19,10 +19,10 @@ TEST(WaveformGeometry, ZoomKeepsTheTimeUnderThePointerInsideTheSound) {
         {{0, 1000}, 0.5, 0, 10000, 0, 500},
         {{1000, 2000}, 2.0, 1250, 10000, 750, 2750},
         {{0, 1000}, 4.0, 900, 10000, 0, 4000},           // would begin before the sound
-        {{9000, 10000}, 2.0, 9100, 10000, 8000, 10000},  // would end behind it
+        {{9000, 10000}, 2.0, 9100, 10000, 8000, 10000},  // would end after it
         {{0, 8000}, 2.0, 4000, 10000, 0, 10000},
-        {{1000, 5999}, 2.0, 0, 10000, 0, 10000},  // a rounded step short of the whole
-        {{100, 112}, 0.5, 106, 10000, 101, 111},  // not under the least view
+        {{1000, 5999}, 2.0, 0, 10000, 0, 10000},  // less than the whole because of rounding
+        {{100, 112}, 0.5, 106, 10000, 101, 111},  // not below the shortest view
         {{0, 4}, 0.5, 2, 4, 0, 4}                 // a sound shorter than that
     };
     for (const auto& c : cases) {
@@ -58,7 +58,7 @@ TEST(WaveformGeometry, RulerStepsAreRoundTimesWideEnoughToRead) {
     }
 }
 
-TEST(WaveformColoursTest, StandOutWhateverThePalette) {
+TEST(WaveformColoursTest, HaveEnoughContrastWithAnyPalette) {
     EXPECT_NEAR(contrast(Qt::white, QColor(118, 118, 118)), 4.54, 0.005);
     EXPECT_NEAR(contrast(Qt::red, Qt::blue), 2.15, 0.005);
     const struct {
@@ -66,7 +66,7 @@ TEST(WaveformColoursTest, StandOutWhateverThePalette) {
     } palettes[] = {{Qt::white, Qt::black, QColor(48, 140, 198)},
                     {QColor(25, 25, 25), Qt::white, QColor(42, 130, 218)},
                     {Qt::black, Qt::yellow, Qt::green},
-                    {Qt::white, Qt::black, QColor(255, 250, 160)},  // an accent that nobody sees
+                    {Qt::white, Qt::black, QColor(255, 250, 160)},  // a nearly invisible accent
                     {QColor(40, 40, 40), QColor(220, 220, 220), QColor(45, 45, 60)},
                     {QColor(128, 128, 128), Qt::black, Qt::gray}};
     for (const auto& p : palettes) {

@@ -38,7 +38,7 @@ TEST_F(WaveformGesturesTest, LeftButtonSetsSelectsAndExtends) {
     }
     mouse(QEvent::MouseButtonPress, Qt::RightButton, 100);
     EXPECT_EQ(waveform.notifications, std::vector<qint16>{3});
-    EXPECT_EQ(selection(), (Numbers{1, 2000, 2000})) << "clearing is the owner's decision";
+    EXPECT_EQ(selection(), (Numbers{1, 2000, 2000})) << "the view must not clear it itself";
 }
 
 TEST_F(WaveformGesturesTest, DragSurvivesAJumpOfTheViewScrollsItAndEndsWithTheSound) {
@@ -49,7 +49,7 @@ TEST_F(WaveformGesturesTest, DragSurvivesAJumpOfTheViewScrollsItAndEndsWithTheSo
     waveform.SetDisplayRange(2800, 3800);
     move(100);
     EXPECT_EQ(selection(), (Numbers{1, 2500, 2900}));
-    move(1080);  // held 80 px beyond the edge
+    move(1080);  // 80 px beyond the edge
     const auto timers = view.findChildren<QTimer*>();
     const auto drag = std::ranges::find_if(timers, &QTimer::isActive);
     ASSERT_NE(drag, timers.end());
@@ -74,7 +74,7 @@ TEST_F(WaveformGesturesTest, WheelZoomsAtThePointerAndScrollsWithShift) {
     wheel(-120, 0, kShift);
     EXPECT_EQ(range(), (Numbers{3000, 8000}));
     for (int i = 0; i < 16; ++i)
-        wheel(-15, 500);  // a fine wheel adds up
+        wheel(-15, 500);  // the small steps of a fine wheel add up
     EXPECT_EQ(range(), (Numbers{0, -1}));
     waveform.durationMs = 59231;
     for (const double x : {0.0, 333.0, 999.0}) {
@@ -91,7 +91,7 @@ TEST_F(WaveformGesturesTest, KeysDoWhatTheMouseDoes) {
         int key;
         Qt::KeyboardModifiers modifiers;
         Numbers before, after;
-        Numbers range = {4000, 6000};  // 2 ms are a pixel
+        Numbers range = {4000, 6000};  // 2 ms per pixel
     } cases[] = {{Qt::Key_Right, {}, {1, 5000, 5000}, {1, 5020, 5020}},
                  {Qt::Key_Right, kCtrl, {1, 5000, 5000}, {1, 5002, 5002}},
                  {Qt::Key_Left, {}, {1, 5, 5}, {1, 0, 0}, {0, 2000}},
@@ -112,12 +112,12 @@ TEST_F(WaveformGesturesTest, KeysDoWhatTheMouseDoes) {
         EXPECT_EQ(selection(), c.after) << c.key << " from " << c.before[1];
         EXPECT_EQ(range(), c.range) << c.key << " from " << c.before[1];
     }
-    EXPECT_FALSE(key(Qt::Key_Escape)) << "nothing to clear: others may want it";
+    EXPECT_FALSE(key(Qt::Key_Escape)) << "nothing to clear, so the key must be left to others";
     waveform.SetSelection(1, 5000, 5000);
     for (int i = 0; i < 3; ++i)
         key(Qt::Key_Left, kShift);
     key(Qt::Key_Right, kShift);
-    EXPECT_EQ(selection(), (Numbers{1, 4960, 5000})) << "the end that moves stays the same";
+    EXPECT_EQ(selection(), (Numbers{1, 4960, 5000})) << "the same end must keep moving";
     for (const int zoomIn : {Qt::Key_Up, Qt::Key_Plus, Qt::Key_Equal})
         key(zoomIn);
     EXPECT_EQ(waveform.zooms, 3);

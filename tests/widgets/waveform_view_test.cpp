@@ -5,7 +5,7 @@ namespace {
 
 using engine::DisplayChange;
 
-// How much of a shown view is painted anew.
+// Records which area of a visible view is repainted.
 class PaintedArea : public QObject {
   public:
     explicit PaintedArea(QWidget& view) { view.installEventFilter(this); }
@@ -64,16 +64,16 @@ TEST_F(WaveformViewTest, IsExactToTheDevicePixelAtAnyDensityInLightAndDark) {
         EXPECT_EQ(image.pixelColor(left - 1, row), colours().wave) << ratio;
         EXPECT_EQ(image.pixelColor(right, row), colours().selectionEdge) << ratio;
         EXPECT_EQ(image.pixelColor(right - 1, row), colours().selected(colours().background));
-        // Half of the columns are sound, and nothing is smeared between two.
+        // Half of the columns are sound, with a sharp edge between two columns.
         const int sound = frame + width / 2;
         EXPECT_EQ(image.pixelColor(sound - 1, row), colours().selected(colours().wave)) << ratio;
         EXPECT_EQ(image.pixelColor(sound + 1, row), colours().selected(colours().background));
     }
 }
 
-TEST_F(WaveformViewTest, SamplesThatLieApartAreJoinedByALineWithDots) {
+TEST_F(WaveformViewTest, DistantSamplesAreJoinedByALineWithDots) {
     waveform.samples = {0.0f, 0.0f, 0.5f, -0.5f, 1.0f, 0.0f};
-    waveform.SetDisplayRange(0, 10);  // 12.5 pixels from sample to sample
+    waveform.SetDisplayRange(0, 10);  // 12.5 pixels between samples
     for (const int ratio : {1, 2}) {
         const QImage image = picture(ratio);
         const auto pixel = [&](double sample, double level) {
@@ -100,14 +100,15 @@ TEST_F(WaveformViewTest, ScalesStandOutsideTheWaveAndAreShownUnlessHidden) {
         EXPECT_EQ(colourAt(60, 20), colours().wave);
         for (const QPoint& beside : {QPoint(8, 198), QPoint(5, 20), QPoint(500, 201)})
             EXPECT_EQ(colourAt(beside.x(), beside.y()), colours().scaleGround) << beside.x();
-        EXPECT_EQ(colourAt(998, 190), colours().scaleGround) << "no text that is cut off";
+        EXPECT_EQ(colourAt(998, 190), colours().scaleGround)
+            << "a text that does not fit must be left out";
     }
     press(0);
     release(0);
     EXPECT_EQ(waveform.selectionBegin, 0) << "left of the wave";
 }
 
-TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
+TEST_F(WaveformViewTest, OnlyChangedAreasAreRepainted) {
     view.show();
     PaintedArea painted(view);
     painted.take();
@@ -134,7 +135,7 @@ TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
         EXPECT_EQ(area.left(), c.width ? c.left + kFrame : 0) << c.what;
         EXPECT_EQ(area.width(), c.width) << c.what;
     }
-    EXPECT_EQ(waveform.renderings, renderings) << "the wave itself was not drawn again";
+    EXPECT_EQ(waveform.renderings, renderings) << "the wave itself must not be drawn again";
     waveform.SetDisplayRange(0, 5000);
     EXPECT_EQ(painted.take(), view.rect());
     EXPECT_GT(waveform.renderings, renderings);
@@ -158,7 +159,7 @@ TEST_F(WaveformViewTest, PlayHeadMovesByATimerOnlyWhileTheSoundPlays) {
     waveform.tell(DisplayChange::Playback);
     EXPECT_EQ(at(700, 50), colours().background);
     waveform.SetSelection(1, 9000, -1);
-    EXPECT_EQ(at(999, 50), colours().selectionEdge) << "the end of the sound is seen";
+    EXPECT_EQ(at(999, 50), colours().selectionEdge) << "the end of the sound must be visible";
 }
 
 }  // namespace

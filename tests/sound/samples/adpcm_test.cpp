@@ -13,7 +13,7 @@
 namespace tarnwick::sound {
 namespace {
 
-// A WAV of a codec's blocks, as the independent library writes it.
+// Writes a WAV with a block codec through an independent library.
 void writeBySndfile(const std::filesystem::path& path, int codec, int channels) {
     SF_INFO info = {};
     info.samplerate = 8000;
@@ -38,7 +38,7 @@ std::vector<std::int16_t> decoded(int codec, std::span<const std::uint8_t> block
     return samples;
 }
 
-TEST(Adpcm, BlocksAreCountedAndDecodedAsElsewhere) {
+TEST(Adpcm, BlocksMatchAnotherDecoder) {
     const TempFolder folder;
     const auto path = folder.path() / "blocks.wav";
     for (const int codec : {SF_FORMAT_IMA_ADPCM, SF_FORMAT_MS_ADPCM})
@@ -54,7 +54,7 @@ TEST(Adpcm, BlocksAreCountedAndDecodedAsElsewhere) {
             const std::size_t stated = little16(&bytes[format + 18]);  // frames in a block
             const auto blocks = bytes.subspan(file.find("data") + 8);
             std::vector<double> values;
-            for (const std::size_t left : {size, size, size - 21}) {  // the last one is cut off
+            for (const std::size_t left : {size, size, size - 21}) {  // the last one is truncated
                 const std::size_t at = values.size() / channels / stated * size;
                 for (const auto sample : decoded(codec, blocks.subspan(at, left), channels))
                     values.push_back(sample / 32768.0);

@@ -1,6 +1,6 @@
 #include "sound/samples/time.h"
 
-// Held while this is compiled.
+// Checked at compile time.
 
 namespace tarnwick::sound {
 namespace {
