@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <span>
 #include <vector>
 
@@ -13,14 +14,17 @@
 namespace tarnwick::sound {
 namespace {
 
-// Writes a WAV with a block codec through an independent library.
+// Writes a WAV with a block codec through an independent library. Its noise rises from the faintest
+// to full scale again and again, so that steps of all sizes are taken.
 void writeBySndfile(const std::filesystem::path& path, int codec, int channels) {
     SF_INFO info = {};
     info.samplerate = 8000;
     info.channels = channels;
     info.format = SF_FORMAT_WAV | codec;
     const NoiseSound noise({8000, channels, 16, false}, 3000);
-    const std::vector<double> samples = samplesOf(noise);
+    std::vector<double> samples = samplesOf(noise);
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        samples[i] *= std::exp2(static_cast<double>(i % 700) / 700 * 15 - 15);
     SNDFILE* const file = sf_open(path.c_str(), SFM_WRITE, &info);
     sf_writef_double(file, samples.data(), noise.frames());
     sf_close(file);
