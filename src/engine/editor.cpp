@@ -25,7 +25,7 @@ std::unique_ptr<SoundEditor> createSoundEditor(std::shared_ptr<EditorDirectory> 
     try {
         return std::make_unique<Editor>(directory ? std::move(directory) : createEditorDirectory());
     } catch (const std::system_error& error) {
-        throw runtime::Fault(QStringLiteral("The sound engine cannot be started: %1.")
+        throw runtime::Fault(QStringLiteral("The sound engine cannot be started: %1")
                                  .arg(QString::fromStdString(error.code().message())));
     }
 }

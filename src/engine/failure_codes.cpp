@@ -1,6 +1,7 @@
 #include "engine/failure_codes.h"
 
 #include <new>
+#include <system_error>
 
 namespace tarnwick::engine {
 
@@ -38,6 +39,10 @@ ErrorCode codeOf(const std::exception& error) {
     // Both mean that something too large for the memory was requested.
     if (dynamic_cast<const std::bad_alloc*>(&error) ||
         dynamic_cast<const std::length_error*>(&error))
+        return kNoMemory;
+    // No thread could be started: the system ran out of room for it, and no file is to blame.
+    const auto* system = dynamic_cast<const std::system_error*>(&error);
+    if (system != nullptr && system->code() == std::errc::resource_unavailable_try_again)
         return kNoMemory;
     return kDamaged;
 }

@@ -7,9 +7,10 @@
 
 #include "engine/create_sound_editor.h"
 #include "engine/event_queue.h"
+#include "engine/failure_codes.h"
 #include "engine/time_text.h"
 #include "engine/view_range.h"
-#include "runtime/fault.h"
+#include "support/fault_of.h"
 #include "support/few_threads.h"
 
 namespace tarnwick::engine {
@@ -47,22 +48,22 @@ TEST(ViewRange, ZoomsByTwoAndStaysInsideTheSound) {
 
 TEST(CreateSoundEditor, FaultsWhereNotAllOfItsThreadsCanBeStarted) {
     const auto create = [] {
-        try {
-            createSoundEditor();
-            return 1;
-        } catch (const runtime::Fault& fault) {
-            return fault.description() ==
-                           "The sound engine cannot be started: Resource temporarily "
-                           "unavailable."
-                       ? 0
-                       : 2;
-        }
+        const QString fault = test::faultOf([] { createSoundEditor(); });
+        if (fault == u"none") return 1;
+        return fault == u"The sound engine cannot be started: Resource temporarily unavailable" ? 0
+                                                                                                : 2;
     };
     EXPECT_EQ(test::withFewThreads(0, create), 0);
     for (rlim_t most = 1; most < 10; ++most) {
         const int result = test::withFewThreads(most, create);
         EXPECT_TRUE(result == 0 || result == 1) << most << " threads: " << result;
     }
+}
+
+TEST(FailureCodes, AThreadThatCannotBeStartedIsNoDamagedFile) {
+    using std::errc;
+    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::resource_unavailable_try_again))), -2);
+    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::io_error))), -6);
 }
 
 TEST(EventQueue, KeepsTheOrderThroughNestedLoopsAndDropsOldGenerations) {
