@@ -73,4 +73,12 @@ TEST(FailurePath, ALogThatCannotBeWrittenIsAFault) {
     EXPECT_THROW(failure.Write_Log(u"x"_qs), Fault);
 }
 
+TEST(FailurePath, AFullDiskKeepsTheProgramNeitherAliveNorSilent) {
+    FailureDesk desk;
+    QFile::link(u"/dev/full"_qs, desk.folder.filePath(u"Error.log"_qs));
+    EXPECT_THROW(desk.failure.Write_Log(u"x"_qs), Fault);
+    EXPECT_THROW(desk.failure.Fatal_Error(u"x"_qs), ProcessEnded);
+    EXPECT_EQ(desk.boxes.shown.size(), 1);
+}
+
 }  // namespace
