@@ -101,6 +101,17 @@ TEST_F(PerList, FailuresEndItInSilenceAndLoseNothing) {
     EXPECT_EQ(boxes(), u"");
 }
 
+// The two ways of renaming share their table.
+TEST_F(PerList, NamesOfAListThatAreRefusedAreRefusedByThePreviewsRenameToo) {
+    select({u"a"_qs});
+    form.txbAddPrefix->setText(u"p"_qs);
+    form.cbPreview->click();
+    run({{u"./a"_qs, u"x"_qs}});
+    EXPECT_EQ(endOf(form.cbRename),
+              u"Tarnwick|\"./a\" could not be renamed to \"x\": Bad file name or number.\n"
+              u"Files renamed before it: 0.");
+}
+
 TEST_F(PerList, AFileThatIsNotOnTheListIsNotOverwritten) {
     put({u"a"_qs, u"b"_qs, u"own"_qs});
     run({{u"a"_qs, u"own"_qs}, {u"b"_qs, u"own"_qs}});
