@@ -84,7 +84,6 @@ void FolderLists::addFolder(const QIcon& icon, const QString& name, const QStrin
 
 void FolderLists::Directorylb_Change() {
     form_.lbxSelectedFiles->clear();
-    form_.lbxAvailableFiles->clear();
     form_.Filelb->setNames(
         services_.files.list(folder_, patternsOf(form_.txbFileExtFilter->text())));
     table_.vsFolder = folder_ + QDir::separator();

@@ -71,7 +71,7 @@ bool nameLess(const QString& a, const QString& b) {
     if (same > 0 && a[same - 1].isHighSurrogate()) --same;
     const QStringView restOfA = QStringView(a).mid(same), restOfB = QStringView(b).mid(same);
     const int order = restOfA.compare(restOfB, Qt::CaseInsensitive);
-    return order != 0 ? order < 0 : restOfA < restOfB;
+    return order < 0 || (order == 0 && restOfA < restOfB);
 }
 
 }  // namespace tarnwick::runtime

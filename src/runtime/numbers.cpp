@@ -69,11 +69,11 @@ Int rounded(double value) {
     return static_cast<Int>(whole);
 }
 
-// Rounds the number as written with 15 digits, so that 8.45 is a half. Never gives negative zero.
+// Rounds the number as written with 15 digits, so that 8.45 is a half.
 double roundedToTenth(double value) {
     if (std::fabs(value) >= 1e15) return value;
     const double tenths = QByteArray::number(value * 10.0, 'g', 15).toDouble();
-    return std::round(tenths) / 10.0 + 0.0;
+    return std::round(tenths) / 10.0;
 }
 
 }  // namespace
@@ -122,9 +122,6 @@ QString signedText(double wholeNumber) {
     return text.startsWith(u'-') ? text : u' ' + text;
 }
 
-QString plainText(double value) {
-    if (value == 0.0) return QStringLiteral("0");  // also for negative zero
-    return QLocale::c().toString(value, 'g', 15).remove(QLocale::c().groupSeparator());
-}
+QString plainText(double value) { return QLocale::c().toString(value, 'g', 15); }
 
 }  // namespace tarnwick::runtime

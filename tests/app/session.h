@@ -7,15 +7,11 @@ namespace tarnwick::test {
 
 struct Session : Launched {
     // Writes a workbook of `rows` rows with names and texts.
-    void writeScript(int rows, bool twoColumns = true) const {
-        const auto cell = [](const QByteArray& text) {
-            return "<c t='inlineStr'><is><t>" + text + "</t></is></c>";
-        };
-        const QByteArray text = twoColumns ? cell("one two  four") : QByteArray();
-        QByteArray cells;
+    void writeScript(int rows) const {
+        Rows script;
         for (int i = 1; i <= rows; ++i)
-            cells += "<row>" + cell("Prompt " + QByteArray::number(i)) + text + "</row>";
-        write(u"script.xlsx"_qs, zipOf(workbookParts(cells)));
+            script.push_back({u"Prompt %1"_qs.arg(i), u"one two  four"_qs});
+        write(u"script.xlsx"_qs, zipOf(workbookParts(cellsOf(script))));
     }
 };
 

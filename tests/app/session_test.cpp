@@ -72,25 +72,14 @@ TEST_F(Session, ExportedPromptsContainTheirSpeechBitForBit) {
     }
 }
 
-TEST_F(Session, NamesFollowTheLayoutOfTheScript) {
+TEST_F(Session, ADocumentsRowsBecomeTheListToo) {
+    form().OpScriptFormat[0]->setChecked(true);
     write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
-    form().chIgnoreFirstRow->setChecked(false);
-    writeScript(3, false);
+    write(u"script.docx"_qs, zipOf(documentParts("<tbl><tr><tc><p><r><t>F_1</t></r></p></tc><tc><p>"
+                                                 "<r><t>one two</t></r></p></tc></tr></tbl>")));
     load();
-    ASSERT_TRUE(settled(3));
-    EXPECT_EQ(cell(0, model::kFileName), u"ACME_995");
-    EXPECT_EQ(cell(2, model::kFileName), u"ACME_1005");
-    EXPECT_EQ(cell(2, model::kContent), u"Prompt 3");
-
-    form().chImportSpecifiedRows->setChecked(true);
-    form().txbImportStartRow->setText(u"2"_qs);
-    form().txbImportEndRow->setText(u"3"_qs);
-    form().opAutoNaming[1]->setChecked(true);
-    writeScript(9);
-    loadAnew();
-    ASSERT_TRUE(settled(2));
-    EXPECT_EQ(cell(0, model::kFileName), u"ACME_1000");
-    EXPECT_EQ(form().lbImporting->text(), u"Importing Excel row 3 of 3");
+    ASSERT_TRUE(settled(1));
+    EXPECT_EQ(cell(0, model::kFileName) + u'|' + cell(0, model::kContent), u"F_1|one two");
 }
 
 TEST_F(Session, BadRecordingsShowABoxAndNothingElseHappens) {

@@ -33,6 +33,21 @@ QByteArray zipOf(const Parts& parts) {
     return bytes;
 }
 
+QByteArray cellsOf(const Rows& rows) {
+    QByteArray cells;
+    for (qsizetype row = 1; row <= rows.size(); ++row) {
+        const QByteArray n = QByteArray::number(row);
+        const auto cell = [&](const QByteArray& column, const QString& text) {
+            return text.isEmpty() ? QByteArray()
+                                  : "<c r='" + column + n + "' t='inlineStr'><is><t>" +
+                                        text.toHtmlEscaped().toUtf8() + "</t></is></c>";
+        };
+        cells += "<row r='" + n + "'>" + cell("A", rows[row - 1].first) +
+                 cell("B", rows[row - 1].second) + "</row>";
+    }
+    return cells;
+}
+
 Parts workbookParts(const QByteArray& rows) {
     return {
         {"_rels/.rels",

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QStringView>
+#include <QList>
+#include <QString>
 #include <utility>
 #include <vector>
 
@@ -13,6 +14,10 @@ QByteArray utf16(QStringView text);
 
 // A zip archive of the given names and contents.
 QByteArray zipOf(const Parts& parts);
+
+// Rows of a sheet with texts in the columns A and B; an empty text makes no cell.
+using Rows = QList<std::pair<QString, QString>>;
+QByteArray cellsOf(const Rows& rows);
 
 // The parts of a workbook with one worksheet of the given rows; the rest is what any writer makes.
 Parts workbookParts(const QByteArray& rows);

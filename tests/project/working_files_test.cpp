@@ -20,12 +20,13 @@ struct WorkingFilesDesk : ::testing::Test {
     runtime::ProcessState state;
     model::Session session;
     QTemporaryDir folder;
+    int starts = 0;
     QStringList imports;
     bool exporting = false;
     forms::frmMain form;
     project::WorkingFiles working{
         form,
-        {desk.failure, state, session, EDT, desk.boxes, cmdlg, files, [] {},
+        {desk.failure, state, session, EDT, desk.boxes, cmdlg, files, [this] { ++starts; },
          [this] { return exporting; }, [this] { imports << u"Excel"_qs; },
          [this] { imports << u"Word"_qs; }}};
 
@@ -40,16 +41,23 @@ struct WorkingFilesDesk : ::testing::Test {
 };
 
 TEST_F(WorkingFilesDesk, TheChosenFilesFolderBecomesTheProject) {
-    form.opSourceFileFormat[2]->setChecked(true);
-    form.mnuLoadFiles->trigger();
-    EXPECT_EQ(cmdlg.filter, u"Audio Files (*.aif; *.aiff)|*.aif; *aiff");
+    const QString filters[] = {
+        u"Audio Files (*.wav)|*.wav"_qs, u"Audio Files (*.mp3)|*.mp3"_qs,
+        u"Audio Files (*.aif; *.aiff)|*.aif; *aiff"_qs,
+        u"Audio Files (*.wav; *.mp3; *.aif; *aiff)|*.wav; *.mp3; *.aif; *aiff|"_qs};
+    for (std::size_t i = 0; i < std::size(filters); ++i) {
+        form.opSourceFileFormat[i]->setChecked(true);
+        form.mnuLoadFiles->trigger();
+        EXPECT_EQ(cmdlg.filter, filters[i]);
+    }
     EXPECT_EQ(state.vsProjectFolder, folder.path());
     EXPECT_EQ(session.vsWorkingFile, u"take.aiff");
     EXPECT_EQ(form.txbAudio->text(), u"take.aiff");
-    EXPECT_EQ(imports, QStringList(u"Excel"_qs));
+    EXPECT_EQ(imports, QStringList(4, u"Excel"_qs));
     form.OpScriptFormat[0]->setChecked(true);
     form.mnuLoadFiles->trigger();
     EXPECT_EQ(imports.last(), u"Word");
+    EXPECT_EQ(starts, 5);
 }
 
 TEST_F(WorkingFilesDesk, ARecordingInTheRootHasTheRootAsItsProject) {
@@ -66,6 +74,7 @@ TEST_F(WorkingFilesDesk, ACancelledDialogOnlyEmptiesTheList) {
     EXPECT_EQ(state.vsProjectFolder, u"before");
     EXPECT_TRUE(desk.boxes.shown.isEmpty());
     EXPECT_TRUE(imports.isEmpty());
+    EXPECT_EQ(starts, 1);
 }
 
 TEST_F(WorkingFilesDesk, AFileChosenDuringAnExportWaitsForItsEnd) {
@@ -100,7 +109,8 @@ TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     EXPECT_TRUE(form.mnuBackupSourceFile->isEnabled());
     EXPECT_EQ(session.vsLoadStage, u"Initial Load");
     form.cbxChannels->setEditText(u"2"_qs);
-    EDT.taken();
+    const QStringList loaded{u"SoundClose"_qs, u"SetLoadMode 0"_qs, u"LoadSound take.aiff"_qs};
+    EXPECT_EQ(EDT.taken(), loaded);
 
     working.mnuBackupSourceFile_Click();  // too early: nothing is copied, nothing written
     EXPECT_TRUE(EDT.taken().isEmpty());
@@ -118,6 +128,31 @@ TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     EDT.endExport();
     EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs));
     EXPECT_EQ(backup(u"take._101.wav"_qs), "saved");
+    working.mnuBackupSourceFile_Click();
+    working.Load_Working_Sound();
+    EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs) + loaded)
+        << "a backup that waits is made of the sound that was there";
+    EDT.endExport();
+    EDT.endExport();
+    EXPECT_TRUE(EDT.taken().isEmpty());
+}
+
+TEST_F(WorkingFilesDesk, TheNameOfABackupLosesFourCharacters) {
+    session.vsLoadStage = u"End Silence Added"_qs;
+    const std::pair<QString, QString> names[] = {{u"take"_qs, u"_100.wav"_qs},
+                                                 {u"a.wav"_qs, u"a_101.wav"_qs}};
+    for (const auto& [name, copy] : names) {
+        EDT.pending = 0;
+        test::writeFile(folder.filePath(name), name.toUtf8());
+        session.loadedFolder = folder.path();
+        session.loadedFile = name;
+        QDir(folder.path()).mkdir(u"BU_Source_Files"_qs);
+        working.mnuBackupSourceFile_Click();
+        EXPECT_EQ(backup(copy), name.toUtf8());
+    }
+    EDT.pending = 0;
+    session.loadedFile = u"abc"_qs;
+    EXPECT_THROW(working.mnuBackupSourceFile_Click(), runtime::Fault);
 }
 
 TEST_F(WorkingFilesDesk, AGivenUpLoadLeavesTheLoadedRecordingItsFolderAndScript) {

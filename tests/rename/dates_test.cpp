@@ -72,15 +72,19 @@ TEST_F(Dates, AreShiftedOnTheClocksFace) {
                  {"2024-02-28T23:59:59", 24, "2024-02-29 23:59:59"},
                  {"2024-01-01T00:00:00", 1.5, "2024-01-01 01:30:00"},
                  {"2024-01-01T00:00:00", 0.0002, "2024-01-01 00:00:01"},
-                 {"2024-01-01T00:00:00", -0.0001, "2024-01-01 00:00:00"}};
+                 {"2024-01-01T00:00:00", -0.0001, "2024-01-01 00:00:00"},
+                 {"0100-01-01T01:00:00", -1, "0100-01-01 00:00:00"},
+                 {"9999-12-31T22:59:59", 1, "9999-12-31 23:59:59"}};
     for (const auto& [from, hours, text] : cases)
         EXPECT_EQ(rename::textOfDate(rename::shifted(at(from), hours)), QLatin1String(text));
-    const auto fault = [&](double hours) {
-        return test::faultOf([&] { rename::shifted(at("2024-01-01T00:00:00"), hours); });
+    const auto fault = [](const char* from, double hours) {
+        return test::faultOf([&] { rename::shifted(at(from), hours); });
     };
-    EXPECT_EQ(fault(1e8), u"Invalid procedure call or argument");
-    EXPECT_EQ(fault(-1e8), u"Invalid procedure call or argument");
-    EXPECT_EQ(fault(1e300), u"Overflow");
+    const QString call = u"Invalid procedure call or argument"_qs;
+    EXPECT_EQ(fault("0100-01-01T01:00:00", -2), call);
+    EXPECT_EQ(fault("9999-12-31T22:59:59", 2), call);
+    EXPECT_EQ(fault("2024-01-01T00:00:00", -1e8), call);
+    EXPECT_EQ(fault("2024-01-01T00:00:00", 1e300), u"Overflow");
 }
 
 TEST_F(Dates, TextsLeadToFilesDates) {

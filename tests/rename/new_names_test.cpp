@@ -91,6 +91,7 @@ TEST(NewNames, TextsAreReplacedInsertedAndRemoved) {
         {removed(1, -20), u"ab_c.wav"_qs},
         {withRemoved(u"🎤a🎤b"_qs, 3, 1), u"🎤ab"_qs},
         {withInserted(u"🎤a"_qs, 2, u"x"_qs), u"🎤xa"_qs},
+        {withInserted(u"\xDCFF\xDCFFz"_qs, 2, u"x"_qs), u"\xDCFFx\xDCFFz"_qs},  // bytes, no text
         {withExtension(u"x.wav"_qs, u".wav"_qs, u".mp3"_qs), u"x.mp3"_qs},
         {withExtension(u"x.wav"_qs, u".WAV"_qs, u".mp3"_qs), u"x.wav"_qs},
         {withExtension(u"x.wav"_qs, u"."_qs, u".mp3"_qs), u"x.wav"_qs}};

@@ -7,22 +7,8 @@ using namespace tarnwick;
 namespace {
 
 struct PerList : test::RenameDesk {
-    // Rows of two cells; an empty one is left out.
-    void run(const QList<std::pair<QString, QString>>& list) {
-        QByteArray rows;
-        for (int row = 1; row <= list.size(); ++row) {
-            const QByteArray n = QByteArray::number(row);
-            const auto cell = [&](const char* column, const QString& text) {
-                if (text.isEmpty()) return;
-                rows += "<c r=\"" + QByteArray(column) + n + "\" t=\"inlineStr\"><is><t>" +
-                        text.toHtmlEscaped().toUtf8() + "</t></is></c>";
-            };
-            rows += "<row r=\"" + n + "\">";
-            cell("A", list[row - 1].first);
-            cell("B", list[row - 1].second);
-            rows += "</row>";
-        }
-        workbook = zipOf(workbookParts(rows));
+    void run(const Rows& list) {
+        workbook = zipOf(workbookParts(cellsOf(list)));
         cmdlg.path = in(u"list.xlsx"_qs);
         form.cbRenamePerList->click();
     }
@@ -72,7 +58,7 @@ TEST_F(PerList, AnEmptySheetMakesTheFolderAlone) {
 
 TEST_F(PerList, FailuresEndItInSilenceAndLoseNothing) {
     const struct {
-        QList<std::pair<QString, QString>> list;
+        Rows list;
         QString left, originals;
     } cases[] = {
         {{{u"a"_qs, u"x"_qs}, {u"gone"_qs, u"y"_qs}, {u"b"_qs, u"z"_qs}}, u"b=b"_qs, u"a=a"_qs},
@@ -89,7 +75,7 @@ TEST_F(PerList, FailuresEndItInSilenceAndLoseNothing) {
         clear();
     }
     put({u"a"_qs, u"b"_qs});
-    run(QList<std::pair<QString, QString>>(302, {u"a"_qs, u"x"_qs}));
+    run(Rows(302, {u"a"_qs, u"x"_qs}));
     EXPECT_FALSE(originalsAreThere());
     put({u"Original_Files"_qs});
     run({{u"a"_qs, u"x"_qs}});
@@ -99,6 +85,17 @@ TEST_F(PerList, FailuresEndItInSilenceAndLoseNothing) {
     cmdlg.path.clear();
     form.cbRenamePerList->click();
     EXPECT_EQ(boxes(), u"");
+}
+
+// The two ways of renaming share their table.
+TEST_F(PerList, NamesOfAListThatAreRefusedAreRefusedByThePreviewsRenameToo) {
+    select({u"a"_qs});
+    form.txbAddPrefix->setText(u"p"_qs);
+    form.cbPreview->click();
+    run({{u"./a"_qs, u"x"_qs}});
+    EXPECT_EQ(endOf(form.cbRename),
+              u"Tarnwick|\"./a\" could not be renamed to \"x\": Bad file name or number.\n"
+              u"Files renamed before it: 0.");
 }
 
 TEST_F(PerList, AFileThatIsNotOnTheListIsNotOverwritten) {

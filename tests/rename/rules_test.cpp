@@ -18,12 +18,10 @@ struct Rules : test::RenameDesk {
         };
         return QString(shown(form.cbPreview)) + shown(form.cbCancel) + shown(form.cbRename);
     }
-    static void clickIn(QLineEdit* box) {
-        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(type, {5, 5}, box->mapToGlobal(QPointF(5, 5)), Qt::LeftButton,
-                              Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(box, &event);
-        }
+    static void send(QLineEdit* box, QEvent::Type type, Qt::MouseButton button = Qt::LeftButton) {
+        QMouseEvent event(type, {5, 5}, box->mapToGlobal(QPointF(5, 5)), button, button,
+                          Qt::NoModifier);
+        QApplication::sendEvent(box, &event);
     }
     QString preview() {
         form.cbPreview->click();
@@ -58,7 +56,8 @@ TEST_F(Rules, EachWorksAloneAndOnlyWhenItsFieldsAreFilled) {
          u"a.mp3 B.mp3 c.mp3"_qs},
         {{{form.txbSourceExt, u".WAV"_qs}, {form.txbTargetExt, u".mp3"_qs}},
          nullptr,
-         u"a.wav B.wav c.wav"_qs}};
+         u"a.wav B.wav c.wav"_qs},
+        {{{form.txbSourceExt, u".wav"_qs}}, nullptr, u"nothing"_qs}};
     select({u"c.wav"_qs, u"a.wav"_qs, u"B.wav"_qs});
     for (const auto& [fields, tick, names] : cases) {
         form.cbClear->click();
@@ -140,12 +139,19 @@ TEST_F(Rules, FieldsOfAGroupAnswerOneAnother) {
         text->setText(u"y"_qs);
         EXPECT_EQ(shown(), u"y");
     }
-    form.txbInsert->setText(u"x"_qs);
-    clickIn(form.txbRemove);
-    EXPECT_EQ(form.txbInsert->text(), u"");
-    form.txbRemove->setText(u"2"_qs);
-    clickIn(form.txbInsert);
-    EXPECT_EQ(form.txbRemove->text(), u"");
+}
+
+TEST_F(Rules, AClickIntoTheInsertedTextEmptiesTheCountAndTheReverse) {
+    const std::pair<QLineEdit*, QLineEdit*> boxes[] = {{form.txbRemove, form.txbInsert},
+                                                       {form.txbInsert, form.txbRemove}};
+    for (const auto& [box, other] : boxes) {
+        other->setText(u"2"_qs);
+        send(box, QEvent::MouseButtonPress);
+        send(box, QEvent::MouseButtonRelease, Qt::MiddleButton);
+        EXPECT_EQ(other->text(), u"2") << "the click is over when the button comes up";
+        send(box, QEvent::MouseButtonRelease);
+        EXPECT_EQ(other->text(), u"");
+    }
 }
 
 TEST_F(Rules, AnExtensionGetsItsDotWhenTheFocusLeavesIt) {
@@ -161,6 +167,25 @@ TEST_F(Rules, AnExtensionGetsItsDotWhenTheFocusLeavesIt) {
     EXPECT_EQ(through(form.txbTargetExt, u".mp3"_qs), u".mp3");
     EXPECT_EQ(through(form.txbTargetExt, u""_qs), u".");
     EXPECT_EQ(through(form.txbInsert, u"x"_qs), u"x");
+    form.txbSourceExt->setText(u"wav"_qs);
+    for (const Qt::FocusReason reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
+        QFocusEvent away(QEvent::FocusOut, reason);
+        QApplication::sendEvent(form.txbSourceExt, &away);
+        EXPECT_EQ(form.txbSourceExt->text(), u"wav") << "another window or a menu comes in front";
+    }
+}
+
+TEST_F(Rules, TheFocusGoesFromThePreviewToCancelAndBack) {
+    form.show();
+    QApplication::setActiveWindow(&form);
+    select({u"a.wav"_qs});
+    form.txbAddPrefix->setText(u"p"_qs);
+    form.cbPreview->setFocus();
+    form.cbPreview->click();
+    EXPECT_TRUE(form.cbCancel->hasFocus());
+    form.cbRename->setFocus();
+    form.cbRename->click();
+    EXPECT_TRUE(form.cbPreview->hasFocus());
 }
 
 TEST_F(Rules, WhatFailsEndsTheRunAndLosesNothing) {

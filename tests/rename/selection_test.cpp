@@ -13,6 +13,11 @@ struct Selection : test::RenameDesk {
             rows << form.Directorylb->item(row)->text();
         return rows;
     }
+    // How far below the drive a folder is shown.
+    int levelOf(const QString& name) const {
+        const auto rows = form.Directorylb->findItems(name, Qt::MatchExactly);
+        return rows.value(0)->data(forms::kLevelRole).toInt();
+    }
     void open(const QString& name) {
         const auto rows = form.Directorylb->findItems(name, Qt::MatchExactly);
         Q_EMIT form.Directorylb->activated(form.Directorylb->indexFromItem(rows.value(0)));
@@ -78,6 +83,9 @@ TEST_F(Selection, FoldersAreEnteredAndLeftUnlessTheyAreGone) {
     EXPECT_EQ(selected() + u'|' + available(), u"|in.txt");
     EXPECT_EQ(folders().mid(folders().size() - 2).join(u' '), u"deep er");
     EXPECT_EQ(form.Directorylb->currentItem()->text(), u"deep");
+    EXPECT_EQ(levelOf(u"/"_qs), 0);
+    EXPECT_EQ(levelOf(u"deep"_qs), folder.path().count(u'/') + 1);
+    EXPECT_EQ(levelOf(u"er"_qs), folder.path().count(u'/') + 2);
     form.cbAddAll->click();
     open(u"deep"_qs);
     EXPECT_EQ(selected(), u"in.txt") << "the open folder is no change";

@@ -99,4 +99,12 @@ TEST(FailurePath, ALogThatCannotBeWrittenIsAFault) {
               u"No such file or directory");
 }
 
+TEST(FailurePath, AFullDiskKeepsTheProgramNeitherAliveNorSilent) {
+    FailureDesk desk;
+    QFile::link(u"/dev/full"_qs, desk.folder.filePath(u"Error.log"_qs));
+    EXPECT_THROW(desk.failure.Write_Log(u"x"_qs), Fault);
+    EXPECT_THROW(desk.failure.Fatal_Error(u"x"_qs), ProcessEnded);
+    EXPECT_EQ(desk.boxes.shown.size(), 1);
+}
+
 }  // namespace

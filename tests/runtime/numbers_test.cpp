@@ -16,10 +16,11 @@ namespace {
 
 TEST(Numbers, LenientReadingTakesTheLeadingNumber) {
     const std::vector<std::pair<QString, double>> cases{
-        {u""_qs, 0},        {u"abc"_qs, 0},  {u"1500ms"_qs, 1500},   {u" 12abc"_qs, 12},
-        {u"-35"_qs, -35},   {u"+7"_qs, 7},   {u"1000.5"_qs, 1000.5}, {u".5x"_qs, 0.5},
-        {u"1e3"_qs, 1000},  {u"2e"_qs, 2},   {u"50 "_qs, 50},        {u"-"_qs, 0},
-        {u"1.2.3"_qs, 1.2}, {u"12 5"_qs, 12}};
+        {u""_qs, 0},        {u"abc"_qs, 0},     {u"1500ms"_qs, 1500},   {u" 12abc"_qs, 12},
+        {u"-35"_qs, -35},   {u"+7"_qs, 7},      {u"1000.5"_qs, 1000.5}, {u".5x"_qs, 0.5},
+        {u"1e3"_qs, 1000},  {u"2e"_qs, 2},      {u"50 "_qs, 50},        {u"-"_qs, 0},
+        {u"1.2.3"_qs, 1.2}, {u"12 5"_qs, 12},   {u"9.9"_qs, 9.9},       {u"1.x5"_qs, 1},
+        {u"."_qs, 0},       {u"12e-1"_qs, 1.2}, {u"1E+2"_qs, 100},      {u"1e-"_qs, 1}};
     for (const auto& [text, value] : cases)
         EXPECT_EQ(val(text), value) << text.toStdString();
 }
@@ -28,7 +29,8 @@ TEST(Numbers, StrictReadingRefusesAnythingElse) {
     EXPECT_EQ(strictDouble(u" -35 "), -35.0);
     EXPECT_EQ(strictLong(u"2.5"), 2);
     EXPECT_EQ(strictLong(u"3.5"), 4);
-    for (const QString& text : {u""_qs, u"12abc"_qs, u"--1"_qs, u"nan"_qs})
+    for (const QString& text :
+         {u""_qs, u"12abc"_qs, u"--1"_qs, u"nan"_qs, u"-"_qs, u"."_qs, u"1e"_qs})
         EXPECT_EQ(faultOf([&] { strictDouble(text); }), u"Type mismatch") << text.toStdString();
     EXPECT_EQ(strictInteger(u"32767"), 32767);
     EXPECT_EQ(faultOf([] { strictInteger(u"32768"); }), u"Overflow");
@@ -41,7 +43,9 @@ TEST(Numbers, HalvesRoundToTheEvenNumber) {
     EXPECT_EQ(roundToLong(1001.5), 1002);
     EXPECT_EQ(roundToLong(-0.5), 0);
     EXPECT_EQ(roundToLong(2147483647.4), 2147483647);
-    EXPECT_EQ(faultOf([] { roundToLong(2147483647.5); }), u"Overflow");
+    EXPECT_EQ(roundToLong(-2147483648.0), std::numeric_limits<qint32>::min());
+    for (const double outside : {2147483647.5, -2147483649.0})
+        EXPECT_EQ(faultOf([&] { roundToLong(outside); }), u"Overflow");
     EXPECT_EQ(faultOf([] { roundToInteger(std::numeric_limits<double>::quiet_NaN()); }),
               u"Overflow");
 }
@@ -49,11 +53,9 @@ TEST(Numbers, HalvesRoundToTheEvenNumber) {
 TEST(Numbers, TextsHaveTheProductsForms) {
     EXPECT_EQ(fixedOneDecimal(1.7783), u"1.8");
     EXPECT_EQ(fixedOneDecimal(0.001), u"0.0");
-    const std::pair<double, QString> tenths[] = {{0.25, u"0.3"_qs},
-                                                 {8.45, u"8.5"_qs},
-                                                 {1.15, u"1.2"_qs},
-                                                 {-0.25, u"-0.3"_qs},
-                                                 {-7e-14, u"0.0"_qs}};
+    const std::pair<double, QString> tenths[] = {
+        {0.25, u"0.3"_qs}, {8.45, u"8.5"_qs},   {8.449999999999999, u"8.5"_qs},
+        {1.15, u"1.2"_qs}, {-0.25, u"-0.3"_qs}, {-7e-14, u"0.0"_qs}};
     for (const auto& [value, text] : tenths) {
         EXPECT_EQ(fixedOneDecimal(value), text);
         EXPECT_EQ(patternOneDecimal(value), text);
@@ -62,8 +64,8 @@ TEST(Numbers, TextsHaveTheProductsForms) {
     EXPECT_EQ(signedText(12), u" 12");
     EXPECT_EQ(signedText(-13), u"-13");
     EXPECT_EQ(signedText(-0.0), u" 0");
-    EXPECT_EQ(plainText(589), u"589");
-    EXPECT_EQ(plainText(32767), u"32767");
+    EXPECT_EQ(plainText(-0.0), u"0");
+    EXPECT_EQ(plainText(0.1 + 0.2), u"0.3");
     EXPECT_EQ(plainText(2147483647.0), u"2147483647");
 }
 
@@ -96,12 +98,16 @@ TEST(Numbers, RegionsHaveTheirOwnSeparators) {
 }
 
 TEST(Levels, DecibelsPercentAndTheEnginesScale) {
+    EXPECT_NEAR(percentOfDecibels(-20), 10.0, 1e-12);
+    EXPECT_NEAR(decibelsOfPercent(10), -20.00000000000003, 2e-14) << "as stored levels have it";
+    EXPECT_NEAR(decibelsOfPercent(0.1), -60.0, 1e-9);
     EXPECT_EQ(faultOf([] { percentOfDecibels(7000); }), u"Overflow");
     for (const double none : {0.0, -5.0})
         EXPECT_EQ(faultOf([&] { decibelsOfPercent(none); }), u"Invalid procedure call or argument");
     const std::pair<QString, QString> amplitudes[] = {
-        {u"5.0"_qs, u"1638"_qs}, {u"100.0"_qs, u"32767"_qs},    {u"0.1"_qs, u"32"_qs},
-        {u"-0.1"_qs, u"-33"_qs}, {u"1e307"_qs, u"Overflow"_qs}, {u"5 %"_qs, u"Type mismatch"_qs}};
+        {u"5.0"_qs, u"1638"_qs},         {u"100.0"_qs, u"32767"_qs}, {u"0.1"_qs, u"32"_qs},
+        {u"1000"_qs, u"327670"_qs},      {u"-0.1"_qs, u"-33"_qs},    {u"1e307"_qs, u"Overflow"_qs},
+        {u"5 %"_qs, u"Type mismatch"_qs}};
     for (const auto& [percent, amplitude] : amplitudes)
         EXPECT_EQ(tarnwick::test::resultOf([&] { return amplitudeOfPercent(percent); }), amplitude);
 }

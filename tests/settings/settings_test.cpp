@@ -6,9 +6,12 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <thread>
 
 #include "runtime/file_names.h"
+#include "settings/connection.h"
 #include "settings/quote.h"
+#include "settings/recordset.h"
 #include "settings/settings_database.h"
 #include "settings/update_statement.h"
 #include "support/fault_of.h"
@@ -84,14 +87,16 @@ TEST_F(SettingsDatabaseTest, ColumnsAreReadAsWhatTheReaderWants) {
     EXPECT_FALSE(row.isTrue("F10") || row.isTrue("F3") || row.isTrue("F7"));
     EXPECT_EQ(faultOf([&] { row.text("F7"); }), "Invalid use of Null");
     EXPECT_EQ(faultOf([&] { row.number("F3"); }), "Type mismatch");
+    EXPECT_EQ(faultOf([&] { row.real("F3"); }), "Type mismatch");
     EXPECT_EQ(faultOf([&] { row.number("F8"); }), "Overflow");
     EXPECT_TRUE(row.textOr("F7", "none") == "none" && row.textOr("F5", "none") == "12");
     execute("UPDATE Admin SET  F2 = 1, F3 = 2, F4 = 40000 WHERE F1 = 18");
     EXPECT_TRUE(admin(18).ticked("F2") && !admin(18).ticked("F3"));
     EXPECT_EQ(faultOf([&] { admin(18).ticked("F4"); }), "Overflow");
-    EXPECT_EQ(faultOf([&] { row.isNull("F14"); }),
-              "Item cannot be found in the collection corresponding to the requested name or "
-              "ordinal.");
+    for (const char* none : {"F14", ""})
+        EXPECT_EQ(faultOf([&] { row.isNull(none); }),
+                  "Item cannot be found in the collection corresponding to the requested name or "
+                  "ordinal.");
 }
 
 TEST_F(SettingsDatabaseTest, BadStatementsFaultAndChangeNothing) {
@@ -114,7 +119,7 @@ TEST(UpdateStatement, IsPutTogetherToTheBlank) {
             .boolean(true)
             .quoted("Hara -- ")
             .quotedDoubled("O'Hara")
-            .integer(0)
+            .boolean(false)
             .where(u" WHERE F1 = 19"),
         "UPDATE Admin SET  F2 = -0.5, F3 = 0, F4 = 1, F5 = 'Hara -- ', F6 = 'O''Hara', F7 = 0 "
         "WHERE F1 = 19");
@@ -179,6 +184,16 @@ TEST_F(SettingsDatabaseTest, IsFoundInAnyFolder) {
     }
 }
 
+TEST_F(SettingsDatabaseTest, ARecordSetThatIsNotOpenHasNoRow) {
+    settings::Connection open;
+    open.Open(connection());
+    settings::Recordset rows;
+    rows.Open("SELECT 7 AS n", open);
+    EXPECT_EQ(rows.Fields().number("n"), 7);
+    EXPECT_NE(faultOf([&] { rows.Open("SELECT", open); }), "none");
+    EXPECT_TRUE(faultOf([&] { rows.Fields(); }).startsWith("Either BOF or EOF is True"));
+}
+
 TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFile) {
     SettingsDatabase other;
     other.Open(connection());
@@ -187,12 +202,46 @@ TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFile) {
     EXPECT_EQ(other.Read("SELECT * FROM Admin WHERE F1 = 17").text("F2"), "1600");
     other.Execute("UPDATE Admin SET  F3 = -40 WHERE F1 = 17");
     EXPECT_EQ(admin(17).text("F2") + admin(17).text("F3"), "1600-40") << "held by no crash";
+    EXPECT_TRUE(files().contains("Tarnwick.mdb-wal")) << "the quick journal";
     other.Close();
     EXPECT_EQ(files(), QStringList{"Tarnwick.mdb"});
 }
 
+TEST_F(SettingsDatabaseTest, ASaveWaitsForAnotherThatIsUnderWay) {
+    SettingsDatabase other;
+    other.Open(connection());
+    other.Execute("BEGIN IMMEDIATE");
+    std::thread end([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        other.Execute("COMMIT");
+    });
+    EXPECT_EQ(faultOf([&] { execute("UPDATE Admin SET  F2 = 1600 WHERE F1 = 17"); }), "none");
+    end.join();
+}
+
+// As a killed process leaves it: the log stands beside the file.
+TEST_F(SettingsDatabaseTest, ALeftLogIsInForceAndFoldedIn) {
+    const QTemporaryDir left;
+    SettingsDatabase other;
+    other.Open(connection());
+    other.Execute("UPDATE Admin SET  F2 = 1600 WHERE F1 = 17");
+    for (const QString& name : files())
+        QFile::copy(folder_.filePath(name), left.filePath(name));
+    const Access access(database_, settings::connectionString(left.path()));
+    EXPECT_EQ(database_.Read("SELECT * FROM Admin WHERE F1 = 17").text("F2"), "1600");
+    database_.Close();
+    EXPECT_EQ(QDir(left.path()).entryList(QDir::Files), QStringList{"Tarnwick.mdb"});
+}
+
 TEST_F(SettingsDatabaseTest, AReadOnlyDatabaseFailsOnTheFirstSaveOnly) {
     const bool root = geteuid() == 0;
+    // After saves, also one by somebody who does not close.
+    execute("UPDATE Admin SET  F2 = 1600 WHERE F1 = 17");
+    {
+        SettingsDatabase unclosed;
+        unclosed.Open(connection());
+        unclosed.Execute("UPDATE Admin SET  F2 = 1500 WHERE F1 = 17");
+    }
     for (const bool folderToo : {false, true}) {
         ASSERT_EQ(chmod(qPrintable(file()), folderToo ? 0666 : 0444), 0);
         ASSERT_EQ(chmod(qPrintable(folder_.path()), folderToo ? 0555 : 0777), 0);
