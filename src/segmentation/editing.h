@@ -5,6 +5,7 @@
 #include "engine/sound_editor.h"
 #include "model/session.h"
 #include "runtime/failure_path.h"
+#include "segmentation/selection.h"
 
 namespace tarnwick::forms {
 class frmMain;
@@ -20,14 +21,8 @@ class Editing {
             engine::SoundEditor& EDT, std::function<void()> editAsked);
 
   private:
-    // What is selected; `available` is 0 when nothing is.
-    struct Selection {
-        qint16 available = 0;
-        qint32 begin = 0;
-        qint32 end = 0;
-    };
-
-    // Stops playback and saves the view, so that it comes back after the rebuild.
+    // Stops playback, and saves the view so that it comes back after the rebuild. Returns what is
+    // selected.
     Selection beginEdit();
 
     void undo();
