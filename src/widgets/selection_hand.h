@@ -6,26 +6,31 @@
 
 namespace tarnwick::widgets {
 
+// What is selected, in ms, an end of -1 taken as the end of the sound.
+struct Stretch {
+    qint32 begin;
+    qint32 end;  // equal to begin: a cursor
+};
+
+std::optional<Stretch> selectedStretch(const engine::Waveform& waveform);
+
 // Selects on a waveform, for mouse and keys alike: a selection has an end that stays, the anchor,
 // and one that moves, the caret; a cursor is both. What others selected is anchored at its begin.
 // Positions in ms; those past the sound are drawn into it. UI thread.
 class SelectionHand {
   public:
-    struct Stretch {
-        qint32 begin;
-        qint32 end;  // equal to begin: a cursor
-    };
-
     // `waveform` outlives this object.
     explicit SelectionHand(engine::Waveform& waveform) : waveform_(waveform) {}
 
-    std::optional<Stretch> stretch() const;
-    qint32 anchor() const;  // with a stretch only
+    std::optional<Stretch> stretch() const { return selectedStretch(waveform_); }
+
+    // Only where something is selected.
+    qint32 anchor() const;
     qint32 caret() const;
+    void extendNearer(qint32 towards);  // the nearer end moves there
 
     void select(qint32 anchor, qint32 caret);
     void place(qint32 cursor) { select(cursor, cursor); }
-    void extendNearer(qint32 towards);  // the nearer end moves there
 
   private:
     engine::Waveform& waveform_;

@@ -48,6 +48,66 @@ TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
     EXPECT_EQ(at(100, 60), colours().outside);
 }
 
+TEST_F(WaveformViewTest, PaintsEachColumnFromItsLowestToItsHighestSample) {
+    waveform.rate = 4;  // frames a second: each second is a column of four
+    waveform.durationMs = 12000;
+    waveform.samples = {0,    0, 0, 0,    .5f,   .5f,   .5f,   .5f,   .5f,  .25f, 0,    0,
+                        -.5f, 0, 0, -.5f, 0,     1,     0,     0,     0,    0,    -1,   0,
+                        0,    0, 0, 0,    -.75f, -.75f, -.75f, -.75f, .75f, .75f, .75f, .75f,
+                        0,    0, 0, 0,    0,     0,     0,     0,     0,    0,    0,    0};
+    waveform.SetDisplayRange(-1000, 15000);
+    waveform.SetSelection(1, 3000, 6000);
+    waveform.playMs = 9000;
+    view.resize(16 + 2 * kFrame, 9 + 2 * kFrame);
+    EXPECT_EQ(drawn(), R"(
+++++++++++++++++++++
++__________________+
++_....|*:|..!..   _+
++_....|*:|.#!..   _+
++_..##|%:|.#!..   _+
++_..##|%:|.#!..   _+
++_-###|%%|##!##---_+
++_....|:%|##!..   _+
++_....|:%|##!..   _+
++_....|:*|##!..   _+
++_....|:*|..!..   _+
++__________________+
+++++++++++++++++++++
+)");
+    waveform.SetSelection(1, 11000, 11000);
+    waveform.playMs = -1;
+    waveform.channelCount = 2;
+    waveform.tell(DisplayChange::Sound);
+    EXPECT_EQ(drawn(2.0), R"(
+++++++++++++++++++++++++++++++++++++++++
+++++++++++++++++++++++++++++++++++++++++
+++____________________________________++
+++____________________________________++
+++__..........!.............cc      __++
+++__..........!.......###...cc      __++
+++__....###...!.......###...cc      __++
+++__....####..!.......#.#...cc      __++
+++__--###--##########-#-####cc------__++
+++__--##---###-##!###-#-####cc------__++
+++__........##...!..#.#.....cc      __++
+++__.............!..###.....cc      __++
+++__.............!..##......cc      __++
+++__++++++++++!+++++++++++++cc++++++__++
+++__++++++++++!+++++++###+++cc++++++__++
+++__....###...!.......###...cc      __++
+++__....####..!.......#.#...cc      __++
+++__--###--##########-#-####cc------__++
+++__--##---###-##!###-#-####cc------__++
+++__........##...!..#.#.....cc      __++
+++__.............!..###.....cc      __++
+++__.............!..##......cc      __++
+++____________________________________++
+++____________________________________++
+++++++++++++++++++++++++++++++++++++++++
+++++++++++++++++++++++++++++++++++++++++
+)");
+}
+
 TEST_F(WaveformViewTest, IsExactToTheDevicePixelAtAnyDensityInLightAndDark) {
     waveform.SetSelection(1, 2500, 7500);
     for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
@@ -87,6 +147,51 @@ TEST_F(WaveformViewTest, SamplesThatLieApartAreJoinedByALineWithDots) {
     }
 }
 
+TEST_F(WaveformViewTest, MarksStandAtRoundTimesAndLevels) {
+    waveform.settings = {};
+    waveform.SetDisplayRange(-500, 9500);
+    waveform.durationMs = 8000;
+    const auto layout = [&] {
+        return WaveformLayout(view.size(), 1.0, waveform.settings, view.font());
+    };
+    waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 1);
+    const QRect ruler = layout().ruler();
+    const QImage below = picture();
+    Numbers minor, major;
+    for (int x = ruler.left(); x <= ruler.right(); ++x) {
+        if (below.pixelColor(x, ruler.top() + 1) == colours().ruler) minor.push_back(x - kFrame);
+        if (below.pixelColor(x, ruler.top() + ruler.height() / 4 + 1) == colours().ruler)
+            major.push_back(x - kFrame);
+    }
+    Numbers tenths, seconds;
+    for (int ms = 0; ms <= 8000; ms += 100) {
+        tenths.push_back((ms + 500) / 10);
+        if (ms % 1000 == 0) seconds.push_back((ms + 500) / 10);
+    }
+    EXPECT_EQ(minor, tenths);
+    EXPECT_EQ(major, seconds);
+    waveform.settings.setByteAt(engine::WaveformSettings::kHideRuler, 1);
+    waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 0);
+    view.resize(200, 1602 + 2 * kFrame);
+    waveform.channelCount = 2;
+    for (const auto& [scale, expected] :
+         {std::pair{1.0f, Numbers{0, 3, 6, 9, 12, 18, 24}}, {16.0f, Numbers{30, 36, 42, 48}}}) {
+        waveform.settings.setVerticalScale(scale);
+        waveform.tell(DisplayChange::Settings);
+        const QImage beside = picture();
+        for (int channel = 0; channel < 2; ++channel)
+            for (const int side : {-1, 1}) {
+                const int zero = kFrame + 400 + 801 * channel;
+                Numbers decibels;
+                for (int away = 400; away >= 20; --away)
+                    if (beside.pixelColor(layout().levels().right() - 4, zero + side * away) ==
+                        colours().ruler)
+                        decibels.push_back(std::lround(-20 * std::log10(away / 400.0 / scale)));
+                EXPECT_EQ(decibels, expected) << channel << side;
+            }
+    }
+}
+
 TEST_F(WaveformViewTest, ScalesStandOutsideTheWaveAndAreShownUnlessHidden) {
     waveform.swing = 1.0f;
     waveform.settings = {};
@@ -122,6 +227,8 @@ TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
         {"the right edge", [&] { waveform.SetSelection(1, 2000, 6500); }, 600, 51},
         {"the left edge", [&] { waveform.SetSelection(1, 1900, 6500); }, 190, 11},
         {"to a cursor", [&] { waveform.SetSelection(1, 3000, 3000); }, 190, 461},
+        {"to less than a pixel", [&] { waveform.SetSelection(1, 3000, 3001); }, 300, 1},
+        {"back", [&] { waveform.SetSelection(1, 3000, 3000); }, 300, 1},
         {"the cursor gone", [&] { waveform.SetSelection(0, 0, 0); }, 300, 1},
         {"nothing new", [&] { waveform.SetDisplayRange(0, -1); }, -kFrame, 0},
         {"play head comes", [&] { waveform.playMs = 7000, view.followPlayback(); }, 700, 1},
@@ -142,14 +249,18 @@ TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
 
 TEST_F(WaveformViewTest, PlayHeadMovesByATimerOnlyWhileTheSoundPlays) {
     picture();
-    const auto ticking = [&] {
-        return std::ranges::any_of(view.findChildren<QTimer*>(), &QTimer::isActive);
-    };
+    waveform.playMs = 0;
+    waveform.tell(DisplayChange::Playback);
+    EXPECT_EQ(at(0, 50), colours().playHead);
     waveform.playMs = 7000;
     waveform.isPlaying = true;
     waveform.tell(DisplayChange::Playback);
-    EXPECT_TRUE(ticking());
+    ASSERT_TRUE(ticking());
     EXPECT_EQ(at(700, 50), colours().playHead);
+    waveform.playMs = 7100;
+    QMetaObject::invokeMethod(ticking(), "timeout");
+    EXPECT_EQ(at(710, 50), colours().playHead);
+    waveform.playMs = 7000;
     waveform.isPlaying = false;
     waveform.tell(DisplayChange::Playback);
     EXPECT_FALSE(ticking()) << "paused";
@@ -159,6 +270,12 @@ TEST_F(WaveformViewTest, PlayHeadMovesByATimerOnlyWhileTheSoundPlays) {
     EXPECT_EQ(at(700, 50), colours().background);
     waveform.SetSelection(1, 9000, -1);
     EXPECT_EQ(at(999, 50), colours().selectionEdge) << "the end of the sound is seen";
+    waveform.SetSelection(1, 9000, 9000);
+    EXPECT_EQ(at(900, 50), colours().cursor);
+    waveform.SetSelection(1, 0, 10000);
+    waveform.SetDisplayRange(7000, 7010);
+    for (const int x : {0, 10, 990, 999})
+        EXPECT_EQ(at(x, 50), colours().selected(colours().background)) << "no edge is near";
 }
 
 }  // namespace
