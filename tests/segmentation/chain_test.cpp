@@ -87,6 +87,12 @@ TEST_F(Chain, TheSoundChangesUntilTheLastEditHasComeToAList) {
     EXPECT_TRUE(changingAfter(0));
     fire(form.TimerDisplayWaveform);
     EXPECT_FALSE(chain.soundIsChanging());
+    session.vsLoadStage = QString::fromUtf16(model::kInitialLoad);
+    Q_EMIT EDT.WaveAnalysisDone();
+    fire(form.TimerDisplayWaveform);
+    chain.editAsked();
+    EXPECT_TRUE(changingAfter(0)) << "a pause that was not added, and then an edit";
+    EXPECT_FALSE(changingAfter(0));
 }
 
 TEST_F(Chain, StatusTextsAreWordForWord) {

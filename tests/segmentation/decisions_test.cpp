@@ -32,7 +32,8 @@ TEST(AlignmentRow, DeviationAndFlag) {
                                      {u"10", 0, 0, u"50", 4000, u"-100 %", true},
                                      {u"10", 0, 0, u"100", 4000, u"-100 %", false},
                                      {u"10", 9000, 0, u"50", 4000, u"-325 %", true},
-                                     {u"1", 0, 400, u"50", 400, u" 0 %", false}}) {
+                                     {u"1", 0, 400, u"50", 400, u" 0 %", false},
+                                     {u"1000", 0, 400000, u"50", 400000, u" 0 %", false}}) {
         const AlignmentRow row =
             alignRow({{}, {}, QString::fromUtf16(c.words)}, {0, 0, c.start}, {0, c.end, 0},
                      u"150"_qs, QString::fromUtf16(c.tolerance));

@@ -150,6 +150,9 @@ TEST_F(Export, WithoutAListThereIsNothingToWrite) {
     form.mnuExport->trigger();
     EXPECT_TRUE(EDT.calls.isEmpty());
     EXPECT_TRUE(form.frExportFiles->isHidden());
+    addRows(1);
+    form.mnuExport->trigger();
+    EXPECT_EQ(EDT.calls.size(), 1);
 }
 
 TEST_F(Export, ABackupStillBeingWrittenFinishesNoRunEarly) {
