@@ -39,7 +39,8 @@ class WaveformDesk : public testing::Test {
     WaveformColours colours() const { return WaveformColours(view.palette()); }
 
     // The picture as text, a line for each row and a letter for each pixel. Where it is selected,
-    // the ground is ':', the wave '%', the zero line '=', and '*' is clipped.
+    // the ground is ':', the wave '%', the zero line '=', and '*' is clipped; 'x' is between two
+    // colours and seen.
     std::string drawn(double ratio = 1.0) {
         const WaveformColours c = colours();
         const std::pair<QColor, char> letters[] = {
@@ -54,9 +55,12 @@ class WaveformDesk : public testing::Test {
         std::string text = "\n";
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
-                const auto found = std::ranges::find(letters, image.pixelColor(x, y),
-                                                     [](auto& l) { return l.first; });
-                text += found == std::end(letters) ? '?' : found->second;
+                const QColor colour = image.pixelColor(x, y);
+                const auto found =
+                    std::ranges::find(letters, colour, [](auto& l) { return l.first; });
+                text += found != std::end(letters)             ? found->second
+                        : contrast(colour, c.background) > 2.0 ? 'x'
+                                                               : '.';
             }
             text += '\n';
         }

@@ -83,6 +83,7 @@ TEST(WaveformGeometry, RulerStepsAreRoundTimesWideEnoughToRead) {
         EXPECT_EQ(rulerStepMs(0.5, 2 * last + 1), step);
         last = step;
     }
+    EXPECT_EQ(rulerMinorStepMs(10, 1.0, 5), 5);
     for (const auto& c : cases) {
         EXPECT_EQ(rulerStepMs(c.msPerPixel, 80), c.step) << c.msPerPixel;
         EXPECT_EQ(rulerMinorStepMs(c.step, c.msPerPixel, 7), c.minor) << c.msPerPixel;
@@ -119,6 +120,32 @@ TEST(WaveformColoursTest, StandOutWhateverThePalette) {
                   3.0)
             << name;
     }
+}
+
+TEST(WaveformColoursTest, AreThoseOfTheDesign) {
+    const auto told = [](const QColor& base, const QColor& text, const QColor& accent) {
+        QPalette palette;
+        palette.setColor(QPalette::Base, base);
+        palette.setColor(QPalette::Text, text);
+        palette.setColor(QPalette::Highlight, accent);
+        const WaveformColours c(palette);
+        std::string names;
+        for (const QColor& colour :
+             {c.background, c.outside, c.frame, c.focus, c.wave, c.clipped, c.zeroLine,
+              c.scaleGround, c.ruler, c.selection, c.selectionEdge, c.cursor, c.playHead})
+            names += ' ' + colour.name().mid(1).toStdString();
+        return names.substr(1);
+    };
+    EXPECT_EQ(told(Qt::white, Qt::black, QColor(48, 140, 198)),
+              "ffffff e6e6e6 b3b3b3 308cc6 26709e cc1e1e bfbfbf f5f5f5 4d4d4d b4d6ea 308cc6 000000 "
+              "cc1e1e");
+    EXPECT_EQ(told(QColor(25, 25, 25), Qt::white, QColor(42, 130, 218)),
+              "191919 303030 5e5e5e 2a82da 559be1 ff6b6b 535353 222222 bababa 0f2f4e 2a82da ffffff "
+              "ff6b6b");
+    EXPECT_EQ(told(Qt::white, Qt::black, QColor(255, 250, 160)),
+              "ffffff e6e6e6 b3b3b3 999660 7a784d cc1e1e bfbfbf f5f5f5 4d4d4d fffddd 999660 000000 "
+              "cc1e1e")
+        << "an accent too light";
 }
 
 }  // namespace

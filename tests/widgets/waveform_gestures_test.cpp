@@ -170,6 +170,12 @@ TEST_F(WaveformGesturesTest, KeysDoWhatTheMouseDoes) {
         EXPECT_EQ(selection(), c.after) << c.key << " from " << c.before[1];
         EXPECT_EQ(range(), c.range) << c.key << " from " << c.before[1];
     }
+    for (const auto& [modifiers, step] : {std::pair{Qt::NoModifier, 100}, {kCtrl, 10}}) {
+        waveform.SetDisplayRange(0, -1);
+        waveform.SetSelection(1, 5000, 5000);
+        key(Qt::Key_Right, modifiers);
+        EXPECT_EQ(waveform.selectionBegin, 5000 + step) << "ten pixels, or one";
+    }
     waveform.SetDisplayRange(4000, 4100);
     for (const auto modifiers : {Qt::NoModifier, kCtrl}) {
         waveform.SetSelection(1, 4000, 4000);

@@ -145,6 +145,50 @@ TEST_F(WaveformViewTest, SamplesThatLieApartAreJoinedByALineWithDots) {
         EXPECT_GT(contrast(pixel(2.5, 0.0), colours().background), 2.0) << "the line between two";
         EXPECT_EQ(pixel(4, 1.0), colours().clipped);
     }
+    waveform.rate = 1000;
+    waveform.durationMs = 9;
+    waveform.samples = {0, 0, .75f, -.75f, -.75f, 1, .5f, -1, .5f, 0};
+    waveform.SetDisplayRange(1, 11);
+    view.resize(30 + 2 * kFrame, 13 + 2 * kFrame);
+    EXPECT_EQ(drawn(), R"(
+++++++++++++++++++++++++++++++++++
++________________________________+
++_...........xx...........      _+
++_...........xxx..........      _+
++_..##.......x.xx.........      _+
++_.xx#......xx..xx....xx..      _+
++_.x.xx.....xx...x....##x.      _+
++_x..xx.....x....x....x.xx.     _+
++_x.-x#x---xx.---xx--xx-.xx-----_+
++_....xx...xx.....x..x.....     _+
++_....xx...x......x..x....      _+
++_.....#...x......xxxx....      _+
++_.....x#x#x.......##.....      _+
++_......xxx........xx.....      _+
++_.................xx.....      _+
++________________________________+
+++++++++++++++++++++++++++++++++++
+)") << "too near for dots";
+    view.resize(40 + 2 * kFrame, 13 + 2 * kFrame);
+    EXPECT_EQ(drawn(), R"(
+++++++++++++++++++++++++++++++++++++++++++++
++__________________________________________+
++_...xx.........x!!x..............        _+
++_..x##x........x!!x..............        _+
++_..x##x.........x..x##......##...        _+
++_..xxx.........xx..x##x....x##x..        _+
++_.xx.xx........#....##x....x##x...       _+
++_#x...x.......xx.....xx....xx..x##x      _+
++_#x---xx-----.xx-----xx.--.xx--x##x------_+
++_#.....x......x.......xx..xx....##x      _+
++_......xx....xx.......xx..xx......       _+
++_.......xx..xx.........x..x......        _+
++_......x##xx##x........xxxx......        _+
++_......x##xx##x........x!!x......        _+
++_.......xx..xx.........x!!x......        _+
++__________________________________________+
+++++++++++++++++++++++++++++++++++++++++++++
+)");
 }
 
 TEST_F(WaveformViewTest, MarksStandAtRoundTimesAndLevels) {
@@ -169,6 +213,7 @@ TEST_F(WaveformViewTest, MarksStandAtRoundTimesAndLevels) {
         if (ms % 1000 == 0) seconds.push_back((ms + 500) / 10);
     }
     EXPECT_EQ(minor, tenths);
+    EXPECT_EQ(below.pixelColor(500, ruler.top()), colours().frame);
     EXPECT_EQ(major, seconds);
     waveform.settings.setByteAt(engine::WaveformSettings::kHideRuler, 1);
     waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 0);
@@ -188,6 +233,12 @@ TEST_F(WaveformViewTest, MarksStandAtRoundTimesAndLevels) {
                         colours().ruler)
                         decibels.push_back(std::lround(-20 * std::log10(away / 400.0 / scale)));
                 EXPECT_EQ(decibels, expected) << channel << side;
+                Numbers mark;  // of nothing at all, from the wave to the left
+                for (int left = 0; left < 10; ++left)
+                    if (beside.pixelColor(layout().levels().right() - left, zero) ==
+                        colours().ruler)
+                        mark.push_back(left);
+                EXPECT_EQ(mark, (Numbers{1, 2, 3, 4}));
             }
     }
 }
