@@ -11,7 +11,7 @@
 #include "engine/output_format.h"
 #include "engine/time_text.h"
 #include "runtime/file_names.h"
-#include "sound/source.h"
+#include "sound/reading/source.h"
 
 namespace tarnwick::engine {
 

@@ -49,7 +49,8 @@ class FileSystem {
     // where there is no such file.
     virtual QDateTime DateLastModified(const QString& path) const = 0;
 
-    // Sets that time and no other. False where that cannot be done.
+    // Sets that time and no other. False where that cannot be done, and of a file that may not be
+    // written.
     virtual bool setDateLastModified(const QString& path, const QDateTime& time) = 0;
 };
 
