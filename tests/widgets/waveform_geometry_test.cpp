@@ -104,6 +104,7 @@ TEST(WaveformColoursTest, StandOutWhateverThePalette) {
                     {Qt::black, Qt::yellow, Qt::green},
                     {Qt::white, Qt::black, QColor(255, 250, 160)},  // an accent that nobody sees
                     {QColor(40, 40, 40), QColor(220, 220, 220), QColor(45, 45, 60)},
+                    {QColor(110, 110, 110), Qt::white, Qt::white},  // one that hides the wave
                     {QColor(128, 128, 128), Qt::black, Qt::gray}};
     for (const auto& p : palettes) {
         QPalette palette;

@@ -215,32 +215,68 @@ TEST_F(WaveformViewTest, MarksStandAtRoundTimesAndLevels) {
     EXPECT_EQ(minor, tenths);
     EXPECT_EQ(below.pixelColor(500, ruler.top()), colours().frame);
     EXPECT_EQ(major, seconds);
-    waveform.settings.setByteAt(engine::WaveformSettings::kHideRuler, 1);
+}
+
+TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
     waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 0);
-    view.resize(200, 1602 + 2 * kFrame);
+    const QColor ink = colours().ruler, ground = colours().scaleGround;
+    Numbers marks;                           // rows from the top of the wave
+    std::vector<std::pair<int, int>> texts;  // their first and last rows
+    const auto look = [&](float scale, int height) {
+        waveform.settings.setVerticalScale(scale);
+        view.resize(200, height + 2 * kFrame);
+        waveform.tell(DisplayChange::Settings);
+        const QImage image = picture();
+        const WaveformLayout layout(view.size(), 1.0, waveform.settings, view.font());
+        const QRect place = layout.levels();
+        marks.clear();
+        texts.clear();
+        bool inText = false;
+        for (int y = 0; y < height; ++y) {
+            const auto at = [&](int x) { return image.pixelColor(x, y + kFrame); };
+            if (at(place.right() - 4) == ink) {
+                marks.push_back(y);
+                EXPECT_TRUE(at(place.right() - 1) == ink && at(place.right() - 5) == ground);
+            }
+            EXPECT_EQ(at(place.right()), colours().frame);
+            bool text = false;
+            for (int x = place.left(); x <= place.right() - 6; ++x)
+                text = text || at(x) != ground;
+            if (text && !inText) texts.push_back({y, y});
+            if (text) texts.back().second = y;
+            inText = text;
+        }
+        EXPECT_EQ(marks.size(), texts.size()) << "none meets another";
+        const int line = QFontMetrics(layout.font()).ascent();
+        for (std::size_t i = 0; i < std::min(marks.size(), texts.size()); ++i) {
+            const int middle = (texts[i].first + texts[i].second) / 2;
+            const int toEdge =
+                std::min(marks[i] % (height / 2), height / 2 - marks[i] % (height / 2));
+            EXPECT_NEAR(middle, marks[i], toEdge < line / 2 ? line / 2 + 2 : 3) << height;
+            EXPECT_TRUE(texts[i].first > 0 && texts[i].second < height - 1);
+        }
+    };
     waveform.channelCount = 2;
     for (const auto& [scale, expected] :
          {std::pair{1.0f, Numbers{0, 3, 6, 9, 12, 18, 24}}, {16.0f, Numbers{30, 36, 42, 48}}}) {
-        waveform.settings.setVerticalScale(scale);
-        waveform.tell(DisplayChange::Settings);
-        const QImage beside = picture();
-        for (int channel = 0; channel < 2; ++channel)
-            for (const int side : {-1, 1}) {
-                const int zero = kFrame + 400 + 801 * channel;
-                Numbers decibels;
-                for (int away = 400; away >= 20; --away)
-                    if (beside.pixelColor(layout().levels().right() - 4, zero + side * away) ==
-                        colours().ruler)
-                        decibels.push_back(std::lround(-20 * std::log10(away / 400.0 / scale)));
-                EXPECT_EQ(decibels, expected) << channel << side;
-                Numbers mark;  // of nothing at all, from the wave to the left
-                for (int left = 0; left < 10; ++left)
-                    if (beside.pixelColor(layout().levels().right() - left, zero) ==
-                        colours().ruler)
-                        mark.push_back(left);
-                EXPECT_EQ(mark, (Numbers{1, 2, 3, 4}));
-            }
+        look(scale, 1602);
+        Numbers decibels[4];  // of both halves of both channels
+        for (const int row : marks) {
+            const int away = row % 801 - 400;
+            if (std::abs(away) >= 20)
+                decibels[row / 801 * 2 + (away > 0)].push_back(
+                    std::lround(-20 * std::log10(std::abs(away) / 400.0 / scale)));
+            else
+                EXPECT_TRUE(away == 0 || scale == 1.0f);
+        }
+        std::ranges::reverse(decibels[1]), std::ranges::reverse(decibels[3]);
+        for (const Numbers& half : decibels)
+            EXPECT_EQ(half, expected);
     }
+    look(1.0f, 130);
+    EXPECT_GT(marks.size(), 5u);
+    look(1.0f, 14);
+    EXPECT_EQ(marks, Numbers()) << "no room";
 }
 
 TEST_F(WaveformViewTest, ScalesStandOutsideTheWaveAndAreShownUnlessHidden) {
