@@ -49,8 +49,9 @@ QString shortened(const QString& text, qsizetype by) {
     return text.chopped(by);
 }
 
+// `index` -1: none.
 void selectItem(QComboBox* box, int index) {
-    if (index < -1 || index >= box->count()) runtime::invalidPropertyValue();
+    if (index >= box->count()) runtime::invalidPropertyValue();
     box->setCurrentIndex(index);
 }
 

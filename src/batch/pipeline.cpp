@@ -224,11 +224,11 @@ void Pipeline::EDTXTimerAppendAutomationDone_Timer() {
 // empty unless support staff fill it. At midnight the clock returns to 0 and the wait starts again.
 void Pipeline::Forced_Delay() const {
     double begun = services_.clock.Timer();
-    double elapsed = 0.0;
-    do {
-        elapsed = services_.clock.Timer() - begun;
+    for (;;) {
+        const double elapsed = services_.clock.Timer() - begun;
         if (elapsed < 0.0) begun = 0.0;
-    } while (runtime::val(form_.txbDelay->text()) / 1000.0 > elapsed);
+        if (elapsed >= runtime::val(form_.txbDelay->text()) / 1000.0) return;
+    }
 }
 
 ChainMoment Pipeline::moment() const {

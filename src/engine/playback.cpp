@@ -64,7 +64,7 @@ qint32 Playback::positionMs() const {
 }
 
 double Playback::exactMs() const {
-    return rate_ == 0 ? 0.0 : static_cast<double>(player_.position()) * 1000.0 / rate_;
+    return static_cast<double>(player_.position()) * 1000.0 / rate_;
 }
 
 void Playback::report(Signal signal) {

@@ -32,7 +32,7 @@ class Playback {
     bool active() const { return state_ != State::AtRest; }  // playing or paused
     bool running() const { return state_ == State::Playing; }
     qint32 positionMs() const;  // stays where the last playing ended
-    double exactMs() const;     // the same, exact to the frame
+    double exactMs() const;     // the same, exact to the frame; only while active
 
   private:
     enum class State { AtRest, Playing, Paused };

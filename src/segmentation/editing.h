@@ -5,6 +5,7 @@
 #include "engine/sound_editor.h"
 #include "model/session.h"
 #include "runtime/failure_path.h"
+#include "segmentation/selection.h"
 
 namespace tarnwick::forms {
 class frmMain;
@@ -20,14 +21,8 @@ class Editing {
             engine::SoundEditor& EDT, std::function<void()> editAsked);
 
   private:
-    // The selected range in ms; `available` is 0 if there is none.
-    struct Selection {
-        qint16 available = 0;
-        qint32 begin = 0;
-        qint32 end = 0;
-    };
-
-    // Stops playback and saves the visible range, which is restored after the rebuild.
+    // Stops playback and saves the visible range, which is restored after the rebuild. Returns the
+    // selection.
     Selection beginEdit();
 
     void undo();

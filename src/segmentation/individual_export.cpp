@@ -72,8 +72,7 @@ void IndividualExport::keepRows() {
 bool IndividualExport::running() const { return vsExportRunning == u"Yes" && !isStuck(moment()); }
 
 void IndividualExport::drop() {
-    vsExportRunning = u"No"_qs;
-    keptRows_.clear();
+    endRun();
     form_.frExportFiles->hide();
 }
 
@@ -83,9 +82,7 @@ void IndividualExport::Export_Row(float index) {
     EDT.encodeFormats().FormatToUse = engine::kWavContainer;
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
     const qint32 row = runtime::roundToLong(index);
-    const QList<Row> listed = rows();
-    if (row < 1 || row > listed.size()) throw runtime::Fault(u"Index out of bounds"_qs);
-    const Row& prompt = listed[row - 1];
+    const Row prompt = rows().value(row - 1);
     // A separator in a name must not lead out of the project folder or into the backup folder.
     const QString name = QString(prompt.name).replace(QDir::separator(), u'_');
     vsExportFile = platform::pathIn(services_.session.loadedFolder, name + u".wav"_qs);
@@ -144,9 +141,13 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
     }
 }
 
-void IndividualExport::finish() {
+void IndividualExport::endRun() {
     vsExportRunning = u"No"_qs;
     keptRows_.clear();
+}
+
+void IndividualExport::finish() {
+    endRun();
     const QString& folder = services_.session.loadedFolder;
     for (const QString& name : {services_.session.loadedFile, services_.session.loadedScript}) {
         try {

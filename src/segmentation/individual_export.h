@@ -60,6 +60,7 @@ class IndividualExport {
     void keepRecording();
     QString backupFolder() const;
     ExportMoment moment() const;
+    void endRun();
     void finish();
 
     forms::frmMain& form_;

@@ -30,7 +30,6 @@ class WaveformControls {
     forms::frmMain& form_;
     const runtime::FailurePath& failure_;
     engine::SoundEditor& EDT_;
-    qint16 viWaveScale = 100;  // vertical scale in percent
 };
 
 }  // namespace tarnwick::segmentation

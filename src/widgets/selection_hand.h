@@ -6,26 +6,31 @@
 
 namespace tarnwick::widgets {
 
+// The selection in ms, with an end of -1 replaced by the end of the sound.
+struct Stretch {
+    qint32 begin;
+    qint32 end;  // equal to begin: a cursor
+};
+
+std::optional<Stretch> selectedStretch(const engine::Waveform& waveform);
+
 // Makes selections on a waveform for mouse and keys. A selection has a fixed end, the anchor, and a
 // moving one, the caret; for a cursor both are the same. Selections made elsewhere have their
 // anchor at the beginning. Positions in ms, clamped to the sound. UI thread.
 class SelectionHand {
   public:
-    struct Stretch {
-        qint32 begin;
-        qint32 end;  // equal to begin: a cursor
-    };
-
     // `waveform` must outlive this object.
     explicit SelectionHand(engine::Waveform& waveform) : waveform_(waveform) {}
 
-    std::optional<Stretch> stretch() const;
-    qint32 anchor() const;  // only if there is a stretch
+    std::optional<Stretch> stretch() const { return selectedStretch(waveform_); }
+
+    // Only if something is selected.
+    qint32 anchor() const;
     qint32 caret() const;
+    void extendNearer(qint32 towards);  // the nearer end moves there
 
     void select(qint32 anchor, qint32 caret);
     void place(qint32 cursor) { select(cursor, cursor); }
-    void extendNearer(qint32 towards);  // moves the nearer end there
 
   private:
     engine::Waveform& waveform_;

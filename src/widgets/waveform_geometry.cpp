@@ -85,10 +85,9 @@ qint32 rulerMinorStepMs(qint32 stepMs, double msPerPixel, double leastPixels) {
 }
 
 ChannelBand::ChannelBand(int channel, int channels, int top, int height) {
-    const int count = std::max(channels, 1);
-    const int above = height * channel / count;
+    const int above = height * channel / channels;
     top_ = top + above;
-    height_ = height * (channel + 1) / count - above;
+    height_ = height * (channel + 1) / channels - above;
 }
 
 double ChannelBand::yOf(float sample, float scale) const {

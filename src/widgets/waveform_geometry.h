@@ -66,7 +66,7 @@ qint32 rulerMinorStepMs(qint32 stepMs, double msPerPixel, double leastPixels);
 // The strip of one channel, `channel` counting from 0 at the top.
 class ChannelBand {
   public:
-    // Divides `height` pixels from `top` among `channels` strips.
+    // Divides `height` pixels from `top` among `channels` strips, 1 or more.
     ChannelBand(int channel, int channels, int top, int height);
 
     int top() const { return top_; }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "widgets/selection_hand.h"
+
 namespace tarnwick::widgets {
 
 namespace {
@@ -29,14 +31,10 @@ WaveformOverlay::WaveformOverlay(const engine::Waveform& waveform, const Wavefor
         const int column = static_cast<int>(std::floor(x));
         return ms <= axis.view().endMs ? std::min(column, last) : column;
     };
-    qint16 available = 0;
-    qint32 begin = 0, end = 0;
-    waveform.GetSelection(available, begin, end);
-    if (end == -1) end = waveform.duration();
-    if (available == 1) {
-        cursor_ = begin >= end;
-        left_ = column(begin);
-        right_ = cursor_ ? left_ : column(end);
+    if (const auto stretch = selectedStretch(waveform)) {
+        cursor_ = stretch->begin >= stretch->end;
+        left_ = column(stretch->begin);
+        right_ = cursor_ ? left_ : column(stretch->end);
     }
     const double position = waveform.playPosition();
     if (position >= 0.0) playHead_ = column(position);
@@ -69,7 +67,7 @@ QRegion WaveformOverlay::difference(const WaveformOverlay& other,
     if (isStretch() && other.isStretch()) {
         if (left_ != other.left_) region += strip(layout, left_, other.left_);
         if (right_ != other.right_) region += strip(layout, right_, other.right_);
-    } else if (left_ != other.left_ || right_ != other.right_ || cursor_ != other.cursor_) {
+    } else if (right_ != other.right_ || cursor_ != other.cursor_) {
         region = selectionRegion(layout) + other.selectionRegion(layout);
     }
     if (playHead_ != other.playHead_)

@@ -64,7 +64,7 @@ void WaveformView::follow(engine::DisplayChange what) {
     if (what == DisplayChange::Sound || what == DisplayChange::Settings ||
         (what == DisplayChange::Range && shownRange(waveform_) != view_))
         dropPicture();
-    if (what != DisplayChange::Playback && what != DisplayChange::Settings) describe();
+    describe();
     followPlayback();
 }
 
