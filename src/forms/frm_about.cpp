@@ -1,5 +1,8 @@
 #include "forms/frm_about.h"
 
+#include "forms/fonts.h"
+#include "forms/makers.h"
+
 namespace tarnwick::forms {
 
 using namespace Qt::Literals::StringLiterals;

@@ -2,6 +2,10 @@
 
 #include <QEvent>
 
+#include "forms/colours.h"
+#include "forms/fonts.h"
+#include "forms/makers.h"
+
 namespace tarnwick::forms {
 
 using namespace Qt::Literals::StringLiterals;

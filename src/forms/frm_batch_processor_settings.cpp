@@ -2,7 +2,9 @@
 
 #include <QButtonGroup>
 
+#include "forms/colours.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/makers.h"
 #include "forms/option_stop.h"
 
 namespace tarnwick::forms {

@@ -4,7 +4,8 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "forms/design.h"
+#include "forms/fonts.h"
+#include "forms/units.h"
 
 namespace tarnwick::forms {
 

@@ -1,5 +1,8 @@
 #include "forms/frm_main.h"
 
+#include "forms/controls.h"
+#include "forms/fonts.h"
+#include "forms/makers.h"
 #include "forms/scaling.h"
 
 namespace tarnwick::forms {

@@ -2,17 +2,23 @@
 
 #include <QAction>
 #include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QWidget>
 #include <array>
-
-#include "forms/design.h"
 
 namespace tarnwick::forms {
 

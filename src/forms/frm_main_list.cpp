@@ -1,5 +1,7 @@
 // The lower half of the work area: detection settings, prompt list, content pane.
+#include "forms/fonts.h"
 #include "forms/frm_main.h"
+#include "forms/makers.h"
 #include "forms/prompt_list.h"
 
 namespace tarnwick::forms {

@@ -1,4 +1,5 @@
 // The menu tree of the main window.
+#include "forms/fonts.h"
 #include "forms/frm_main.h"
 
 namespace tarnwick::forms {

@@ -1,5 +1,6 @@
 // The preferences page: file naming, exported files, window scale, service timer, page buttons.
 #include "forms/frm_main.h"
+#include "forms/makers.h"
 #include "forms/option_stop.h"
 
 namespace tarnwick::forms {

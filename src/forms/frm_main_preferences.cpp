@@ -1,5 +1,6 @@
 // The preferences page: what steers the import, the source, the list and the window.
 #include "forms/frm_main.h"
+#include "forms/makers.h"
 #include "forms/option_stop.h"
 
 namespace tarnwick::forms {

@@ -1,5 +1,7 @@
 // The upper half of the work area: waveform, zoom, read-outs, transport, edit, counts.
+#include "forms/fonts.h"
 #include "forms/frm_main.h"
+#include "forms/makers.h"
 
 namespace tarnwick::forms {
 

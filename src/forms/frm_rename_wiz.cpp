@@ -1,5 +1,8 @@
 #include "forms/frm_rename_wiz.h"
 
+#include "forms/fonts.h"
+#include "forms/makers.h"
+
 namespace tarnwick::forms {
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,5 +1,8 @@
 #include "forms/frm_select_import_sheet.h"
 
+#include "forms/fonts.h"
+#include "forms/makers.h"
+
 namespace tarnwick::forms {
 
 using namespace Qt::Literals::StringLiterals;

@@ -6,6 +6,8 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "forms/press.h"
+#include "forms/texts.h"
 #include "runtime/file_names.h"
 
 namespace tarnwick::forms {

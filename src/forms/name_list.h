@@ -3,7 +3,7 @@
 #include <QListView>
 #include <QStringListModel>
 
-#include "forms/design.h"
+#include "forms/units.h"
 
 namespace tarnwick::forms {
 

@@ -5,7 +5,9 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
-#include "forms/design.h"
+#include "forms/fonts.h"
+#include "forms/press.h"
+#include "forms/units.h"
 #include "model/list_columns.h"
 
 namespace tarnwick::forms {
