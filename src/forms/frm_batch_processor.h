@@ -140,7 +140,7 @@ class frmBatchProcessor : public QWidget {
     void makeProgressGroup();
     void makeButtons();
     void makeParked();
-    void makeTimers();
+    void makeLame();
     void makeSilence();
     void makeNormalization();
     void makeOutput();

@@ -101,7 +101,8 @@ class frmMain : public QWidget {
 
     QFrame* frPreferences;  // the preferences page, hidden
 
-    // Script. Each array of options has its group, of which at most one is on.
+    // Each array of options has its group, of which at most one is on.
+    QGroupBox* frScript;
     std::array<QRadioButton*, 2> OpScriptFormat;
     QButtonGroup* OpScriptFormatGroup;
     std::array<QRadioButton*, 2> opRowEach;
@@ -111,7 +112,7 @@ class frmMain : public QWidget {
     QLineEdit *txbImportStartRow, *txbImportEndRow;
     QLabel* Label43;
 
-    QGroupBox* Frame10;  // "Source File Format"
+    QGroupBox *Frame10, *frFileSpecs;  // "Source File Format" and the file specs in it
     std::array<QRadioButton*, 4> opSourceFileFormat;
     QButtonGroup* opSourceFileFormatGroup;
     QLabel *lbSpecs, *lbFrequency, *lbBits, *lbChannels, *lbBitRate;
@@ -154,7 +155,6 @@ class frmMain : public QWidget {
     void makeWindowsMenu();
     void makeToolsMenu();
     void makeHelpMenu();
-    void makeTimers();
     void makeWaveform();
     void makeAction();
     void makeLocations();
@@ -164,12 +164,13 @@ class frmMain : public QWidget {
     void makeFiles();
     void makeSpecs();
     void makeList();
-    void makeProgressFrames();
+    void makeLoadFiles();
+    void makeExportFiles();
     void makePreferences();
     void makeScriptGroup();
     void makeExcelGroup();
     void makeSourceGroup();
-    void makeSourceCombos(QWidget* box);
+    void makeSourceCombos();
     void makePlayGroup();
     void makeNamingGroup();
     void makeAutoNumberGroup();

@@ -1,102 +1,121 @@
 #include "forms/makers.h"
 
+#include <algorithm>
+
 #include "forms/controls.h"
+#include "forms/fonts.h"
 
 namespace tarnwick::forms {
 
-QString elementName(const QString& array, int index) {
-    return QStringLiteral("%1(%2)").arg(array).arg(index);
-}
-
 namespace {
 
-template <typename Control>
-Control* name(Control* control, const QString& objectName, const QString& caption,
-              const Place& place) {
-    control->setObjectName(objectName);
-    control->setAccessibleName(announced(caption));
-    put(control, place);
-    return control;
-}
+constexpr int kTimerMs = 100;
+constexpr double kChildWidth = 13750, kChildHeight = 10250;
 
 }  // namespace
 
-QLabel* makeLabel(QWidget* parent, const QString& objectName, const QString& caption,
-                  const Place& place, Qt::Alignment alignment) {
-    auto* label = new QLabel(caption, parent);
+Made<QLabel> Maker::label(const Named<QLabel*>& named, const QString& caption, const Place& place,
+                          Qt::Alignment alignment) const {
+    auto* label = new QLabel(caption, parent_);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(alignment);
-    name(label, objectName, caption, place);
+    const auto made = add(named, label, caption, place);
     if (place.width == 0) {
         // The hint leaves the trailing blanks out, and they are the gap to the control beside.
         const int width = label->fontMetrics().horizontalAdvance(caption);
         label->resize(std::max(width, label->width()), label->height());
     }
-    return label;
+    return made;
 }
 
-QPushButton* makeButton(QWidget* parent, const QString& objectName, const QString& caption,
-                        const Place& place, const QString& toolTip) {
-    auto* button = new CaptionButton(caption, parent);
+Made<QPushButton> Maker::button(const Named<QPushButton*>& named, const QString& caption,
+                                const Place& place, const QString& toolTip) const {
+    auto* button = new CaptionButton(caption, parent_);
     button->setToolTip(toolTip);
     button->setAutoDefault(false);
-    return name(button, objectName, caption, place);
+    return add(named, button, caption, place);
 }
 
-QLineEdit* makeText(QWidget* parent, const QString& objectName, const QString& text,
-                    const Place& place, const QString& caption) {
-    auto* box = new QLineEdit(text, parent);
-    return name(box, objectName, caption, place);
+Made<QLineEdit> Maker::text(const Named<QLineEdit*>& named, const QString& caption,
+                            const Place& place, const QString& text) const {
+    return add(named, new QLineEdit(text, parent_), caption, place);
 }
 
-QLineEdit* makeReadOut(QWidget* parent, const QString& objectName, const Place& place,
-                       const QString& caption) {
-    QLineEdit* box = makeText(parent, objectName, {}, place, caption);
-    box->setReadOnly(true);
+Made<QLineEdit> Maker::readOut(const Named<QLineEdit*>& named, const QString& caption,
+                               const Place& place) const {
+    const auto made = text(named, caption, place).readOnly();
+    QLineEdit* box = named.member;
     QObject::connect(box, &QLineEdit::textChanged, box, [box](const QString& text) {
         box->setToolTip(Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text);
     });
-    return box;
+    return made;
 }
 
-QCheckBox* makeCheck(QWidget* parent, const QString& objectName, const QString& caption,
-                     const Place& place, bool on) {
-    auto* box = new QCheckBox(caption, parent);
+Made<QCheckBox> Maker::check(const Named<QCheckBox*>& named, const QString& caption,
+                             const Place& place, bool on) const {
+    auto* box = new QCheckBox(caption, parent_);
     box->setChecked(on);
-    return name(box, objectName, caption, place);
+    return add(named, box, caption, place);
 }
 
-QRadioButton* makeOption(QWidget* parent, const QString& objectName, const QString& caption,
-                         const Place& place, bool on) {
-    auto* option = new QRadioButton(caption, parent);
+Made<QRadioButton> Maker::option(const Named<QRadioButton*>& named, const QString& caption,
+                                 const Place& place, bool on) const {
+    auto* option = new QRadioButton(caption, parent_);
     option->setChecked(on);
-    return name(option, objectName, caption, place);
+    return add(named, option, caption, place);
 }
 
-QComboBox* makeCombo(QWidget* parent, const QString& objectName, const QStringList& items,
-                     const QString& text, const Place& place, const QString& caption) {
-    auto* box = new PlainCombo(parent);
+Made<QComboBox> Maker::combo(const Named<QComboBox*>& named, const QString& caption,
+                             const Place& place, const QString& text,
+                             const QStringList& items) const {
+    auto* box = new PlainCombo(parent_);
     box->addItems(items);
     box->setCurrentText(text);
-    return name(box, objectName, caption, place);
+    return add(named, box, caption, place);
 }
 
-QListWidget* makeList(QWidget* parent, const QString& objectName, const Place& place,
-                      const QString& caption) {
-    return name(new QListWidget(parent), objectName, caption, place);
-}
-
-QProgressBar* makeProgress(QWidget* parent, const QString& objectName, const Place& place) {
-    auto* bar = new QProgressBar(parent);
+Made<QProgressBar> Maker::progress(const Named<QProgressBar*>& named, const Place& place) const {
+    auto* bar = new QProgressBar(parent_);
     bar->setRange(0, 100);
     bar->setValue(0);
     bar->setTextVisible(false);
-    return name(bar, objectName, QStringLiteral("Progress"), place);
+    return add(named, bar, QStringLiteral("Progress"), place);
 }
 
-QGroupBox* makeFrame(QWidget* parent, const QString& objectName, const QString& title,
-                     const Place& place) {
-    return name(new TitledFrame(title, parent), objectName, title, place);
+Made<QGroupBox> Maker::frame(const Named<QGroupBox*>& named, const QString& title,
+                             const Place& place) const {
+    return add(named, new TitledFrame(title, parent_), title, place);
+}
+
+Made<QGroupBox> Maker::untitledFrame(const Named<QGroupBox*>& named, const QString& caption,
+                                     const Place& place) const {
+    return add(named, new TitledFrame(parent_), caption, place);
+}
+
+Made<QGroupBox> Maker::overlayFrame(const Named<QGroupBox*>& named, const QString& title,
+                                    const Place& place) const {
+    return add(named, new OverlayFrame(title, parent_), title, place).hidden();
+}
+
+void Maker::timers(std::initializer_list<Named<QTimer*>> timers) const {
+    for (const Named<QTimer*>& named : timers) {
+        named.member = new QTimer(parent_);
+        named.member->setObjectName(named.name);
+        named.member->setInterval(kTimerMs);
+    }
+}
+
+void setUpForm(QWidget& form, const QString& name, const QString& title) {
+    form.setObjectName(name);
+    form.setWindowTitle(title);
+    form.setAccessibleName(announced(title));
+    form.setFont(uiFont());
+}
+
+void setUpChildForm(QWidget& form, const QString& name, const QString& title) {
+    setUpForm(form, name, title);
+    form.resize(px(kChildWidth), px(kChildHeight));
+    form.setMaximumSize(form.size());
 }
 
 }  // namespace tarnwick::forms

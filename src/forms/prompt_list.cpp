@@ -123,10 +123,8 @@ class PromptTree : public QTreeWidget {
 
 }  // namespace
 
-QTreeWidget* makePromptList(QWidget* parent, const QString& name) {
+QTreeWidget* makePromptList(QWidget* parent) {
     auto* list = new PromptTree(parent);
-    list->setObjectName(name);
-    list->setAccessibleName(QStringLiteral("Prompts"));
     const QFont font = smallFont();
     list->setFont(font);
     list->setItemDelegate(new PromptDelegate(list));
