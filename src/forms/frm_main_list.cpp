@@ -44,7 +44,7 @@ void frmMain::makeList() {
     in.button(NAMED(cbContent), u"Expand Content"_s).disabled()->setFont(smallFont());
     in.add(NAMED(lvAudioDetails), makePromptList(frTarnwick), u"Prompts"_s);
     in.control(NAMED(txbContent), u"Content"_s).readOnly().hidden()->setAcceptRichText(false);
-    in.text(NAMED(txbCalculating), u"Progress"_s, {4920, 7200, 3600, 480}, u"Calculating..."_s)
+    in.text(NAMED(txbCalculating), u"Progress"_s, {0, 0, 3600, 480}, u"Calculating..."_s)
         .readOnly()
         .hidden();
     txbCalculating->setFocusPolicy(Qt::NoFocus);

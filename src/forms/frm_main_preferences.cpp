@@ -72,7 +72,7 @@ void frmMain::makeSourceGroup() {
     opSourceFileFormatGroup = groupOptions(this, opSourceFileFormat);
     // Its place grows with the window while the page does not, so it lies outside of its group; the
     // box below shows the same words.
-    in.label(NAMED(lbSpecs), u"File specs"_s, {840, 3720, 7540, 240});
+    in.label(NAMED(lbSpecs), u"File specs"_s, {0, 0, 0, 240});
     in.frame(NAMED(frFileSpecs), u"File specs"_s, {120, 720, 5760, 1380});
     makeSourceCombos();
     in.check(NAMED(chBUSource), u" Backup Source File Automatically When Edited"_s,

@@ -35,8 +35,7 @@ void frmMain::makeWaveform() {
     slWAVFormScale->setValue(450);
 
     // A pixel too low for the font at the smallest scale: what is cut off is air above the letters.
-    in.label(NAMED(lbStatus), u"Status: Idle"_s, {8640, 3840, 3015, 195},
-             Qt::AlignLeft | Qt::AlignBottom);
+    in.label(NAMED(lbStatus), u"Status: Idle"_s, {}, Qt::AlignLeft | Qt::AlignBottom);
     in.progress(NAMED(pbWAVFormBuilding)).hidden();
 }
 
@@ -96,7 +95,7 @@ void frmMain::makeEdit() {
     in.button(NAMED(cbFlattenSelection), u"Flatten Selection"_s, {},
               u"Bring Selection Level to Zero"_s)
         .disabled();
-    in.text(NAMED(txbInsertSilence), u"Insert Silence"_s, {0, 0, 735, 300})
+    in.text(NAMED(txbInsertSilence), u"Insert Silence"_s, {0, 0, 0, 300})
         ->setAlignment(Qt::AlignCenter);
     in.button(NAMED(cbInsertSilence), u"  Insert Silence"_s, {},
               u"Insert Silence At Cursor Location (ms)"_s);
