@@ -80,7 +80,7 @@ void menuToList(benchmark::State& state) {
     platform::Disk files;
     runtime::ProcessState process;
     settings::SettingsDatabase database;
-    const auto EDT = engine::createSoundEditor();
+    const auto createEditor = [] { return engine::createSoundEditor(); };
     const app::Services services{.failure = desk.failure,
                                  .state = process,
                                  .database = database,
@@ -91,8 +91,8 @@ void menuToList(benchmark::State& state) {
                                  .files = files,
                                  .opener = opener,
                                  .clock = desk.clock,
-                                 .EDT = *EDT,
-                                 .createEDTX = [] { return engine::createSoundEditor(); },
+                                 .createEDT = createEditor,
+                                 .createEDTX = createEditor,
                                  .endProcess = [] {}};
     app::Application application(services);
     application.Sub_Main();

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "reference.h"
-#include "sound/source.h"
+#include "sound/reading/source.h"
 #include "take.h"
 
 // Opening an hour of MP3, against a player that decodes it to nothing.

@@ -3,8 +3,8 @@
 #include <random>
 
 #include "reference.h"
-#include "sound/silence_scan.h"
-#include "sound/time.h"
+#include "sound/samples/time.h"
+#include "sound/timeline/silence_scan.h"
 #include "take.h"
 
 // The store and the timeline on long recordings.

@@ -6,9 +6,9 @@
 
 #include "engine_desk.h"
 #include "reference.h"
-#include "sound/silence_scan.h"
-#include "sound/sound_writer.h"
-#include "sound/time.h"
+#include "sound/samples/time.h"
+#include "sound/timeline/silence_scan.h"
+#include "sound/writing/sound_writer.h"
 #include "take.h"
 
 // Writing the take as other tools write it, and its prompts.

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "documents/package_maker.h"
-#include "sound/sound_writer.h"
-#include "sound/test_sounds.h"
-#include "sound/wav_codecs.h"
+#include "sound/samples/wav_codecs.h"
+#include "sound/writing/sound_writer.h"
+#include "support/test_sounds.h"
 
 // Makes a folder of good files for each target, for the fuzzer to spoil: seeds FOLDER.
 

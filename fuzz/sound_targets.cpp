@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "sound/sample_coding.h"
-#include "sound/silence_scan.h"
-#include "sound/sound_error.h"
-#include "sound/source.h"
-#include "sound/source_headers.h"
+#include "sound/reading/source.h"
+#include "sound/reading/source_headers.h"
+#include "sound/samples/sample_coding.h"
+#include "sound/samples/sound_error.h"
+#include "sound/timeline/silence_scan.h"
 #include "targets.h"
 
 namespace tarnwick::fuzz {

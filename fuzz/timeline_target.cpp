@@ -1,8 +1,8 @@
 #include <stdexcept>
 
-#include "sound/plain_sound.h"
-#include "sound/sound_writer.h"
-#include "sound/test_sounds.h"
+#include "sound/writing/sound_writer.h"
+#include "support/plain_sound.h"
+#include "support/test_sounds.h"
 #include "targets.h"
 
 namespace tarnwick::fuzz {

@@ -58,8 +58,9 @@ void Application::MDIForm_Load() {
 
 // Outside the guard: a sound editor that will not start takes the default path.
 void Application::loadMainWindow() {
-    windows_ = std::make_unique<Windows>(*frame_, *form_, services_);
-    mainWindow_ = std::make_unique<MainWindow>(*form_, *windows_, services_);
+    EDT_ = services_.createEDT();
+    windows_ = std::make_unique<Windows>(*frame_, *form_, services_, *EDT_);
+    mainWindow_ = std::make_unique<MainWindow>(*form_, *windows_, services_, *EDT_);
     mainWindow_->Form_Load();
     windows_->showMain();
 }

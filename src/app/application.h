@@ -34,6 +34,7 @@ class Application {
     void loadMainWindow();
 
     const Services& services_;
+    std::unique_ptr<engine::SoundEditor> EDT_;  // the main window's; outlives what shows its sound
     std::unique_ptr<forms::frmFrame> frame_;
     forms::frmMain* form_ = nullptr;  // the frame owns it once it is a child window
     std::unique_ptr<Windows> windows_;

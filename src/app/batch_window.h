@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <memory>
+#include <optional>
 
 #include "app/services.h"
 #include "batch/batch_processor.h"
@@ -16,17 +17,22 @@ namespace tarnwick::app {
 // window, made and gone with it. UI thread.
 class BatchWindow : public QObject {
   public:
-    BatchWindow(forms::frmBatchProcessor& form, const Services& services,
+    // `EDT`: the main window's sound editor. `unload` closes the window.
+    BatchWindow(forms::frmBatchProcessor& form, const Services& services, engine::SoundEditor& EDT,
                 std::function<void()> unload);
 
-    // Finds the project folder's files and the settings. Guarded.
-    void load() { processor_.Form_Load(); }
+    // Makes the sound editor, and finds the settings and the project folder's files. Guarded.
+    void load();
     // The window closes: what still runs in it leads to nothing more.
-    void stop() { processor_.stop(); }
+    void stop();
 
   private:
-    const std::unique_ptr<engine::SoundEditor> EDTX_;
-    batch::BatchProcessor processor_;
+    forms::frmBatchProcessor& form_;
+    const Services& services_;
+    engine::SoundEditor& EDT_;
+    std::function<void()> unload_;
+    std::unique_ptr<engine::SoundEditor> EDTX_;
+    std::optional<batch::BatchProcessor> processor_;
 };
 
 }  // namespace tarnwick::app

@@ -9,10 +9,12 @@
 
 namespace tarnwick::app {
 
-MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& services)
+MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& services,
+                       engine::SoundEditor& EDT)
     : form_(form),
       windows_(windows),
       services_(services),
+      EDT_(EDT),
       naming_(form, services.failure),
       preferences_(form, services, [this] { windows_.reveal(*form_.frPreferences); }),
       help_(form, services),
@@ -25,12 +27,12 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
                   {services.failure, services.state, session_, documents::WordDocument::open}),
       workingFiles_(form, fileServices()),
       detection_(form, detectionServices()),
-      alignment_(form, {session_, import_.script(), detection_.silences(), services.EDT}),
+      alignment_(form, {session_, import_.script(), detection_.silences(), EDT}),
       chain_(form, chainServices()),
-      promptList_(form, services.failure, services.state, session_, services.EDT),
-      waveformControls_(form, services.failure, services.EDT),
-      editing_(form, services.failure, session_, services.EDT, [this] { chain_.editAsked(); }),
-      transport_(form, services.failure, services.EDT, status_),
+      promptList_(form, services.failure, services.state, session_, EDT),
+      waveformControls_(form, services.failure, EDT),
+      editing_(form, services.failure, session_, EDT, [this] { chain_.editAsked(); }),
+      transport_(form, services.failure, EDT, status_),
       export_(form, exportServices()) {
     chooser_.setParent(form_.window(), chooser_.windowFlags());
     connectShell();
@@ -51,7 +53,7 @@ project::WorkingFiles::Services MainWindow::fileServices() {
     return {.failure = services_.failure,
             .state = services_.state,
             .session = session_,
-            .EDT = services_.EDT,
+            .EDT = EDT_,
             .boxes = services_.boxes,
             .cmdlg = services_.cmdlg,
             .files = services_.files,
@@ -68,7 +70,7 @@ project::WorkingFiles::Services MainWindow::fileServices() {
 segmentation::SilenceDetection::Services MainWindow::detectionServices() {
     return {.failure = services_.failure,
             .state = services_.state,
-            .EDT = services_.EDT,
+            .EDT = EDT_,
             .database = services_.database,
             .clock = services_.clock,
             .align = [this] { alignment_.Align(); }};
@@ -77,7 +79,7 @@ segmentation::SilenceDetection::Services MainWindow::detectionServices() {
 segmentation::ReloadChain::Services MainWindow::chainServices() {
     return {.failure = services_.failure,
             .session = session_,
-            .EDT = services_.EDT,
+            .EDT = EDT_,
             .boxes = services_.boxes,
             .status = status_,
             .backUp = [this] { workingFiles_.mnuBackupSourceFile_Click(); },
@@ -87,7 +89,7 @@ segmentation::ReloadChain::Services MainWindow::chainServices() {
 segmentation::IndividualExport::Services MainWindow::exportServices() {
     return {.failure = services_.failure,
             .session = session_,
-            .EDT = services_.EDT,
+            .EDT = EDT_,
             .boxes = services_.boxes,
             .files = services_.files,
             .listIsChanging = [this] { return chain_.soundIsChanging() || detection_.scanning(); },
@@ -104,16 +106,15 @@ void MainWindow::connectShell() {
     command(form_.mnuRenameWizard, [this] { windows_.showRenameWizard(); });
     runtime::onEvent(services_.failure, form_.TimerMenuEnabler, &QTimer::timeout, &form_,
                      [this] { TimerMenuEnabler_Timer(); });
-    runtime::onEvent(services_.failure, &services_.EDT.waveform(),
-                     &engine::Waveform::displayCreated, &form_,
+    runtime::onEvent(services_.failure, &EDT_.waveform(), &engine::Waveform::displayCreated, &form_,
                      [this](quintptr parent, QRect place) { showWaveform(parent, place); });
 }
 
 void MainWindow::Form_Load() {
     form_.frTarnwick->setFrameShape(QFrame::NoFrame);
     form_.frTarnwick->show();
-    services_.EDT.InitEditor(reinterpret_cast<quintptr>(&form_));
-    services_.EDT.EnableUndo(1);
+    EDT_.InitEditor(reinterpret_cast<quintptr>(&form_));
+    EDT_.EnableUndo(1);
     createWaveform();
     waveformControls_.setUp();
     session_.viCurrentRow = 1;
@@ -124,13 +125,12 @@ void MainWindow::Form_Load() {
 void MainWindow::createWaveform() {
     forms::placePicture(form_, services_.state.vvScale);
     const QRect place = form_.Picture1->geometry();
-    services_.EDT.waveform().Create(reinterpret_cast<quintptr>(form_.frTarnwick), place.left(),
-                                    place.top(), place.width(), place.height());
+    EDT_.waveform().Create(reinterpret_cast<quintptr>(form_.frTarnwick), place.left(), place.top(),
+                           place.width(), place.height());
 }
 
 void MainWindow::showWaveform(quintptr parent, const QRect& place) {
-    auto* view =
-        new widgets::WaveformView(services_.EDT.waveform(), reinterpret_cast<QWidget*>(parent));
+    auto* view = new widgets::WaveformView(EDT_.waveform(), reinterpret_cast<QWidget*>(parent));
     view->setGeometry(place);
     view->lower();  // the progress frames lie over it
     view->show();
@@ -141,17 +141,17 @@ void MainWindow::showWaveform(quintptr parent, const QRect& place) {
 
 // As the buttons would: click() heeds that they are disabled before the first analysis.
 void MainWindow::playOrPause() {
-    const bool atRest = services_.EDT.waveform().playPosition() < 0.0;
+    const bool atRest = EDT_.waveform().playPosition() < 0.0;
     (atRest ? form_.CommandPlay : form_.CommandPause)->click();
 }
 
 // Keeps two buttons in step with the editor; it can fire between any two events, so it only reads.
 void MainWindow::TimerMenuEnabler_Timer() {
-    form_.cbUndo->setEnabled(services_.EDT.UndoAvailable());
+    form_.cbUndo->setEnabled(EDT_.UndoAvailable());
     qint16 available = 0;
     qint32 begin = 0;
     qint32 end = 0;
-    services_.EDT.waveform().GetSelection(available, begin, end);
+    EDT_.waveform().GetSelection(available, begin, end);
     form_.cbZoomSelection->setEnabled(available == 1);
 }
 
@@ -176,7 +176,7 @@ void MainWindow::batchProcessorClosed() {
                          line(20);
                          windows_.showMain();
                          line(30);
-                         services_.EDT.SoundClose();
+                         EDT_.SoundClose();
                          line(40);
                          showNoSound();
                      });

@@ -17,6 +17,11 @@ namespace {
 
 QString percentText(double percent) { return QString::number(std::round(percent)) + u'%'; }
 
+// Whatever is greater than 1 as it is stored, before any rounding, is no tick.
+bool tickedAtMost1(const settings::Record& row, const QString& column) {
+    return row.real(column) <= 1.0 && row.ticked(column);
+}
+
 }  // namespace
 
 Preferences::Preferences(forms::frmMain& form, const Services& services,
@@ -92,8 +97,8 @@ void Preferences::showScriptAndWindow(const settings::Record& row) {
     form_.txbImportEndRow->setText(row.text(u"F4"_qs));
     form_.chBUSource->setChecked(row.ticked(u"F5"_qs));
     form_.opPlayfromlistview[row.isTrue(u"F6"_qs) ? 0 : 1]->setChecked(true);
-    form_.chPromptSheet->setChecked(row.ticked(u"F7"_qs));
-    form_.chIgnoreFirstRow->setChecked(row.ticked(u"F8"_qs));
+    form_.chPromptSheet->setChecked(tickedAtMost1(row, u"F7"_qs));
+    form_.chIgnoreFirstRow->setChecked(tickedAtMost1(row, u"F8"_qs));
     form_.chRecalcTimer->setChecked(row.ticked(u"F9"_qs));
     form_.txbRecalcTimer->setText(row.text(u"F10"_qs));
 }

@@ -27,9 +27,9 @@ struct Services {
     platform::FileSystem& files;
     platform::Opener& opener;
     platform::Clock& clock;
-    engine::SoundEditor& EDT;
-    // Makes the Batch Processor's editor, which can exchange sounds with EDT.
-    std::function<std::unique_ptr<engine::SoundEditor>()> createEDTX;
+    // Make the sound editors of the main window and of the Batch Processor, as those load. They can
+    // exchange sounds.
+    std::function<std::unique_ptr<engine::SoundEditor>()> createEDT, createEDTX;
     std::function<void()> endProcess;
 };
 

@@ -22,8 +22,9 @@ constexpr std::chrono::milliseconds kTryAgain{100};
 
 }  // namespace
 
-Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services)
-    : frame_(frame), main_(main), services_(services) {
+Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services,
+                 engine::SoundEditor& EDT)
+    : frame_(frame), main_(main), services_(services), EDT_(EDT) {
     frame_.setMenuBar(main_.menuBar);
     // Without a title bar of its own: the frame's caption says it all, and nothing can be dragged.
     const QSize size = main_.size();
@@ -96,7 +97,7 @@ void Windows::showInstead() {
 void Windows::showBatchProcessor() {
     auto* form = openInstead<forms::frmBatchProcessor>(batchProcessorClosed);
     if (form == nullptr) return;
-    auto* window = new BatchWindow(*form, services_, [child = instead_] { child->close(); });
+    auto* window = new BatchWindow(*form, services_, EDT_, [child = instead_] { child->close(); });
     stopInstead_ = [window] { window->stop(); };
     window->load();
     showInstead();

@@ -21,7 +21,9 @@ namespace tarnwick::app {
 // Batch Processor or the Rename Wizard. The menu bar goes with the main window. UI thread.
 class Windows : public QObject {
   public:
-    Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services);
+    // `EDT`: the main window's sound editor.
+    Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services,
+            engine::SoundEditor& EDT);
 
     void showMain();
     bool mainIsShown() const { return instead_.isNull(); }
@@ -50,6 +52,7 @@ class Windows : public QObject {
     forms::frmFrame& frame_;
     forms::frmMain& main_;
     const Services& services_;
+    engine::SoundEditor& EDT_;
     QPointer<QMdiSubWindow> mainChild_;
     QPointer<QMdiSubWindow> instead_;      // what stands in the main window's stead
     int insteadLevel_ = 0;                 // of the event loop in which it was opened

@@ -12,6 +12,9 @@
 
 namespace tarnwick::batch {
 
+// The log label of the window's load.
+inline constexpr char16_t kFormLoad[] = u"frmBatchProcessor.Form_Load: ";
+
 // The behaviour of one Batch Processor window: its subjects, and what they share. UI thread.
 class BatchProcessor {
   public:

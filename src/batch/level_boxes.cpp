@@ -38,7 +38,7 @@ double decibelsOf(const QLineEdit* percent) {
 
 // A level of 0 has no decibels; the box shows instead what comes closest.
 void leaveNoZero(QLineEdit* percent) {
-    if (runtime::val(percent->text()) == 0.0) percent->setText(runtime::plainText(0.001));
+    if (runtime::shownValue(percent->text()) == 0.0) percent->setText(runtime::plainText(0.001));
 }
 
 // A text that is no number stays as it is.
@@ -126,7 +126,7 @@ void LevelBoxes::lostFocus(const QObject* box) {
 }
 
 bool LevelBoxes::silenceThresholdAllowed() {
-    if (runtime::val(form_.txbSilencePerc->text()) > kHighestThresholdPercent) {
+    if (runtime::shownValue(form_.txbSilencePerc->text()) > kHighestThresholdPercent) {
         services_.boxes.plain(
             u"Silence Threshold is too high. Typical values are -26 dB to -40 dB."_qs);
         forms::setBackground(form_.txbSilencedB, Qt::red);
@@ -137,7 +137,7 @@ bool LevelBoxes::silenceThresholdAllowed() {
 }
 
 bool LevelBoxes::normMaximumAllowed() {
-    if (runtime::val(form_.txbNormPerc->text()) < kLowestMaximumPercent) {
+    if (runtime::shownValue(form_.txbNormPerc->text()) < kLowestMaximumPercent) {
         services_.boxes.plain(
             u"Normalization Maximum is too low. Typical values are -1.4 dB to -0.3 dB."_qs);
         forms::setBackground(form_.txbNormdB, Qt::red);

@@ -22,7 +22,8 @@ class LevelBoxes : public QObject {
     void decibelsDrive();
 
     // May a run start? When not, a box says why and the pair's decibel box turns red; when so, that
-    // box has the window's own colours again. Read leniently: a text without a number counts as 0.
+    // box has the window's own colours again. What the box shows counts, in the desktop's way of
+    // writing numbers; a text without a number counts as 0.
     bool silenceThresholdAllowed();
     bool normMaximumAllowed();
 

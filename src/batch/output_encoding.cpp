@@ -12,6 +12,7 @@
 #include "forms/units.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
+#include "runtime/file_names.h"
 #include "runtime/guarded.h"
 #include "runtime/numbers.h"
 
@@ -89,7 +90,7 @@ bool OutputEncoding::encoderIsThere() const {
     services_.boxes.critical(
         u"Lame.exe Not Installed!"_qs,
         u"Lame.exe not detected in %1 folder. This program is required to convert to .mp3. See "
-        u"Manual."_qs.arg(appPath));
+        u"Manual."_qs.arg(runtime::readableFileName(appPath)));
     return false;
 }
 

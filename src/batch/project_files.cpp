@@ -1,6 +1,5 @@
 #include "batch/project_files.h"
 
-#include <QDir>
 #include <algorithm>
 
 #include "batch/conversion_label.h"
@@ -110,7 +109,7 @@ void ProjectFiles::cbBrowse_Click() {
                          vsExtension = path->mid(path->lastIndexOf(u'.') + 1);
                          if (!path->contains(u'.')) vsExtension.clear();
                          line(40);
-                         const QString chosen = path->left(path->lastIndexOf(QDir::separator()));
+                         const QString chosen = platform::folderOf(*path);
                          form_.txbProjectFolder->setText(chosen);
                          line(50);
                          folder = chosen;

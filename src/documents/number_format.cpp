@@ -12,45 +12,27 @@ namespace {
 constexpr qint64 kMillisecondsOfDay = 86'400'000;
 constexpr double kDaysTo9999 = 2'958'466.0;  // first day that has no date any more
 
-// The parts of a code: for positive numbers, negative ones, 0 and texts.
-QStringList sectionsOf(const QString& code) {
-    QStringList sections;
-    bool quoted = false;
-    qsizetype begin = 0;
-    for (qsizetype at = 0; at < code.size(); ++at) {
-        if (code[at] == u'"') quoted = !quoted;
-        if (quoted) continue;
-        if (code[at] == u'\\')
-            ++at;
-        else if (code[at] == u';') {
-            sections << code.mid(begin, at - begin);
-            begin = at + 1;
-        }
-    }
-    return sections << code.mid(begin);
-}
+// Longer ones are no office program's; each cell would take as much memory.
+constexpr qsizetype kLongestCode = 255;
 
 // A word for every number but 0, another for 0: how some writers keep the result of a condition.
-bool tellsTruth(const QStringList& sections) {
+bool tellsTruth(const std::vector<CodeSection>& sections) {
     if (sections.size() != 3 || sections[0] != sections[1] || sections[0] == sections[2])
         return false;
-    return std::all_of(sections.begin(), sections.end(), [](const QString& section) {
-        return section.size() > 2 && section.startsWith(u'"') && section.endsWith(u'"');
+    return std::all_of(sections.begin(), sections.end(), [](const CodeSection& section) {
+        return section.size() == 1 && section[0].kind == CodePiece::kText &&
+               !section[0].text.isEmpty();
     });
+}
+
+bool hasSign(const CodeSection& section, QChar sign) {
+    return std::any_of(section.begin(), section.end(),
+                       [sign](const CodePiece& piece) { return piece.sign() == sign; });
 }
 
 bool isOneOf(QChar letter, QStringView letters) { return letters.indexOf(letter) >= 0; }
 
 bool isDateLetter(QChar letter) { return isOneOf(letter, u"ymdhs"); }
-
-int placesBehindPoint(const QString& section) {
-    const qsizetype point = section.indexOf(u'.');
-    if (point < 0) return 0;
-    int places = 0;
-    for (qsizetype at = point + 1; at < section.size() && section[at] == u'0'; ++at)
-        ++places;
-    return places;
-}
 
 QString padded(int value, int width) {
     return QStringLiteral("%1").arg(value, width, 10, QLatin1Char('0'));
@@ -93,32 +75,21 @@ QString elapsed(const QString& unit, int width, qint64 milliseconds) {
     return QStringLiteral("%1").arg(milliseconds / length, width, 10, QLatin1Char('0'));
 }
 
-// A text that stands in double quotes, brackets or behind a backslash; advances past it.
-QString literalAt(const QString& section, qsizetype& at) {
-    const QChar first = section[at++];
-    if (first == u'\\') return at < section.size() ? QString(section[at++]) : QString();
-    if (first == u'_' || first == u'*') {  // the width of a sign, a sign that fills the cell
-        ++at;
-        return {};
-    }
-    if (first != u'"') return first;
-    const qsizetype end = section.indexOf(u'"', at);
-    const QString text = section.mid(at, end < 0 ? -1 : end - at);
-    at = end < 0 ? section.size() : end + 1;
-    return text;
-}
-
 }  // namespace
 
 NumberFormat::NumberFormat(const QString& code) {
-    const QStringList sections = sectionsOf(code);
+    if (code.size() > kLongestCode) return;
+    std::vector<CodeSection> sections = sectionsOf(code);
     if (tellsTruth(sections)) {
         kind_ = kTruth;
         return;
     }
-    const QString& section = sections.front();
-    if (section.compare(QStringLiteral("General"), Qt::CaseInsensitive) == 0) return;
-    tokenize(section);
+    if (sections.size() > 3 || hasSign(sections.back(), u'@')) {
+        textSection_ = std::move(sections.back());
+        sections.pop_back();
+    }
+    if (sections.empty()) return;
+    tokenize(sections.front());
     for (const Token& token : tokens_)
         if (isDateLetter(token.letter) || token.letter == u'e') kind_ = kDate;
     if (kind_ == kDate) {
@@ -126,13 +97,9 @@ NumberFormat::NumberFormat(const QString& code) {
         return;
     }
     tokens_.clear();
-    if (section.endsWith(u'%')) {
-        kind_ = kPercent;
-        digits_ = placesBehindPoint(section);
-    } else if (section.size() > 1 && section.count(u'0') == section.size()) {
-        kind_ = kZeros;
-        digits_ = static_cast<int>(section.size());
-    }
+    for (std::size_t i = 0; i < std::min<std::size_t>(sections.size(), 3); ++i)
+        patterns_.emplace_back(sections[i],
+                               i == 1 ? DigitPattern::kNegative : DigitPattern::kAnySign);
 }
 
 NumberFormat NumberFormat::builtIn(int number) {
@@ -157,36 +124,39 @@ NumberFormat NumberFormat::builtIn(int number) {
     return code == codes.cend() ? NumberFormat() : NumberFormat(*code);
 }
 
-void NumberFormat::tokenize(const QString& section) {
-    const QString lower = section.toLower();
-    for (qsizetype at = 0; at < section.size();) {
-        const QChar letter = lower[at];
-        qsizetype end = at;
-        while (end < lower.size() && lower[end] == letter)
+void NumberFormat::tokenize(const CodeSection& section) {
+    QString signs;
+    for (const CodePiece& piece : section)
+        signs += piece.sign();
+    const auto runFrom = [&](qsizetype begin) {
+        qsizetype end = begin;
+        while (end < signs.size() && signs[end] == signs[begin])
             ++end;
-        if (isDateLetter(letter)) {
-            tokens_.push_back({letter, static_cast<int>(end - at), {}});
-            at = end;
-        } else if (letter == u'[') {  // [h] counts on past a day; colours, languages say nothing
-            const qsizetype close = lower.indexOf(u']', at);
-            const QString inner = lower.mid(at + 1, close < 0 ? -1 : close - at - 1);
+        return static_cast<int>(end - begin);
+    };
+    for (qsizetype at = 0; at < signs.size();) {
+        const CodePiece& piece = section[static_cast<std::size_t>(at)];
+        const QChar letter = signs[at];
+        qsizetype length = 1;
+        if (piece.kind == CodePiece::kBrackets) {  // [h] counts on past a day; colours say nothing
+            const QString inner = piece.text.toLower();
             if (!inner.isEmpty() && isOneOf(inner[0], u"hms") &&
                 inner.count(inner[0]) == inner.size())
                 tokens_.push_back({u'e', static_cast<int>(inner.size()), inner.left(1)});
-            at = close < 0 ? section.size() : close + 1;
-        } else if (lower.mid(at, 5) == u"am/pm" || lower.mid(at, 3) == u"a/p") {
-            const bool whole = lower.mid(at, 5) == u"am/pm";
+        } else if (isDateLetter(letter)) {
+            length = runFrom(at);
+            tokens_.push_back({letter, static_cast<int>(length), {}});
+        } else if (signs.mid(at, 5) == u"am/pm" || signs.mid(at, 3) == u"a/p") {
+            const bool whole = signs.mid(at, 5) == u"am/pm";
             tokens_.push_back({u'a', whole ? 2 : 1, {}});
-            at += whole ? 5 : 3;
-        } else if (letter == u'.' && at + 1 < lower.size() && lower[at + 1] == u'0') {
-            end = at + 1;
-            while (end < lower.size() && lower[end] == u'0')
-                ++end;
-            tokens_.push_back({u'.', static_cast<int>(end - at - 1), {}});
-            at = end;
+            length = whole ? 5 : 3;
+        } else if (letter == u'.' && signs.mid(at + 1, 1) == u"0") {
+            length = 1 + runFrom(at + 1);
+            tokens_.push_back({u'.', static_cast<int>(length - 1), {}});
         } else {
-            tokens_.push_back({QChar(), 0, literalAt(section, at)});
+            tokens_.push_back({QChar(), 0, piece.text});
         }
+        at += length;
     }
 }
 
@@ -215,20 +185,30 @@ QString NumberFormat::plain(double value) const {
 
 QString NumberFormat::format(double value, bool from1904) const {
     switch (kind_) {
-        case kPercent:
-            return QLocale::c().toString(value * 100.0, 'f', digits_) + u'%';
-        case kZeros:
-            if (value < 0 || value >= 1e15) return plain(value);
-            return QStringLiteral("%1").arg(std::llround(value), digits_, 10, QLatin1Char('0'));
         case kDate:
             if (value < 0 || value >= kDaysTo9999) return plain(value);
             return date(value, from1904);
         case kTruth:
             return value != 0.0 ? QStringLiteral("True") : QStringLiteral("False");
-        case kPlain:
+        case kNumber:
             break;
     }
-    return plain(value);
+    if (patterns_.empty()) return plain(value);
+    const std::size_t section = value < 0.0 ? 1 : value > 0.0 ? 0 : 2;
+    const DigitPattern& pattern = patterns_[section < patterns_.size() ? section : 0];
+    return pattern.format(value, plain(std::fabs(value))).value_or(plain(value));
+}
+
+QString NumberFormat::format(const QString& text) const {
+    if (text.isEmpty() || !hasSign(textSection_, u'@')) return text;
+    QString shown;
+    for (const CodePiece& piece : textSection_) {
+        if (piece.sign() == u'@')
+            shown += text;
+        else if (piece.kind == CodePiece::kText || piece.kind == CodePiece::kSign)
+            shown += piece.text;
+    }
+    return shown;
 }
 
 QString NumberFormat::date(double serial, bool from1904) const {

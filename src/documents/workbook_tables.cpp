@@ -56,33 +56,38 @@ bool parseReference(const char* reference, qint32& row, qint32& column) {
     return true;
 }
 
-QString numberText(const QByteArray& value, unsigned style, const WorkbookTables& tables) {
+QString numberText(const QByteArray& value, const NumberFormat& format, bool from1904) {
     double number = 0.0;
     const auto [end, error] =
         std::from_chars(value.constData(), value.constData() + value.size(), number);
     if (error != std::errc() || *end != '\0' || !std::isfinite(number))
         return QString::fromUtf8(value);
+    return format.format(number, from1904);
+}
+
+const NumberFormat& formatOf(const pugi::xml_node& cell, const WorkbookTables& tables) {
     static const NumberFormat plain;
-    const NumberFormat& format = style < tables.formats.size() ? tables.formats[style] : plain;
-    return format.format(number, tables.from1904);
+    const unsigned style = attributeNamed(cell, "s").as_uint();
+    return style < tables.formats.size() ? tables.formats[style] : plain;
 }
 
 QString cellText(const pugi::xml_node& cell, const WorkbookTables& tables) {
     const QByteArray type = attributeNamed(cell, "t").as_string("n");
-    if (type == "inlineStr") return stringText(childNamed(cell, "is"));
+    const NumberFormat& format = formatOf(cell, tables);
+    if (type == "inlineStr") return format.format(stringText(childNamed(cell, "is")));
     const QByteArray value = rawText(childNamed(cell, "v"));
     if (value.isEmpty()) return {};
     if (type == "s") {
         bool valid = false;
         const qulonglong index = value.trimmed().toULongLong(&valid);
         if (!valid || index >= tables.texts.size()) throw PackageError(PackageError::kDamaged);
-        return tables.texts[index];
+        return format.format(tables.texts[index]);
     }
     if (type == "b")
         return value.trimmed() == "1" ? QStringLiteral("True") : QStringLiteral("False");
-    if (type == "n")
-        return numberText(value.trimmed(), attributeNamed(cell, "s").as_uint(), tables);
-    return unescaped(QString::fromUtf8(value));  // a formula's text, an error, a date as text
+    if (type == "n") return numberText(value.trimmed(), format, tables.from1904);
+    const QString text = unescaped(QString::fromUtf8(value));
+    return type == "str" ? format.format(text) : text;  // of a formula; an error, a date as text
 }
 
 }  // namespace

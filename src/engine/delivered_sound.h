@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "engine/stretch.h"
-#include "sound/timeline.h"
+#include "sound/timeline/timeline.h"
 
 namespace tarnwick::engine {
 

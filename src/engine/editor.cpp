@@ -4,14 +4,16 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "engine/create_sound_editor.h"
 #include "engine/failure_codes.h"
 #include "engine/output_format.h"
 #include "engine/time_text.h"
+#include "runtime/fault.h"
 #include "runtime/file_names.h"
-#include "sound/source.h"
+#include "sound/reading/source.h"
 
 namespace tarnwick::engine {
 
@@ -20,7 +22,12 @@ std::shared_ptr<EditorDirectory> createEditorDirectory() {
 }
 
 std::unique_ptr<SoundEditor> createSoundEditor(std::shared_ptr<EditorDirectory> directory) {
-    return std::make_unique<Editor>(directory ? std::move(directory) : createEditorDirectory());
+    try {
+        return std::make_unique<Editor>(directory ? std::move(directory) : createEditorDirectory());
+    } catch (const std::system_error& error) {
+        throw runtime::Fault(QStringLiteral("The sound engine cannot be started: %1.")
+                                 .arg(QString::fromStdString(error.code().message())));
+    }
 }
 
 Editor::Editor(std::shared_ptr<EditorDirectory> directory)

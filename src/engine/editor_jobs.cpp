@@ -6,8 +6,8 @@
 
 #include "engine/editor.h"
 #include "engine/failure_codes.h"
-#include "sound/peak_level.h"
-#include "sound/silence_scan.h"
+#include "sound/timeline/peak_level.h"
+#include "sound/timeline/silence_scan.h"
 
 // What the sound editor's worker does with a loaded sound: edits, analysis, scans.
 

@@ -1,7 +1,7 @@
 #include "engine/encoder_lists.h"
 
-#include "sound/mp3_encoder.h"
-#include "sound/wav_codecs.h"
+#include "sound/samples/wav_codecs.h"
+#include "sound/writing/mp3_encoder.h"
 
 namespace tarnwick::engine {
 

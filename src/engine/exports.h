@@ -9,8 +9,8 @@
 #include "engine/event_queue.h"
 #include "engine/job_queue.h"
 #include "engine/sound_events.h"
-#include "sound/sound_writer.h"
-#include "sound/timeline.h"
+#include "sound/timeline/timeline.h"
+#include "sound/writing/sound_writer.h"
 
 namespace tarnwick::engine {
 

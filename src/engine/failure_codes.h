@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "engine/sound_events.h"
-#include "sound/sound_error.h"
+#include "sound/samples/sound_error.h"
 
 namespace tarnwick::engine {
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <optional>
 
-#include "sound/wav_codecs.h"
+#include "sound/samples/wav_codecs.h"
 
 namespace tarnwick::engine {
 

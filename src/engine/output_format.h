@@ -2,7 +2,7 @@
 
 #include "engine/encode_formats.h"
 #include "engine/sound_events.h"
-#include "sound/sound_writer.h"
+#include "sound/writing/sound_writer.h"
 
 namespace tarnwick::engine {
 

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "engine/failure_codes.h"
-#include "sound/time.h"
+#include "sound/samples/time.h"
 
 namespace tarnwick::engine {
 

@@ -6,8 +6,8 @@
 
 #include "engine/event_queue.h"
 #include "engine/sound_editor.h"
-#include "sound/player.h"
-#include "sound/timeline.h"
+#include "sound/playback/player.h"
+#include "sound/timeline/timeline.h"
 
 namespace tarnwick::engine {
 

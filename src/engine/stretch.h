@@ -5,9 +5,9 @@
 #include <limits>
 #include <optional>
 
-#include "sound/silence_scan.h"
-#include "sound/time.h"
-#include "sound/timeline.h"
+#include "sound/samples/time.h"
+#include "sound/timeline/silence_scan.h"
+#include "sound/timeline/timeline.h"
 
 namespace tarnwick::engine {
 

@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "sound/progress.h"
-#include "sound/timeline.h"
+#include "sound/samples/progress.h"
+#include "sound/timeline/timeline.h"
 
 namespace tarnwick::engine {
 

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/descriptor.h"
 #include "platform/durable_copy.h"
 #include "platform/wildcards.h"
 #include "runtime/fault.h"
@@ -81,7 +82,12 @@ void copy(const QString& source, const QString& destination, IfTaken ifTaken) {
 }  // namespace
 
 QString pathIn(const QString& folder, const QString& name) {
-    return folder + QDir::separator() + name;
+    return folder.endsWith(QDir::separator()) ? folder + name : folder + QDir::separator() + name;
+}
+
+QString folderOf(const QString& path) {
+    const QString folder = path.left(std::max<qsizetype>(path.lastIndexOf(QDir::separator()), 0));
+    return folder.isEmpty() ? QDir::rootPath() : folder;
 }
 
 bool Disk::FolderExists(const QString& path) const {
@@ -157,10 +163,15 @@ QDateTime Disk::DateLastModified(const QString& path) const {
     return QDateTime::fromSecsSinceEpoch(state.st_mtim.tv_sec);
 }
 
+// A file is opened first, as for writing into it: its owner may date it without that right. A pipe
+// or a device would notice, so none is opened, nor waited for where one has just taken the name.
 bool Disk::setDateLastModified(const QString& path, const QDateTime& time) {
+    std::error_code ignored;
+    if (!fs::is_regular_file(pathOf(path), ignored)) return false;
+    const Descriptor opened(pathOf(path), O_WRONLY | O_NONBLOCK | O_NOCTTY);
     const timespec times[] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT},
                               {.tv_sec = time.toSecsSinceEpoch(), .tv_nsec = 0}};
-    return ::utimensat(AT_FDCWD, pathOf(path).c_str(), times, 0) == 0;
+    return opened.valid() && ::futimens(opened.number(), times) == 0;
 }
 
 }  // namespace tarnwick::platform

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/descriptor.h"
+
 namespace tarnwick::platform {
 
 namespace {
@@ -23,29 +25,6 @@ bool isTaken(const fs::path& path) {
     std::error_code ignored;
     return fs::exists(fs::symlink_status(path, ignored));
 }
-
-// A file descriptor that closes itself.
-class Descriptor {
-  public:
-    Descriptor() = default;
-    Descriptor(const fs::path& path, int flags, mode_t mode = 0) { open(path, flags, mode); }
-    ~Descriptor() {
-        if (number_ >= 0) ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    // Only where it is not valid yet.
-    bool open(const fs::path& path, int flags, mode_t mode) {
-        number_ = ::open(path.c_str(), flags | O_CLOEXEC, mode);
-        return valid();
-    }
-    bool valid() const { return number_ >= 0; }
-    int number() const { return number_; }
-
-  private:
-    int number_ = -1;
-};
 
 std::error_code writeAll(int target, const char* bytes, std::size_t count) {
     while (count > 0) {

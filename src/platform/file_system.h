@@ -49,11 +49,16 @@ class FileSystem {
     // where there is no such file.
     virtual QDateTime DateLastModified(const QString& path) const = 0;
 
-    // Sets that time and no other. False where that cannot be done.
+    // Sets that time and no other. False where that cannot be done, and of a file that may not be
+    // written.
     virtual bool setDateLastModified(const QString& path, const QDateTime& time) = 0;
 };
 
 // `name` in `folder`, joined by the platform's separator.
 QString pathIn(const QString& folder, const QString& name);
+
+// The folder of a file that is told by its full path, without a separator at its end. Only the root
+// keeps its own: the empty text is no folder.
+QString folderOf(const QString& path);
 
 }  // namespace tarnwick::platform

@@ -19,8 +19,8 @@ class OpenDialog {
     // "Description|*.a; *.b", pairs joined by bars; the first is on when the dialog shows. Stays
     // until the next call.
     virtual void setFilter(const QString& filter) = 0;
-    // Shows the dialog; nothing when it was cancelled. The process's current folder becomes the
-    // folder of the chosen file.
+    // Shows the dialog, in the project's folder at first; nothing when it was cancelled. The
+    // process's current folder becomes the folder of the chosen file.
     virtual std::optional<Choice> ShowOpen() = 0;
 };
 

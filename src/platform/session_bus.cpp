@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstring>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 namespace tarnwick::platform {
@@ -88,7 +89,11 @@ SessionBus::SessionBus(const QString& address)
     }
     QElapsedTimer waited;
     waited.start();
-    std::thread([name, greeting = greeting_] { greeting->end(greet(name)); }).detach();
+    try {
+        std::thread([name, greeting = greeting_] { greeting->end(greet(name)); }).detach();
+    } catch (const std::system_error&) {
+        return;  // without a thread Qt cannot talk to it either: to all it is silent
+    }
     std::unique_lock lock(greeting_->mutex);
     greeting_->changed.wait_for(lock, std::chrono::milliseconds(kPatienceMs),
                                 [this] { return greeting_->over; });

@@ -54,18 +54,17 @@ void WorkingFiles::mnuLoadFiles_Click() try {
     chosen_ = choice;
     if (!services_.isExporting()) loadWhatWaits();
 } catch (const std::exception&) {
-    // Any fault of the command ends it quietly.
+    // Like a cancelled dialog, any fault of the command ends it quietly.
 }
 
 void WorkingFiles::loadWhatWaits() try {
     if (const auto choice = std::exchange(chosen_, {})) load(*choice);
 } catch (const std::exception&) {
-    // A part of the command, whenever it runs.
+    // It is a part of the command, whenever it runs.
 }
 
 void WorkingFiles::load(const platform::OpenDialog::Choice& choice) {
-    services_.state.vsProjectFolder =
-        leftPart(choice.FileName, choice.FileName.size() - choice.FileTitle.size() - 1);
+    services_.state.vsProjectFolder = platform::folderOf(choice.FileName);
     const auto holds = [&](const char16_t* folder) {
         return services_.files.FolderExists(
             platform::pathIn(services_.state.vsProjectFolder, text(folder)));

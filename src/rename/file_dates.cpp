@@ -1,6 +1,7 @@
 #include "rename/file_dates.h"
 
 #include <cmath>
+#include <ctime>
 
 #include "platform/file_system.h"
 #include "runtime/fault.h"
@@ -11,18 +12,33 @@ namespace {
 
 constexpr double kSecondsInHour = 3600.0;
 constexpr double kMostSeconds = 1e12;  // more than all years hold, less than overflows
+constexpr qint64 kSecondsInDay = 86'400;
 constexpr int kFirstYear = 100, kLastYear = 9999;
 
 // On the clock's face, where no hour is left out or comes twice.
 QDateTime face(const QDateTime& time) { return {time.date(), time.time(), Qt::UTC}; }
 
-// The moment at which the wall clock shows this. Where it does so twice, the clock goes back from
-// the offset of the day before.
+// How far the wall clock is ahead of UTC then; seconds, `moment` since 1970. Asked of the C
+// library, because QDateTime finds the offset of a local time by the way back, from the clock's
+// face.
+qint64 offsetAt(qint64 moment) {
+    const std::time_t time = moment;
+    std::tm local{};
+    ::localtime_r(&time, &local);
+    return local.tm_gmtoff;
+}
+
+// The moment at which the wall clock shows this. It counts by the offset of the day before or of
+// the day after. The one before is tried first, so that of two such moments the earlier is found,
+// and it stands where there is none.
 QDateTime momentOf(const QDate& day, const QTime& time) {
-    const QDateTime found(day, time, Qt::LocalTime);
-    const int offsetBefore = found.addDays(-1).offsetFromUtc();
-    const QDateTime earlier = found.addSecs(found.offsetFromUtc() - offsetBefore);
-    return earlier < found && face(earlier) == face(found) ? earlier : found;
+    ::tzset();
+    const qint64 wall = QDateTime(day, time, Qt::UTC).toSecsSinceEpoch();
+    const qint64 before = offsetAt(wall - kSecondsInDay);
+    const qint64 after = offsetAt(wall + kSecondsInDay);
+    const auto counts = [wall](qint64 offset) { return offsetAt(wall - offset) == offset; };
+    const qint64 offset = !counts(before) && counts(after) ? after : before;
+    return QDateTime::fromSecsSinceEpoch(wall - offset, Qt::UTC);
 }
 
 }  // namespace

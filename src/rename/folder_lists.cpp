@@ -17,10 +17,6 @@ QStringList patternsOf(const QString& filter) {
     return patterns.isEmpty() ? QStringList(u"*"_qs) : patterns;
 }
 
-QString pathBelow(const QString& folder, const QString& name) {
-    return folder.endsWith(QDir::separator()) ? folder + name : platform::pathIn(folder, name);
-}
-
 }  // namespace
 
 FolderLists::FolderLists(forms::frmRenameWiz& form, WorkingTable& table, const Services& services)
@@ -70,12 +66,12 @@ void FolderLists::showFolders() {
     QString path = drive;
     for (const QString& name :
          folder_.mid(drive.size()).split(QDir::separator(), Qt::SkipEmptyParts)) {
-        path = pathBelow(path, name);
+        path = platform::pathIn(path, name);
         addFolder(open, name, path, ++level);
     }
     form_.Directorylb->setCurrentRow(level);
     for (const QString& name : services_.files.listFolders(folder_))
-        addFolder(closed, name, pathBelow(folder_, name), level + 1);
+        addFolder(closed, name, platform::pathIn(folder_, name), level + 1);
     form_.Directorylb->scrollToItem(form_.Directorylb->currentItem());
 }
 

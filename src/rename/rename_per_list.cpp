@@ -39,7 +39,7 @@ void RenamePerList::renameAsListed() {
     const documents::Workbook book = services_.openWorkbook(choice->FileName);
     const documents::Sheet& sheet = book.sheet(1);
     QString& folder = services_.state.vsProjectFolder;
-    folder = choice->FileName.left(choice->FileName.lastIndexOf(QDir::separator()));
+    folder = platform::folderOf(choice->FileName);
     if (services_.files.FolderExists(platform::pathIn(folder, kOriginals))) {
         services_.boxes.plain(
             u"The Project folder cannot contain an 'Original_Files' folder. Rename or move outside "

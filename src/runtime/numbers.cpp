@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "runtime/fault.h"
 
@@ -43,6 +44,23 @@ qsizetype afterNumber(QStringView text, qsizetype begin) {
     return at;
 }
 
+// How the desktop writes numbers. Asked by name, because the system's own QLocale groups digits
+// where no language is set and the C library groups none.
+QLocale region() {
+    QByteArray name;
+    for (const char* variable : {"LC_ALL", "LC_NUMERIC", "LANG"})
+        if (name.isEmpty()) name = qgetenv(variable);
+    return QLocale(QString::fromLocal8Bit(name));
+}
+
+// Of a text that is a number as a whole; may be infinite.
+std::optional<double> wholeNumber(QStringView text) {
+    if (isNumber(text)) return val(text);
+    bool ok = false;
+    const double value = region().toDouble(text.trimmed(), &ok);
+    return ok && std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
 template <class Int>
 Int rounded(double value) {
     const double whole = std::nearbyint(value);  // halves to even in the default rounding mode
@@ -76,17 +94,13 @@ bool isNumber(QStringView text) {
     return !trimmed.isEmpty() && afterNumber(trimmed, 0) == trimmed.size();
 }
 
+double shownValue(QStringView text) { return wholeNumber(text).value_or(val(text)); }
+
 double strictDouble(QStringView text) {
-    const QStringView trimmed = text.trimmed();
-    if (isNumber(trimmed)) {
-        const double value = val(trimmed);
-        if (!std::isfinite(value)) overflow();
-        return value;
-    }
-    bool ok = false;
-    const double value = QLocale::system().toDouble(trimmed, &ok);
-    if (!ok || !std::isfinite(value)) typeMismatch();
-    return value;
+    const std::optional<double> value = wholeNumber(text);
+    if (!value) typeMismatch();
+    if (!std::isfinite(*value)) overflow();
+    return *value;
 }
 
 qint32 strictLong(QStringView text) { return roundToLong(strictDouble(text)); }
@@ -95,12 +109,10 @@ qint16 strictInteger(QStringView text) { return roundToInteger(strictDouble(text
 qint32 roundToLong(double value) { return rounded<qint32>(value); }
 qint16 roundToInteger(double value) { return rounded<qint16>(value); }
 
-QString fixedOneDecimal(double value) {
-    return QLocale::system().toString(roundedToTenth(value), 'f', 1);
-}
+QString fixedOneDecimal(double value) { return region().toString(roundedToTenth(value), 'f', 1); }
 
 QString patternOneDecimal(double value) {
-    QLocale ungrouped = QLocale::system();
+    QLocale ungrouped = region();
     ungrouped.setNumberOptions(QLocale::OmitGroupSeparator);
     return ungrouped.toString(roundedToTenth(value), 'f', 1);
 }

@@ -11,6 +11,10 @@ namespace tarnwick::runtime {
 
 double val(QStringView text);  // lenient; 0 when the text begins with no number
 
+// What a box shows that the program fills too: strict where that gives a number, which may be
+// infinite, and lenient where not.
+double shownValue(QStringView text);
+
 double strictDouble(QStringView text);  // decimal point or the regional separators
 bool isNumber(QStringView text);        // strict, with a decimal point only
 qint32 strictLong(QStringView text);
@@ -19,7 +23,7 @@ qint16 strictInteger(QStringView text);
 qint32 roundToLong(double value);
 qint16 roundToInteger(double value);
 
-// One decimal and a leading digit, with the regional separators.
+// One decimal and a leading digit, with the regional separators. The C locale groups no digits.
 QString fixedOneDecimal(double value);
 // The pattern "0.0": the same without grouping of digits.
 QString patternOneDecimal(double value);

@@ -9,7 +9,8 @@ struct ProcessState {
     QString vsConnection;      // how to open the settings database
     double vvScale = 0.0;      // window scale factor, 1.53 for a stored 153
     qint16 viScaleAtLoad = 0;  // the scale slider as loaded, in percent
-    QString vsProjectFolder;   // full path, no trailing separator; empty before the first load
+    QString vsProjectFolder;   // full path, no trailing separator but the root's own; empty before
+                               // the first load
     QString vsSelectedSheet;   // worksheet chosen for the import
 };
 

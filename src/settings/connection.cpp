@@ -3,24 +3,15 @@
 #include <sqlite3.h>
 
 #include "runtime/fault.h"
+#include "runtime/file_names.h"
 #include "settings/cipher.h"
+#include "settings/connection_string.h"
 
 namespace tarnwick::settings {
 
 namespace {
 
 constexpr int kLockedFileWaitMs = 2000;
-
-// What stands in `connectionString` between "name=" and the next part; the last part is the
-// password, so that a folder's name may hold a semicolon.
-QString partOf(const QString& connectionString, const QString& name, const QString& next) {
-    const QString mark = name + u'=';
-    const qsizetype begin = connectionString.indexOf(mark);
-    if (begin < 0) throw runtime::Fault(QStringLiteral("Invalid connection string."));
-    const qsizetype from = begin + mark.size();
-    const qsizetype end = next.isEmpty() ? -1 : connectionString.lastIndexOf(u';' + next + u'=');
-    return connectionString.mid(from, end < from ? -1 : end - from);
-}
 
 }  // namespace
 
@@ -43,15 +34,14 @@ void Connection::fail() const {
 void Connection::Open(const QString& connectionString) {
     if (isOpen())
         throw runtime::Fault(QStringLiteral("Operation is not allowed when the object is open."));
-    const QString password = QStringLiteral("Database Password");
-    const QString file = partOf(connectionString, QStringLiteral("Data Source"), password);
-    const int code =
-        sqlite3_open_v2(file.toUtf8().constData(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+    const QString file = partOf(connectionString, QStringLiteral("Data Source"));
+    const QString password = partOf(connectionString, QStringLiteral("Database Password"));
+    const int code = sqlite3_open_v2(runtime::bytesOfFileName(file).c_str(), &database_,
+                                     SQLITE_OPEN_READWRITE, nullptr);
     try {
         if (code != SQLITE_OK) fail();
         sqlite3_busy_timeout(database_, kLockedFileWaitMs);
-        if (applyKey(database_, partOf(connectionString, password, {}).toUtf8()) != SQLITE_OK)
-            fail();
+        if (applyKey(database_, password.toUtf8()) != SQLITE_OK) fail();
         // The key is only tried when something is read.
         step(prepare(QStringLiteral("SELECT count(*) FROM sqlite_master")));
     } catch (...) {

@@ -17,7 +17,7 @@ class Record {
     QString textOr(const QString& name, const QString& onNull) const;
     qint32 number(const QString& name) const;  // rounded; "Overflow", "Type mismatch"
     double real(const QString& name) const;
-    bool ticked(const QString& name) const;  // a number that is 1; "Overflow" past 16 bits
+    bool ticked(const QString& name) const;  // a number that rounds to 1; "Overflow" past 16 bits
     bool isTrue(const QString& name) const;  // a number other than 0, or the text True; Null is not
 
     // `value`: invalid for Null, else qint64, double or QString.

@@ -1,22 +1,10 @@
 #include "settings/settings_database.h"
 
-#include <QDir>
-
 #include "runtime/fault.h"
-#include "settings/cipher.h"
 #include "settings/connection.h"
 #include "settings/recordset.h"
 
 namespace tarnwick::settings {
-
-QString connectionString(const QString& appPath) {
-    const QString separator(QDir::separator());
-    QString file = appPath;
-    if (!file.endsWith(separator)) file += separator;
-    return QStringLiteral("Provider=SQLCipher;Data Source=") + file +
-           QStringLiteral("Tarnwick.mdb;Database Password=") +
-           QString::fromLatin1(kDatabasePassword);
-}
 
 SettingsDatabase::SettingsDatabase() = default;
 SettingsDatabase::~SettingsDatabase() {

@@ -3,16 +3,13 @@
 #include <QString>
 #include <memory>
 
+#include "settings/connection_string.h"
 #include "settings/record.h"
 
 namespace tarnwick::settings {
 
 class Connection;
 class Recordset;
-
-// Where the database beside the executable lies and how it is opened, as one text. `appPath`: the
-// folder of the executable, with or without a separator at its end.
-QString connectionString(const QString& appPath);
 
 // The settings database: one encrypted file that is open only during an access. It is never
 // created here. An access opens, reads rows or executes statements, and closes, inside one

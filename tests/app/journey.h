@@ -23,7 +23,7 @@ struct Journey : ::testing::Test {
     runtime::ProcessState state;
     settings::SettingsDatabase database;
     std::shared_ptr<engine::EditorDirectory> editors = engine::createEditorDirectory();
-    std::unique_ptr<engine::SoundEditor> EDT = engine::createSoundEditor(editors);
+    engine::SoundEditor* EDT = nullptr;  // the main window's, once that has loaded
     app::Services services{.failure = desk.failure,
                            .state = state,
                            .database = database,
@@ -34,7 +34,12 @@ struct Journey : ::testing::Test {
                            .files = files,
                            .opener = opener,
                            .clock = desk.clock,
-                           .EDT = *EDT,
+                           .createEDT =
+                               [this] {
+                                   auto editor = engine::createSoundEditor(editors);
+                                   EDT = editor.get();
+                                   return editor;
+                               },
                            .createEDTX = [this] { return engine::createSoundEditor(editors); },
                            .endProcess = [] { throw ProcessEnded(); }};
     app::Application application{services};

@@ -82,6 +82,40 @@ TEST_F(Page, IgnoreAndLoadBringTheStoredSettingsBack) {
     EXPECT_EQ(stored(19, 6), u"1,ACME_,1000,5,,1");
 }
 
+TEST_F(Page, WhatCountsAsATick) {
+    const std::pair<QString, QString> columns[] = {
+        {u"F2"_qs, u"chImportSpecifiedRows"_qs}, {u"F5"_qs, u"chBUSource"_qs},
+        {u"F7"_qs, u"chPromptSheet"_qs},         {u"F8"_qs, u"chIgnoreFirstRow"_qs},
+        {u"F9"_qs, u"chRecalcTimer"_qs},
+    };
+    const struct {
+        QString value;
+        QString ticks;  // in the order of the columns; x: the load ends the program
+    } cases[] = {{u"1"_qs, u"+++++"_qs},      {u"0.6"_qs, u"+++++"_qs}, {u"0.5"_qs, u"-----"_qs},
+                 {u"1.4"_qs, u"++--+"_qs},    {u"1.5"_qs, u"-----"_qs}, {u"2"_qs, u"-----"_qs},
+                 {u"32768"_qs, u"xx--x"_qs},  {u"3e9"_qs, u"xx--x"_qs}, {u"'1.4'"_qs, u"++--+"_qs},
+                 {u"-32769"_qs, u"xxxxx"_qs}, {u"NULL"_qs, u"xxxxx"_qs}};
+    for (const auto& [value, ticks] : cases) {
+        QString found;
+        for (const auto& [column, name] : columns) {
+            const auto store = [&, name = column](const QString& stored) {
+                const settings::Access access(database, state.vsConnection);
+                database.Execute(u"UPDATE Admin SET  %1 = %2 WHERE F1 = 18"_qs.arg(name, stored));
+                database.Close();
+            };
+            store(value);
+            try {
+                form().cbPreferencesLoad->click();
+                found += form().findChild<QCheckBox*>(name)->isChecked() ? u'+' : u'-';
+            } catch (const test::ProcessEnded&) {
+                found += u'x';
+            }
+            store(u"1"_qs);
+        }
+        EXPECT_EQ(found, ticks) << value.toStdString();
+    }
+}
+
 TEST_F(Page, AnApostropheEndsTheProgramWithTwoRowsStored) {
     setEverything();
     form().txbPrefix->setText(u"O'Hara_"_qs);

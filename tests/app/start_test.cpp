@@ -50,6 +50,22 @@ TEST_F(Start, WithoutItsDatabaseItEnds) {
     EXPECT_TRUE(desk.log().endsWith("Program execution terminated - No database!\r\n"));
 }
 
+std::unique_ptr<engine::SoundEditor> noEditor() { throw runtime::Fault(u"no thread"_qs); }
+
+TEST_F(Start, ASoundEngineThatCannotStartTakesTheDefaultPath) {
+    services.createEDT = noEditor;
+    EXPECT_THROW(desk.failure.unguarded([&] { application.Sub_Main(); }), test::ProcessEnded);
+    EXPECT_EQ(boxes(), QStringList(u"Tarnwick|no thread"_qs));
+    EXPECT_EQ(desk.log(), "09:05 07-Mar-2020\r\n09:05 Program launched\r\n");
+}
+
+TEST_F(Start, ABatchProcessorWithoutASoundEngineEndsInARecord) {
+    services.createEDTX = noEditor;
+    application.Sub_Main();
+    EXPECT_THROW(form().mnuBatchProcessor->trigger(), test::ProcessEnded);
+    EXPECT_TRUE(desk.log().contains(" frmBatchProcessor.Form_Load: no thread, Line 10\r\n"));
+}
+
 TEST_F(Start, ADatabaseThatCannotServeEndsInARecord) {
     const std::pair<std::function<void()>, const char*> cases[] = {
         {[this] { execute(u"UPDATE Admin SET  F7 = 4 WHERE F1 = 19"_qs); },

@@ -104,6 +104,52 @@ TEST_F(Files, APathWithoutADotStandsForNamesWithoutExtension) {
     EXPECT_EQ(shown(), u"white|1|white|shown|1");
 }
 
+// A disk whose root is a folder of its own.
+struct RootedDisk : platform::Disk {
+    QTemporaryDir root;
+
+    bool FolderExists(const QString& path) const override {
+        return !path.isEmpty() && Disk::FolderExists(root.path() + path);
+    }
+    QStringList list(const QString& folder, const QStringList& patterns) const override {
+        return folder.isEmpty() ? QStringList() : Disk::list(root.path() + folder, patterns);
+    }
+    void createFolder(const QString& path) override { Disk::createFolder(root.path() + path); }
+};
+
+struct RootFiles : test::BatchDesk {
+    RootedDisk disk;
+    batch::Services rooted{desk.failure, state,      database, desk.boxes, cmdlg,
+                           disk,         desk.clock, EDT,      EDTX,       [] {}};
+    batch::ProjectFiles projectFiles{form, run, rooted};
+
+    void open() {
+        runtime::guarded(desk.failure, u"",
+                         [&](runtime::Line& line) { projectFiles.open(line, 0); });
+    }
+};
+
+TEST_F(RootFiles, TheRootIsAFolderLikeAnyOtherAndNoFolderIsNone) {
+    const QStringList names{u"a.wav"_qs, u"b.wav"_qs};
+    for (const QString& name : names)
+        test::writeFile(disk.root.filePath(name), "x");
+    cmdlg.path = u"/b.wav"_qs;
+    form.cbBrowse->click();
+    EXPECT_EQ(state.vsProjectFolder, u"/");
+    EXPECT_EQ(form.txbProjectFolder->text(), u"/");
+    EXPECT_EQ(run.vsRawFolder, u"/Raw_Files");
+    EXPECT_EQ(run.files(), names);
+
+    ASSERT_TRUE(QDir(disk.root.path()).rmdir(u"Raw_Files"_qs));
+    run = {};
+    open();
+    EXPECT_EQ(run.files(), names);
+    EXPECT_FALSE(form.cbProcess->isHidden());
+    state.vsProjectFolder.clear();  // none was ever chosen
+    open();
+    EXPECT_TRUE(form.cbProcess->isHidden());
+}
+
 struct Output : Files {
     batch::Trace trace{*form.txbDebug};
     batch::OutputEncoding output{form, run, services, trace};

@@ -4,6 +4,7 @@
 
 #include "desk.h"
 #include "support/fault_of.h"
+#include "support/in_region.h"
 
 using namespace tarnwick;
 using test::faultOf;
@@ -32,9 +33,9 @@ struct Levels : test::BatchDesk {
 TEST_F(Levels, TheBoxThatTheOperatorIsInDrivesTheOther) {
     const std::tuple<QLineEdit*, QString, QString> entries[] = {
         {form.txbSilencedB, u"-40"_qs, u"-40|1.0|327"_qs},
-        {form.txbSilencedB, u"20"_qs, u"20|1,000.0|327670"_qs},
-        {form.txbSilencedB, u"-26dB"_qs, u"-26dB|1,000.0|327670"_qs},
-        {form.txbSilencedB, u"7000"_qs, u"7000|1,000.0|327670"_qs},
+        {form.txbSilencedB, u"20"_qs, u"20|1000.0|327670"_qs},
+        {form.txbSilencedB, u"-26dB"_qs, u"-26dB|1000.0|327670"_qs},
+        {form.txbSilencedB, u"7000"_qs, u"7000|1000.0|327670"_qs},
         {form.txbSilencePerc, u"10"_qs, u"-20.0|10|3276"_qs},
         {form.txbSilencePerc, u"0"_qs, u"-20.0|0|0"_qs},
         {form.txbSilencePerc, u"0.2"_qs, u"-54.0|0.2|65"_qs},
@@ -111,6 +112,36 @@ TEST_F(Levels, ARunWantsAQuietThresholdAndALoudMaximum) {
     EXPECT_EQ(faultOf([&] { levels.normPercent(); }), u"Overflow");
     form.txbNormPerc->setText(u"84.1"_qs);
     EXPECT_EQ(levels.normPercent(), 84.1F);
+}
+
+TEST_F(Levels, WhatTheBoxShowsIsWhatIsChecked) {
+    const struct {
+        const char* locale;
+        QString silence, silencePercent, norm, normPercent;
+        bool quiet, loud;
+    } cases[] = {{"C.UTF-8", u"20"_qs, u"1000.0"_qs, u"20"_qs, u"1000.0"_qs, false, true},
+                 {"en_US.UTF-8", u"20"_qs, u"1,000.0"_qs, u"20"_qs, u"1000.0"_qs, false, true},
+                 {"de_DE.UTF-8", u"-19,5"_qs, u"10,6"_qs, u"-4,5"_qs, u"59,6"_qs, false, false},
+                 {"de_DE.UTF-8", u"40"_qs, u"10.000,0"_qs, u"-4.4"_qs, u"60,3"_qs, false, true},
+                 {"fr_FR.UTF-8", u"20"_qs, u"1\u202f000,0"_qs, u"-1"_qs, u"89,1"_qs, false, true},
+                 {"fa_IR.UTF-8", u"-20"_qs, u"۱۰٫۰"_qs, u"0"_qs, u"۱۰۰٫۰"_qs, true, true}};
+    for (const auto& [locale, silence, silencePercent, norm, normPercent, quiet, loud] : cases) {
+        const test::InRegion region(locale);
+        form.txbSilencedB->clear();
+        form.txbNormdB->clear();
+        form.txbSilencedB->setText(silence);
+        form.txbNormdB->setText(norm);
+        EXPECT_EQ(form.txbSilencePerc->text(), silencePercent) << locale;
+        EXPECT_EQ(form.txbNormPerc->text(), normPercent) << locale;
+        EXPECT_EQ(levels.silenceThresholdAllowed(), quiet) << locale;
+        EXPECT_EQ(levels.normMaximumAllowed(), loud) << locale;
+        boxes();
+    }
+    const test::InRegion german("de_DE.UTF-8");
+    enter(form.txbSilencePerc);
+    form.txbSilencePerc->setText(u"0,5"_qs);
+    leave(form.txbSilencePerc);
+    EXPECT_EQ(silence(), u"-46,0|0,5|163") << "that is not 0";
 }
 
 }  // namespace

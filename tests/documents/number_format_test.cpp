@@ -6,24 +6,69 @@
 
 using tarnwick::documents::NumberFormat;
 
+namespace {
+
+// Code, value and text in turn, behind a bar each.
+void expectShown(const char* table) {
+    const QStringList cases = QString::fromUtf8(table).remove(u'\n').split(u'|');
+    for (qsizetype i = 0; i + 2 < cases.size(); i += 3)
+        EXPECT_EQ(NumberFormat(cases[i]).format(cases[i + 1].toDouble(), false), cases[i + 2])
+            << cases[i].toStdString();
+}
+
+}  // namespace
+
 TEST(NumberFormat, ShowsDatesTimesAndCodes) {
-    // Code, value and text in turn.
-    const auto cases = QString::fromUtf8(R"(
+    expectShown(R"(
 General|1500|1500|General|0.333333333333333333|0.333333333333333|#,##0.00|1234.5|1234.5|
-[Red]0.0;"d"0|-2|-2|0000|42|0042|0000|-42|-42|0|2.5|2.5|0%|0.256|26%|0.00%|-0.5|-50.00%|
+[Red]0.0;"d"0|-2|d2|0000|42|0042|0000|-42|-0042|0|2.5|2.5|0%|0.256|26%|0.00%|-0.5|-50.00%|
 dd/mm/yyyy|43897.5|07/03/2020|d.m.yy;@|43897.5|7.3.20|ddd mmm mmmmm|43897.5|Sat Mar M|
 [$-409]dddd, mmmm d\, yyyy|43897.5|Saturday, March 7, 2020|yyyy"year"|43897.5|2020year|
 h:mm AM/PM|43897.5|12:00 PM|h a/p|0.01|12 A|mm:ss.0|0.00073|01:03.1|yy\|43897.5|20|
 yyyy-mm-dd hh:mm|43897.9999999|2020-03-08 00:00|[h]:mm:ss|1.5|36:00:00|[mm]:ss|0.5|720:00|
 d-mmm-yyyy|59|28-Feb-1900|d-mmm-yyyy|61|1-Mar-1900|d-mmm-yyyy|1|1-Jan-1900|d-mmm-yyyy|-1|-1|
-d-mmm-yyyy|1e300|1E+300|"WAHR";"WAHR";"FALSCH"|1|True|"unclosed|3|3|[|3|3||3|3)")
-                           .remove(u'\n')
-                           .split(u'|');
-    for (qsizetype i = 0; i < cases.size(); i += 3)
-        EXPECT_EQ(NumberFormat(cases[i]).format(cases[i + 1].toDouble(), false), cases[i + 2])
-            << cases[i].toStdString();
+d-mmm-yyyy|1e300|1E+300|"WAHR";"WAHR";"FALSCH"|1|True|"unclosed|3|3|[|3|3||3|3)");
     EXPECT_EQ(NumberFormat(QStringLiteral("d-m-yyyy")).format(42435, true), "7-3-2020");
     EXPECT_EQ(NumberFormat::builtIn(14).format(43897.5, false), "07/03/2020");
     EXPECT_EQ(NumberFormat::builtIn(2).format(1.5, false), "1.5");
     EXPECT_EQ(NumberFormat::builtIn(9999).format(1.5, false), "1.5");
+}
+
+// As an office program shows them.
+TEST(NumberFormat, ZerosAndTextAroundANumberAreMeant) {
+    expectShown(R"(
+"VO_"0000|12|VO_0012|0000"_a"|12|0012_a|000-000|12|000-012|000-000|1234567|1234-567|
+000\-000|12|000-012|00":"00|1234|12:34|000"."000|1234|001.234|000 000|12|000 012|
+"VO_"0000|12345|VO_12345|"VO_"0000|-12|-VO_0012|0000|2.5|0003|0000|11.999999999999999|0012|
+0000|-0.3|0000|0000.00|12.345|0012.35|00.##|5|05|00.##|5.126|05.13|0#|5|05|#000|12|012|
+"VO_"0|12|VO_12|"VO_"#|0|VO_|0" kg"|-5|-5 kg|+0;-0|5|+5|"VO_"General|12|VO_12|
+General" kg"|-12.5|-12.5 kg|[$VO_-409]000|12|VO_012|[$€-407]000|12|€012|[$VO_]0|12|VO_12|
+[Color5]000|12|012|[$-407]000|12|012|""000|12|012|000"a|12|012a|000\|12|012|Ab000|12|Ab012|
+0000_)|12|0012|* 0000|12|0012|000*-|12|012|0000;(0000)|-12|(0012)|000;-000|-5|-005|
+000;@|-5|-005|"x"00;"x"00;"z"00|1|x01|"VO"00;"neg"00;"zero"00|0|zero00|000;0;0;"n"|1|001|
+0\ %|0.256|26 %|"ca. "0%|0.256|ca. 26%|0%" done"|0.25|25% done|#.##%|0.256|25.6%|
+.0%|0.5|50.0%|0%;[Red]-0%|-0.5|-50%|0\%|12|12%|(###) ###-####|5551234|() 555-1234)");
+}
+
+// What groups, rounds or hides the number, and what stands for its sign.
+TEST(NumberFormat, OtherCodesShowThePlainValue) {
+    expectShown(R"(
+"€"#,##0.00|1234.5|1234.5|#,##0.00\ [$€-407]|12|12|0.00" kg"|12.5|12.5|0" kg"|2.5|2.5|
+0,000|12|12|0000,|12000|12000|# ##0|1234|1234|#"'"##0|1234|1234|0_);(0)|-12|-12|[$-407]0|12|12|
+00E+00|12|12|00/00|12|12|[<100]"VO_"00;"X"000|12|12|[Red]General|12|12|General%|0.5|0.5|
+0000;|-5|-5|000;;"z"|0|0|;;;|3|3|"only"|12|12|"%"|12|12|@|12|12|"VO_"@|12|12|
+000|1e15|1E+15|00.0000000000000000|1|1)");
+    EXPECT_EQ(NumberFormat(QString(256, u'0')).format(1.0, false), "1") << "no office program's";
+}
+
+TEST(NumberFormat, TextsHaveWhatTheCodePutsAroundThem) {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"\"VO_\"@", "intro", "VO_intro"},
+        {"0;0;0;@\".wav\"", "a", "a.wav"},
+        {"0;@_)", "a", "a"},
+        {"\"VO_\"@", "", ""},
+        {"\"VO_\"0", "a", "a"},
+        {";;;", "a", "a"}};
+    for (const auto& [code, text, shown] : cases)
+        EXPECT_EQ(NumberFormat(QString::fromLatin1(code)).format(QString::fromLatin1(text)), shown);
 }

@@ -45,7 +45,12 @@ Parts workbookParts(const QByteArray& rows) {
          "<Relationships><Relationship Id='s' Type='http://strict/worksheet' "
          "Target='/xl/worksheets/sheet1.xml'/><Relationship Id='c' Type='http://x/chartsheet' "
          "Target='chartsheets/sheet1.xml'/><Relationship Id='t' Type='http://x/sharedStrings' "
-         "Target='../xl/./sharedStrings.xml'/></Relationships>"},
+         "Target='../xl/./sharedStrings.xml'/><Relationship Id='f' Type='http://x/styles' "
+         "Target='styles.xml'/></Relationships>"},
+        {"xl/styles.xml",
+         "<styleSheet><numFmts><numFmt numFmtId='164' "
+         "formatCode='&quot;VO_&quot;000;;;&quot;VO_&quot;@'/></numFmts>"
+         "<cellXfs><xf numFmtId='0'/><xf numFmtId='164'/></cellXfs></styleSheet>"},
         {"xl/sharedStrings.xml",
          "<sst><si><r><rPr/><t>Two </t></r><r><t xml:space='preserve'> runs</t></r>"
          "<rPh sb='0' eb='1'><t>spoken</t></rPh></si><si><t>a_x000D_b</t></si><si/></sst>"},

@@ -77,14 +77,19 @@ TEST(Workbook, ReadsWhatOtherWritersMake) {
         "<c r='XFE1048576'><v>9</v></c></row>"
         "<row r='3'><c r='B3' t='s'><v>1</v></c><c t='s'><v>2</v></c>"
         "<c t='b'><f>1=1</f><v>1</v></c><c t='str'><f>A1</f><v> x </v></c>"
-        "<c><v>1e300</v></c><c><v>nan</v></c></row>");
+        "<c><v>1e300</v></c><c><v>nan</v></c></row>"
+        "<row r='4'><c s='1'><v>7</v></c><c s='1' t='s'><v>1</v></c>"
+        "<c s='1' t='inlineStr'><is><t>in</t></is></c><c s='1' t='str'><v>x</v></c>"
+        "<c s='1' t='b'><v>1</v></c><c s='1' t='e'><v>#N/A</v></c></row>");
     const struct {
         int row, column;
         const char* text;
-    } cells[] = {{1, 1, "Two  runs"}, {1, 2, "inline"},       {1, 3, ""},
-                 {1, 4, "1000"},      {3, 2, "a\rb"},         {3, 3, ""},
-                 {3, 4, "True"},      {3, 5, " x "},          {3, 6, "1E+300"},
-                 {3, 7, "nan"},       {1048576, 16384, "0.3"}};
+    } cells[] = {{1, 1, "Two  runs"}, {1, 2, "inline"},        {1, 3, ""},
+                 {1, 4, "1000"},      {3, 2, "a\rb"},          {3, 3, ""},
+                 {3, 4, "True"},      {3, 5, " x "},           {3, 6, "1E+300"},
+                 {3, 7, "nan"},       {1048576, 16384, "0.3"}, {4, 1, "VO_007"},
+                 {4, 2, "VO_a\rb"},   {4, 3, "VO_in"},         {4, 4, "VO_x"},
+                 {4, 5, "True"},      {4, 6, "#N/A"}};
     for (const auto& [row, column, text] : cells)
         EXPECT_EQ(sheet.text(row, column), text) << row << ' ' << column;
 }

@@ -5,9 +5,12 @@
 #include <memory>
 #include <thread>
 
+#include "engine/create_sound_editor.h"
 #include "engine/event_queue.h"
 #include "engine/time_text.h"
 #include "engine/view_range.h"
+#include "runtime/fault.h"
+#include "support/few_threads.h"
 
 namespace tarnwick::engine {
 namespace {
@@ -40,6 +43,26 @@ TEST(ViewRange, ZoomsByTwoAndStaysInsideTheSound) {
     };
     for (std::size_t i = 0; i < std::size(cases); ++i)
         EXPECT_EQ(cases[i].first, cases[i].second) << "case " << i;
+}
+
+TEST(CreateSoundEditor, FaultsWhereNotAllOfItsThreadsCanBeStarted) {
+    const auto create = [] {
+        try {
+            createSoundEditor();
+            return 1;
+        } catch (const runtime::Fault& fault) {
+            return fault.description() ==
+                           "The sound engine cannot be started: Resource temporarily "
+                           "unavailable."
+                       ? 0
+                       : 2;
+        }
+    };
+    EXPECT_EQ(test::withFewThreads(0, create), 0);
+    for (rlim_t most = 1; most < 10; ++most) {
+        const int result = test::withFewThreads(most, create);
+        EXPECT_TRUE(result == 0 || result == 1) << most << " threads: " << result;
+    }
 }
 
 TEST(EventQueue, KeepsTheOrderThroughNestedLoopsAndDropsOldGenerations) {

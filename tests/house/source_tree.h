@@ -47,12 +47,4 @@ inline std::vector<Include> includesOf(const std::string& file) {
     return includes;
 }
 
-// Text up to the first slash, and the rest; the rest is empty without a slash.
-inline std::string firstPart(const std::string& path) { return path.substr(0, path.find('/')); }
-
-inline std::string afterFirstPart(const std::string& path) {
-    const std::size_t slash = path.find('/');
-    return slash == std::string::npos ? std::string() : path.substr(slash + 1);
-}
-
 }  // namespace tarnwick::house

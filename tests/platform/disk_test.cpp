@@ -2,12 +2,15 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 
 #include "platform/desktop_open_dialog.h"
@@ -99,6 +102,50 @@ TEST_F(DiskTest, OnlyTheDateOfLastModificationIsSet) {
     EXPECT_FALSE(disk.setDateLastModified(at(u"gone"_qs), QDateTime::fromSecsSinceEpoch(7)));
     for (const QString& other : {at(u"gone"_qs), folder.path()})
         EXPECT_EQ(faultOf([&] { disk.DateLastModified(other); }), u"File not found");
+}
+
+TEST_F(DiskTest, WhatMayNotBeWrittenKeepsItsDate) {
+    // The administrator may write everything: another user has the files then.
+    const bool root = geteuid() == 0;
+    const uid_t owner = root ? 65534 : geteuid();
+    const auto date = [&](const QString& name) {
+        if (root && seteuid(owner) != 0) return u"no other user"_qs;
+        const bool set = disk.setDateLastModified(at(name), QDateTime::fromSecsSinceEpoch(7));
+        if (root && seteuid(0) != 0) std::abort();
+        struct stat state {};
+        stat(at(name).toStdString().c_str(), &state);
+        return set ? QString::number(state.st_mtim.tv_sec) : u"no"_qs;
+    };
+    const std::pair<QString, mode_t> files[] = {{u"own"_qs, 0644}, {u"no"_qs, 0444}};
+    for (const auto& [name, mode] : files) {
+        write(name, "kept");
+        ASSERT_EQ(chmod(at(name).toStdString().c_str(), mode), 0);
+        ASSERT_EQ(chown(at(name).toStdString().c_str(), owner, getegid()), 0);
+    }
+    ASSERT_EQ(chown(folder.path().toStdString().c_str(), owner, getegid()), 0);
+    EXPECT_EQ(date(u"own"_qs) + u' ' + date(u"no"_qs), u"7 no");
+    EXPECT_EQ(read(u"own"_qs), "kept");
+    const std::string pipe = at(u"pipe"_qs).toStdString();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
+    EXPECT_FALSE(disk.setDateLastModified(at(u"pipe"_qs), QDateTime::fromSecsSinceEpoch(7)));
+    const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_FALSE(disk.setDateLastModified(at(u"pipe"_qs), QDateTime::fromSecsSinceEpoch(7)));
+    pollfd end{.fd = reader, .events = POLLIN, .revents = 0};
+    EXPECT_EQ(poll(&end, 1, 0), 0) << "the reader saw a writer come and go";
+    close(reader);
+}
+
+TEST(Paths, AreJoinedAndTakenApartAlsoAtTheRoot) {
+    const std::pair<QString, QString> files[] = {{u"/a/b"_qs, u"c"_qs}, {u"/"_qs, u"a.wav"_qs}};
+    for (const auto& [folder, name] : files) {
+        const QString path = platform::pathIn(folder, name);
+        EXPECT_FALSE(path.contains(u"//"));
+        EXPECT_EQ(platform::folderOf(path), folder);
+    }
+    const platform::Disk disk;
+    EXPECT_TRUE(disk.FolderExists(platform::folderOf(u"/a.wav"_qs)));
+    EXPECT_TRUE(disk.listFolders(platform::folderOf(u"/a.wav"_qs)).contains(u"usr"));
+    EXPECT_FALSE(disk.FolderExists({}));
 }
 
 TEST_F(DiskTest, DrivesAreTheRootAndPlacesForFiles) {

@@ -31,6 +31,12 @@ struct Dates : test::RenameDesk {
                                   {.tv_sec = at(date).toSecsSinceEpoch(), .tv_nsec = 700'000'000}};
         ASSERT_EQ(utimensat(AT_FDCWD, in(name).toStdString().c_str(), times, 0), 0);
     }
+    // The moment of last modification.
+    QString momentOf(const QString& name) const {
+        struct stat state {};
+        stat(in(name).toStdString().c_str(), &state);
+        return QDateTime::fromSecsSinceEpoch(state.st_mtim.tv_sec, Qt::UTC).toString(Qt::ISODate);
+    }
     // The date of last modification, to the nanosecond; "touched" where another one changed.
     QString dateOf(const QString& name) const {
         struct stat state {};
@@ -84,20 +90,44 @@ TEST_F(Dates, TextsLeadToFilesDates) {
     };
     EXPECT_EQ(set(u"2024-07-01 01:02:03"_qs), u"2024-07-01T01:02:03");
     EXPECT_EQ(set(u"1969-12-31 23:59:58"_qs), u"1969-12-31T23:59:58");
-    EXPECT_EQ(set(u"2024-03-31 02:30:00"_qs), u"2024-03-31T03:30:00") << "there is no such time";
-    for (const QString& before : {u"2024-07-01 00:00:00"_qs, u"2024-11-01 00:00:00"_qs}) {
-        set(before);
-        set(u"2024-10-27 02:30:00"_qs);
-        EXPECT_EQ(files.DateLastModified(in(u"a"_qs)).toUTC().toString(Qt::ISODate),
-                  u"2024-10-27T00:30:00Z")
-            << "the first of two such times";
-    }
-    EXPECT_EQ(set(u"2024-10-27 01:59:59"_qs), u"2024-10-27T01:59:59");
-    EXPECT_EQ(set(u"2024-10-27 03:00:00"_qs), u"2024-10-27T03:00:00");
     for (const QString& text : {u""_qs, u"no date"_qs, u"2024-02-30 00:00:00"_qs, u"2024-02-03"_qs})
         EXPECT_EQ(set(text), u"no") << text.toStdString();
     EXPECT_FALSE(rename::SetFileDateTime(files, in(u"b"_qs), u"2024-07-01 01:02:03"_qs));
     EXPECT_FALSE(rename::SetFileDateTime(files, folder.path(), u"2024-07-01 01:02:03"_qs));
+}
+
+// Where the clocks change a time comes twice, and the first is meant, or not at all, and the one as
+// much later is.
+TEST_F(Dates, LeadToMomentsWhereTheClocksChange) {
+    const struct {
+        const char *zone, *date, *moment;
+    } cases[] = {{"Europe/Berlin", "2024-03-31 01:59:59", "2024-03-31T00:59:59Z"},
+                 {"Europe/Berlin", "2024-03-31 02:30:00", "2024-03-31T01:30:00Z"},
+                 {"Europe/Berlin", "2024-03-31 03:00:00", "2024-03-31T01:00:00Z"},
+                 {"Europe/Berlin", "2024-10-27 01:59:59", "2024-10-26T23:59:59Z"},
+                 {"Europe/Berlin", "2024-10-27 02:00:00", "2024-10-27T00:00:00Z"},
+                 {"Europe/Berlin", "2024-10-27 02:30:00", "2024-10-27T00:30:00Z"},
+                 {"Europe/Berlin", "2024-10-27 03:00:00", "2024-10-27T02:00:00Z"},
+                 // Here it is the winter's time that is shifted.
+                 {"Europe/Dublin", "2026-03-29 00:59:59", "2026-03-29T00:59:59Z"},
+                 {"Europe/Dublin", "2026-03-29 01:30:00", "2026-03-29T01:30:00Z"},
+                 {"Europe/Dublin", "2026-03-29 02:00:00", "2026-03-29T01:00:00Z"},
+                 {"Europe/Dublin", "2026-10-25 01:30:00", "2026-10-25T00:30:00Z"},
+                 {"Europe/Dublin", "2026-10-25 02:00:00", "2026-10-25T02:00:00Z"},
+                 {"Africa/Casablanca", "2024-04-14 02:30:00", "2024-04-14T02:30:00Z"},
+                 {"Africa/Casablanca", "2024-03-10 02:30:00", "2024-03-10T01:30:00Z"},
+                 {"Australia/Lord_Howe", "2024-10-06 02:15:00", "2024-10-05T15:45:00Z"},
+                 {"Australia/Lord_Howe", "2024-04-07 01:45:00", "2024-04-06T14:45:00Z"},
+                 {"Pacific/Apia", "2011-12-30 12:00:00", "2011-12-30T22:00:00Z"},
+                 {"Pacific/Apia", "2011-12-31 00:00:00", "2011-12-30T10:00:00Z"},
+                 {"America/New_York", "2024-11-03 01:30:00", "2024-11-03T05:30:00Z"},
+                 {"UTC", "2024-03-31 02:30:00", "2024-03-31T02:30:00Z"}};
+    put(u"a"_qs, "2020-01-01T00:00:00");
+    for (const auto& [zone, date, moment] : cases) {
+        inZone(zone);
+        ASSERT_TRUE(rename::SetFileDateTime(files, in(u"a"_qs), QString::fromLatin1(date)));
+        EXPECT_EQ(momentOf(u"a"_qs), QLatin1String(moment)) << zone << ' ' << date;
+    }
 }
 
 TEST_F(Dates, PreviewShowsTheFirstAndReDateMovesEachFromItsOwn) {

@@ -7,6 +7,7 @@
 #include "runtime/arithmetic.h"
 #include "runtime/levels.h"
 #include "support/fault_of.h"
+#include "support/in_region.h"
 
 using namespace tarnwick::runtime;
 using tarnwick::test::faultOf;
@@ -57,7 +58,6 @@ TEST(Numbers, TextsHaveTheProductsForms) {
         EXPECT_EQ(fixedOneDecimal(value), text);
         EXPECT_EQ(patternOneDecimal(value), text);
     }
-    EXPECT_EQ(fixedOneDecimal(1234.56), u"1,234.6");
     EXPECT_EQ(patternOneDecimal(1e15), u"1000000000000000.0");
     EXPECT_EQ(signedText(12), u" 12");
     EXPECT_EQ(signedText(-13), u"-13");
@@ -65,6 +65,34 @@ TEST(Numbers, TextsHaveTheProductsForms) {
     EXPECT_EQ(plainText(589), u"589");
     EXPECT_EQ(plainText(32767), u"32767");
     EXPECT_EQ(plainText(2147483647.0), u"2147483647");
+}
+
+// What the program writes is what it reads, and what is no number is read leniently.
+TEST(Numbers, RegionsHaveTheirOwnSeparators) {
+    const std::tuple<const char*, double, QString, QString> regions[] = {
+        {"C.UTF-8", 1234567.89, u"1234567.9"_qs, u"1234567.9"_qs},
+        {"POSIX", 1234.56, u"1234.6"_qs, u"1234.6"_qs},
+        {"en_US.UTF-8", 1234.56, u"1,234.6"_qs, u"1234.6"_qs},
+        {"de_DE.UTF-8", -1234.56, u"-1.234,6"_qs, u"-1234,6"_qs},
+        {"de_CH.UTF-8", 1234.56, u"1’234.6"_qs, u"1234.6"_qs},
+        {"fr_FR.UTF-8", 1234.56, u"1\u202f234,6"_qs, u"1234,6"_qs},
+        {"hi_IN.UTF-8", 1234567.89, u"12,34,567.9"_qs, u"1234567.9"_qs},
+        {"fa_IR.UTF-8", 10.56, u"۱۰٫۶"_qs, u"۱۰٫۶"_qs}};
+    for (const auto& [locale, value, fixed, pattern] : regions) {
+        const tarnwick::test::InRegion region(locale);
+        EXPECT_EQ(fixedOneDecimal(value), fixed) << locale;
+        EXPECT_EQ(patternOneDecimal(value), pattern) << locale;
+        for (const QString& text : {fixed, pattern}) {
+            EXPECT_NEAR(shownValue(text), value, 0.05) << locale;
+            EXPECT_NEAR(strictDouble(text), value, 0.05) << locale;
+        }
+        EXPECT_EQ(shownValue(u"-10.5"), -10.5) << locale;
+        EXPECT_EQ(shownValue(u" 61 %"), 61.0) << locale;
+        EXPECT_EQ(shownValue(u"none"), 0.0) << locale;
+        EXPECT_EQ(shownValue(u"1e999"), std::numeric_limits<double>::infinity()) << locale;
+        for (const QString& text : {u""_qs, u"nan"_qs, u"61 %"_qs, u"--1"_qs})
+            EXPECT_EQ(faultOf([&] { strictDouble(text); }), u"Type mismatch") << locale;
+    }
 }
 
 TEST(Levels, DecibelsPercentAndTheEnginesScale) {

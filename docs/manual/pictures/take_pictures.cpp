@@ -227,7 +227,7 @@ class Studio {
     platform::Disk files_;
     runtime::ProcessState state_;
     settings::SettingsDatabase database_;
-    std::unique_ptr<engine::SoundEditor> EDT_ = engine::createSoundEditor();
+    engine::SoundEditor* EDT_ = nullptr;
     app::Services services_{.failure = desk_.failure,
                             .state = state_,
                             .database = database_,
@@ -238,7 +238,12 @@ class Studio {
                             .files = files_,
                             .opener = opener_,
                             .clock = desk_.clock,
-                            .EDT = *EDT_,
+                            .createEDT =
+                                [this] {
+                                    auto editor = engine::createSoundEditor();
+                                    EDT_ = editor.get();
+                                    return editor;
+                                },
                             .createEDTX = [] { return engine::createSoundEditor(); },
                             .endProcess = [] {}};
     app::Application application_{services_};

@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QIcon>
-#include <QSettings>
 #include <csignal>
 #include <cstdlib>
 
@@ -14,6 +13,7 @@
 #include "platform/desktop_open_dialog.h"
 #include "platform/desktop_opener.h"
 #include "platform/disk.h"
+#include "platform/program_folder.h"
 #include "platform/session_bus.h"
 
 using namespace tarnwick;
@@ -55,28 +55,25 @@ int main(int argc, char** argv) {
     app::followColourScheme(scheme);
     QApplication::setWindowIcon(QIcon(u":/tarnwick/icon.png"_qs));
 
-    // What Qt itself remembers (the dialog's last folders) stays in the program's folder, too.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                       QApplication::applicationDirPath());
-
     platform::DesktopBoxes boxes;
-    platform::DesktopOpenDialog cmdlg;
-    platform::DesktopOpenDialog batchDialog;
-    platform::DesktopOpenDialog renameDialog;
+    runtime::ProcessState state;
+    const auto projectFolder = [&] { return state.vsProjectFolder; };
+    platform::DesktopOpenDialog cmdlg(projectFolder);
+    platform::DesktopOpenDialog batchDialog(projectFolder);
+    platform::DesktopOpenDialog renameDialog(projectFolder);
     platform::Disk files;
     platform::DesktopOpener opener;
     platform::SystemClock clock;
     runtime::FailurePath failure(
-        QApplication::applicationDirPath(),
+        platform::programFolder(),
         {.criticalBox = [&](const QString& title,
                             const QString& text) { boxes.critical(title, text); },
          .endProcess = endProcess,
          .now = [&] { return clock.now(); }});
     program.failure = &failure;
-    runtime::ProcessState state;
     settings::SettingsDatabase database;
     const auto editors = engine::createEditorDirectory();
-    const auto EDT = engine::createSoundEditor(editors);
+    const auto createEditor = [&] { return engine::createSoundEditor(editors); };
 
     const app::Services services{.failure = failure,
                                  .state = state,
@@ -88,8 +85,8 @@ int main(int argc, char** argv) {
                                  .files = files,
                                  .opener = opener,
                                  .clock = clock,
-                                 .EDT = *EDT,
-                                 .createEDTX = [&] { return engine::createSoundEditor(editors); },
+                                 .createEDT = createEditor,
+                                 .createEDTX = createEditor,
                                  .endProcess = endProcess};
     app::Application application(services);
     failure.unguarded([&] { application.Sub_Main(); });

@@ -1,0 +1,60 @@
+#include "documents/format_code.h"
+
+namespace tarnwick::documents {
+
+namespace {
+
+constexpr QStringView kGeneralWord = u"General";
+
+// What stands from `at` to `end`, which is no part of it; advances past it, or past all.
+QString textUpTo(QChar end, const QString& code, qsizetype& at) {
+    const qsizetype found = code.indexOf(end, at);
+    const QString text = code.mid(at, found < 0 ? -1 : found - at);
+    at = found < 0 ? code.size() : found + 1;
+    return text;
+}
+
+// [$kr-414] shows a currency and tells its language; both may be missing.
+CodePiece bracketed(const QString& inner) {
+    if (!inner.startsWith(u'$')) return {CodePiece::kBrackets, inner};
+    const qsizetype language = inner.lastIndexOf(u'-');
+    return {CodePiece::kText, inner.mid(1, language < 0 ? -1 : language - 1)};
+}
+
+CodePiece pieceAt(const QString& code, qsizetype& at) {
+    if (QStringView(code).mid(at).startsWith(kGeneralWord, Qt::CaseInsensitive)) {
+        at += kGeneralWord.size();
+        return {CodePiece::kGeneral, {}};
+    }
+    const QChar first = code[at++];
+    switch (first.unicode()) {
+        case u'"':
+            return {CodePiece::kText, textUpTo(u'"', code, at)};
+        case u'[':
+            return bracketed(textUpTo(u']', code, at));
+        case u'\\':
+            return {CodePiece::kText, code.mid(at++, 1)};
+        case u'_':  // the width of a sign, or a sign that fills the cell: nothing to read
+        case u'*':
+            ++at;
+            return {};
+        default:
+            return {CodePiece::kSign, first};
+    }
+}
+
+}  // namespace
+
+std::vector<CodeSection> sectionsOf(const QString& code) {
+    std::vector<CodeSection> sections(1);
+    for (qsizetype at = 0; at < code.size();) {
+        CodePiece piece = pieceAt(code, at);
+        if (piece.sign() == u';')
+            sections.emplace_back();
+        else
+            sections.back().push_back(std::move(piece));
+    }
+    return sections;
+}
+
+}  // namespace tarnwick::documents

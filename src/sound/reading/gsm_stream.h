@@ -1,0 +1,46 @@
+#pragma once
+
+#include <sndfile.h>
+
+#include <array>
+#include <cstdint>
+#include <exception>
+
+#include "sound/reading/block_decoder.h"
+
+namespace tarnwick::sound {
+
+constexpr int kGsmBlockBytes = 65;
+constexpr int kGsmBlockFrames = 320;
+
+// The samples of GSM 6.10 blocks, two frames of speech packed into each. The library is given a
+// header of our own in front of the file's blocks, so that it sees nothing else of the file. A
+// decoder carries its state from block to block: there is no beginning in the middle.
+class GsmStream : public SampleStream {
+  public:
+    // Throws SoundError: Damaged, and what reading the file throws.
+    GsmStream(const SourceFile& file, const StoredSound& sound, const BlockLayout& layout);
+    ~GsmStream() override;
+    GsmStream(const GsmStream&) = delete;
+    GsmStream& operator=(const GsmStream&) = delete;
+
+    std::int64_t decode(std::int64_t frames, std::uint8_t* bytes) override;
+
+  private:
+    static constexpr std::int64_t kHeaderBytes = 60;
+
+    void makeHeader(const StoredSound& sound);
+    std::int64_t readBytes(std::uint8_t* bytes, std::int64_t count);
+    SF_VIRTUAL_IO accessToBlocks();
+
+    const SourceFile& file_;
+    std::array<std::uint8_t, kHeaderBytes> header_ = {};
+    std::int64_t offset_;
+    std::int64_t blockBytes_;  // of all whole blocks
+    std::int64_t left_;        // frames
+    std::int64_t at_ = 0;      // in header and blocks
+    SNDFILE* decoder_ = nullptr;
+    std::exception_ptr failure_;  // of reading; it must not travel through the library
+};
+
+}  // namespace tarnwick::sound

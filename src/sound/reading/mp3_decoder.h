@@ -1,0 +1,14 @@
+#pragma once
+
+#include "sound/reading/mp3_start.h"
+#include "sound/reading/scratch_decoder.h"
+#include "sound/reading/source_file.h"
+#include "sound/samples/progress.h"
+
+namespace tarnwick::sound {
+
+// Decodes a whole MP3 file, a long one on two threads; the encoder's delay and padding are cut off
+// where the file tells them. Throws SoundError: NotASound, Damaged, NoSpace, Cancelled.
+DecodedSound decodeMp3(const SourceFile& file, const Mp3Start& start, const Progress& progress);
+
+}  // namespace tarnwick::sound

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "sound/reading/source_file.h"
+#include "sound/samples/peaks.h"
+#include "sound/samples/progress.h"
+#include "sound/samples/stored_sound.h"
+
+namespace tarnwick::sound {
+
+// Reads a stored sound once, on two threads, and gives its complete peaks. Progress is reported
+// from the calling thread. Throws SoundError.
+Peaks buildPeaks(const StoredSound& sound, const SourceFile& file, const Progress& progress);
+
+// The finest peaks of frames from `first` (a multiple of Peaks::kFinestFrames) that lie at `bytes`.
+void measureStretch(const StoredSound& sound, const std::uint8_t* bytes, std::int64_t first,
+                    std::int64_t frames, Peaks& peaks);
+
+}  // namespace tarnwick::sound

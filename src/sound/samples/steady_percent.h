@@ -1,0 +1,34 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "sound/samples/progress.h"
+
+namespace tarnwick::sound {
+
+// Turns amounts of work into progress reports: each percent once at most, rising. One thread.
+class SteadyPercent {
+  public:
+    SteadyPercent(const Progress& progress, std::int64_t whole)
+        : progress_(progress), whole_(std::max<std::int64_t>(whole, 1)) {}
+
+    // Reports that `done` of the whole is done.
+    void reached(std::int64_t done) {
+        const int percent =
+            static_cast<int>(std::clamp<std::int64_t>(done, 0, whole_) * 100 / whole_);
+        if (percent <= last_) return;
+        last_ = percent;
+        if (progress_.percent) progress_.percent(percent);
+    }
+
+    // Throws SoundError(Cancelled) when the caller has asked to stop.
+    void checkStop() const { sound::checkStop(progress_.stop); }
+
+  private:
+    const Progress& progress_;
+    std::int64_t whole_;
+    int last_ = -1;
+};
+
+}  // namespace tarnwick::sound

@@ -1,0 +1,99 @@
+#include "sound/timeline/piece_tree.h"
+
+#include <atomic>
+#include <cmath>
+
+namespace tarnwick::sound {
+
+namespace {
+
+// Evenly spread numbers from a counter (Steele, Lea and Flood, "Fast splittable pseudorandom number
+// generators", 2014): no state to guard but the counter, and the same run of edits gives the same
+// trees.
+std::uint64_t nextPriority() {
+    static std::atomic<std::uint64_t> counter = 0;
+    std::uint64_t mixed = counter.fetch_add(0x9E3779B97F4A7C15, std::memory_order_relaxed);
+    mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9;
+    mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EB;
+    return mixed ^ (mixed >> 31);
+}
+
+// A copy of a node with other subtrees, which have had its gain handed down.
+PieceTree withChildren(const PieceNode& node, PieceTree left, PieceTree right) {
+    auto copy = std::make_shared<PieceNode>(node);
+    copy->below = 1.0;
+    copy->total = totalOf(left) + node.count + totalOf(right);
+    copy->left = std::move(left);
+    copy->right = std::move(right);
+    return copy;
+}
+
+// A product of gains that neither vanishes nor leaves the numbers, however many there are.
+double product(double first, double second) {
+    constexpr double kSmallest = 1e-30;
+    constexpr double kLargest = 1e30;
+    const double exact = first * second;
+    return std::copysign(std::clamp(std::abs(exact), kSmallest, kLargest), exact);
+}
+
+PieceTree newPiece(std::int64_t source, std::int64_t count, double gain) {
+    auto node = std::make_shared<PieceNode>();
+    node->source = source;
+    node->count = node->total = count;
+    node->gain = gain;
+    node->priority = nextPriority();
+    return node;
+}
+
+}  // namespace
+
+PieceTree sourcePiece(std::int64_t source, std::int64_t count, double gain) {
+    return newPiece(source, count, gain);
+}
+
+PieceTree silentPiece(std::int64_t count) {
+    return count > 0 ? newPiece(Piece::kSilence, count, 1.0) : nullptr;
+}
+
+PieceTree withGain(const PieceTree& tree, double gain) {
+    if (!tree || gain == 1.0) return tree;
+    auto copy = std::make_shared<PieceNode>(*tree);
+    if (copy->source != Piece::kSilence) copy->gain = product(copy->gain, gain);
+    copy->below = product(copy->below, gain);
+    return copy;
+}
+
+std::pair<PieceTree, PieceTree> split(const PieceTree& tree, std::int64_t at) {
+    if (at <= 0) return {nullptr, tree};
+    if (at >= totalOf(tree)) return {tree, nullptr};
+    const PieceTree left = withGain(tree->left, tree->below);
+    const PieceTree right = withGain(tree->right, tree->below);
+    const std::int64_t inside = at - totalOf(left);
+    if (inside <= 0) {
+        auto [before, from] = split(left, at);
+        return {before, withChildren(*tree, from, right)};
+    }
+    if (inside >= tree->count) {
+        auto [before, from] = split(right, inside - tree->count);
+        return {withChildren(*tree, left, before), from};
+    }
+    // Both halves draw new priorities: if they kept the old one, the pieces of a recording cut up
+    // again and again would hang in a chain.
+    const bool silent = tree->source == Piece::kSilence;
+    return {joined(left, newPiece(tree->source, inside, tree->gain)),
+            joined(newPiece(silent ? Piece::kSilence : tree->source + inside, tree->count - inside,
+                            tree->gain),
+                   right)};
+}
+
+PieceTree joined(const PieceTree& left, const PieceTree& right) {
+    if (!left) return right;
+    if (!right) return left;
+    if (left->priority >= right->priority)
+        return withChildren(*left, withGain(left->left, left->below),
+                            joined(withGain(left->right, left->below), right));
+    return withChildren(*right, joined(left, withGain(right->left, right->below)),
+                        withGain(right->right, right->below));
+}
+
+}  // namespace tarnwick::sound

@@ -1,0 +1,170 @@
+#include "sound/writing/atomic_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <random>
+#include <system_error>
+#include <utility>
+
+#include "sound/samples/sound_error.h"
+
+namespace tarnwick::sound {
+
+namespace {
+
+// After this many bytes the system is told to begin writing them to disk, so that the flush at the
+// end has little left to do.
+constexpr std::int64_t kFlushStep = 8 << 20;
+constexpr int kNameTries = 100;
+
+std::string procName(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+std::filesystem::path randomName(const std::filesystem::path& folder) {
+    std::random_device random;
+    std::array<char, 40> name;
+    std::snprintf(name.data(), name.size(), ".tarnwick-%08x%08x.tmp", random(), random());
+    return folder / name.data();
+}
+
+void closeIfOpen(int& descriptor) {
+    if (descriptor >= 0) close(std::exchange(descriptor, -1));
+}
+
+bool makesNameless(int descriptor) {
+    return descriptor >= 0 && access(procName(descriptor).c_str(), F_OK) == 0;
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
+    : target_(std::move(target)) {
+    // The system would take what stands before it for the name.
+    if (target_.native().find('\0') != std::string::npos) fail(EINVAL, "a null in the name");
+    std::error_code error;
+    if (is_symlink(symlink_status(target_, error))) {
+        target_ = canonical(target_, error);
+        if (error) fail(error.value(), "the target is a link that leads nowhere");
+    }
+    folder_ = target_.has_parent_path() ? target_.parent_path() : ".";
+    if (!target_.has_filename()) fail(ENOENT, "the target has no name");
+    openTarget();
+    openTemporary(temporary);
+    // The new file keeps the rights of the old; a file system without rights has none to keep.
+    struct stat old;
+    if (replaced_ >= 0 && fstat(replaced_, &old) == 0)
+        static_cast<void>(!fchmod(descriptor_, old.st_mode & 07777));
+}
+
+AtomicFile::~AtomicFile() { discard(); }
+
+void AtomicFile::openTarget() {
+    replaced_ = open(target_.c_str(), O_PATH | O_CLOEXEC);
+    struct stat old;
+    if (replaced_ < 0 || fstat(replaced_, &old) != 0) return;
+    // Taking the place of a device or a pipe would cut off who else uses it.
+    if (!S_ISREG(old.st_mode)) fail(EINVAL, "the target is no regular file");
+    // Replacing needs no right to the old file itself, but a protected file is meant to stay.
+    if (access(target_.c_str(), W_OK) != 0) fail(errno, "the target is protected");
+}
+
+void AtomicFile::openTemporary(Temporary temporary) {
+    if (temporary == Temporary::Nameless) {
+        descriptor_ = open(folder_.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+        if (makesNameless(descriptor_)) return;
+        closeIfOpen(descriptor_);
+    }
+    for (int tried = 0; descriptor_ < 0 && tried < kNameTries; ++tried) {
+        hidden_ = randomName(folder_);
+        descriptor_ = open(hidden_.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
+        if (descriptor_ < 0 && errno != EEXIST) break;
+    }
+    if (descriptor_ < 0) {
+        hidden_.clear();
+        fail(errno, "the target's folder cannot be written to");
+    }
+}
+
+void AtomicFile::write(const void* data, std::size_t bytes) {
+    writeAt(size_, data, bytes);
+    size_ += static_cast<std::int64_t>(bytes);
+    if (size_ - flushing_ >= kFlushStep) {
+        sync_file_range(descriptor_, flushing_, size_ - flushing_, SYNC_FILE_RANGE_WRITE);
+        flushing_ = size_;
+    }
+}
+
+void AtomicFile::writeAt(std::int64_t offset, const void* data, std::size_t bytes) {
+    const char* next = static_cast<const char*>(data);
+    while (bytes > 0) {
+        const ssize_t written = pwrite(descriptor_, next, bytes, offset);
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) fail(written < 0 ? errno : ENOSPC, "the file cannot be written");
+        next += written;
+        offset += written;
+        bytes -= static_cast<std::size_t>(written);
+    }
+}
+
+void AtomicFile::commit() {
+    // The size is part of what fdatasync brings to disk.
+    while (fdatasync(descriptor_) != 0) {
+        if (errno != EINTR) fail(errno, "the file cannot be flushed");
+    }
+    takePlace();
+    if (close(std::exchange(descriptor_, -1)) != 0) fail(errno, "the file cannot be closed");
+    const int folder = open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0) return;  // a folder that may be written but not read; the file itself is safe
+    const bool flushed = fsync(folder) == 0 || errno == EINVAL;
+    const int error = errno;
+    close(folder);
+    if (!flushed) fail(error, "the folder cannot be flushed");
+}
+
+bool AtomicFile::isTakenByAnother() const {
+    struct stat now, old;
+    if (lstat(target_.c_str(), &now) != 0) return false;
+    return replaced_ < 0 || fstat(replaced_, &old) != 0 || old.st_dev != now.st_dev ||
+           old.st_ino != now.st_ino;
+}
+
+void AtomicFile::takePlace() {
+    if (isTakenByAnother()) fail(EEXIST, "another file has taken the target's name");
+    const std::string nameless = procName(descriptor_);
+    const auto giveName = [&nameless](const std::filesystem::path& name) {
+        return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    };
+    if (hidden_.empty()) {
+        // A link cannot replace a file, but where none stands it needs no second name.
+        if (giveName(target_)) return;
+        for (int tried = 0; errno == EEXIST && tried < kNameTries; ++tried) {
+            std::filesystem::path name = randomName(folder_);
+            if (giveName(name)) {
+                hidden_ = std::move(name);
+                break;
+            }
+        }
+        if (hidden_.empty()) fail(errno, "the file cannot be named");
+    }
+    if (rename(hidden_.c_str(), target_.c_str()) != 0) fail(errno, "the target cannot be replaced");
+    hidden_.clear();
+}
+
+void AtomicFile::discard() noexcept {
+    if (!hidden_.empty()) unlink(hidden_.c_str());
+    hidden_.clear();
+    closeIfOpen(descriptor_);
+    closeIfOpen(replaced_);
+}
+
+void AtomicFile::fail(int error, const char* what) {
+    discard();
+    const bool full = error == ENOSPC || error == EDQUOT || error == EFBIG || error == ENOMEM;
+    throw SoundError(full ? SoundFailure::NoSpace : SoundFailure::WriteFailed, what);
+}
+
+}  // namespace tarnwick::sound

@@ -1,0 +1,311 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <condition_variable>
+#include <fstream>
+#include <map>
+#include <mutex>
+#include <thread>
+
+#include "sound/playback/play_clock.h"
+#include "sound/playback/player.h"
+#include "support/test_sounds.h"
+
+namespace tarnwick::sound {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using Clock = std::chrono::steady_clock;
+
+double msSince(Clock::time_point then) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - then).count();
+}
+
+// Keeps what a player reports, and when.
+class Witness {
+  public:
+    PlayerEvents events() {
+        return {[this] { note("started"); }, [this] { note("ended"); },
+                [this](SoundFailure failure) {
+                    note(failure == SoundFailure::SourceChanged ? "changed" : "failed");
+                }};
+    }
+    bool await(const std::string& event, std::chrono::milliseconds patience = 8s) {
+        std::unique_lock lock(mutex_);
+        return heard_.wait_for(lock, patience, [&] { return at_.count(event) > 0; });
+    }
+    std::vector<std::string> all() {
+        const std::lock_guard lock(mutex_);
+        return all_;
+    }
+    Clock::time_point when(const std::string& event) {
+        const std::lock_guard lock(mutex_);
+        return at_.at(event);
+    }
+    double msBetween(const std::string& from, const std::string& to) {
+        return std::chrono::duration<double, std::milli>(when(to) - when(from)).count();
+    }
+
+  private:
+    void note(const std::string& event) {
+        const std::lock_guard lock(mutex_);
+        all_.push_back(event);
+        at_[event] = Clock::now();
+        heard_.notify_all();
+    }
+    std::mutex mutex_;
+    std::condition_variable heard_;
+    std::vector<std::string> all_;
+    std::map<std::string, Clock::time_point> at_;
+};
+
+// Points the sound libraries to a folder in which no server listens, unless the test starts one.
+class PlayerTest : public testing::Test {
+  protected:
+    PlayerTest() {
+        set("XDG_RUNTIME_DIR", folder_.path().string());
+        set("HOME", folder_.path().string());
+        set("PULSE_SERVER", "unix:" + (folder_.path() / "pulse" / "native").string());
+        set("ALSA_CONFIG_PATH", "/dev/null");
+        set("JACK_NO_START_SERVER", "1");
+    }
+    ~PlayerTest() override {
+        for (const pid_t child : children_)
+            end(child);
+        for (const auto& [name, value] : former_)
+            value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
+    }
+
+    void set(const std::string& name, const std::string& value) {
+        const char* old = getenv(name.c_str());
+        former_[name] = old ? std::optional<std::string>(old) : std::nullopt;
+        setenv(name.c_str(), value.c_str(), 1);
+    }
+
+    // Runs a program with its output in a file; 127 is its exit code where it is not installed.
+    pid_t run(std::vector<std::string> words, const std::filesystem::path& output) {
+        std::vector<char*> arguments;
+        for (std::string& word : words)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        const pid_t child = fork();
+        if (child == 0) {
+            dup2(open(output.c_str(), O_CREAT | O_WRONLY | O_TRUNC, 0600), STDOUT_FILENO);
+            dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
+            execvp(arguments[0], arguments.data());
+            _exit(127);
+        }
+        children_.push_back(child);
+        return child;
+    }
+
+    void end(pid_t child) {
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+    }
+
+    TempFolder folder_;
+    std::map<std::string, std::optional<std::string>> former_;
+    std::vector<pid_t> children_;
+};
+
+// A sound server of the test's own, with a sink that plays in real time to nobody, and a recorder
+// of what it plays. With rewinds the recorder would miss what the sink had prepared beforehand.
+class PulseTest : public PlayerTest {
+  protected:
+    void SetUp() override {
+        server_ = run({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+                       "--load=module-null-sink norewinds=1", "--load=module-native-protocol-unix"},
+                      "/dev/null");
+        while (!std::filesystem::exists(folder_.path() / "pulse" / "native")) {
+            int status = 0;
+            if (waitpid(server_, &status, WNOHANG) == server_) {
+                children_.pop_back();
+                if (WEXITSTATUS(status) == 127) GTEST_SKIP() << "pulseaudio is not installed";
+                FAIL() << "pulseaudio ended with " << status;
+            }
+            std::this_thread::sleep_for(5ms);
+        }
+        recording_ = folder_.path() / "recording";
+        run({"parec", "--raw", "-d", "null.monitor", "--latency-msec=10", "--rate=44100",
+             "--channels=1", "--format=float32le"},
+            recording_);
+        while (!std::filesystem::exists(recording_) || std::filesystem::file_size(recording_) == 0)
+            std::this_thread::sleep_for(5ms);
+    }
+
+    std::vector<float> heard() const {
+        std::vector<float> samples(std::filesystem::file_size(recording_) / sizeof(float));
+        std::ifstream in(recording_, std::ios::binary);
+        in.read(reinterpret_cast<char*>(samples.data()),
+                static_cast<std::streamsize>(samples.size() * sizeof(float)));
+        return samples;
+    }
+
+    pid_t server_ = 0;
+    std::filesystem::path recording_;
+};
+
+constexpr AudioFormat kMono{44100, 1, 24, false};
+
+std::shared_ptr<const FrameReader> tone(int ms) {
+    return std::make_shared<ToneSound>(kMono, 44100 * ms / 1000, 997.0);
+}
+
+TEST_F(PlayerTest, WithoutADeviceTimePassesAsIfItPlayed) {
+    Witness witness;
+    Player player(witness.events());
+    EXPECT_EQ(player.position(), 0);
+    player.prepare();
+    const auto asked = Clock::now();
+    player.play(tone(1000), 4410, 4410 + 13230);
+    EXPECT_TRUE(player.playing());
+    EXPECT_LT(msSince(asked), 50.0);
+    ASSERT_TRUE(witness.await("started"));
+    while (player.playing()) {
+        const double least = msSince(witness.when("started")) - 30.0;
+        const double ms = static_cast<double>(player.position() - 4410) / 44.1;
+        ASSERT_LE(ms, msSince(asked));
+        ASSERT_GE(ms, std::min(least, 300.0));
+        std::this_thread::sleep_for(7ms);
+    }
+    ASSERT_TRUE(witness.await("ended"));
+    EXPECT_GE(witness.msBetween("started", "ended"), 295.0);
+    EXPECT_LT(witness.msBetween("started", "ended"), 400.0);
+    EXPECT_EQ(player.position(), 4410 + 13230);
+    EXPECT_THAT(witness.all(), ElementsAre("started", "ended"));
+    EXPECT_THROW(player.play(tone(10), 0, 442), SoundError);
+    EXPECT_THROW(player.play(tone(10), 5, 4), SoundError);
+}
+
+TEST_F(PlayerTest, PausingHoldsAndStoppingIsSilent) {
+    Witness witness;
+    Player player(witness.events());
+    player.pause();
+    EXPECT_FALSE(player.paused());
+    player.play(tone(300), 0, 13230);
+    ASSERT_TRUE(witness.await("started"));
+    std::this_thread::sleep_for(50ms);
+    player.pause();
+    const std::int64_t held = player.position();
+    EXPECT_GT(held, 0);
+    std::this_thread::sleep_for(350ms);
+    EXPECT_TRUE(player.paused() && player.playing());
+    EXPECT_EQ(player.position(), held);
+    EXPECT_THAT(witness.all(), ElementsAre("started"));
+    player.resume();
+    ASSERT_TRUE(witness.await("ended"));
+    EXPECT_EQ(player.position(), 13230);
+
+    for (int i = 0; i < 50; ++i) {
+        player.play(tone(20), 0, 882);
+        if (i % 2 == 0) player.pause();
+        if (i % 3 == 0) player.stop();
+    }
+    player.stop();
+    const std::size_t before = witness.all().size();
+    const std::int64_t stopped = player.position();
+    std::this_thread::sleep_for(60ms);
+    EXPECT_EQ(witness.all().size(), before);
+    EXPECT_EQ(player.position(), stopped);
+    EXPECT_FALSE(player.playing());
+
+    Witness brief;
+    Player another(brief.events());
+    another.play(tone(10), 7, 7);
+    ASSERT_TRUE(brief.await("ended"));
+    EXPECT_THAT(brief.all(), ElementsAre("started", "ended"));
+    EXPECT_EQ(another.position(), 7);
+}
+
+TEST_F(PulseTest, TheStretchIsHeardWholeAndOnce) {
+    Witness witness;
+    Player player(witness.events());
+    player.prepare();
+    const auto sound = std::make_shared<ToneSound>(kMono, 44100, 997.0);
+    const std::int64_t first = 10'000;
+    const std::int64_t frames = 20'000;
+    player.play(sound, first, first + frames);
+    ASSERT_TRUE(witness.await("ended"));
+    EXPECT_EQ(player.position(), first + frames);
+    EXPECT_GE(witness.msBetween("started", "ended"), frames / 44.1 - 5.0);
+    std::this_thread::sleep_for(100ms);
+    const std::vector<float> samples = heard();
+    const auto loud = [](float sample) { return sample != 0.0f; };
+    const auto begin = std::find_if(samples.begin(), samples.end(), loud);
+    const auto end = std::find_if(samples.rbegin(), samples.rend(), loud).base();
+    ASSERT_EQ(end - begin, frames);
+    double worst = 0.0;
+    for (std::int64_t i = 0; i < frames; ++i) {
+        const double expected = sound->valueAt(static_cast<double>(first + i) / 44100.0);
+        worst = std::max(worst, std::fabs(begin[i] - expected));
+    }
+    EXPECT_LT(worst, 1.0e-4);  // the sink has 16 bits
+}
+
+// A server that goes away, and one that hangs, for which nobody waits long.
+class LostServer : public PulseTest, public testing::WithParamInterface<std::pair<int, int>> {};
+
+TEST_P(LostServer, DoesNotStopTheClock) {
+    const auto [signal, ms] = GetParam();
+    Witness witness;
+    const auto asked = Clock::now();
+    {
+        Player player(witness.events());
+        player.play(tone(ms), 0, ms * 44'100 / 1000);
+        ASSERT_TRUE(witness.await("started"));
+        std::this_thread::sleep_for(150ms);
+        kill(server_, signal);
+        ASSERT_TRUE(witness.await("ended", 20s));
+        EXPECT_GE(witness.msBetween("started", "ended"), ms - 5.0);
+        EXPECT_THAT(witness.all(), ElementsAre("started", "ended"));
+        player.play(tone(30), 0, 1323);  // and the next one passes in silence
+        while (player.playing() && msSince(asked) < 30'000.0)
+            std::this_thread::sleep_for(5ms);
+        EXPECT_EQ(player.position(), 1323);
+    }
+    EXPECT_LT(msSince(asked), 30'000.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Player, LostServer,
+                         testing::Values(std::pair(SIGKILL, 500), std::pair(SIGSTOP, 2500)));
+
+TEST_F(PulseTest, ASoundThatCannotBeReadFurtherIsReported) {
+    Witness witness;
+    Player player(witness.events());
+    player.play(std::make_shared<BrokenSound>(kMono, 300'000, 140'000), 0, 300'000);
+    ASSERT_TRUE(witness.await("changed"));
+    EXPECT_THAT(witness.all(), ElementsAre("started", "changed"));
+    EXPECT_FALSE(player.playing());
+}
+
+TEST(PlayClock, FollowsCoarseReportsSmoothly) {
+    PlayClock clock(1000);
+    PlayClock::Time time{};
+    const auto after = [&](int ms) { return time += std::chrono::milliseconds(ms); };
+    clock.limit(400);
+    EXPECT_EQ(clock.position(after(50)), 0);  // does not run yet
+    clock.run(time);
+    EXPECT_EQ(clock.position(after(30)), 30);
+    clock.report(time, 38);  // near: an eighth of the way
+    EXPECT_EQ(clock.position(time), 31);
+    clock.report(time, 90);  // far: at once
+    EXPECT_EQ(clock.position(time), 90);
+    clock.report(after(10), 60);  // never back
+    EXPECT_EQ(clock.position(after(20)), 90);
+    EXPECT_EQ(clock.position(after(20)), 100);
+    clock.hold(time);
+    EXPECT_EQ(clock.position(after(1000)), 100);
+    clock.run(time);
+    EXPECT_EQ(clock.position(after(1000)), 400);  // no further than the device was given
+    clock.limit(2000);
+    EXPECT_EQ(clock.position(time), 1100);
+}
+
+}  // namespace
+}  // namespace tarnwick::sound

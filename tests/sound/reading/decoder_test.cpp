@@ -1,0 +1,269 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <utility>
+
+#include "sound/reading/mp3_stream.h"
+#include "sound/reading/source.h"
+#include "support/by_sndfile.h"
+#include "support/test_sounds.h"
+
+// Compressed files, made by other programs and then bent, against other decoders of them.
+
+namespace tarnwick::sound {
+namespace {
+
+using Bytes = std::string;
+
+class Decoders : public testing::Test {
+  protected:
+    std::filesystem::path write(const Bytes& bytes) const {
+        std::ofstream(path("sound"), std::ios::binary) << bytes;
+        return path("sound");
+    }
+    std::filesystem::path path(const char* name) const { return folder_.path() / name; }
+
+    Bytes read(const char* name) const { return contentOf(path(name)); }
+
+    void run(const std::string& command) const {
+        const std::string whole = "cd '" + folder_.path().string() + "' && " + command;
+        ASSERT_EQ(std::system(whole.c_str()), 0) << command;
+    }
+
+    // What a command makes of pink noise in the file "noise.wav".
+    Bytes made(const std::string& command) const {
+        run(command);
+        return read("made");
+    }
+    void makeNoise(int rate, int channels, double seconds) const {
+        run("ffmpeg -v error -nostdin -y -f lavfi -i anoisesrc=c=pink:a=0.4:seed=5:r=" +
+            std::to_string(rate) + ":d=" + std::to_string(seconds) + " -af aeval='val(0)|val(0)*t" +
+            "':c=stereo -ac " + std::to_string(channels) + " noise.wav");
+    }
+
+    std::vector<double> open(const Bytes& bytes) const {
+        return samplesOf(*Source::open(write(bytes)));
+    }
+
+    TempFolder folder_;
+};
+
+// Puts another count into the fact chunk, or takes the chunk out of the reader's sight.
+Bytes counting(Bytes file, std::optional<std::uint32_t> frames) {
+    const std::size_t at = file.find("fact");
+    file.replace(at, 4, frames ? "fact" : "junk");
+    return file.replace(at + 8, 4, number(frames.value_or(0), 4));
+}
+
+TEST_F(Decoders, BlocksAreCountedRightAndDecodedAsElsewhere) {
+    struct Case {
+        const char* codec;
+        int channels;
+        std::uint32_t block;    // frames in a block
+        std::uint32_t seconds;  // long ones are decoded on two threads
+    };
+    for (const auto& [codec, channels, block, seconds] :
+         {Case{"adpcm_ima_wav", 1, 2041, 140}, Case{"adpcm_ima_wav", 2, 1017, 3},
+          Case{"adpcm_ms", 1, 2036, 3}, Case{"adpcm_ms", 2, 1012, 140},
+          Case{"libgsm_ms", 1, 320, 3}}) {
+        SCOPED_TRACE(codec);
+        makeNoise(8000, channels, seconds + 0.1);
+        const Bytes file = made(std::string("ffmpeg -v error -nostdin -y -i noise.wav -c:a ") +
+                                codec + " -bitexact -f wav made");
+        SF_INFO info;
+        const std::vector<double> all = bySndfile(path("made"), info);
+        const auto held = static_cast<std::uint32_t>(open(counting(file, std::nullopt)).size()) /
+                          static_cast<std::uint32_t>(channels);
+        ASSERT_GE(held, seconds * 8000 + 800);
+        ASSERT_LT(held, seconds * 8000 + 800 + block);
+        const std::pair<std::optional<std::uint32_t>, std::uint32_t> counts[] = {
+            {held - 100, held - 100},  // the true end, in the last block
+            {std::nullopt, held},     {0, held},
+            {held / 2, held},  // half of the truth, as some writers have it
+            {held + 1, held},         {held - block, held}};
+        for (const auto& [counted, expected] : counts) {
+            const std::vector<double> values = open(counting(file, counted));
+            ASSERT_EQ(values.size(), expected * static_cast<std::size_t>(channels));
+            EXPECT_TRUE(std::equal(values.begin(), values.end(), all.begin()));
+        }
+        const std::vector<double> shorter = open(file.substr(0, file.size() - 40));
+        EXPECT_LT(shorter.size(), all.size());
+        EXPECT_GT(shorter.size(), (held - 2 * block) * static_cast<std::size_t>(channels));
+        EXPECT_TRUE(std::equal(shorter.begin(), shorter.end(), all.begin()));
+    }
+}
+
+TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
+    makeNoise(44100, 2, 3);
+    const auto lame = [&](const std::string& options) {
+        return made("lame --quiet " + options + " noise.wav made");
+    };
+    const Bytes constant = lame("-m j -b 128");
+    const Bytes variable = lame("-V 3");
+    const Bytes bare = lame("-t -b 128");
+    const Bytes bareMono = lame("-t -m m -b 64");
+    const Bytes apeEnd = "APETAGEX" + number(2000, 4) + number(32, 4) + Bytes(16, '\0');
+    const Bytes even = lame("-t --resample 32 -b 128");  // all frames of 576 bytes
+    Bytes index = bare.substr(0, 417);  // a frame that only holds a table of the others
+    index.replace(36, 4, "VBRI");
+    constexpr std::int64_t kSound = 132300;
+    constexpr std::int64_t kBare = 116 * 1152;  // with the encoder's delay and padding
+    struct Case {
+        const char* name;
+        Bytes file;
+        std::int64_t frames;
+        bool compares = true;  // with what ffmpeg gives; it cannot cope with some of these
+    };
+    const Case cases[] = {
+        {"constant rate", constant, kSound},
+        {"variable rate", variable, kSound},
+        {"with checksums", lame("-p -b 192"), kSound},
+        {"mono", lame("-m m -b 64"), kSound},
+        {"8 kHz", lame("--resample 8 -b 32"), 24000},
+        {"22.05 kHz", lame("--resample 22.05 -V 5"), 66150},
+        {"no length tag", bare, kBare},
+        {"another table", index + bare, kBare, false},
+        {"tags",
+         lame("-b 128 --add-id3v2 --tt Title --pad-id3v2") + apeEnd + "TAG" + Bytes(125, 'a'),
+         kSound},
+        {"junk in front", Bytes(1000, '\xFF') + Bytes(2000, 'x') + constant, kSound, false},
+        {"last frame cut off", bare.substr(0, bare.size() - 9), kBare - 1152, false},
+        {"half", constant.substr(0, constant.size() / 2), 57 * 1152 - 1105, false},
+        {"joined", constant + variable, 2 * 116 * 1152 + 1152 - 1105, false},
+        {"joined with a tag between", bare + "ID3" + Bytes("\4\0\0\0\0\0\5hello", 12) + bare,
+         2 * kBare, false},
+        {"more behind too much junk", bare + Bytes(70'000, 'x') + bare, kBare, false},
+        {"joined of mono and stereo", bareMono + bare, 2 * kBare, false},
+        {"two frames and a tag", even.substr(0, 2 * 576) + apeEnd, 2 * 1152},
+        {"three frames and padding", even.substr(0, 3 * 576) + Bytes(999, '\0'), 3 * 1152, false}};
+    EXPECT_TRUE(failureOf([&] { open(even.substr(0, 576) + apeEnd); }));
+    EXPECT_EQ(failureOf([&] { open(constant + lame("--resample 22.05")); }), SoundFailure::Damaged);
+    for (const auto& [name, file, frames, compares] : cases) {
+        SCOPED_TRACE(name);
+        const auto source = Source::open(write(file));
+        EXPECT_EQ(source->frames(), frames);
+        EXPECT_NO_THROW(Source::probe(path("sound")));
+        if (!compares) continue;
+        run("ffmpeg -v error -nostdin -y -i sound -f f64le -c:a pcm_f64le other");
+        const std::vector<double> values = samplesOf(*source);
+        const std::vector<double> other = doublesIn(path("other"));
+        ASSERT_EQ(other.size(), values.size());
+        for (std::size_t i = 0; i < values.size(); ++i)
+            ASSERT_NEAR(values[i], other[i], 0x1p-17) << i;
+    }
+}
+
+// What one stream gives that decodes the whole file.
+Bytes inOneGo(Mp3Stream& stream, std::int64_t frames, int channels) {
+    Bytes bytes(static_cast<std::size_t>(frames * channels * 3), '\0');
+    const auto got = stream.decode(frames, reinterpret_cast<std::uint8_t*>(bytes.data()));
+    return bytes.substr(0, static_cast<std::size_t>(got * channels * 3));
+}
+
+TEST_F(Decoders, Mp3JoinsBitForBitAtEveryEighthFrame) {
+    for (const auto& [rate, options] :
+         {std::pair(8000, "-m m -b 64"), std::pair(16000, "-m j -b 64"), std::pair(22050, "-V 4"),
+          std::pair(24000, "-t -m m -b 16"), std::pair(32000, "-m m -b 64"),
+          std::pair(44100, "-m j -V 2")}) {
+        SCOPED_TRACE(std::to_string(rate) + options);
+        makeNoise(rate, 2, 8);
+        run(std::string("lame --quiet ") + options + " noise.wav made");
+        const auto file = SourceFile::open(path("made"));
+        const auto start = findMp3(*file);
+        ASSERT_TRUE(start);
+        const Mp3Header& header = start->header;
+        const Mp3Index index(*file, *start, {});
+        Mp3Stream whole(*file, header, {{0, 0, start->byte, {}}, index.end(), 0, INT64_MAX}, {});
+        const std::int64_t all = index.frames() * header.samples;
+        const Bytes wanted = inOneGo(whole, all, header.channels);
+        ASSERT_EQ(wanted.size(), static_cast<std::size_t>(all * header.channels * 3));
+        for (std::int64_t frame = 8; frame < index.frames() - 24; frame += 8) {
+            const Mp3LeadIn lead = leadIn(*file, index.before(frame));
+            ASSERT_EQ(lead.frame, frame);
+            const std::int64_t skipped = (lead.settled - frame) * header.samples;
+            Mp3Stream part(*file, header, {lead, index.end(), skipped, INT64_MAX}, {});
+            const Bytes got = inOneGo(part, 4096, header.channels);
+            const auto at = static_cast<std::size_t>(lead.settled * header.samples);
+            ASSERT_EQ(
+                wanted.compare(at * static_cast<std::size_t>(header.channels) * 3, got.size(), got),
+                0)
+                << frame;
+        }
+    }
+}
+
+// A sawtooth of 24 bits, from a frame on, of `frames` in all, `wrong` units too high.
+class Sawtooth : public SampleStream {
+  public:
+    Sawtooth(std::int64_t first, std::int64_t frames, int wrong)
+        : at_(first), end_(frames), wrong_(wrong) {}
+    std::int64_t decode(std::int64_t frames, std::uint8_t* bytes) override {
+        const std::int64_t given = std::min(frames, end_ - at_);
+        for (std::int64_t i = 0; i < given; ++i, ++at_)
+            for (int byte = 0; byte < 3; ++byte)
+                *bytes++ = static_cast<std::uint8_t>((at_ % 30'000 * 100 + wrong_) >> (8 * byte));
+        return given;
+    }
+
+  private:
+    std::int64_t at_;
+    std::int64_t end_;
+    int wrong_;
+};
+
+TEST(ScratchDecoder, WhatTheFirstStreamGivesIsTheSound) {
+    constexpr std::int64_t kFrames = 100'123;
+    constexpr std::int64_t kJoint = 50'001;
+    struct Case {
+        std::int64_t expected;
+        std::int64_t joint;
+        int wrong;
+    };
+    for (const auto& [expected, joint, wrong] :
+         {Case{kFrames, 0, 0}, Case{kFrames, kJoint, 0}, Case{kFrames, kJoint, 1},
+          Case{kFrames - 5000, kJoint, 0}, Case{kFrames + 5000, kJoint, 1}, Case{kFrames / 3, 0, 0},
+          Case{3 * kFrames, 0, 0}}) {
+        SCOPED_TRACE(testing::Message() << expected << " " << joint << " " << wrong);
+        const auto streamFrom = [&](std::int64_t first) {
+            return std::make_unique<Sawtooth>(first, kFrames, first > 0 ? wrong : 0);
+        };
+        StoredSound sound{{8000, 1, 24, false}, Coding::Little24, 99, expected};
+        const DecodedSound decoded = decodeToScratch(sound, streamFrom, joint, {});
+        ASSERT_EQ(decoded.sound.frames, kFrames);
+        std::vector<std::uint8_t> bytes(kFrames * 3);
+        std::vector<std::uint8_t> wanted(kFrames * 3);
+        Sawtooth(0, kFrames, 0).decode(kFrames, wanted.data());
+        decoded.file->read(decoded.sound.offset, bytes);
+        EXPECT_EQ(bytes, wanted);
+        const auto peaks = decoded.peaks.level(0, 0);
+        ASSERT_EQ(peaks.size(), 392u);
+        for (std::int64_t i = 0; i + 1 < 392; ++i) {
+            const std::int64_t last = (i * 256 + 255) % 30'000;
+            const Peak peak = peaks[static_cast<std::size_t>(i)];
+            ASSERT_EQ(peak.maximum, last < 255 ? peak.maximum : (last * 100 + 255) / 256) << i;
+        }
+    }
+}
+
+TEST_F(Decoders, AFileThatChangesWhileItIsOpenedIsRefused) {
+    makeNoise(44100, 2, 20);
+    for (const char* command :
+         {"cp noise.wav made", "lame --quiet -b 128 noise.wav made",
+          "lame --quiet -t noise.wav made",
+          "ffmpeg -v error -nostdin -y -i noise.wav -c:a adpcm_ms -f wav made"}) {
+        const auto file = write(made(command));
+        bool cut = false;
+        const Progress cutting{[&](int) {
+                                   if (!std::exchange(cut, true))
+                                       std::filesystem::resize_file(file, 40'000);
+                               },
+                               {}};
+        EXPECT_EQ(failureOf([&] { Source::open(file, cutting); }), SoundFailure::SourceChanged)
+            << command;
+    }
+}
+
+}  // namespace
+}  // namespace tarnwick::sound

@@ -1,0 +1,70 @@
+#include "sound/samples/adpcm.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <span>
+#include <vector>
+
+#include "sound/samples/byte_order.h"
+#include "support/by_sndfile.h"
+#include "support/test_sounds.h"
+
+namespace tarnwick::sound {
+namespace {
+
+// A WAV of a codec's blocks, as the independent library writes it.
+void writeBySndfile(const std::filesystem::path& path, int codec, int channels) {
+    SF_INFO info = {};
+    info.samplerate = 8000;
+    info.channels = channels;
+    info.format = SF_FORMAT_WAV | codec;
+    const NoiseSound noise({8000, channels, 16, false}, 3000);
+    const std::vector<double> samples = samplesOf(noise);
+    SNDFILE* const file = sf_open(path.c_str(), SFM_WRITE, &info);
+    sf_writef_double(file, samples.data(), noise.frames());
+    sf_close(file);
+}
+
+std::vector<std::int16_t> decoded(int codec, std::span<const std::uint8_t> block, int channels) {
+    const bool ima = codec == SF_FORMAT_IMA_ADPCM;
+    const auto bytes = static_cast<std::int64_t>(block.size());
+    const std::int64_t frames = ima ? imaFrames(bytes, channels) : microsoftFrames(bytes, channels);
+    std::vector<std::int16_t> samples(static_cast<std::size_t>(frames * channels));
+    if (ima)
+        decodeImaBlock(block, channels, samples.data());
+    else
+        decodeMicrosoftBlock(block, channels, kStandardWeights, samples.data());
+    return samples;
+}
+
+TEST(Adpcm, BlocksAreCountedAndDecodedAsElsewhere) {
+    const TempFolder folder;
+    const auto path = folder.path() / "blocks.wav";
+    for (const int codec : {SF_FORMAT_IMA_ADPCM, SF_FORMAT_MS_ADPCM})
+        for (const int channels : {1, 2}) {
+            SCOPED_TRACE(testing::Message() << codec << ", " << channels << " channels");
+            writeBySndfile(path, codec, channels);
+            SF_INFO info;
+            const std::vector<double> wanted = bySndfile(path, info);
+            const std::string file = contentOf(path);
+            const std::span bytes(reinterpret_cast<const std::uint8_t*>(file.data()), file.size());
+            const std::size_t format = file.find("fmt ") + 8;
+            const std::size_t size = little16(&bytes[format + 12]);    // of a block
+            const std::size_t stated = little16(&bytes[format + 18]);  // frames in a block
+            const auto blocks = bytes.subspan(file.find("data") + 8);
+            std::vector<double> values;
+            for (const std::size_t left : {size, size, size - 21}) {  // the last one is cut off
+                const std::size_t at = values.size() / channels / stated * size;
+                for (const auto sample : decoded(codec, blocks.subspan(at, left), channels))
+                    values.push_back(sample / 32768.0);
+                ASSERT_EQ(values.size() % (stated * channels) == 0, left == size);
+            }
+            ASSERT_GT(values.size(), 2 * stated * channels);
+            ASSERT_LE(values.size(), wanted.size());
+            EXPECT_TRUE(std::equal(values.begin(), values.end(), wanted.begin()));
+        }
+}
+
+}  // namespace
+}  // namespace tarnwick::sound

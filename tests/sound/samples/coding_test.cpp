@@ -1,0 +1,113 @@
+#include "sound/samples/sample_coding.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "sound/samples/quantiser.h"
+#include "support/test_sounds.h"
+
+namespace tarnwick::sound {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+
+std::vector<double> unpacked(Coding coding, const std::string& bytes) {
+    std::vector<double> values(bytes.size() / static_cast<std::size_t>(bytesOf(coding)));
+    unpack(coding, reinterpret_cast<const std::uint8_t*>(bytes.data()), values);
+    return values;
+}
+
+TEST(SampleCoding, TellsTheValueOfEachSample) {
+    struct Case {
+        Coding coding;
+        std::string bytes;
+        std::vector<double> values;
+    };
+    constexpr bool kBig = true;
+    constexpr double kUnit24 = 1 / 8388608.0;
+    constexpr double kUnit32 = 1 / 2147483648.0;
+    const Case cases[] = {
+        {Coding::Unsigned8, "\x01\xC0", {-127 / 128.0, 0.5}},
+        {Coding::Signed8, "\x40\x80\x01", {0.5, -1, 1 / 128.0}},
+        {Coding::ALaw, "\xD5\x2A\x55", {8 / 32768.0, -32256 / 32768.0, -8 / 32768.0}},
+        {Coding::MuLaw, "\xFF\x80\x10", {0, 32124 / 32768.0, -15996 / 32768.0}},
+        {Coding::Little16, number(0x4000, 2) + number(0x8001, 2), {0.5, -32767 / 32768.0}},
+        {Coding::Big16, number(0x8001, 2, kBig), {-32767 / 32768.0}},
+        {Coding::Little24,
+         number(0x123456, 3) + number(0xFFFFFF, 3),
+         {0x123456 * kUnit24, -kUnit24}},
+        {Coding::Big24, number(0x123456, 3, kBig), {0x123456 * kUnit24}},
+        {Coding::Little32, number(1, 4) + number(1u << 31, 4), {kUnit32, -1}},
+        {Coding::Big32, number(0x12345678, 4, kBig), {0x12345678 * kUnit32}},
+        {Coding::LittleFloat32, number(0x40000000, 4) + number(0x7FC00000, 4), {2, 0}},  // a NaN
+        {Coding::BigFloat32, number(0xBF000000, 4, kBig), {-0.5}},
+        {Coding::LittleFloat64,  // the second is more than a float can hold
+         number(0xBFD0000000000000, 8) + number(0x7FE0000000000000, 8),
+         {-0.25, 0}},
+        {Coding::BigFloat64, number(0xBFD0000000000000, 8, kBig), {-0.25}}};
+    for (const auto& [coding, bytes, values] : cases)
+        EXPECT_EQ(unpacked(coding, bytes), values) << static_cast<int>(coding);
+}
+
+TEST(SampleCoding, IsWhatTheQuantiserWrites) {
+    const std::pair<Coding, SampleLayout> layouts[] = {
+        {Coding::Unsigned8, {.bits = 8}},
+        {Coding::Signed8, {.bits = 8, .unsigned8 = false}},
+        {Coding::ALaw, {.bits = 8, .law = Companding::ALaw}},
+        {Coding::MuLaw, {.bits = 8, .law = Companding::MuLaw}},
+        {Coding::Little16, {.bits = 16}},
+        {Coding::Big16, {.bits = 16, .bigEndian = true}},
+        {Coding::Little24, {.bits = 24}},
+        {Coding::Big24, {.bits = 24, .bigEndian = true}},
+        {Coding::Little32, {.bits = 32}},
+        {Coding::Big32, {.bits = 32, .bigEndian = true}},
+        {Coding::LittleFloat32, {.bits = 32, .floating = true}},
+        {Coding::BigFloat32, {.bits = 32, .floating = true, .bigEndian = true}}};
+    std::string noise;  // no word of four bytes is a number that is too large, in either order
+    for (int i = 0; i < 1232; ++i)
+        noise += static_cast<char>(i % 4 == 0 || i % 4 == 3 ? i % 0x70 : i * 37);
+    for (int code = 0; code < 0x100; ++code)
+        noise += number(static_cast<std::uint64_t>(code), 1) + std::string(3, '\0');
+    for (const auto& [coding, layout] : layouts) {
+        SCOPED_TRACE(static_cast<int>(coding));
+        std::string bytes = noise;
+        if (coding == Coding::MuLaw)  // it knows two zeros
+            std::replace(bytes.begin(), bytes.end(), '\x7F', '\xFF');
+        const std::vector<double> values = unpacked(coding, bytes);
+        std::string written(bytes.size(), 'x');
+        quantise(values.data(), values.size(), layout,
+                 reinterpret_cast<unsigned char*>(written.data()));
+        EXPECT_TRUE(written == bytes);
+        const auto silent = static_cast<char>(silentByte(coding).value_or(0));
+        if (silentByte(coding)) {
+            EXPECT_THAT(unpacked(coding, std::string(24, silent)), Each(0.0));
+        }
+    }
+}
+
+TEST(Quantiser, RoundsToTheNearestAndClips) {
+    const double step = std::ldexp(1.0, -15);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<std::pair<double, int>> cases{
+        {0.0, 0},        {0.49 * step, 0}, {0.51 * step, 1},   {-0.51 * step, -1},
+        {1.5 * step, 2}, {2.5 * step, 2},  {1.0, 32767},       {32767.4 * step, 32767},
+        {-1.0, -32768},  {7.0, 32767},     {-1.0e300, -32768}, {nan, 0}};
+    for (const auto& [value, sample] : cases) {
+        std::int16_t out;
+        quantise(&value, 1, {.bits = 16}, reinterpret_cast<unsigned char*>(&out));
+        EXPECT_EQ(out, sample) << value;
+    }
+    const double value = std::ldexp(0x123456, -23);
+    unsigned char out[4] = {};
+    quantise(&value, 1, {.bits = 24, .bigEndian = true}, out);
+    EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing behind the last sample
+}
+
+}  // namespace
+}  // namespace tarnwick::sound

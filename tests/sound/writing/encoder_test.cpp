@@ -1,0 +1,270 @@
+#include "sound/writing/encoder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <memory>
+#include <regex>
+#include <sstream>
+
+#include "sound/reading/source.h"
+#include "sound/samples/wav_codecs.h"
+#include "sound/writing/header_writer.h"
+#include "sound/writing/mp3_encoder.h"
+#include "sound/writing/mp3_length_tag.h"
+#include "support/test_sounds.h"
+
+namespace tarnwick::sound {
+namespace {
+
+// One way to write a sound, and how near to it the file must come: each sample within `step`, in
+// parts of full scale, and the `part` of its value; or, for codecs that model the sound, the whole
+// with at least `decibels` of signal to noise.
+struct Way {
+    OutputFormat output;
+    std::string codec;  // as the independent decoder calls it
+    double step = 0.0;
+    double part = 0.0;
+    double decibels = 0.0;
+
+    bool models() const { return decibels > 0.0; }
+    bool hasLength() const {
+        const AudioFormat& format = output.format;
+        return output.container != Container::Mp3 ||
+               mp3LengthTagFor(format.rate, format.channels, output.bitRate) != Mp3LengthTag::None;
+    }
+    std::unique_ptr<FrameReader> sound() const {
+        const AudioFormat& format = output.format;
+        if (models())
+            return std::make_unique<ToneSound>(format, format.rate * 3 / 10 | 1, 440.0, 260.0);
+        const int bits = step > 0.0 ? 16 : format.floating ? 24 : format.bits;
+        return std::make_unique<NoiseSound>(AudioFormat{format.rate, format.channels, bits, false},
+                                            format.rate / 20 | 1);
+    }
+};
+
+std::ostream& operator<<(std::ostream& out, const Way& way) {
+    return out << way.codec << " " << way.output.format.rate << " Hz, "
+               << way.output.format.channels << " channels, " << way.output.bitRate << " bit/s";
+}
+
+std::vector<Way> uncompressed(Container container) {
+    std::vector<Way> ways;
+    const bool wav = container == Container::Wav;
+    for (const int rate : {8000, 11025, 22050, 44100, 48000, 96000, 192000})
+        for (const int channels : {1, 2}) {
+            for (const int bits : {8, 16, 24, 32})
+                ways.push_back({{container, {rate, channels, bits, false}},
+                                bits == 8 ? (wav ? "pcm_u8" : "pcm_s8")
+                                          : "pcm_s" + std::to_string(bits) + (wav ? "le" : "be")});
+            ways.push_back(
+                {{container, {rate, channels, 32, true}}, wav ? "pcm_f32le" : "pcm_f32be"});
+        }
+    return ways;
+}
+
+std::vector<Way> codecs() {
+    // Half a step of a law is a 32nd of the value at most; the smallest are 8 (A) and 4 (mu).
+    const std::vector<Way> kinds = {{{}, "pcm_"},
+                                    {{}, "pcm_alaw", 8.0 / 32768, 1.0 / 32},
+                                    {{}, "pcm_mulaw", 4.5 / 32768, 1.0 / 32},
+                                    {{}, "adpcm_ima_wav", 0.0, 0.0, 22.0},
+                                    {{}, "adpcm_ms", 0.0, 0.0, 26.0},
+                                    {{}, "gsm_ms", 0.0, 0.0, 15.0}};
+    std::vector<Way> ways;
+    for (int codec = 0; codec < std::ssize(wavCodecs()); ++codec)
+        for (const AudioFormat& format : wavCodecs().at(codec).formats) {
+            Way way = kinds.at(codec);
+            way.output = {Container::WavCodec, format, 0, codec};
+            if (codec == kPcmCodec)
+                way.codec = format.bits == 8    ? "pcm_u8"
+                            : format.bits == 16 ? "pcm_s16le"
+                                                : "pcm_s24le";
+            ways.push_back(way);
+        }
+    return ways;
+}
+
+std::vector<Way> mp3s() {
+    std::vector<Way> ways;
+    for (const int rate : {8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000})
+        for (const int channels : {1, 2})
+            for (const int bitRate : mp3BitRates(rate)) {
+                // With a bit for each sample even a change of the level by 3 % would be seen.
+                Way way{{Container::Mp3, {rate, channels, 16, false}, bitRate}, "mp3"};
+                way.decibels = bitRate >= rate * channels ? 30.0 : 4.0;
+                ways.push_back(way);
+            }
+    return ways;
+}
+
+struct Decoded {
+    std::string codec;
+    int rate = 0;
+    int channels = 0;
+    int kilobits = 0;  // per second
+    std::vector<double> samples;
+};
+
+// What ffmpeg makes of the files, none where it is missing; all in one process, because its start
+// takes longer than its work.
+std::vector<Decoded> decodedByOthers(const std::vector<std::filesystem::path>& files) {
+    if (std::system("command -v ffmpeg >/dev/null") != 0) return {};
+    std::string inputs;
+    std::string outputs;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        inputs += " -i " + files[i].string();
+        outputs += " -map " + std::to_string(i) + " -f f64le " + files[i].string() + ".raw";
+    }
+    FILE* pipe = popen(("ffmpeg -nostdin" + inputs + outputs + " 2>&1").c_str(), "r");
+    std::string told;
+    for (char block[4096]; const auto count = fread(block, 1, sizeof block, pipe);)
+        told.append(block, count);
+    pclose(pipe);
+    std::vector<Decoded> all;
+    const std::regex stream(
+        R"(Stream #\d+:0: Audio: (\w+).*, (\d+) Hz, (mono|stereo|1|2).*, (\d+) kb/s)");
+    std::istringstream lines(told);
+    for (std::string line; std::getline(lines, line) && !line.starts_with("Output #");) {
+        std::smatch found;
+        if (!std::regex_search(line, found, stream)) continue;
+        const int channels = found[3] == "mono" || found[3] == "1" ? 1 : 2;
+        all.push_back({found[1], std::stoi(found[2]), channels, std::stoi(found[4]), {}});
+    }
+    EXPECT_EQ(all.size(), files.size()) << told.substr(0, 2000);
+    all.resize(files.size());
+    for (std::size_t i = 0; i < files.size(); ++i)
+        all[i].samples = doublesIn(files[i].string() + ".raw");
+    return all;
+}
+
+// How far `samples` are from what was wanted, in the way's own measure: up to 1 is near enough.
+double distance(const Way& way, const std::vector<double>& wanted,
+                const std::vector<double>& samples) {
+    double worst = 0.0;
+    double signal = 0.0;
+    double noise = 0.0;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const double error = std::fabs(samples[i] - wanted[i]);
+        const double allowed = way.step + std::fabs(wanted[i]) * way.part;
+        if (error > allowed) worst = std::max(worst, 1.0 + error);
+        signal += wanted[i] * wanted[i];
+        noise += error * error;
+    }
+    return way.models() ? noise / signal * std::pow(10.0, way.decibels / 10) : worst;
+}
+
+class Encoders : public testing::Test {
+  protected:
+    std::filesystem::path write(const Way& way, const FrameReader& sound) {
+        std::filesystem::path file = folder_.path() / std::to_string(++files_);
+        writeSound(sound, 0, sound.frames(), way.output, file);
+        return file;
+    }
+
+    // Writes in each way and reads back, with our own decoder and another.
+    void check(const std::vector<Way>& ways) {
+        std::vector<std::filesystem::path> files;
+        for (const Way& way : ways)
+            files.push_back(write(way, *way.sound()));
+        const std::vector<Decoded> others = decodedByOthers(files);
+        for (std::size_t i = 0; i < ways.size(); ++i) {
+            SCOPED_TRACE(testing::Message() << ways[i]);
+            if (!others.empty()) checkOthers(ways[i], others[i]);
+            const auto source = Source::open(files[i]);
+            EXPECT_EQ(source->format().rate, ways[i].output.format.rate);
+            EXPECT_EQ(source->format().channels, ways[i].output.format.channels);
+            checkSamples(ways[i], samplesOf(*source), false);
+        }
+    }
+
+  private:
+    void checkOthers(const Way& way, const Decoded& decoded) {
+        EXPECT_EQ(decoded.codec, way.codec);
+        EXPECT_EQ(decoded.rate, way.output.format.rate);
+        EXPECT_EQ(decoded.channels, way.output.format.channels);
+        const bool blocks = way.output.container == Container::WavCodec && way.models();
+        EXPECT_TRUE(way.output.bitRate == 0 || way.output.bitRate == decoded.kilobits * 1000);
+        checkSamples(way, decoded.samples, blocks);  // it does not heed the stated length, we do
+    }
+
+    void checkSamples(const Way& way, const std::vector<double>& samples, bool padded) {
+        const std::vector<double> wanted = samplesOf(*way.sound());
+        if (!way.hasLength()) {
+            const std::size_t longer = 2100u * way.output.format.channels;
+            EXPECT_GT(samples.size(), wanted.size());
+            EXPECT_LT(samples.size(), wanted.size() + longer);
+            return;
+        }
+        ASSERT_GE(samples.size(), wanted.size());
+        EXPECT_TRUE(padded || samples.size() == wanted.size());
+        EXPECT_LE(distance(way, wanted, samples), 1.0);
+    }
+
+    TempFolder folder_;
+    int files_ = 0;
+};
+
+TEST_F(Encoders, WavIsExact) { check(uncompressed(Container::Wav)); }
+TEST_F(Encoders, AiffIsExact) { check(uncompressed(Container::Aiff)); }
+TEST_F(Encoders, CodecsInWavComeNear) { check(codecs()); }
+TEST_F(Encoders, Mp3HasItsRateAndLength) { check(mp3s()); }
+
+TEST_F(Encoders, OverloadIsClippedAndNeverWraps) {
+    // A slow wave with flat tops, and what no file can hold.
+    std::vector<double> values;
+    for (int i = 0; i < 22050; ++i)
+        values.push_back(i / 300 % 2 ? 3.0 : -3.0);
+    std::vector<Way> ways;
+    std::vector<std::filesystem::path> files;
+    for (const auto& list :
+         {uncompressed(Container::Wav), uncompressed(Container::Aiff), codecs(), mp3s()})
+        for (const Way& way : list)
+            // GSM knows voices, not flat tops.
+            if (way.output.format.rate == 44100 && way.output.format.channels == 1 &&
+                way.codec != "gsm_ms") {
+                values[5] = way.output.container == Container::Mp3 ? NAN : -1e300;
+                files.push_back(write(way, ListSound(way.output.format, values)));
+                ways.push_back(way);
+            }
+    const std::vector<Decoded> others = decodedByOthers(files);
+    for (std::size_t i = 0; i < others.size(); ++i)
+        for (std::size_t middle = 450; middle < values.size(); middle += 300)
+            EXPECT_GT(others[i].samples.at(middle) * values[middle], 3.0 * 0.6)
+                << ways[i] << " at " << middle;
+}
+
+TEST_F(Encoders, RefuseWhatNoFileCanHold) {
+    AtomicFile file(std::filesystem::temp_directory_path() / "never");
+    const AudioFormat telephone{8000, 1, 0, false};
+    constexpr std::int64_t kTooLong = 9'000'000'000;
+    const std::vector<std::pair<OutputFormat, std::int64_t>> cases = {
+        {{Container::Mp3, {44100, 1, 16, false}, 128001}, 1},
+        {{Container::Mp3, {8000, 1, 16, false}, 128000}, 1},
+        {{Container::Mp3, {96000, 1, 16, false}, 128000}, 1},
+        {{Container::WavCodec, telephone, 0, -1}, 1},
+        {{Container::WavCodec, telephone, 0, 6}, 1},
+        {{Container::WavCodec, telephone, 0, kALawCodec}, 1},
+        {{Container::WavCodec, {8000, 2, 0, false}, 0, kGsm610}, 1},
+        {{Container::WavCodec, telephone, 0, kGsm610}, kTooLong},
+        {{Container::WavCodec, {8000, 2, 4, false}, 0, kImaAdpcm}, kTooLong / 2},
+        {{Container::WavCodec, {8000, 2, 4, false}, 0, kMsAdpcm}, kTooLong / 2},
+        {{Container::Aiff, {8000, 1, 12, false}}, 1},
+        {{Container::Aiff, {8000, 1, 16, true}}, 1},
+        {{Container::Aiff, {8000, 1, 8, false}}, kTooLong}};
+    for (std::size_t i = 0; i < cases.size(); ++i)
+        EXPECT_EQ(failureOf([&] { makeEncoder(cases[i].first, cases[i].second, file); }),
+                  SoundFailure::BadFormat)
+            << "case " << i;
+    EXPECT_EQ(file.size(), 0);
+    constexpr std::int64_t kLongest = 0xFFFFFFFE - 46;
+    const AudioFormat bytes{8000, 1, 8, false};
+    EXPECT_EQ(aiffHeader(bytes, kLongest)[4], 0xFF);
+    EXPECT_EQ(failureOf([&] { aiffHeader(bytes, kLongest + 1); }), SoundFailure::BadFormat);
+}
+
+}  // namespace
+}  // namespace tarnwick::sound

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace tarnwick::test {
+
+// Numbers are written as in that locale ("de_DE.UTF-8") as long as this lives.
+class InRegion {
+  public:
+    explicit InRegion(const char* locale) : before_(qgetenv("LC_ALL")) {
+        qputenv("LC_ALL", locale);
+    }
+    ~InRegion() { qputenv("LC_ALL", before_); }
+    InRegion(const InRegion&) = delete;
+    InRegion& operator=(const InRegion&) = delete;
+
+  private:
+    QByteArray before_;
+};
+
+}  // namespace tarnwick::test
