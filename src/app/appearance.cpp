@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "forms/design.h"
+#include "forms/colours.h"
 #include "platform/colour_scheme.h"
 
 namespace tarnwick::app {

@@ -2,6 +2,7 @@
 
 #include "app/web_pages.h"
 #include "forms/frm_main.h"
+#include "forms/units.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 

@@ -1,6 +1,8 @@
 #include "app/main_window.h"
 
+#include "forms/colours.h"
 #include "forms/scaling.h"
+#include "forms/texts.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 #include "widgets/waveform_view.h"

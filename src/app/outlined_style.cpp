@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QStyleOption>
 
-#include "forms/design.h"
+#include "forms/colours.h"
 
 namespace tarnwick::app {
 

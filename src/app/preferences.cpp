@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "forms/frm_main.h"
+#include "forms/texts.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"

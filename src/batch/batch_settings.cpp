@@ -4,7 +4,9 @@
 #include <span>
 
 #include "batch/level_boxes.h"
+#include "forms/fonts.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/texts.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "forms/colours.h"
 #include "forms/frm_batch_processor.h"
 #include "runtime/events.h"
 #include "runtime/levels.h"

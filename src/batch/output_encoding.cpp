@@ -9,6 +9,7 @@
 
 #include "batch/trace.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/units.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/file_names.h"

@@ -8,6 +8,8 @@
 #include "batch/output_encoding.h"
 #include "batch/trace.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/texts.h"
+#include "forms/units.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 #include "runtime/numbers.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "batch/conversion_label.h"
+#include "forms/colours.h"
 #include "forms/frm_batch_processor.h"
 #include "runtime/events.h"
 

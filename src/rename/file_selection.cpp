@@ -1,6 +1,7 @@
 #include "rename/file_selection.h"
 
 #include "forms/frm_rename_wiz.h"
+#include "forms/texts.h"
 #include "runtime/events.h"
 
 namespace tarnwick::rename {

@@ -4,6 +4,7 @@
 
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
+#include "forms/texts.h"
 #include "model/list_columns.h"
 #include "runtime/events.h"
 #include "runtime/numbers.h"

@@ -1,6 +1,7 @@
 #include "segmentation/transport.h"
 
 #include "forms/frm_main.h"
+#include "forms/texts.h"
 #include "runtime/events.h"
 #include "segmentation/row_view.h"
 #include "segmentation/selection.h"

@@ -5,6 +5,7 @@
 #include "forms/form_checks.h"
 #include "forms/frm_frame.h"
 #include "forms/scaling.h"
+#include "forms/texts.h"
 
 namespace tarnwick::forms {
 namespace {

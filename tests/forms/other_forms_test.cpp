@@ -3,6 +3,7 @@
 #include "forms/frm_batch_processor.h"
 #include "forms/frm_rename_wiz.h"
 #include "forms/frm_select_import_sheet.h"
+#include "forms/units.h"
 
 namespace tarnwick::forms {
 namespace {

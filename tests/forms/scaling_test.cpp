@@ -5,7 +5,9 @@
 #include <QHeaderView>
 #include <QMdiSubWindow>
 
+#include "forms/fonts.h"
 #include "forms/form_checks.h"
+#include "forms/units.h"
 #include "model/list_columns.h"
 
 namespace tarnwick::forms {

@@ -7,7 +7,7 @@
 #include "app/application.h"
 #include "app/outlined_style.h"
 #include "engine/create_sound_editor.h"
-#include "forms/design.h"
+#include "forms/fonts.h"
 #include "platform/colour_scheme.h"
 #include "platform/desktop_boxes.h"
 #include "platform/desktop_open_dialog.h"
