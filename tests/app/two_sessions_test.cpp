@@ -96,7 +96,7 @@ TEST_F(TwoSessions, AnExportUsesTheLoadedSession) {
 TEST_F(TwoSessions, ABadFileChosenDuringALoadLeavesNothingInProgress) {
     ASSERT_TRUE(QFile::copy(in(u"script.xlsx"_qs), other.filePath(u"script.xlsx"_qs)));
     test::writeFile(other.filePath(u"bad.wav"_qs), "no sound");
-    QObject::connect(EDT.get(), &engine::SoundEditor::SoundLoadingStarted, &form(), [&] {
+    QObject::connect(EDT, &engine::SoundEditor::SoundLoadingStarted, &form(), [&] {
         EXPECT_FALSE(form().pbWAVFormBuilding->isHidden());
         choose(other.filePath(u"bad.wav"_qs));
     });
