@@ -8,6 +8,7 @@
 #include "app/appearance.h"
 #include "app/application.h"
 #include "engine/create_sound_editor.h"
+#include "forms/fonts.h"
 #include "forms/frm_batch_processor.h"
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
