@@ -59,15 +59,6 @@ QStringList namesIn(const QString& folder, Wanted wanted) {
     return names;
 }
 
-// Where a system mounts what is no place for files.
-bool isPlaceForFiles(const QString& mountPoint) {
-    if (mountPoint.startsWith(u"/run/media/")) return true;
-    constexpr QStringView kInnards[] = {u"/dev", u"/proc", u"/sys", u"/run", u"/boot", u"/snap"};
-    return std::none_of(std::begin(kInnards), std::end(kInnards), [&](QStringView place) {
-        return mountPoint == place || mountPoint.startsWith(place.toString() + u'/');
-    });
-}
-
 void requireFolderOf(const fs::path& path) {
     std::error_code ignored;
     if (!fs::is_directory(path.parent_path(), ignored)) runtime::pathNotFound();
@@ -83,6 +74,14 @@ void copy(const QString& source, const QString& destination, IfTaken ifTaken) {
 
 QString pathIn(const QString& folder, const QString& name) {
     return folder + QDir::separator() + name;
+}
+
+bool isPlaceForFiles(const QString& mountPoint) {
+    if (mountPoint.startsWith(u"/run/media/")) return true;
+    constexpr QStringView kInnards[] = {u"/dev", u"/proc", u"/sys", u"/run", u"/boot", u"/snap"};
+    return std::none_of(std::begin(kInnards), std::end(kInnards), [&](QStringView place) {
+        return mountPoint == place || mountPoint.startsWith(place.toString() + u'/');
+    });
 }
 
 bool Disk::FolderExists(const QString& path) const {

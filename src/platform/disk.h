@@ -22,4 +22,7 @@ class Disk : public FileSystem {
     bool setDateLastModified(const QString& path, const QDateTime& time) override;
 };
 
+// Whether the volume that is mounted there is for files, and no innards of the system.
+bool isPlaceForFiles(const QString& mountPoint);
+
 }  // namespace tarnwick::platform
