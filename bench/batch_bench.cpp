@@ -8,7 +8,8 @@
 #include "reference.h"
 #include "take.h"
 
-// Short files through the whole chain of the Batch Processor, without its pauses between steps.
+// Runs short files through the whole chain of the Batch Processor, without its pauses between
+// steps.
 
 namespace tarnwick::bench {
 namespace {
@@ -29,7 +30,7 @@ double residentMegabytes() {
     return kilobytes * 1024.0 / 1e6;
 }
 
-// A folder of recordings cut from the take, and one for what becomes of them.
+// A folder of recordings cut from the take, and one for the results.
 class Files {
   public:
     Files() {
@@ -63,7 +64,7 @@ class Files {
     const std::filesystem::path folder_ = outputFile().string() + ".batch";
 };
 
-// Takes one file through the chain, each step when the event of the one before has come.
+// Runs one file through the chain. Each step starts after the event of the previous one.
 void process(SoundEditor& editor, const QString& source, const QString& target, qint32 rate,
              qint32 channels) {
     const auto edit = [&](auto start) {

@@ -12,8 +12,8 @@
 #include "support/wait_until.h"
 #include "take.h"
 
-// What the operator waits for: the workbook, the storing of a scan, and the whole way from the
-// menu item to the full list, in the real program off-screen.
+// The operations that the operator waits for: reading a workbook, storing a scan, and everything
+// from the menu item to the full list, in the real program off-screen.
 
 namespace {
 
@@ -65,7 +65,7 @@ BENCHMARK(storeScan)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 
-// From the press of "Load Working Files..." to the full list, without the automatic backup, less
+// From triggering "Load Working Files..." to the full list, without the automatic backup and minus
 // the seven hand-offs of 100 ms. The pause is long enough to find fewer than 500 stretches.
 void menuToList(benchmark::State& state) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -80,7 +80,7 @@ void menuToList(benchmark::State& state) {
     platform::Disk files;
     runtime::ProcessState process;
     settings::SettingsDatabase database;
-    const auto EDT = engine::createSoundEditor();
+    const auto createEditor = [] { return engine::createSoundEditor(); };
     const app::Services services{.failure = desk.failure,
                                  .state = process,
                                  .database = database,
@@ -91,8 +91,8 @@ void menuToList(benchmark::State& state) {
                                  .files = files,
                                  .opener = opener,
                                  .clock = desk.clock,
-                                 .EDT = *EDT,
-                                 .createEDTX = [] { return engine::createSoundEditor(); },
+                                 .createEDT = createEditor,
+                                 .createEDTX = createEditor,
                                  .endProcess = [] {}};
     app::Application application(services);
     application.Sub_Main();

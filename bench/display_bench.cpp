@@ -11,23 +11,24 @@
 #include "take.h"
 #include "widgets/waveform_view.h"
 
-// The display while an hour of sound plays: what one frame of sixty a second costs.
+// The display while an hour of sound plays: the cost of one frame at 60 frames per second.
 
 namespace tarnwick::bench {
 namespace {
 
 constexpr double kFrameMs = 1000.0 / 60.0;
-constexpr int kFramesPerLook = 6;  // the window looks after the play head ten times a second
+constexpr int kFramesPerLook = 6;  // the window checks the play head ten times per second
 constexpr int kFrames = 3600;
 
-// Of this thread: what a frame costs where nothing else wants the processor.
+// CPU time of this thread: the cost of a frame on an otherwise idle processor.
 double processorMs() {
     timespec now{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-// The editor's own waveform, but what is heard is told here: a minute need not take one.
+// The editor's own waveform, with a play position set by hand, so that a minute of playing takes
+// less time.
 class PlayedWaveform : public engine::Waveform {
   public:
     explicit PlayedWaveform(engine::Waveform& inner) : inner_(inner) {
@@ -57,7 +58,7 @@ class PlayedWaveform : public engine::Waveform {
     int sampleRate() const override { return inner_.sampleRate(); }
     qint32 duration() const override { return inner_.duration(); }
     double playPosition() const override { return heardMs; }
-    bool playing() const override { return false; }  // the frames are counted here
+    bool playing() const override { return false; }  // the benchmark drives the frames
     bool columns(int channel, double begin, double end,
                  std::span<engine::WaveColumn> columns) const override {
         return inner_.columns(channel, begin, end, columns);
@@ -68,7 +69,7 @@ class PlayedWaveform : public engine::Waveform {
     engine::Waveform& inner_;
 };
 
-// As the window does it: the view jumps on before the play head reaches its last tenth.
+// As the window does: the view jumps ahead before the play head reaches its last tenth.
 void followPlayHead(engine::Waveform& waveform, double heardMs) {
     qint32 begin = 0, end = 0;
     waveform.GetDisplayRange(begin, end);
@@ -78,7 +79,7 @@ void followPlayHead(engine::Waveform& waveform, double heardMs) {
                              static_cast<qint32>(std::nearbyint(end + 0.8 * width)));
 }
 
-// `ms` of sound are seen, 0 is all of it, on a view of the window's size at 200 percent.
+// Shows `ms` of sound (0 for all of it) in a view of the window's size at 200 percent.
 void displayWhilePlaying(benchmark::State& state) {
     qputenv("QT_SCALE_FACTOR", QByteArray::number(qint64(state.range(1))));
     const auto restored = qScopeGuard([] { qunsetenv("QT_SCALE_FACTOR"); });

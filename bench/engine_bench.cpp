@@ -9,7 +9,7 @@
 #include "take.h"
 #include "widgets/waveform_painter.h"
 
-// Editing as the window meets it, and drawing and closing what was edited.
+// Editing as the window does it, and drawing and closing the edited sound.
 
 namespace tarnwick::bench {
 namespace {
@@ -18,7 +18,7 @@ using engine::SoundEditor;
 
 constexpr int kEdits = 5000;
 
-// Edits of every kind at random places, the same in each run.
+// Edits of every kind at pseudorandom places, the same in each run.
 class RandomEdits {
   public:
     explicit RandomEdits(SoundEditor& editor) : editor_(editor) {}
@@ -53,8 +53,8 @@ class RandomEdits {
     std::mt19937 random_{5};
 };
 
-// An inserted pause with the analysis of the changed sound; the pauses of all rounds stay in the
-// sound, each with its undo.
+// Inserts a pause and analyses the changed sound. The pauses of all rounds stay in the sound, each
+// with its undo.
 void insertAndAnalyse(benchmark::State& state) {
     const PeakMemory memory(state);
     EngineDesk desk;
@@ -90,7 +90,7 @@ void randomEdits(benchmark::State& state) {
 }
 BENCHMARK(randomEdits)->UseManualTime()->Iterations(kEdits)->Unit(benchmark::kMillisecond);
 
-// The whole picture, 1500 pixels wide, after those edits. `ms` of sound are seen, 0 is all of it.
+// The whole picture, 1500 pixels wide, after those edits. Shows `ms` of sound (0 for all of it).
 void paint(benchmark::State& state) {
     const PeakMemory memory(state);
     EngineDesk desk;
@@ -103,7 +103,7 @@ void paint(benchmark::State& state) {
     const widgets::WaveformColours colours{QPalette()};
     const qint32 duration = desk.editor->GetSoundDuration();
     const auto width = static_cast<qint32>(state.range(0));
-    widgets::renderWaveform(waveform, layout, colours);  // the fonts are loaded
+    widgets::renderWaveform(waveform, layout, colours);  // loads the fonts
     std::mt19937 random(6);
     double worst = 0.0;
     for (auto _ : state) {
@@ -127,12 +127,12 @@ BENCHMARK(paint)
     ->Iterations(100)
     ->Unit(benchmark::kMillisecond);
 
-// Another recording is loaded after those edits, or the sound is closed: until the editor's worker
-// has freed what it held and would do the next thing.
+// After those edits loads another recording or closes the sound. Measures until the editor's worker
+// has freed the old sound and is ready for the next job.
 void leave(benchmark::State& state) {
     const PeakMemory memory(state);
     const bool loads = state.range(0) == 1;
-    take();  // is there before the clock runs
+    take();  // created before the clock starts
     double worst = 0.0;
     for (auto _ : state) {
         EngineDesk desk;
@@ -147,7 +147,7 @@ void leave(benchmark::State& state) {
             }
             desk.editor->SoundClose();
             EngineDesk::until(*desk.editor, &SoundEditor::SoundEditDone,
-                              [&] { desk.editor->DeleteRange(0, 0); });  // refused, in its turn
+                              [&] { desk.editor->DeleteRange(0, 0); });  // refused, but queued
         });
         state.SetIterationTime(seconds);
         worst = std::max(worst, seconds);

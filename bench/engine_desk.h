@@ -11,7 +11,7 @@
 
 namespace tarnwick::bench {
 
-// Seconds that `work` takes.
+// The time that `work` takes, in seconds.
 template <class Work>
 double secondsOf(Work work) {
     const auto start = std::chrono::steady_clock::now();
@@ -19,8 +19,8 @@ double secondsOf(Work work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-// The program off-screen with a sound editor as the window meets it: calls, and events through the
-// event loop.
+// The program off-screen with a sound editor, used as the window does: by calls, and by events
+// through the event loop.
 class EngineDesk {
     int argc_ = 1;
     char name_[6] = "bench";
@@ -30,7 +30,7 @@ class EngineDesk {
   public:
     EngineDesk() { editor->EnableUndo(1); }
 
-    // Runs `start` and the event loop until the signal has come `count` times.
+    // Runs `start` and the event loop until the signal has been emitted `count` times.
     template <class Sender, class Signal, class Start>
     static void until(Sender& sender, Signal signal, Start start, int count = 1) {
         QEventLoop loop;
@@ -44,7 +44,7 @@ class EngineDesk {
         QObject::disconnect(connection);
     }
 
-    // False when the recording does not load.
+    // Returns false if the recording does not load.
     bool load(const std::filesystem::path& recording) {
         until(*editor, &engine::SoundEditor::SoundLoadingDone,
               [&] { editor->LoadSound(QFile::decodeName(recording.c_str())); });

@@ -6,7 +6,7 @@
 #include "sound/reading/source.h"
 #include "take.h"
 
-// Opening an hour of MP3, against a player that decodes it to nothing.
+// Opening an hour of MP3, compared with a player that decodes it and discards the samples.
 
 namespace tarnwick::bench {
 namespace {

@@ -10,12 +10,12 @@
 #include "reference.h"
 #include "take.h"
 
-// How soon a click is heard.
+// The time from a click to the sound.
 
 namespace tarnwick::bench {
 namespace {
 
-// A sound server of the benchmark's own, with a sink that plays in real time to nobody.
+// A separate sound server with a null sink, which plays in real time without output.
 class SoundServer {
   public:
     SoundServer() {
@@ -40,8 +40,8 @@ class SoundServer {
     bool runs_ = false;
 };
 
-// From the order to play until the server tells that the first millisecond has sounded; the first
-// round, which connects to the server, is among them. `replaces`: while another stretch plays.
+// From the call that plays until the server reports that the first millisecond was played. Includes
+// the first round, which connects to the server. With `replaces`, another stretch is playing.
 void clickToSound(benchmark::State& state) {
     using namespace std::chrono_literals;
     const PeakMemory memory(state);

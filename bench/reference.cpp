@@ -52,7 +52,7 @@ void Race::report(benchmark::State& state) const {
 
 PeakMemory::PeakMemory(benchmark::State& state) : state_(state) {
     ::malloc_trim(0);
-    std::ofstream("/proc/self/clear_refs") << "5";  // the mark of the highest use starts anew
+    std::ofstream("/proc/self/clear_refs") << "5";  // resets VmHWM, the peak memory
 }
 
 PeakMemory::~PeakMemory() {

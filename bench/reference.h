@@ -7,20 +7,20 @@
 #include <functional>
 #include <string>
 
-// What the rows of the benchmarks share: the command of another tool to compare with, and the
-// memory that a row needs at most.
+// Shared by the benchmarks: comparing with the command of another tool, and measuring the peak
+// memory.
 
 namespace tarnwick::bench {
 
-// A path as a word of a shell command.
+// A path quoted as one word of a shell command.
 std::string quoted(const std::filesystem::path& path);
 
-// Times our work and a shell command in turns, so that what else the machine does meets both, and
-// compares the best run of each.
+// Times our work and a shell command alternately, so that other load on the machine affects both,
+// and compares the best run of each.
 class Race {
   public:
-    // `tool` is the program that `command` needs; where it is not installed, ours runs alone and
-    // the row says so. `before` prepares each run, ours or the command's, untimed.
+    // `tool` is the program that `command` needs. If it is not installed, only our work runs and
+    // the row says so. `before` runs before each run of either and is not timed.
     Race(std::string tool, std::string command, std::function<void()> before = {});
 
     // One iteration of a benchmark with manual time.
@@ -48,7 +48,7 @@ class Race {
     double theirs_ = 0.0;
 };
 
-// Adds to a row the most resident memory of this process while this lives, in megabytes.
+// Adds to a row the peak resident memory of this process during its lifetime, in megabytes.
 class PeakMemory {
   public:
     explicit PeakMemory(benchmark::State& state);

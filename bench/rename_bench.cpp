@@ -8,7 +8,7 @@
 #include "rename/rename_wizard.h"
 #include "support/scripted_ports.h"
 
-// The Rename Wizard at its window off-screen: giving new names, and typing in the filter.
+// The Rename Wizard in its window off-screen: renaming files, and typing in the filter.
 
 namespace tarnwick::bench {
 namespace {
@@ -91,7 +91,7 @@ void giveNames(benchmark::State& state) {
 }
 BENCHMARK(giveNames)->Name("rename/300 files")->Unit(benchmark::kMillisecond)->UseManualTime();
 
-// Each key of "*.*" and "take1*.wav" on its own, to the drawn lists.
+// Measures each key of "*.*" and "take1*.wav" separately, until the lists are drawn.
 void typeFilter(benchmark::State& state) {
     offScreen();
     const Folder folder(kFilesOfABigFolder);

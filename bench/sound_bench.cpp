@@ -7,7 +7,7 @@
 #include "sound/timeline/silence_scan.h"
 #include "take.h"
 
-// The store and the timeline on long recordings.
+// The source and the timeline with long recordings.
 
 namespace tarnwick::bench {
 namespace {
@@ -25,7 +25,7 @@ std::int64_t pauseOf(const Timeline& timeline) { return frameAt(kPauseMs, timeli
 
 void openToFullPeaks(benchmark::State& state) {
     const PeakMemory memory(state);
-    Source::open(take());  // warm
+    Source::open(take());  // warms the disk cache
     Race race("ffmpeg", ffmpeg(""));
     for (auto _ : state)
         race.round(state, [] { benchmark::DoNotOptimize(Source::open(take())); });
@@ -37,7 +37,7 @@ void firstScan(benchmark::State& state) {
     const PeakMemory memory(state);
     Race race("ffmpeg", ffmpeg("-af silencedetect"));
     for (auto _ : state) {
-        const Timeline timeline(Source::open(take()));  // anew: nothing is remembered
+        const Timeline timeline(Source::open(take()));  // a new source has an empty scan cache
         race.round(state, [&] {
             state.counters["silences"] =
                 static_cast<double>(findSilences(timeline, kThreshold, pauseOf(timeline)).size());
@@ -47,7 +47,7 @@ void firstScan(benchmark::State& state) {
 }
 BENCHMARK(firstScan)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
-// The operator moves the threshold: nothing is remembered for the new one.
+// The operator changes the threshold; the scan cache holds nothing for the new one.
 void scanAgain(benchmark::State& state) {
     const PeakMemory memory(state);
     const Timeline timeline(Source::open(take()));
@@ -64,7 +64,7 @@ void scanAgain(benchmark::State& state) {
 }
 BENCHMARK(scanAgain)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
-// What an inserted pause costs until the waveform and the silences are up to date.
+// Inserts a pause and updates the waveform and the silences.
 void insertAndScan(benchmark::State& state) {
     const PeakMemory memory(state);
     const Timeline timeline(Source::open(state.range(0) == 6 ? sixHours() : take()));
@@ -81,7 +81,7 @@ void insertAndScan(benchmark::State& state) {
 }
 BENCHMARK(insertAndScan)->Arg(1)->Arg(6)->ArgName("hours")->Unit(benchmark::kMillisecond);
 
-// Six hours of stereo under thousands of edits, each with its scan and its undo state kept.
+// Thousands of edits on six hours of stereo, each with a scan and with its undo state kept.
 void editsOnSixHours(benchmark::State& state) {
     const PeakMemory memory(state);
     std::vector<Timeline> undo{Timeline(Source::open(sixHours()))};

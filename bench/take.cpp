@@ -16,7 +16,7 @@ namespace {
 constexpr int kRate = 44100;
 constexpr int kHeaderBytes = 44;
 
-// A file that goes when the program ends.
+// A file that is deleted when the program ends.
 class Made {
   public:
     explicit Made(std::filesystem::path made) : path(std::move(made)) {}
@@ -55,7 +55,7 @@ void putHeader(std::ostream& file, std::uint32_t dataBytes, int channels) {
     put(file, dataBytes, 4);
 }
 
-// Smoothed noise of a level that swells and falls as syllables do, a second at a time.
+// Smoothed noise as 24-bit samples; with `syllables` its level rises and falls five times a second.
 std::string stretch(std::mt19937& random, double seconds, double level, bool syllables) {
     std::normal_distribution<double> noise(0.0, level);
     std::string bytes;
@@ -101,7 +101,7 @@ std::filesystem::path makeSixHours() {
     constexpr std::uint32_t kSecond = kRate * 6;
     const std::filesystem::path path = placeFor("-six.wav");
     std::ofstream file(path, std::ios::binary);
-    putHeader(file, 0xFFFFFFFF, 2);  // more than 4 GiB: the file's length tells
+    putHeader(file, 0xFFFFFFFF, 2);  // more than 4 GiB, so the file size counts
     std::mt19937 random(2);
     const std::string burst = stretch(random, 0.5, 0.4, true);
     for (std::uint32_t second = 0; second < kSeconds; second += 6) {

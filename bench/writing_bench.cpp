@@ -11,7 +11,7 @@
 #include "sound/writing/sound_writer.h"
 #include "take.h"
 
-// Writing the take as other tools write it, and its prompts.
+// Writing the whole take, compared with other tools, and its prompts.
 
 namespace tarnwick::bench {
 namespace {
@@ -24,7 +24,7 @@ OutputFormat wav24(int rate, int channels) {
     return {.container = Container::Wav, .format = {rate, channels, 24, false}};
 }
 
-// Each run starts without the file of the one before and with an idle disk.
+// So that each run starts without the previous run's file and with an idle disk.
 void clearDisk() {
     std::error_code none;
     std::filesystem::remove(outputFile(), none);
@@ -66,7 +66,7 @@ void writeWholeAfterEdits(benchmark::State& state) {
 }
 BENCHMARK(writeWholeAfterEdits)->UseManualTime()->Iterations(7)->Unit(benchmark::kMillisecond);
 
-// The rates that are furthest apart, and as many frames as a sound can have per second.
+// The lowest and the highest rate that can be written.
 void resampleExtremes(benchmark::State& state) {
     const PeakMemory memory(state);
     const Timeline sound(Source::open(take()));
@@ -83,7 +83,7 @@ BENCHMARK(resampleExtremes)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
-// What is said between the pauses of the take, in ms, as the prompt list would have it.
+// The speech between the pauses of the take, in ms, as in the prompt list.
 std::vector<std::pair<qint32, qint32>> prompts(engine::SoundEditor& editor) {
     EngineDesk::until(editor, &engine::SoundEditor::SilencePosDetectionDone,
                       [&] { editor.SilencePositionsDetect(589, 1500, 0); });

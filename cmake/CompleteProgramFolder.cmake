@@ -1,5 +1,5 @@
-# Puts beside the executable what it needs: the delivered database, unless one is there already,
-# and Lame.exe as a link to the machine's encoder.
+# Completes the program folder: copies the delivered database unless there is one already, and
+# links Lame.exe to the installed encoder.
 
 if(NOT EXISTS ${FOLDER}/Tarnwick.mdb)
     file(COPY ${SEED} DESTINATION ${FOLDER})

@@ -1,9 +1,9 @@
 # A room is one folder of src/, one static library and one include root. A header is included as
-# "room/header.h", and that name resolves only for a target that was given the room. A room may lie
-# in a folder with others, as "sound/samples": it then is included as "sound/samples/header.h", and
-# whoever is given it sees nothing of the others there.
+# "room/header.h", and that name resolves only for a target that links the room. A room may lie in
+# a subfolder, such as sound/samples. Its headers are included as "sound/samples/header.h", and a
+# target that links it does not see the other rooms of that folder.
 
-# The targets of rooms: room_sound_samples for sound/samples.
+# Target names of rooms, such as room_sound_samples for sound/samples.
 function(tarnwick_room_targets out)
     set(targets ${ARGN})
     list(TRANSFORM targets REPLACE "/" "_")
@@ -13,9 +13,9 @@ endfunction()
 
 # tarnwick_room(NAME [USES rooms...] [HIDES rooms...] [LINK libs...] [PCH core|widgets])
 #   USES   rooms whose headers this room may include
-#   HIDES  the same, but the room's own users do not get them with it
-#   LINK   outside libraries
-#   PCH    the precompiled header to share: also the Qt modules that the room gets
+#   HIDES  the same, but targets that link this room cannot include them
+#   LINK   external libraries
+#   PCH    the precompiled header to use; it also links Qt Core or Qt Widgets
 function(tarnwick_room name)
     cmake_parse_arguments(ROOM "" "PCH" "USES;HIDES;LINK" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp
@@ -25,7 +25,7 @@ function(tarnwick_room name)
     tarnwick_room_targets(hidden ${ROOM_HIDES})
     add_library(${room} STATIC ${sources})
     set_target_properties(${room} PROPERTIES LINKER_LANGUAGE CXX)
-    # The include root holds this room alone, by a link at the end of its path.
+    # The include root contains only a link to this room, so no other room's headers resolve.
     string(REPLACE "/" "_" flat ${name})
     set(root ${CMAKE_BINARY_DIR}/rooms/${flat})
     cmake_path(GET name PARENT_PATH folder)

@@ -1,8 +1,8 @@
-# Compiler cache, warnings, sanitizers and the outside libraries: one place for each.
+# Compiler cache, warnings, sanitizers and external libraries for the whole project.
 
 find_program(TARNWICK_CCACHE ccache)
 if(TARNWICK_CCACHE)
-    # Precompiled headers are cached too, as long as ccache may ignore their time stamps.
+    # ccache can handle precompiled headers only if it may ignore their time stamps.
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${TARNWICK_CCACHE})
 endif()
@@ -28,18 +28,18 @@ target_compile_definitions(tarnwick_flags INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT
 if(TARNWICK_SANITIZE)
     target_compile_options(tarnwick_flags INTERFACE
         -fsanitize=${TARNWICK_SANITIZE} -fno-sanitize-recover=all)
-    # GCC sees uninitialised values in sanitized library code where there are none; the plain
-    # presets keep the warning.
+    # In sanitized library code GCC warns of uninitialised values where there are none; presets
+    # without sanitizers keep the warning.
     target_compile_options(tarnwick_flags INTERFACE
         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(tarnwick_flags INTERFACE -fsanitize=${TARNWICK_SANITIZE})
 endif()
 if(TARNWICK_FUZZ)
-    # Everything counts the branches that it takes; only the fuzzers get the main of the fuzzer.
+    # Instrument all code for coverage; only the fuzzers themselves link libFuzzer's main.
     target_compile_options(tarnwick_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# The two precompiled headers that every room of a kind shares.
+# Two precompiled headers: one for rooms that use Qt Core only, one for rooms with Qt Widgets.
 foreach(kind core widgets)
     file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/pch/${kind}.cpp
          CONTENT "// carries the precompiled header\n")

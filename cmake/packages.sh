@@ -1,9 +1,9 @@
 # shellcheck shell=bash disable=SC2034
-# Debian packages of this project, in one place; sourced by ./run and ./test, and the list that
-# a CI image is made from. A name with bars means that any one of the alternatives will do; the
-# first is the one that gets installed.
+# All Debian packages that this project needs. ./run, ./test and fuzz/run source this file, and a
+# CI image can be made from it. "a|b" means that either package will do; if neither is installed,
+# the first one is.
 
-# To configure and compile everything: tests, benchmarks and the manual included.
+# To configure and build everything, including tests, benchmarks and the manual.
 TARNWICK_BUILD_PACKAGES=(
     build-essential cmake ninja-build pkg-config ccache
     qt6-base-dev libgl-dev
@@ -13,20 +13,20 @@ TARNWICK_BUILD_PACKAGES=(
     weasyprint
 )
 
-# To use the program: its fonts, the MP3 encoder that is linked into the program folder, the
-# opener of folders and pages, and LibreOffice, which reads scripts in the old .xls and .doc forms.
+# To use the program: its fonts, the MP3 encoder that the program folder links to, xdg-open for
+# folders and web pages, and LibreOffice, which converts scripts in the old .xls and .doc formats.
 TARNWICK_RUN_PACKAGES=(
     fonts-liberation lame xdg-utils
     "libreoffice-calc-nogui|libreoffice-calc" "libreoffice-writer-nogui|libreoffice-writer"
 )
 
-# To run the tests and benchmarks: the format check, a sound server without hardware with its
+# To run the tests and benchmarks: clang-format, a sound server that needs no hardware, its
 # recorder, a message bus, and the tools that the benchmarks compare with.
 TARNWICK_TEST_PACKAGES=(
     clang-format git pulseaudio pulseaudio-utils dbus-daemon ffmpeg sox mpg123
 )
 
-# To look for bytes that the readers do not survive: fuzz/run only.
+# For fuzz/run only.
 TARNWICK_FUZZ_PACKAGES=(
     clang-14 libclang-rt-14-dev
 )
@@ -36,8 +36,8 @@ tarnwick_has_package() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
-# Installs those of the given packages that are missing; asks nothing, and touches neither the
-# network nor the package lists when none is.
+# Installs those of the given packages that are missing, without questions. If none is missing, it
+# touches neither the network nor the package lists.
 tarnwick_install() {
     if ! command -v dpkg-query >/dev/null; then
         echo "This machine has no apt; going on with what is installed." >&2

@@ -4,7 +4,7 @@
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 
-# x, top, bottom of the bars, on a square of 256.
+# Reads a bar per line, "x top bottom", in pixels of a 256 x 256 square.
 bars() {
     while read -r x top bottom; do
         printf 'roundrectangle %d,%d %d,%d 6,6 ' "$x" "$top" $((x + 12)) "$bottom"

@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Makes the demo session anew: harbour_tour.wav, one long take of a speech synthesiser that reads
-# ten prompts, and harbour_tour.xlsx, the script that belongs to it. Needs espeak-ng, sox and
-# LibreOffice Calc. The results are committed; run this only to change them.
+# Makes the demo session: harbour_tour.wav, one long take in which a speech synthesiser reads ten
+# prompts, and harbour_tour.xlsx, its script. Needs espeak-ng, sox and LibreOffice Calc. The
+# results are committed; run this only to change them.
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-rate=22050  # the synthesiser's own; keeps the folder small
+rate=22050  # the synthesiser's own rate; keeps the folder small
 
-# File name | pause behind the prompt in seconds | text
+# File name | pause after the prompt in seconds | text
 prompts=(
     "HT_001_Welcome|2.1|Welcome to Marrowby, and to our short walk around the old harbour."
     "HT_002_Quay|1.9|You are standing on the Long Quay, built in 1782."
@@ -23,13 +23,13 @@ prompts=(
     "HT_010_Goodbye|0|Thank you for listening. We hope to see you again soon."
 )
 
-# sox is told to repeat itself exactly (-R) and to add no dither (-D), so that a second run makes
-# the same take from the same voice.
+# -R makes sox repeatable and -D turns dither off, so that a second run with the same voice makes
+# the same take.
 pieces=()
 for entry in "${prompts[@]}"; do
     IFS='|' read -r name pause text <<<"$entry"
     espeak-ng -v en-gb -s 142 -p 42 -a 120 -w "$work/said.wav" "$text"
-    # Without the synthesiser's own silence at both ends.
+    # Trim the synthesiser's own silence at both ends.
     sox -R -D "$work/said.wav" "$work/trimmed.wav" silence 1 0.005 0.5% reverse \
         silence 1 0.005 0.5% reverse
     sox -R -D "$work/trimmed.wav" "$work/$name.wav" pad 0 "$pause"
@@ -37,13 +37,13 @@ for entry in "${prompts[@]}"; do
 done
 sox -R -D "${pieces[@]}" "$work/speech.wav" norm -4 pad 0.6 0.7
 
-# The room: a noise floor at about -60 dB under everything, so that no pause is digital silence.
+# Room noise at about -60 dB under everything, so that no pause is digital silence.
 length=$(soxi -s "$work/speech.wav")
 sox -R -D -r $rate -b 16 -c 1 -n "$work/room.wav" synth "${length}s" pinknoise \
     gain -n -48 lowpass 6000
 sox -R -D -m -v 1 "$work/speech.wav" -v 1 "$work/room.wav" -b 16 "$here/harbour_tour.wav"
 
-# The workbook, by way of a flat spreadsheet with a header row.
+# The workbook: LibreOffice converts it from a flat spreadsheet with a header row.
 {
     cat <<'HEAD'
 <?xml version="1.0" encoding="UTF-8"?>

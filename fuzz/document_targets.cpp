@@ -9,7 +9,8 @@
 #include "runtime/fault.h"
 #include "targets.h"
 
-// A reader of another kind of document gets its target here: what it reads, all of it used.
+// Targets for the readers of documents. Add one here for each new reader; it must use everything it
+// reads.
 
 namespace tarnwick::fuzz {
 
@@ -32,7 +33,7 @@ void readWorkbook(const QByteArray& bytes) {
     }
 }
 
-// How many characters the cells of its table have in all.
+// Returns the total number of characters in the cells of its table.
 qsizetype readDocument(const QByteArray& bytes) {
     qsizetype characters = 0;
     try {
@@ -49,7 +50,7 @@ qsizetype readDocument(const QByteArray& bytes) {
     return characters;
 }
 
-// A workbook's relations to every kind of part that is read.
+// Relations of a workbook to every kind of part that the reader uses.
 constexpr char kRelations[] =
     "<Relationships><Relationship Id='s' Type='http://x/worksheet' "
     "Target='worksheets/sheet1.xml'/><Relationship Id='t' Type='http://x/sharedStrings' "

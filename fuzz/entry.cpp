@@ -2,7 +2,7 @@
 
 #include "targets.h"
 
-// What the fuzzer calls; TARNWICK_FUZZ_TARGET is the name of the program's target.
+// Entry point for the fuzzer. TARNWICK_FUZZ_TARGET is the name of the program's target.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 

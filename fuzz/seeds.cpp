@@ -11,7 +11,7 @@
 #include "sound/writing/sound_writer.h"
 #include "support/test_sounds.h"
 
-// Makes a folder of good files for each target, for the fuzzer to spoil: seeds FOLDER.
+// Creates a folder of valid files for each target, which the fuzzer then mutates: seeds FOLDER.
 
 namespace {
 
@@ -22,7 +22,7 @@ class Seeds {
   public:
     explicit Seeds(fs::path folder) : folder_(std::move(folder)) {}
 
-    // One more seed of each target.
+    // Adds one seed to each target.
     void add(const std::string& bytes, std::initializer_list<const char*> targets) {
         for (const char* target : targets) {
             fs::create_directories(folder_ / target);
@@ -56,7 +56,7 @@ void addPlain(Seeds& seeds) {
             seeds.add(written({Container::Wav, format}, kFrames), {"wave_header", "source"});
             seeds.add(written({Container::Aiff, format}, kFrames), {"aiff_header", "source"});
         }
-    // Kinds that we read and do not write.
+    // Kinds that we read but do not write.
     for (const int kind : {SF_FORMAT_WAVEX | SF_FORMAT_PCM_24, SF_FORMAT_RF64 | SF_FORMAT_PCM_16,
                            SF_FORMAT_WAV | SF_FORMAT_DOUBLE, SF_FORMAT_AIFF | SF_FORMAT_DOUBLE,
                            SF_FORMAT_AIFF | SF_FORMAT_PCM_U8,

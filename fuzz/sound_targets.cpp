@@ -21,8 +21,8 @@ namespace {
 
 using namespace tarnwick::sound;
 
-// Frames that are read of a sound at a time, and in all from either end: a few bytes may stand for
-// hours.
+// Frames read of a sound at a time, and in total from each end. Limited, as a few bytes may claim
+// to hold hours.
 constexpr std::int64_t kTurnFrames = 1000;
 constexpr std::int64_t kMostFrames = 32 * 1024;
 
@@ -30,7 +30,7 @@ void promise(bool kept, const char* what) {
     if (!kept) throw std::logic_error(what);
 }
 
-// Bytes as a file that lies in memory.
+// A file in memory.
 class MemoryFile {
   public:
     explicit MemoryFile(Bytes bytes) : descriptor_(::memfd_create("fuzz", MFD_CLOEXEC)) {
@@ -61,7 +61,7 @@ void checkFormat(const AudioFormat& format, std::int64_t frames) {
     promise(format.rate > 0 && (format.channels == 1 || format.channels == 2), "a useless format");
 }
 
-// What a header says must lie in its file.
+// Checks that the samples a header describes lie within its file.
 void checkPlace(const FoundSound& found, const SourceFile& file) {
     const auto& [format, coding, offset, frames] = found.sound;
     checkFormat(format, frames);
@@ -73,7 +73,7 @@ void checkPlace(const FoundSound& found, const SourceFile& file) {
         promise(frames <= held / (format.channels * bytesOf(coding)), "frames that are missing");
 }
 
-// Reads a part of a sound and holds it against the peaks.
+// Reads a part of a sound and compares it with the peaks.
 void readPart(const Source& sound, std::int64_t first, std::int64_t end) {
     const int channels = sound.format().channels;
     std::vector<double> values(static_cast<std::size_t>(kTurnFrames * channels));
@@ -114,7 +114,7 @@ void source(Bytes bytes) {
     std::shared_ptr<const Source> sound;
     refusing([&] { sound = Source::open(memory.path()); });
     if (!sound) return;
-    // What was opened can be read, all of it.
+    // A sound that opens must be readable.
     checkFormat(sound->format(), sound->frames());
     readPart(*sound, 0, std::min(sound->frames(), kMostFrames));
     readPart(*sound, std::max<std::int64_t>(sound->frames() - kMostFrames, 0), sound->frames());

@@ -9,17 +9,17 @@ namespace tarnwick::fuzz {
 
 using Bytes = std::span<const std::uint8_t>;
 
-// Each takes any bytes for what it reads and uses all that comes out. Whatever the bytes, it
-// returns; a reader's refusal is part of that. An exception that it lets out is a fault of the
-// reader: one of a foreign kind, or a broken promise.
+// Each target passes the bytes to a reader and uses everything it returns. It must return for any
+// bytes, also if the reader refuses them. An exception that escapes is a fault of the reader:
+// either of an unexpected type, or a broken promise.
 void waveHeader(Bytes bytes);
 void aiffHeader(Bytes bytes);
 void source(Bytes bytes);    // a sound file of any kind, opened and read
-void longMp3(Bytes bytes);   // again and again, until two decoders share the work
+void longMp3(Bytes bytes);   // repeated until long enough for two decoders
 void timeline(Bytes bytes);  // the bytes are a list of edits
 void compoundFile(Bytes bytes);
 void workbook(Bytes bytes);       // a zip package
-void workbookParts(Bytes bytes);  // the parts inside one, a zero byte between them
+void workbookParts(Bytes bytes);  // the parts inside one, separated by zero bytes
 void wordDocument(Bytes bytes);   // a zip package
 void wordBody(Bytes bytes);       // the body of the document inside one
 

@@ -23,7 +23,7 @@ std::shared_ptr<const Source> makeSource() {
 
 }  // namespace
 
-// Six bytes are an edit: kind and gain in the first two, then its place and length.
+// Six bytes encode an edit: kind and gain, then two bytes each for its place and length.
 void timeline(Bytes bytes) {
     static const std::shared_ptr<const Source> source = makeSource();
     Timeline edited(source);

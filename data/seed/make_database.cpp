@@ -7,7 +7,7 @@
 #include "settings/cipher.h"
 
 // Makes the settings database that is delivered beside the executable.
-// Usage: tarnwick_seed <file>. A file of that name is replaced.
+// Usage: tarnwick_seed <file>. An existing file is replaced.
 
 namespace {
 
@@ -20,7 +20,8 @@ std::string literal(const seed::Value& value) {
     return "NULL";
 }
 
-// No column of Admin but F1 has a type: what is written as a text comes back as that text.
+// Only F1 of Admin has a type, so the provider returns the other values as they were written: a
+// text stays a text.
 std::string statements() {
     std::string sql = "BEGIN; CREATE TABLE Admin(F1 INTEGER PRIMARY KEY";
     for (int column = 2; column < 2 + seed::kColumns; ++column)

@@ -3,7 +3,7 @@
 #include <array>
 #include <variant>
 
-// What the delivered settings database holds: the form defaults, row by row.
+// The contents of the delivered settings database: the forms' default values, row by row.
 
 namespace tarnwick::seed {
 
@@ -31,9 +31,9 @@ inline constexpr std::array kAdminRows{
     // percent, frequency, bits, channels, bit rate
     AdminRow{17, {1500, -35, 150, 50, 32000, 8, 1, 96}},
     // Script, playback and windows: import only some rows, from, to; back up the source; play on
-    // from the list; ask for the sheet; first row is a header; wait after a scan (a form shows
-    // it ticked, which would hold the window for a thousand seconds) and its length; script in
-    // Word; one prompt for each row; window scale in percent
+    // from the list; ask for the sheet; first row is a header; wait after a scan (off, although
+    // the form ticks it: it would block the window for a thousand seconds) and its length in
+    // seconds; script in Word; one prompt for each row; window scale in percent
     AdminRow{18, {0, 101, 195, 1, 0, 0, 1, 0, 1000, 0, 1, 153}},
     // File naming: names from the script, prefix, start, increment, suffix; source type .mp3
     AdminRow{19, {1, "ACME_", 1000, 5, "", 1}},

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "forms/design.h"
+#include "forms/colours.h"
 #include "platform/colour_scheme.h"
 
 namespace tarnwick::app {
@@ -20,8 +20,8 @@ constexpr QRgb kText = 0xffe4e6e8, kFaint = 0xff868b92, kAccent = 0xff2a76b5;
 
 constexpr QRgb kFaintOnLight = 0xff737373;
 
-// Grounds from dark to light: Base for what holds values, Window, Button. Every text keeps a
-// contrast of 4.5 to its ground, and of about 3 where it is disabled.
+// Backgrounds from dark to light: Base for fields with values, Window, Button. Every text has a
+// contrast of at least 4.5 to its background, and of about 3 if it is disabled.
 constexpr std::array kDark{
     Colour{QPalette::Window, kWindow, kWindow},
     Colour{QPalette::WindowText, kText, kFaint},

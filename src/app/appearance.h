@@ -11,12 +11,12 @@ namespace tarnwick::app {
 // The colours of dark windows, every role of every group.
 QPalette darkPalette();
 
-// Those of light windows: the ones of desktop and style, but for disabled texts, which the style
-// makes too faint to read. Roles that are not set come from the desktop.
+// The colours of light windows: those of desktop and style, except for disabled texts, which the
+// style makes too faint to read. Roles that are not set come from the desktop.
 QPalette lightPalette();
 
-// Gives all windows the colours that the desktop asks for, now and whenever it asks for others.
-// Where the desktop's own Qt theme is dark already, that palette stays. `scheme` outlives the
+// Sets the palette of all windows to what the desktop asks for, now and at every change. If the
+// desktop's own Qt theme is already dark, its palette is kept. `scheme` must outlive the
 // application's event loop. UI thread.
 void followColourScheme(platform::ColourScheme& scheme);
 

@@ -15,7 +15,7 @@ namespace tarnwick::app {
 Application::Application(const Services& services) : services_(services) {}
 
 Application::~Application() {
-    // The subjects go before the form that they work on, and the frame takes the form with it.
+    // The behaviour must be deleted before the form that it works on, which the frame deletes.
     mainWindow_.reset();
     windows_.reset();
 }
@@ -32,7 +32,7 @@ void Application::Sub_Main() {
     form_ = new forms::frmMain(frame_.get());
     MDIForm_Load();
     loadMainWindow();
-    // A screen that nobody sees has no size worth heeding.
+    // The size of the off-screen platform's screen has no meaning.
     if (QGuiApplication::platformName() != u"offscreen")
         frame_->keepWithin(frame_->screen()->availableGeometry());
     frame_->show();
@@ -56,10 +56,11 @@ void Application::MDIForm_Load() {
     });
 }
 
-// Outside the guard: a sound editor that will not start takes the default path.
+// Unguarded: if the sound editor does not start, the fault goes to FailurePath::Default_Path.
 void Application::loadMainWindow() {
-    windows_ = std::make_unique<Windows>(*frame_, *form_, services_);
-    mainWindow_ = std::make_unique<MainWindow>(*form_, *windows_, services_);
+    EDT_ = services_.createEDT();
+    windows_ = std::make_unique<Windows>(*frame_, *form_, services_, *EDT_);
+    mainWindow_ = std::make_unique<MainWindow>(*form_, *windows_, services_, *EDT_);
     mainWindow_->Form_Load();
     windows_->showMain();
 }

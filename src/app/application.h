@@ -14,16 +14,16 @@ namespace tarnwick::app {
 class MainWindow;
 class Windows;
 
-// The program: its start, its windows, and everything that they share. Several can live in one
-// process, each with a program folder of its own. UI thread.
+// The program: its start, its windows, and everything that they share. Several instances can exist
+// in one process, each with its own program folder. UI thread.
 class Application {
   public:
-    // `services` and what it refers to outlive the application.
+    // `services` and what it refers to must outlive the application.
     explicit Application(const Services& services);
     ~Application();
 
-    // The start, from the first log line to the shown main window. Its faults have no guard of
-    // their own; without the database it ends the program.
+    // Starts the program, from the first log line to the visible main window. Unguarded. Ends the
+    // program if the database is missing.
     void Sub_Main();
 
     forms::frmFrame& frame() { return *frame_; }
@@ -34,6 +34,7 @@ class Application {
     void loadMainWindow();
 
     const Services& services_;
+    std::unique_ptr<engine::SoundEditor> EDT_;  // the main window's; outlives what shows its sound
     std::unique_ptr<forms::frmFrame> frame_;
     forms::frmMain* form_ = nullptr;  // the frame owns it once it is a child window
     std::unique_ptr<Windows> windows_;

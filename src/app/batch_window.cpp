@@ -1,22 +1,34 @@
 #include "app/batch_window.h"
 
 #include "forms/frm_batch_processor.h"
+#include "runtime/guarded.h"
 
 namespace tarnwick::app {
 
 BatchWindow::BatchWindow(forms::frmBatchProcessor& form, const Services& services,
-                         std::function<void()> unload)
-    : QObject(&form),
-      EDTX_(services.createEDTX()),
-      processor_(form, {.failure = services.failure,
-                        .state = services.state,
-                        .database = services.database,
-                        .boxes = services.boxes,
-                        .cmdlg = services.batchDialog,
-                        .files = services.files,
-                        .clock = services.clock,
-                        .EDT = services.EDT,
-                        .EDTX = *EDTX_,
-                        .unload = std::move(unload)}) {}
+                         engine::SoundEditor& EDT, std::function<void()> unload)
+    : QObject(&form), form_(form), services_(services), EDT_(EDT), unload_(std::move(unload)) {}
+
+void BatchWindow::load() {
+    runtime::guarded(services_.failure, batch::kFormLoad, [&](runtime::Line& line) {
+        line(10);
+        EDTX_ = services_.createEDTX();
+        processor_.emplace(form_, batch::Services{.failure = services_.failure,
+                                                  .state = services_.state,
+                                                  .database = services_.database,
+                                                  .boxes = services_.boxes,
+                                                  .cmdlg = services_.batchDialog,
+                                                  .files = services_.files,
+                                                  .clock = services_.clock,
+                                                  .EDT = EDT_,
+                                                  .EDTX = *EDTX_,
+                                                  .unload = unload_});
+        processor_->Form_Load();
+    });
+}
+
+void BatchWindow::stop() {
+    if (processor_) processor_->stop();
+}
 
 }  // namespace tarnwick::app

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <memory>
+#include <optional>
 
 #include "app/services.h"
 #include "batch/batch_processor.h"
@@ -12,21 +13,26 @@ class frmBatchProcessor;
 
 namespace tarnwick::app {
 
-// What works in a Batch Processor's window: its own sound editor and the behaviour. A child of the
-// window, made and gone with it. UI thread.
+// The contents of a Batch Processor window: its own sound editor and the behaviour. A child of the
+// window, created and deleted with it. UI thread.
 class BatchWindow : public QObject {
   public:
-    BatchWindow(forms::frmBatchProcessor& form, const Services& services,
+    // `EDT`: the main window's sound editor. `unload` closes the window.
+    BatchWindow(forms::frmBatchProcessor& form, const Services& services, engine::SoundEditor& EDT,
                 std::function<void()> unload);
 
-    // Finds the project folder's files and the settings. Guarded.
-    void load() { processor_.Form_Load(); }
-    // The window closes: what still runs in it leads to nothing more.
-    void stop() { processor_.stop(); }
+    // Makes the sound editor and finds the project folder's files and the settings. Guarded.
+    void load();
+    // Call when the window closes: stops all processing in it.
+    void stop();
 
   private:
-    const std::unique_ptr<engine::SoundEditor> EDTX_;
-    batch::BatchProcessor processor_;
+    forms::frmBatchProcessor& form_;
+    const Services& services_;
+    engine::SoundEditor& EDT_;
+    std::function<void()> unload_;
+    std::unique_ptr<engine::SoundEditor> EDTX_;
+    std::optional<batch::BatchProcessor> processor_;
 };
 
 }  // namespace tarnwick::app

@@ -2,6 +2,7 @@
 
 #include "app/web_pages.h"
 #include "forms/frm_main.h"
+#include "forms/units.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 
@@ -30,7 +31,7 @@ Help::Help(forms::frmMain& form, const Services& services)
          u"frmFrame.mnuTutorialBasicScriptFormatting_Click: ", video, web::kScriptFormatting);
 }
 
-// A manual that is missing is told, and then opened all the same, unseen.
+// If the manual is missing, shows a box and then still tries to open it, without visible effect.
 void Help::mnuManual_Click() {
     runtime::guarded(
         services_.failure, u"frmFrame.mnuManualLocal_Click: ", [&](runtime::Line& line) {
@@ -61,7 +62,7 @@ void Help::mnuHelpAbout_Click() {
     frmAbout_.activateWindow();
 }
 
-// Form_Load of the About box: its spot and size are absolute, whatever the scale of the windows.
+// Form_Load of the About box. Its place and size are absolute, independent of the window scale.
 void Help::aboutLoad() {
     const QRect place = forms::rectOf(forms::frmAbout::kPlace);
     frmAbout_.setFixedSize(place.size());

@@ -10,7 +10,7 @@ class frmMain;
 namespace tarnwick::app {
 
 // The Help menu with its outside documents, the About box, and the project folder in the desktop's
-// file manager. What will not open gives no message. UI thread.
+// file manager. A document that does not open gives no message. UI thread.
 class Help {
   public:
     Help(forms::frmMain& form, const Services& services);

@@ -1,16 +1,20 @@
 #include "app/main_window.h"
 
+#include "forms/colours.h"
 #include "forms/scaling.h"
+#include "forms/texts.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 #include "widgets/waveform_view.h"
 
 namespace tarnwick::app {
 
-MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& services)
+MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& services,
+                       engine::SoundEditor& EDT)
     : form_(form),
       windows_(windows),
       services_(services),
+      EDT_(EDT),
       naming_(form, services.failure),
       preferences_(form, services, [this] { windows_.reveal(*form_.frPreferences); }),
       help_(form, services),
@@ -23,12 +27,12 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
                   {services.failure, services.state, session_, documents::WordDocument::open}),
       workingFiles_(form, fileServices()),
       detection_(form, detectionServices()),
-      alignment_(form, {session_, import_.script(), detection_.silences(), services.EDT}),
+      alignment_(form, {session_, import_.script(), detection_.silences(), EDT}),
       chain_(form, chainServices()),
-      promptList_(form, services.failure, services.state, session_, services.EDT),
-      waveformControls_(form, services.failure, services.EDT),
-      editing_(form, services.failure, session_, services.EDT, [this] { chain_.editAsked(); }),
-      transport_(form, services.failure, services.EDT, status_),
+      promptList_(form, services.failure, services.state, session_, EDT),
+      waveformControls_(form, services.failure, EDT),
+      editing_(form, services.failure, session_, EDT, [this] { chain_.editAsked(); }),
+      transport_(form, services.failure, EDT, status_),
       export_(form, exportServices()) {
     chooser_.setParent(form_.window(), chooser_.windowFlags());
     connectShell();
@@ -49,7 +53,7 @@ project::WorkingFiles::Services MainWindow::fileServices() {
     return {.failure = services_.failure,
             .state = services_.state,
             .session = session_,
-            .EDT = services_.EDT,
+            .EDT = EDT_,
             .boxes = services_.boxes,
             .cmdlg = services_.cmdlg,
             .files = services_.files,
@@ -66,7 +70,7 @@ project::WorkingFiles::Services MainWindow::fileServices() {
 segmentation::SilenceDetection::Services MainWindow::detectionServices() {
     return {.failure = services_.failure,
             .state = services_.state,
-            .EDT = services_.EDT,
+            .EDT = EDT_,
             .database = services_.database,
             .clock = services_.clock,
             .align = [this] { alignment_.Align(); }};
@@ -75,7 +79,7 @@ segmentation::SilenceDetection::Services MainWindow::detectionServices() {
 segmentation::ReloadChain::Services MainWindow::chainServices() {
     return {.failure = services_.failure,
             .session = session_,
-            .EDT = services_.EDT,
+            .EDT = EDT_,
             .boxes = services_.boxes,
             .status = status_,
             .backUp = [this] { workingFiles_.mnuBackupSourceFile_Click(); },
@@ -85,7 +89,7 @@ segmentation::ReloadChain::Services MainWindow::chainServices() {
 segmentation::IndividualExport::Services MainWindow::exportServices() {
     return {.failure = services_.failure,
             .session = session_,
-            .EDT = services_.EDT,
+            .EDT = EDT_,
             .boxes = services_.boxes,
             .files = services_.files,
             .listIsChanging = [this] { return chain_.soundIsChanging() || detection_.scanning(); },
@@ -102,16 +106,15 @@ void MainWindow::connectShell() {
     command(form_.mnuRenameWizard, [this] { windows_.showRenameWizard(); });
     runtime::onEvent(services_.failure, form_.TimerMenuEnabler, &QTimer::timeout, &form_,
                      [this] { TimerMenuEnabler_Timer(); });
-    runtime::onEvent(services_.failure, &services_.EDT.waveform(),
-                     &engine::Waveform::displayCreated, &form_,
+    runtime::onEvent(services_.failure, &EDT_.waveform(), &engine::Waveform::displayCreated, &form_,
                      [this](quintptr parent, QRect place) { showWaveform(parent, place); });
 }
 
 void MainWindow::Form_Load() {
     form_.frTarnwick->setFrameShape(QFrame::NoFrame);
     form_.frTarnwick->show();
-    services_.EDT.InitEditor(reinterpret_cast<quintptr>(&form_));
-    services_.EDT.EnableUndo(1);
+    EDT_.InitEditor(reinterpret_cast<quintptr>(&form_));
+    EDT_.EnableUndo(1);
     createWaveform();
     waveformControls_.setUp();
     session_.viCurrentRow = 1;
@@ -122,13 +125,12 @@ void MainWindow::Form_Load() {
 void MainWindow::createWaveform() {
     forms::placePicture(form_, services_.state.vvScale);
     const QRect place = form_.Picture1->geometry();
-    services_.EDT.waveform().Create(reinterpret_cast<quintptr>(form_.frTarnwick), place.left(),
-                                    place.top(), place.width(), place.height());
+    EDT_.waveform().Create(reinterpret_cast<quintptr>(form_.frTarnwick), place.left(), place.top(),
+                           place.width(), place.height());
 }
 
 void MainWindow::showWaveform(quintptr parent, const QRect& place) {
-    auto* view =
-        new widgets::WaveformView(services_.EDT.waveform(), reinterpret_cast<QWidget*>(parent));
+    auto* view = new widgets::WaveformView(EDT_.waveform(), reinterpret_cast<QWidget*>(parent));
     view->setGeometry(place);
     view->lower();  // the progress frames lie over it
     view->show();
@@ -137,30 +139,30 @@ void MainWindow::showWaveform(quintptr parent, const QRect& place) {
                      [this] { playOrPause(); });
 }
 
-// As the buttons would: click() heeds that they are disabled before the first analysis.
+// Clicks the buttons, so that nothing happens while they are disabled before the first analysis.
 void MainWindow::playOrPause() {
-    const bool atRest = services_.EDT.waveform().playPosition() < 0.0;
+    const bool atRest = EDT_.waveform().playPosition() < 0.0;
     (atRest ? form_.CommandPlay : form_.CommandPause)->click();
 }
 
-// Keeps two buttons in step with the editor; it can fire between any two events, so it only reads.
+// Updates two buttons from the editor. It can fire between any two events, so it only reads state.
 void MainWindow::TimerMenuEnabler_Timer() {
-    form_.cbUndo->setEnabled(services_.EDT.UndoAvailable());
+    form_.cbUndo->setEnabled(EDT_.UndoAvailable());
     qint16 available = 0;
     qint32 begin = 0;
     qint32 end = 0;
-    services_.EDT.waveform().GetSelection(available, begin, end);
+    EDT_.waveform().GetSelection(available, begin, end);
     form_.cbZoomSelection->setEnabled(available == 1);
 }
 
-// What still waits to go on with the present sound must not go on with another.
+// Steps that are still waiting to continue with the current sound must not continue with another.
 void MainWindow::dropSound() {
     chain_.drop();
     detection_.drop();
     export_.drop();
 }
 
-// A load that was refused may have left another project folder than the one of the recording.
+// After a refused load, the project folder may differ from the folder of the loaded recording.
 void MainWindow::showExported() {
     services_.state.vsProjectFolder = session_.loadedFolder;
     windows_.showBatchProcessor();
@@ -174,14 +176,14 @@ void MainWindow::batchProcessorClosed() {
                          line(20);
                          windows_.showMain();
                          line(30);
-                         services_.EDT.SoundClose();
+                         EDT_.SoundClose();
                          line(40);
                          showNoSound();
                      });
     workingFiles_.loadWhatWaits();
 }
 
-// Without a sound and with an empty list.
+// Shows an empty list and the labels for no sound.
 void MainWindow::showNoSound() {
     form_.lvAudioDetails->clear();
     forms::setListHeight(form_, forms::kListHeight, services_.state.vvScale);

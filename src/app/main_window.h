@@ -27,11 +27,13 @@
 
 namespace tarnwick::app {
 
-// The main window put together: its form, and the subjects that work on it, each given what it
-// needs of the others. UI thread.
+// Assembles the main window: its form and the classes that work on it, each with the services and
+// callables that it needs. UI thread.
 class MainWindow {
   public:
-    MainWindow(forms::frmMain& form, Windows& windows, const Services& services);
+    // `EDT`: the window's sound editor.
+    MainWindow(forms::frmMain& form, Windows& windows, const Services& services,
+               engine::SoundEditor& EDT);
 
     // Prepares the window: the sound editor, the waveform display, the settings. Not guarded.
     void Form_Load();
@@ -55,6 +57,7 @@ class MainWindow {
     forms::frmMain& form_;
     Windows& windows_;
     const Services& services_;
+    engine::SoundEditor& EDT_;
     model::Session session_;
     forms::frmSelectImportSheet chooser_;
     project::FileNaming naming_;

@@ -4,11 +4,11 @@
 
 namespace tarnwick::app {
 
-// Lets the menu's keys work while a text box has the focus. A text box claims Ctrl+E and Ctrl+Z for
-// itself; it keeps Ctrl+Z only as long as it has typing of its own to take back.
+// Lets the menu's shortcuts work while a text box has the focus. Text boxes claim Ctrl+E and Ctrl+Z
+// for themselves; here they keep Ctrl+Z only while they have typing of their own to undo.
 class MenuKeys : public QObject {
   public:
-    // Watches every text box of `window` that is there now. UI thread.
+    // Watches every text box that `window` has now. UI thread.
     explicit MenuKeys(QWidget& window);
 
   protected:

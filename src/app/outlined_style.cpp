@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QStyleOption>
 
-#include "forms/design.h"
+#include "forms/colours.h"
 
 namespace tarnwick::app {
 
@@ -36,7 +36,7 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     if (!forms::isDark(option->palette)) return;
     const bool focus = option->state & State_HasFocus;
-    // A text field that has the focus has an outline of the accent's colour already.
+    // A text field with the focus already has an outline in the accent colour.
     const bool framed = element == PE_Frame || element == PE_IndicatorCheckBox ||
                         (element == PE_FrameLineEdit && !focus);
     if (framed || element == PE_IndicatorRadioButton)
@@ -47,7 +47,7 @@ void OutlinedStyle::drawComplexControl(ComplexControl control, const QStyleOptio
                                        QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control != CC_ComboBox || !forms::isDark(option->palette)) return;
-    // So does a combo box, once a key was used.
+    // The same is true for a combo box after a key was used.
     const State accented = State_HasFocus | State_KeyboardFocusChange;
     if ((option->state & accented) != accented) outline(*painter, *option, false);
 }

@@ -4,9 +4,9 @@
 
 namespace tarnwick::app {
 
-// Fusion with light outlines on dark windows. Fusion draws outlines darker than the window; there
-// an empty check box or text field could hardly be told from its ground. Light windows look as
-// Fusion has them.
+// Fusion with light outlines on dark windows. Fusion draws outlines darker than the window, so on a
+// dark window an empty check box or text field would hardly be visible. Light windows are not
+// changed.
 class OutlinedStyle : public QProxyStyle {
   public:
     OutlinedStyle();

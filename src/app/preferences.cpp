@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "forms/frm_main.h"
+#include "forms/texts.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
@@ -16,7 +17,7 @@ namespace {
 
 QString percentText(double percent) { return QString::number(std::round(percent)) + u'%'; }
 
-// Whatever is greater than 1 as it is stored, before any rounding, is no tick.
+// Like ticked, but false if the stored value is greater than 1 before rounding.
 bool tickedAtMost1(const settings::Record& row, const QString& column) {
     return row.real(column) <= 1.0 && row.ticked(column);
 }
@@ -30,8 +31,8 @@ Preferences::Preferences(forms::frmMain& form, const Services& services,
     form_.lbRecalcTimer->installEventFilter(this);
 }
 
-// The click of an option is raised by whatever turns it on: mouse, key or code. The slider's scroll
-// likewise.
+// Turning an option on counts as a click, whether by mouse, key or code. The same is true for the
+// slider's scroll.
 void Preferences::connectPage() {
     const runtime::FailurePath& failure = services_.failure;
     const auto option = [&](QButtonGroup* group, auto handler) {
@@ -108,7 +109,7 @@ void Preferences::showScriptFormat(const settings::Record& row) {
     if (row.isTrue(u"F12"_qs)) {
         form_.opRowEach[0]->setChecked(true);
     } else {
-        // Index 0 goes off without index 1 coming on, which an exclusive group does not allow.
+        // Turns index 0 off without turning index 1 on, which an exclusive group does not allow.
         form_.opRowEachGroup->setExclusive(false);
         form_.opRowEach[0]->setChecked(false);
         form_.opRowEachGroup->setExclusive(true);
@@ -177,7 +178,7 @@ void Preferences::cbPreferencesSave_Click() {
                      });
 }
 
-// A new scale is said once; the windows keep the one of the start.
+// Announces a new scale once; the windows keep the scale that they started with.
 void Preferences::noticeScale() {
     qint16& viScaleAtLoad = services_.state.viScaleAtLoad;
     const auto scale = static_cast<qint16>(form_.slScaling->value());
@@ -272,7 +273,7 @@ void Preferences::lbRecalcTimer_DblClick() {
     if (services_.boxes.input(u"Password:"_qs) == runtime::kServiceCode) enableTimer(true);
 }
 
-// Until the page is opened again.
+// Stays in force until the page is opened again.
 void Preferences::enableTimer(bool on) {
     form_.txbRecalcTimer->setEnabled(on);
     form_.chRecalcTimer->setEnabled(on);

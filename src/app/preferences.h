@@ -13,11 +13,11 @@ class frmMain;
 
 namespace tarnwick::app {
 
-// The preferences page, which stands in the place of the work area while it is open, and the
-// settings on it and in the work area, kept in rows 17, 18 and 19. UI thread.
+// The preferences page, which replaces the work area while it is open, and the settings on it and
+// in the work area, stored in rows 17, 18 and 19. UI thread.
 class Preferences : public QObject {
   public:
-    // `opened` is told when the page has come up and has the keyboard.
+    // `opened` is called when the page is shown and has the focus.
     Preferences(forms::frmMain& form, const Services& services, std::function<void()> opened);
 
     // Fills the settings controls from the database. Guarded.
@@ -52,7 +52,7 @@ class Preferences : public QObject {
     forms::frmMain& form_;
     const Services& services_;
     std::function<void()> opened_;
-    QPointer<QWidget> focusBefore_;  // where in the work area the keyboard was
+    QPointer<QWidget> focusBefore_;  // the control of the work area that had the focus
 };
 
 }  // namespace tarnwick::app

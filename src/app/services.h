@@ -15,7 +15,7 @@
 
 namespace tarnwick::app {
 
-// What every subject of the program can be given. All of it outlives the windows.
+// The services available to all classes of the program. All of them outlive the windows.
 struct Services {
     runtime::FailurePath& failure;
     runtime::ProcessState& state;
@@ -27,9 +27,9 @@ struct Services {
     platform::FileSystem& files;
     platform::Opener& opener;
     platform::Clock& clock;
-    engine::SoundEditor& EDT;
-    // Makes the Batch Processor's editor, which can exchange sounds with EDT.
-    std::function<std::unique_ptr<engine::SoundEditor>()> createEDTX;
+    // Make the sound editors of the main window and of the Batch Processor, as those load. They can
+    // exchange sounds.
+    std::function<std::unique_ptr<engine::SoundEditor>()> createEDT, createEDTX;
     std::function<void()> endProcess;
 };
 

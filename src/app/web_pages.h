@@ -1,6 +1,6 @@
 #pragma once
 
-// The product's pages on the web, as the team has set them up.
+// The addresses of the product's web pages.
 namespace tarnwick::app::web {
 
 inline constexpr char16_t kChangeHistory[] = u"https://tarnwick.example/change-history.txt";

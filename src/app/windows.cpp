@@ -22,10 +22,11 @@ constexpr std::chrono::milliseconds kTryAgain{100};
 
 }  // namespace
 
-Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services)
-    : frame_(frame), main_(main), services_(services) {
+Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services,
+                 engine::SoundEditor& EDT)
+    : frame_(frame), main_(main), services_(services), EDT_(EDT) {
     frame_.setMenuBar(main_.menuBar);
-    // Without a title bar of its own: the frame's caption says it all, and nothing can be dragged.
+    // No title bar: the frame's caption is enough, and the window must not be dragged.
     const QSize size = main_.size();
     mainChild_ = frame_.mdiArea->addSubWindow(&main_, Qt::FramelessWindowHint);
     mainChild_->setWindowTitle(main_.windowTitle());
@@ -33,7 +34,7 @@ Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& s
     mainChild_->hide();
     frame_.installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) {
-        // Only for the keys: what was pressed with the mouse must not move away under it.
+        // Only for keys: a control pressed with the mouse must not move away under the pointer.
         if (now != nullptr && QApplication::mouseButtons() == Qt::NoButton &&
             frame_.mdiArea->viewport()->isAncestorOf(now))
             frame_.reveal(*now);
@@ -56,7 +57,7 @@ void Windows::hideMain() {
 
 void Windows::reveal(const QWidget& control) { frame_.reveal(control); }
 
-// Null where such a window is open already.
+// Returns null if such a window is already open.
 template <class Form>
 Form* Windows::openInstead(std::function<void()> closed) {
     if (instead_ && dynamic_cast<Form*>(instead_->widget()) != nullptr) return nullptr;
@@ -67,16 +68,16 @@ Form* Windows::openInstead(std::function<void()> closed) {
     hideMain();
     auto* form = new Form;
     const QSize size = form->size();
-    // Of a fixed size: nothing to minimise or maximise.
+    // The window has a fixed size, so it cannot be minimised or maximised.
     instead_ = frame_.mdiArea->addSubWindow(
         form, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
-    instead_->setAttribute(Qt::WA_DeleteOnClose, false);  // insteadCloses() knows when
+    instead_->setAttribute(Qt::WA_DeleteOnClose, false);  // insteadCloses() deletes it
     instead_->setWindowTitle(form->windowTitle());
     instead_->setGeometry(QRect(QPoint((mainChild_->width() - size.width()) / 2,
                                        (mainChild_->height() - size.height()) / 2),
                                 size));
-    form->installEventFilter(this);  // it closes with its frame, or by itself
+    form->installEventFilter(this);  // closed by its child window or by itself
     insteadLevel_ = QThread::currentThread()->loopLevel();
     insteadClosed_ = std::move(closed);
     runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, instead_,
@@ -87,7 +88,7 @@ Form* Windows::openInstead(std::function<void()> closed) {
 void Windows::showInstead() {
     instead_->widget()->show();
     instead_->show();
-    // On a small screen, once the area has taken the window in.
+    // Scrolls to the window on a small screen, after the MDI area has placed it.
     QTimer::singleShot(0, instead_, [this, child = instead_] {
         if (child) frame_.reveal(*child);
     });
@@ -96,7 +97,7 @@ void Windows::showInstead() {
 void Windows::showBatchProcessor() {
     auto* form = openInstead<forms::frmBatchProcessor>(batchProcessorClosed);
     if (form == nullptr) return;
-    auto* window = new BatchWindow(*form, services_, [child = instead_] { child->close(); });
+    auto* window = new BatchWindow(*form, services_, EDT_, [child = instead_] { child->close(); });
     stopInstead_ = [window] { window->stop(); };
     window->load();
     showInstead();
@@ -115,8 +116,8 @@ void Windows::showRenameWizard() {
     showInstead();
 }
 
-// The main window comes back when this one is closed by its button or by its close box; not when it
-// makes room for another or goes with the frame.
+// Shows the main window again if this window is closed by its button or its close box, but not if
+// it is replaced by another window or closed with the frame.
 void Windows::insteadCloses() {
     if (stopInstead_) std::exchange(stopInstead_, {})();
     QMdiSubWindow* child = instead_;
@@ -126,9 +127,9 @@ void Windows::insteadCloses() {
     if (insteadClosed_) std::exchange(insteadClosed_, {})();
 }
 
-// Another window can open by itself under a box or dialog of this one. What called that goes on
-// when it is answered, and needs its window until then: until the event loop in which it was
-// opened.
+// Another window can open by itself while a box or dialog of this one is open. The code that opened
+// the box continues after the answer and still needs its window. So the window is deleted only when
+// control is back in the event loop in which it was opened.
 void Windows::deleteWhenUnused(QMdiSubWindow* child, int openedLevel) {
     if (QThread::currentThread()->loopLevel() <= openedLevel)
         child->deleteLater();
@@ -151,7 +152,7 @@ void Windows::listOpenWindows() {
     }
 }
 
-// The frame's closing takes every other window with it, the last opened first.
+// When the frame closes, closes every other window, the last opened first.
 void Windows::unloadAll() {
     insteadClosed_ = {};
     QWidgetList others = QApplication::topLevelWidgets();

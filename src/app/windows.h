@@ -17,17 +17,19 @@ class frmRenameWiz;
 
 namespace tarnwick::app {
 
-// The frame's child windows, of which exactly one is shown: the main window, or in its stead the
-// Batch Processor or the Rename Wizard. The menu bar goes with the main window. UI thread.
+// The frame's child windows. Exactly one is shown: the main window, or instead of it the Batch
+// Processor or the Rename Wizard. The menu bar is shown only with the main window. UI thread.
 class Windows : public QObject {
   public:
-    Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services);
+    // `EDT`: the main window's sound editor.
+    Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& services,
+            engine::SoundEditor& EDT);
 
     void showMain();
     bool mainIsShown() const { return instead_.isNull(); }
-    // Scrolls to a control of the window that is shown, and to the whole of it where there is room.
+    // Scrolls to a control of the shown window, so that all of it is visible if there is room.
     void reveal(const QWidget& control);
-    // Made anew on each opening; one that is open already stays as it is.
+    // Each opens a new window; if one of that kind is already open, nothing happens.
     void showBatchProcessor();
     void showRenameWizard();
 
@@ -50,10 +52,11 @@ class Windows : public QObject {
     forms::frmFrame& frame_;
     forms::frmMain& main_;
     const Services& services_;
+    engine::SoundEditor& EDT_;
     QPointer<QMdiSubWindow> mainChild_;
-    QPointer<QMdiSubWindow> instead_;      // what stands in the main window's stead
-    int insteadLevel_ = 0;                 // of the event loop in which it was opened
-    std::function<void()> stopInstead_;    // ends what still runs in it
+    QPointer<QMdiSubWindow> instead_;      // the window shown instead of the main window
+    int insteadLevel_ = 0;                 // level of the event loop in which it was opened
+    std::function<void()> stopInstead_;    // stops all processing in it
     std::function<void()> insteadClosed_;  // shows the main window again
     QList<QAction*> listed_;               // entries of the Windows menu for the open child windows
 };

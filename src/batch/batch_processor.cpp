@@ -7,7 +7,7 @@ namespace tarnwick::batch {
 
 namespace {
 
-// For a window that gives sounds their head and tail.
+// The option for setting the silence at the head and tail of sounds.
 constexpr qint16 kEditorOption = 100;
 
 }  // namespace
@@ -24,7 +24,7 @@ BatchProcessor::BatchProcessor(forms::frmBatchProcessor& form, Services services
       prompt_(form, services_) {}
 
 void BatchProcessor::Form_Load() {
-    runtime::guarded(services_.failure, u"frmBatchProcessor.Form_Load: ", [&](runtime::Line& line) {
+    runtime::guarded(services_.failure, kFormLoad, [&](runtime::Line& line) {
         line(10);
         services_.EDTX.InitEditor(reinterpret_cast<quintptr>(&form_));
         line(20);

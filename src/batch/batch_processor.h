@@ -12,18 +12,21 @@
 
 namespace tarnwick::batch {
 
-// The behaviour of one Batch Processor window: its subjects, and what they share. UI thread.
+// The log label of the window's load.
+inline constexpr char16_t kFormLoad[] = u"frmBatchProcessor.Form_Load: ";
+
+// The behaviour of one Batch Processor window: its classes and their shared state. UI thread.
 class BatchProcessor {
   public:
-    // `form` outlives this.
+    // `form` must outlive this object.
     BatchProcessor(forms::frmBatchProcessor& form, Services services);
 
     // Prepares the window before it is shown: editor, settings, the project folder's files.
     // Guarded.
     void Form_Load();
 
-    // The window closes: no timer fires and no event of EDTX leads to anything any more. What is
-    // being written is completed or leaves its target as it was, as EDTX goes.
+    // Call when the window closes: stops the timers and blocks the events of EDTX. A file being
+    // written is completed, or its target is left unchanged, when EDTX is deleted.
     void stop();
 
   private:

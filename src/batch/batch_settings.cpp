@@ -4,7 +4,9 @@
 #include <span>
 
 #include "batch/level_boxes.h"
+#include "forms/fonts.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/texts.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
@@ -26,13 +28,13 @@ void select(std::span<QRadioButton* const> options, qint32 index) {
     runtime::element(options, index)->setChecked(true);
 }
 
-// One past the last when none is selected.
+// The index of the selected option; one past the last if none is selected.
 qint32 selectedOf(std::span<QRadioButton* const> options) {
     const auto on = std::ranges::find_if(options, &QRadioButton::isChecked);
     return static_cast<qint32>(on - options.begin());
 }
 
-// The list ends in an entry without a text, which an empty stored text finds: it empties the box.
+// An empty stored text selects the empty entry at the end of the list, or else empties the box.
 void selectListed(QComboBox* box, const QString& stored) {
     const int listed = box->findText(stored);
     if (listed >= 0)
@@ -48,7 +50,7 @@ void mark(QLabel* step, bool on) {
 
 }  // namespace
 
-// The click of a tick box is raised by whatever changes it: mouse, key or code.
+// Any change of a tick box counts as a click, whether by mouse, key or code.
 BatchSettings::BatchSettings(forms::frmBatchProcessor& form, const Services& services,
                              LevelBoxes& levels)
     : form_(form), services_(services), levels_(levels) {
@@ -102,7 +104,7 @@ void BatchSettings::showLevels(const settings::Record& row) {
     form_.chHissFilter->setChecked(tickedOrNull(row, u"F5"_qs));
 }
 
-// The options come first: their handlers fill the lists in which the texts are looked up.
+// The options are set first because their handlers fill the lists in which the texts are looked up.
 void BatchSettings::showOutput(const settings::Record& row) {
     form_.chConvert->setChecked(true);
     form_.frFormat->setEnabled(true);

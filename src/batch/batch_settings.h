@@ -12,15 +12,15 @@ namespace tarnwick::batch {
 
 class LevelBoxes;
 
-// The window's settings, kept in rows 12, 13 and 14, and the tick boxes that enable some of them
-// and mark the steps of a run. UI thread.
+// The window's settings, stored in rows 12, 13 and 14, and the tick boxes that enable some of them
+// and highlight the steps of a run. UI thread.
 class BatchSettings : public QObject {
   public:
     BatchSettings(forms::frmBatchProcessor& form, const Services& services, LevelBoxes& levels);
 
-    // Fills the controls; their own handlers follow what changes. Guarded.
+    // Fills the controls, whose change handlers run as usual. Guarded.
     void Save_LoadProcessor_Data();
-    // Stores row after row: where one fails, those before it are stored. Guarded.
+    // Stores one row after the other; if one fails, the earlier ones stay stored. Guarded.
     void Save_BatchProcessor_Data();
 
   private:

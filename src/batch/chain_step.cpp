@@ -22,7 +22,7 @@ ChainStep behindCuts(const ChainMoment& moment) {
 
 Following afterLoading(const ChainMoment& moment) {
     if (moment.chCutEnd && moment.cutsStart) return {ChainStep::CutStart, kCutFileStart.toString()};
-    // Without a look at how much is to be cut there.
+    // Does not check how much is to be cut there.
     if (moment.chCutEnd) return {ChainStep::CutEnd, kCutFileEnd.toString()};
     const ChainStep step = behindCuts(moment);
     if (step == ChainStep::Normalize) return {step, kAllFiltersDone.toString()};

@@ -5,7 +5,7 @@
 
 namespace tarnwick::batch {
 
-// Which step of the chain the end of an edit belongs to.
+// Values of vsFilterStep: the step of the chain to which the end of an edit belongs.
 inline constexpr QStringView kCutFileStart = u"CutFileStart";
 inline constexpr QStringView kCutFileEnd = u"CutFileEnd";
 inline constexpr QStringView kSetSilenceEnd = u"Set Silence End";
@@ -20,11 +20,11 @@ enum ChainCommand : qint16 {
     kNormalizeEnded = 19
 };
 
-// What brings the chain on: a timer behind an event of the engine, or the operator's answer to the
-// box of ChainStep::ErrorBox.
+// What continues the chain: a timer armed by an engine event, or the operator's answer to the box
+// of ChainStep::ErrorBox.
 enum class ChainEvent { SoundLoaded, EditEnded, ErrorAnswered, ExportEnded };
 
-// What the chain finds at that moment.
+// The state of the chain at that moment.
 struct ChainMoment {
     // Ticked by the operator.
     bool chCutEnd = false;
@@ -36,12 +36,12 @@ struct ChainMoment {
     bool cutsEnd = false;          // txbCutEnd is above 0
     QString vsFilterStep;          // one of the texts above, or empty
     qint16 nCommand = 0;           // of the last edit that ended, 0 before the first of the window
-    bool lastFile = false;         // the file in work is the last of the list
+    bool lastFile = false;         // the current file is the last of the list
     bool appliesToEditor = false;  // the sound goes back to the main window's editor
 };
 
 enum class ChainStep {
-    Wait,  // nothing: only the end of the operation under way, or nobody, brings the chain on
+    Wait,  // nothing: the chain continues when the current operation ends, if there is one
     CutStart,
     CutEnd,
     Detect,
@@ -57,10 +57,10 @@ enum class ChainStep {
 
 struct Following {
     ChainStep step;
-    QString vsFilterStep;  // as it is to be from now on
+    QString vsFilterStep;  // the new value
 };
 
-// What follows an event.
+// The step that follows an event.
 Following following(ChainEvent event, const ChainMoment& moment);
 
 }  // namespace tarnwick::batch

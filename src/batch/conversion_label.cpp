@@ -1,6 +1,8 @@
 #include "batch/conversion_label.h"
 
+#include "forms/fonts.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/texts.h"
 
 namespace tarnwick::batch {
 

@@ -8,7 +8,7 @@ class frmBatchProcessor;
 
 namespace tarnwick::batch {
 
-// What lbConversion says, in its green. UI thread.
+// Shows `text` in lbConversion, in the label's green. UI thread.
 void showConversion(forms::frmBatchProcessor& form, const QString& text, bool bold);
 
 }  // namespace tarnwick::batch

@@ -60,7 +60,7 @@ void FileEnds::Cut_File_End() {
     });
 }
 
-// The one event that is gone on from in its own handler: all that it starts is an edit.
+// The only event that continues the chain without a timer, which is safe as it starts only an edit.
 void FileEnds::EDTX_AudibleRangeDetected(qint32 beginMs, qint32 endMs) {
     runtime::guarded(services_.failure, u"frmBatchProcessor.EDTX_AudibleRangeDetected: ",
                      [&](Line& line) {

@@ -14,19 +14,19 @@ namespace tarnwick::batch {
 
 class Trace;
 
-// Works on the two ends of the sound in EDTX: cuts a fixed length off, and gives the silence there
-// the length that was asked for. Each procedure is guarded and starts at most one edit, whose
-// SoundEditDone brings the chain on. UI thread.
+// Works on the two ends of the sound in EDTX: cuts off a fixed length, and gives the silence there
+// the requested length. Each procedure is guarded and starts at most one edit, whose SoundEditDone
+// continues the chain. UI thread.
 class FileEnds : public QObject {
   public:
-    // `nothingToEdit`: the silence is as long as it should be, so no event will come.
+    // `nothingToEdit`: called if the silence already has the right length, so no event will come.
     FileEnds(forms::frmBatchProcessor& form, Run& run, const Services& services, Trace& trace,
              std::function<void()> nothingToEdit);
 
     void Cut_File_Start();
     void Cut_File_End();
-    // The head's silence; the tail's is set as soon as the audible range is known, before it, so
-    // that the positions of the range stay right.
+    // Sets the silence at the head. The tail is set first, as soon as the audible range is known,
+    // so that the positions of the range stay valid.
     void Set_Silence_Start();
 
   private:

@@ -8,14 +8,14 @@ namespace tarnwick::batch {
 class LevelBoxes;
 class Trace;
 
-// The steps that work on the whole sound in EDTX. Both are guarded. UI thread.
+// The steps that work on the whole sound in EDTX. Both procedures are guarded. UI thread.
 class Filters {
   public:
     Filters(Run& run, const Services& services, Trace& trace, const LevelBoxes& levels);
 
-    // Brings the highest peak to the maximum that was asked for.
+    // Sets the highest peak to the requested maximum.
     void EDTX_Normalize();
-    // A step in name only: nothing is started, so the chain ends there.
+    // There is no such filter: the step starts nothing, so the chain ends there.
     void Hiss_Filter();
 
   private:

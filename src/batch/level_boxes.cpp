@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "forms/colours.h"
 #include "forms/frm_batch_processor.h"
 #include "runtime/events.h"
 #include "runtime/levels.h"
@@ -18,7 +19,7 @@ constexpr QStringView kPercent = u"Perc";
 constexpr double kHighestThresholdPercent = 10.0;
 constexpr double kLowestMaximumPercent = 60.0;
 
-// A statement whose fault does not matter: a half-typed number must not disturb the operator.
+// Ignores a fault of `statement`, because a half-typed number must not disturb the operator.
 template <class Statement>
 void ignoringFaults(Statement&& statement) {
     try {
@@ -35,12 +36,12 @@ double decibelsOf(const QLineEdit* percent) {
     return runtime::decibelsOfPercent(runtime::strictDouble(percent->text()));
 }
 
-// A level of 0 has no decibels; the box shows instead what comes closest.
+// Replaces a level of 0, which has no decibel value, by one close to it.
 void leaveNoZero(QLineEdit* percent) {
     if (runtime::shownValue(percent->text()) == 0.0) percent->setText(runtime::plainText(0.001));
 }
 
-// A text that is no number stays as it is.
+// A text that is not a number is left unchanged.
 void formatAsLevel(QLineEdit* box) {
     QString formatted = box->text();
     ignoringFaults(
@@ -102,7 +103,7 @@ bool LevelBoxes::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
         services_.failure.unguarded([&] { gotFocus(watched); });
     } else if (event->type() == QEvent::FocusOut) {
-        // A window or a menu that comes in front takes nothing from the box.
+        // The box has not lost the focus for good if another window or a menu is in front.
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
             reason != Qt::MenuBarFocusReason)

@@ -12,22 +12,23 @@ class frmBatchProcessor;
 
 namespace tarnwick::batch {
 
-// The two levels that the operator gives in decibels or in percent: the silence threshold and the
-// normalisation maximum. Of each pair, the box that the operator is in drives the other. UI thread.
+// The two levels that the operator enters in decibels or in percent: the silence threshold and the
+// normalisation maximum. In each pair, the box that last got the focus drives the other. UI thread.
 class LevelBoxes : public QObject {
   public:
     LevelBoxes(forms::frmBatchProcessor& form, const Services& services);
 
-    // The decibel boxes drive from now on, whatever has the keyboard.
+    // From now on the decibel boxes drive the others, wherever the focus is.
     void decibelsDrive();
 
-    // May a run start? When not, a box says why and the pair's decibel box turns red; when so, that
-    // box has the window's own colours again. What the box shows counts, in the desktop's way of
-    // writing numbers; a text without a number counts as 0.
+    // Whether the level allows a run. If not, a message box says why and the pair's decibel box
+    // turns red; otherwise that box gets its normal colours back. The number is read as displayed,
+    // in the desktop's format; a text without a number counts as 0.
     bool silenceThresholdAllowed();
     bool normMaximumAllowed();
 
-    // txbSilenceThreshold from the percent box, 0 to 32767. Strict: faults with "Type mismatch".
+    // Sets txbSilenceThreshold, 0 to 32767, from the percent box. Strict: faults with "Type
+    // mismatch".
     void writeSilenceThreshold();
     // Percent of full scale. Strict: faults with "Type mismatch" or "Overflow".
     float normPercent() const;
@@ -45,7 +46,7 @@ class LevelBoxes : public QObject {
 
     forms::frmBatchProcessor& form_;
     const Services& services_;
-    QString vsSilenceUnit;  // "dB" or "Perc", the box that the operator is in; empty before a load
+    QString vsSilenceUnit;  // "dB" or "Perc", the box that drives the other; empty before a load
     QString vsNormUnit;
 };
 

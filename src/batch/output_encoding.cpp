@@ -9,8 +9,10 @@
 
 #include "batch/trace.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/units.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
+#include "runtime/file_names.h"
 #include "runtime/guarded.h"
 #include "runtime/numbers.h"
 
@@ -23,7 +25,7 @@ enum Format { kWav, kMp3, kAcm, kAiff };
 
 constexpr std::array<qint32, 8> kFrequencies{8000,  11025, 22050, 32000,
                                              44100, 48000, 96000, 192000};  // Hz, by opFrequency
-constexpr std::size_t kMp3Frequencies = 6;  // so many of them MP3 knows
+constexpr std::size_t kMp3Frequencies = 6;  // MP3 supports the first six
 constexpr std::array kWavModes{engine::kWav8, engine::kWav16, engine::kWav24, engine::kWav32,
                                engine::kWavFloat};
 constexpr std::array kAiffModes{engine::kAiff8, engine::kAiff16, engine::kAiff24, engine::kAiff32,
@@ -32,28 +34,29 @@ constexpr std::array<qint32, 2> kChannels{1, 2};
 
 constexpr double kKbpsTop = 960;                        // twips
 constexpr double kCodecsTop = 680, kCodecsLeft = 2200;  // twips
-constexpr qsizetype kExtension = 4;                     // ".wav", whatever the source's own is
+constexpr qsizetype kExtension = 4;                     // ".wav", whatever the source has
 constexpr qsizetype kKbps = 5;                          // " kbps"
 
-// What the selected option stands for; `value` stays as it is when none of them is selected.
+// Stores the value of the selected option; leaves `value` unchanged if none of them is selected.
 template <class Options, class Values, class Value>
 void take(const Options& options, const Values& values, Value& value) {
     for (std::size_t i = 0; i < values.size(); ++i)
         if (options[i]->isChecked()) value = values[i];
 }
 
-// A text less its last characters.
+// The text without its last `by` characters. Faults if it has fewer.
 QString shortened(const QString& text, qsizetype by) {
     if (text.size() < by) runtime::invalidCall();
     return text.chopped(by);
 }
 
+// `index` -1: none.
 void selectItem(QComboBox* box, int index) {
-    if (index < -1 || index >= box->count()) runtime::invalidPropertyValue();
+    if (index >= box->count()) runtime::invalidPropertyValue();
     box->setCurrentIndex(index);
 }
 
-// A box selects the first item that it is given by itself, which nobody has clicked.
+// Blocks the signals, because the box selects its first item by itself and that is not a click.
 void fill(QComboBox* box, const QStringList& items) {
     const QSignalBlocker quiet(box);
     box->addItems(items);
@@ -64,7 +67,7 @@ void fill(QComboBox* box, const QStringList& items) {
 OutputEncoding::OutputEncoding(forms::frmBatchProcessor& form, Run& run, const Services& services,
                                Trace& trace)
     : form_(form), run_(run), services_(services), trace_(trace) {
-    // The click of an option is raised by whatever turns it on: mouse, key or code.
+    // Turning an option on counts as a click, whether by mouse, key or code.
     const auto option = [this](QRadioButton* button, auto click) {
         runtime::onEvent(services_.failure, button, &QRadioButton::toggled, this, [click](bool on) {
             if (on) click();
@@ -74,7 +77,8 @@ OutputEncoding::OutputEncoding(forms::frmBatchProcessor& form, Run& run, const S
         option(form_.opFormat[index], [this, index] { opFormat_Click(index); });
     for (QRadioButton* frequency : form_.opFrequency)
         option(frequency, [this] { MP3_CBR_Enumerate(); });
-    // Another codec by key or code; whatever is picked with the mouse, even the same.
+    // The first signal covers a change by key or code, the second a choice with the mouse, even of
+    // the same codec.
     runtime::onEvent(services_.failure, form_.cbxCodecs, &QComboBox::currentIndexChanged, this,
                      [this] { cbxCodecs_Click(); });
     runtime::onEvent(services_.failure, form_.cbxCodecs, &QComboBox::activated, this,
@@ -88,7 +92,7 @@ bool OutputEncoding::encoderIsThere() const {
     services_.boxes.critical(
         u"Lame.exe Not Installed!"_qs,
         u"Lame.exe not detected in %1 folder. This program is required to convert to .mp3. See "
-        u"Manual."_qs.arg(appPath));
+        u"Manual."_qs.arg(runtime::readableFileName(appPath)));
     return false;
 }
 
@@ -122,7 +126,8 @@ void OutputEncoding::showCodecs() {
     ACM_Codecs();
 }
 
-// The list runs against the engine's, so that the engine's first rate, the last item, is selected.
+// Lists the rates in the reverse of the engine's order, and selects the last item, the engine's
+// first.
 void OutputEncoding::MP3_CBR_Enumerate() {
     runtime::guarded(
         services_.failure, u"frmBatchProcessor.MP3_CBR_Enumerate: ", [&](runtime::Line& line) {
@@ -144,7 +149,7 @@ void OutputEncoding::MP3_CBR_Enumerate() {
         });
 }
 
-// The codecs are listed once more with each call, behind those that are listed already.
+// Each call adds all codecs again after those that are already listed.
 void OutputEncoding::ACM_Codecs() {
     runtime::guarded(services_.failure, u"frmBatchProcessor.ACM_Codecs: ",
                      [&](runtime::Line& line) {
@@ -211,7 +216,8 @@ void OutputEncoding::EDTX_Export_File() {
         });
 }
 
-// Tells the engine the format; returns its extension. Nothing of both when none is selected.
+// Sets the engine's format and returns the file extension. If no format is selected, does nothing
+// and returns an empty text.
 QString OutputEncoding::setFormat() {
     engine::EncodeFormats& formats = services_.EDTX.encodeFormats();
     if (form_.opFormat[kWav]->isChecked()) {
@@ -227,7 +233,7 @@ QString OutputEncoding::setFormat() {
         return u".mp3"_qs;
     }
     if (form_.opFormat[kAcm]->isChecked()) {
-        vlFrequency = 0;  // both are the codec's own
+        vlFrequency = 0;  // the codec determines both
         vlChannels = 0;
         formats.FormatToUse = engine::kAcmContainer;
         formats.ACM.Reserved3 = 0;
@@ -243,12 +249,12 @@ QString OutputEncoding::setFormat() {
     return {};
 }
 
-// The run's outputs may replace one another, and their sources are kept. What else lies in the way
-// is a recording that had no part in the run: it joins the sources, under a free name.
+// The run's outputs may replace one another, because their sources are kept. Any other file of that
+// name is a recording outside the run: it is moved to the sources, under a free name.
 void OutputEncoding::keepForeignFile() {
     if (!written_.contains(vsOutputFile) && services_.files.FileExists(vsOutputFile)) {
         const QFileInfo file(vsOutputFile);
-        // The source in work bears another name at the moment, and gets its own back.
+        // The current source has a temporary name at the moment and will get its own back.
         const auto taken = [this](const QString& name) {
             return name == run_.fileInWork() ||
                    services_.files.isTaken(platform::pathIn(run_.vsRawFolder, name));

@@ -14,18 +14,18 @@ namespace tarnwick::batch {
 
 class Trace;
 
-// The output format: its controls, which show and hide one another and list what the engine can
-// write, and the writing of a file. UI thread.
+// The output format: its controls, which show and hide each other and list what the engine can
+// write, and the export of a file. UI thread.
 class OutputEncoding : public QObject {
   public:
     OutputEncoding(forms::frmBatchProcessor& form, Run& run, const Services& services,
                    Trace& trace);
 
-    // True unless the format is MP3 and the encoder program is not there, which a box says.
+    // False, with a message box, if the format is MP3 and the encoder program is missing.
     bool encoderIsThere() const;
 
-    // Starts to write the whole sound of EDTX into the project folder. A file of the operator's
-    // own that has the output's name is moved into Raw_Files first. Guarded.
+    // Starts writing the whole sound of EDTX to the project folder. If another file of the
+    // operator has the output's name, it is moved to Raw_Files first. Guarded.
     void EDTX_Export_File();
 
   private:
@@ -42,7 +42,7 @@ class OutputEncoding : public QObject {
     Run& run_;
     const Services& services_;
     Trace& trace_;
-    qint32 vlFrequency = 0;  // Hz; 0 leaves it to the codec
+    qint32 vlFrequency = 0;  // Hz; 0: determined by the codec
     qint32 vlChannels = 0;   // likewise
     QString vsOutputFile;    // full path of the file being written
     QSet<QString> written_;  // full paths of this run's outputs

@@ -8,6 +8,8 @@
 #include "batch/output_encoding.h"
 #include "batch/trace.h"
 #include "forms/frm_batch_processor.h"
+#include "forms/texts.h"
+#include "forms/units.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 #include "runtime/numbers.h"
@@ -18,7 +20,7 @@ namespace {
 
 using runtime::Line;
 
-// The name that a file bears while it is in work.
+// The name of a file while it is being processed.
 QString nameInWork(const QString& name) { return u"ZZ_TEMP_"_qs + name; }
 
 }  // namespace
@@ -169,7 +171,7 @@ void Pipeline::EDTXTimerSoundLoadingDone_Timer() {
             const Following next = following(ChainEvent::SoundLoaded, moment());
             carryOut(next);
             line(50);
-            // Behind a cut the detection goes untold.
+            // Detection after a cut is not traced.
             if (next.step == ChainStep::Detect)
                 trace_.add(u"nResult for SilencePositionsDetect: %1"_qs.arg(run_.nResult));
         });
@@ -204,7 +206,7 @@ void Pipeline::EDTXTimerSoundExportDone_Timer() {
                      });
 }
 
-// The end of a concatenation, which nothing here begins.
+// The end of a concatenation. Nothing here starts one.
 void Pipeline::EDTXTimerAppendAutomationDone_Timer() {
     runtime::guarded(services_.failure, u"frmBatchProcessor.EDTXTimerAppendAutomationDone_Timer: ",
                      [&](Line& line) {
@@ -220,15 +222,15 @@ void Pipeline::EDTXTimerAppendAutomationDone_Timer() {
                      });
 }
 
-// Holds the window for the ms that the box says on each look, which is none unless service fills
-// it. The clock goes back to 0 at midnight, and the wait then begins anew.
+// Blocks the window for the number of ms in the box, which is read again at each pass. The box is
+// empty unless support staff fill it. At midnight the clock returns to 0 and the wait starts again.
 void Pipeline::Forced_Delay() const {
     double begun = services_.clock.Timer();
-    double elapsed = 0.0;
-    do {
-        elapsed = services_.clock.Timer() - begun;
+    for (;;) {
+        const double elapsed = services_.clock.Timer() - begun;
         if (elapsed < 0.0) begun = 0.0;
-    } while (runtime::val(form_.txbDelay->text()) / 1000.0 > elapsed);
+        if (elapsed >= runtime::val(form_.txbDelay->text()) / 1000.0) return;
+    }
 }
 
 ChainMoment Pipeline::moment() const {
@@ -246,7 +248,7 @@ ChainMoment Pipeline::moment() const {
 }
 
 void Pipeline::carryOut(const Following& next) {
-    // The head's step ends what the tail's began, and only then its text goes.
+    // The step text of the tail is kept until the head has been set.
     if (next.step == ChainStep::SetHead) ends_.Set_Silence_Start();
     run_.vsFilterStep = next.vsFilterStep;
     switch (next.step) {
@@ -268,7 +270,7 @@ void Pipeline::carryOut(const Following& next) {
             return subjects_.output.EDTX_Export_File();
         case ChainStep::ErrorBox:
             services_.boxes.plain(u"Error 1"_qs);
-            // What the box waited for may have ended meanwhile.
+            // The operation may have ended while the box was open.
             return carryOut(following(ChainEvent::ErrorAnswered, moment()));
         case ChainStep::NextFile:
             return nextFile();
@@ -280,7 +282,7 @@ void Pipeline::carryOut(const Following& next) {
 }
 
 void Pipeline::nextFile() {
-    // By the index of the file that is done, from 0: it never comes to the number of the last.
+    // Shows the index of the finished file, from 0, so it never reaches the number of files.
     forms::setCaption(
         form_.lbConversion,
         u"Batch Processing File %1 of %2 ..."_qs.arg(run_.viFileIndex).arg(run_.files().size()));

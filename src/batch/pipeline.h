@@ -20,10 +20,10 @@ class LevelBoxes;
 class OutputEncoding;
 class Trace;
 
-// A run: takes file after file through the chain. Each step starts one operation of EDTX; its event
-// arms a timer, and the timer decides what follows. A step that fails is gone on from as if it had
-// worked; one that raises no event leaves the run where it is, and the operator closes the window.
-// UI thread.
+// A run: takes one file after the other through the chain. Each step starts one operation of EDTX;
+// its event arms a timer, and the timer decides the next step. After a failed step the run goes on
+// as if it had worked. If a step raises no event, the run stops there until the operator closes the
+// window. UI thread.
 class Pipeline : public QObject {
   public:
     struct Subjects {
@@ -72,8 +72,8 @@ class Pipeline : public QObject {
     engine::OneShotTimer EDTXTimerAppendAutomationDone;
     FileEnds ends_;
     Filters filters_;
-    QString vsSourceFile;                 // full path of the file in work by its own name
-    const bool appliesToEditor_ = false;  // nothing sets it
+    QString vsSourceFile;                 // full path of the current file, with its own name
+    const bool appliesToEditor_ = false;  // never set
 };
 
 }  // namespace tarnwick::batch

@@ -1,9 +1,9 @@
 #include "batch/project_files.h"
 
-#include <QDir>
 #include <algorithm>
 
 #include "batch/conversion_label.h"
+#include "forms/colours.h"
 #include "forms/frm_batch_processor.h"
 #include "runtime/events.h"
 
@@ -57,7 +57,7 @@ void ProjectFiles::open(runtime::Line& line, int first) {
     run_.vsFiles = names;
 }
 
-// No run can start here.
+// Shows that no run can start in this folder.
 void ProjectFiles::refuse() {
     forms::setBackground(form_.txbProjectFolder, Qt::red);
     forms::setBackground(form_.txbProjectFiles, Qt::red);
@@ -84,7 +84,7 @@ void ProjectFiles::readyForRun(qsizetype count) {
     form_.pbConversion->setValue(0);
 }
 
-// A cancelled dialog, or one that fails, leaves everything as it is.
+// Nothing changes if the dialog is cancelled or fails.
 std::optional<QString> ProjectFiles::chosenFile() {
     try {
         const auto choice = services_.cmdlg.ShowOpen();
@@ -94,8 +94,8 @@ std::optional<QString> ProjectFiles::chosenFile() {
     return std::nullopt;
 }
 
-// The extension of the chosen file decides which files take part. It is what follows the last dot
-// of the whole path; a path without a dot stands for the names without one.
+// The extension of the chosen file decides which files are processed. It is the text after the last
+// dot of the whole path; if the path has no dot, only files without a dot in their name are taken.
 void ProjectFiles::cbBrowse_Click() {
     runtime::guarded(services_.failure, u"frmBatchProcessor.cbBrowse_Click: ",
                      [&](runtime::Line& line) {
@@ -109,7 +109,7 @@ void ProjectFiles::cbBrowse_Click() {
                          vsExtension = path->mid(path->lastIndexOf(u'.') + 1);
                          if (!path->contains(u'.')) vsExtension.clear();
                          line(40);
-                         const QString chosen = path->left(path->lastIndexOf(QDir::separator()));
+                         const QString chosen = platform::folderOf(*path);
                          form_.txbProjectFolder->setText(chosen);
                          line(50);
                          folder = chosen;

@@ -13,14 +13,14 @@ class frmBatchProcessor;
 
 namespace tarnwick::batch {
 
-// Which files a run takes: those of the project folder as the window opens, or those of a folder
-// that the operator browses to. UI thread.
+// Chooses the files of a run: those of the project folder when the window opens, or those of a
+// folder that the operator browses to. UI thread.
 class ProjectFiles : public QObject {
   public:
     ProjectFiles(forms::frmBatchProcessor& form, Run& run, const Services& services);
 
-    // Takes in the project folder's recordings, as a part of the window's guarded load: the steps
-    // are numbered from `first` in tens.
+    // Lists the project folder's recordings as part of the window's guarded load. The steps are
+    // numbered from `first` in tens.
     void open(runtime::Line& line, int first);
 
   private:
@@ -35,7 +35,7 @@ class ProjectFiles : public QObject {
     forms::frmBatchProcessor& form_;
     Run& run_;
     const Services& services_;
-    QString vsExtension;  // of the file chosen last, without the dot
+    QString vsExtension;  // of the last chosen file, without the dot
 };
 
 }  // namespace tarnwick::batch

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 
 #include "forms/frm_batch_processor.h"
+#include "forms/units.h"
 #include "runtime/service_code.h"
 
 namespace tarnwick::batch {

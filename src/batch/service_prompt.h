@@ -10,8 +10,8 @@ class frmBatchProcessor;
 
 namespace tarnwick::batch {
 
-// A click on the caption "Selected Steps:" asks for service's access code, which brings the trace
-// into sight. UI thread.
+// A click on the caption "Selected Steps:" asks for the access code of the support staff, which
+// makes the trace visible. UI thread.
 class ServicePrompt : public QObject {
   public:
     ServicePrompt(forms::frmBatchProcessor& form, const Services& services);

@@ -13,7 +13,7 @@
 
 namespace tarnwick::batch {
 
-// What the Batch Processor's subjects can be given. All of it outlives the window's behaviour.
+// The services available to the Batch Processor's classes. All of them outlive those classes.
 struct Services {
     const runtime::FailurePath& failure;
     runtime::ProcessState& state;

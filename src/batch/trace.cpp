@@ -6,7 +6,7 @@ namespace tarnwick::batch {
 
 namespace {
 
-// More than the steps of any file that ends; a run that repeats itself must not fill the memory.
+// More than any file needs; limits the memory that a run in an endless loop uses.
 constexpr int kLines = 10000;
 
 }  // namespace

@@ -6,7 +6,7 @@ class QPlainTextEdit;
 
 namespace tarnwick::batch {
 
-// What the steps of a run tell service, in the window's trace box. UI thread.
+// The messages of a run's steps for support staff, in the window's trace box. UI thread.
 class Trace {
   public:
     explicit Trace(QPlainTextEdit& box);

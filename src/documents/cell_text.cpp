@@ -12,8 +12,8 @@ namespace {
 // Characters in a cell: a page of dense print has about 5,000.
 constexpr qsizetype kLongestText = 1 << 16;
 
-// What an element means for the text. One that is not listed stands for what is in it: links,
-// insertions, content controls, smart tags and whatever else may be wrapped around text.
+// What an element means for the text. An element that is not listed is a wrapper around text: a
+// link, an insertion, a content control, a smart tag and so on.
 enum class Meaning {
     kWrapper,
     kNothing,
@@ -53,7 +53,7 @@ Meaning meaningOf(std::string_view name) {
         {"drawing", kNothing},
         {"pict", kNothing},
         {"object", kNothing},
-        {"rt", kNothing}};  // how the text below it is pronounced
+        {"rt", kNothing}};  // pronunciation of the text below it
     const auto found = meanings.find(name);
     return found == meanings.end() ? kWrapper : found->second;
 }
@@ -68,13 +68,14 @@ bool isHidden(const pugi::xml_node& run) {
     return isOn(childNamed(childNamed(run, "rPr"), "vanish"));
 }
 
-// A paragraph whose end is struck out goes on in the next one.
+// False if the end mark is struck out: the paragraph then continues in the next one.
 bool endsHere(const pugi::xml_node& paragraph) {
     const pugi::xml_node mark = childNamed(childNamed(paragraph, "pPr"), "rPr");
     return !childNamed(mark, "del") && !childNamed(mark, "moveFrom");
 }
 
-// Line ends in the XML are mere blanks, and blanks at the ends count only where it is said.
+// Line ends in the XML count as blanks. Blanks at both ends are dropped unless they are preserved
+// explicitly.
 QString plainText(const pugi::xml_node& node) {
     QString text = QString::fromUtf8(textIn(node));
     for (QChar& character : text)
@@ -109,8 +110,8 @@ class Walk {
 
     bool parted_ = false;       // a paragraph has ended: the next one begins with a CR
     bool hidden_ = false;       // in a hidden run
-    std::vector<bool> fields_;  // those that are open, inmost last: still in their instruction
-    int instructions_ = 0;      // how many of them are
+    std::vector<bool> fields_;  // open fields, inmost last; true: still in the instruction
+    int instructions_ = 0;      // number of open fields still in the instruction
 };
 
 void Walk::through(const pugi::xml_node& parent, int depth) {
@@ -163,7 +164,7 @@ void Walk::meet(const pugi::xml_node& node, int depth) {
     }
 }
 
-// begin, instruction, separate, result, end; the result may be missing, and fields lie in others.
+// begin, instruction, separate, result, end; the result may be missing, and fields can be nested.
 void Walk::fieldMark(const pugi::xml_node& node) {
     const std::string_view type = attributeNamed(node, "fldCharType").value();
     if (type == "begin") {

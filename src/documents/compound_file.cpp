@@ -36,8 +36,8 @@ quint32 CompoundFile::number(qint64 at) const {
     return qFromLittleEndian<quint32>(bytes_.constData() + at);
 }
 
-// Both give kNowhere for a sector that the file does not have; the marks for the end of a chain and
-// for a free sector are such numbers.
+// Both return kNowhere for a sector that the file does not have. This includes the marks for the
+// end of a chain and for a free sector.
 qint64 CompoundFile::position(quint32 sector) const {
     return sector < sectorCount_ ? (static_cast<qint64>(sector) + 1) << shift_ : kNowhere;
 }
@@ -57,7 +57,7 @@ quint32 CompoundFile::after(quint32 sector, const Sectors& table) const {
     return at == kNowhere ? kNone : number(at + 4 * (sector & ((1u << perSector) - 1)));
 }
 
-// At most as many sectors as the file has, which ends a circle.
+// Stops at the number of sectors in the file, so a circular chain ends.
 CompoundFile::Sectors CompoundFile::chain(quint32 start) const {
     Sectors sectors;
     for (quint32 sector = start; sector < sectorCount_ && sectors.size() < sectorCount_;
@@ -66,11 +66,11 @@ CompoundFile::Sectors CompoundFile::chain(quint32 start) const {
     return sectors;
 }
 
-// The header lists the first sectors of the table, a chain of sectors of their own the others.
-// There is no use for more than those that cover the file.
+// The header lists the first sectors of the table; a chain of extra sectors lists the others. Only
+// as many are loaded as are needed to cover the file.
 void CompoundFile::loadTable() {
     constexpr int kInHeader = 109;
-    const qint64 last = (1 << shift_) - 4;  // of a listing sector: the next one
+    const qint64 last = (1 << shift_) - 4;  // where a listing sector names the next one
     const std::size_t needed = (sectorCount_ >> (shift_ - 2)) + 1;
     for (qint64 i = 0; i < kInHeader; ++i)
         table_.push_back(number(76 + 4 * i));
@@ -80,8 +80,8 @@ void CompoundFile::loadTable() {
             table_.push_back(number(at + i));
 }
 
-// The entries of a storage form a tree by their names. All of it is walked: some writers do not
-// keep its order.
+// The entries of a storage form a tree sorted by name. The whole tree is read because some writers
+// do not keep the order.
 void CompoundFile::loadStreams(const Sectors& directory) {
     constexpr quint8 kStream = 2, kRoot = 5;
     const int perSector = shift_ - kEntryShift;
@@ -111,7 +111,7 @@ void CompoundFile::loadStreams(const Sectors& directory) {
         QString name;  // up to 31 characters and a null
         for (int i = 0; i < 31 && (number(at + 2 * i) & 0xffff); ++i)
             name += QChar(static_cast<char16_t>(number(at + 2 * i) & 0xffff));
-        // The upper half of the size is not always cleared where sectors are short.
+        // In files with 512-byte sectors, the upper half of the size is not always cleared.
         const quint64 high = shift_ == 9 ? 0 : number(at + 124);
         streams_.push_back({name, number(at + 116), high << 32 | number(at + 120)});
     }
@@ -126,7 +126,7 @@ const CompoundFile::Entry* CompoundFile::find(QStringView name) const {
 QByteArray CompoundFile::stream(QStringView name, qint64 most) const {
     const Entry* entry = find(name);
     if (!entry) return {};
-    // Never more than the file: a chain in a circle ends there.
+    // Never more than the file size, so a circular chain ends.
     const auto limit = static_cast<quint64>(std::clamp<qint64>(most, 0, bytes_.size()));
     const auto wanted = static_cast<qsizetype>(std::min(entry->size, limit));
     const bool isSmall = entry->size < kSmallLimit;

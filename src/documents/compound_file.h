@@ -12,9 +12,8 @@ namespace tarnwick::documents {
 bool isCompoundFile(const QByteArray& bytes);
 
 // The streams at the root of a compound file, after [MS-CFB]. Streams in its storages (embedded
-// objects, macros) are left out. Nothing in the file is trusted: what is damaged or leads in a
-// circle is missing or cut short, and no operation takes more than the size of the file in time or
-// memory.
+// objects, macros) are left out. Nothing in the file is trusted: a damaged or circular stream is
+// missing or cut short, and the time and memory of every operation are bounded by the file size.
 class CompoundFile {
   public:
     explicit CompoundFile(const QByteArray& bytes);
@@ -22,7 +21,7 @@ class CompoundFile {
     // Names are compared without regard to case.
     bool hasStream(QStringView name) const { return find(name) != nullptr; }
 
-    // The first `most` bytes of a stream; empty without such a stream.
+    // The first `most` bytes of a stream; empty if there is no such stream.
     QByteArray stream(QStringView name, qint64 most = std::numeric_limits<qint64>::max()) const;
 
   private:
@@ -45,7 +44,7 @@ class CompoundFile {
     QByteArray bytes_;
     int shift_ = 9;            // the size of a sector, as a power of 2
     quint32 sectorCount_ = 0;  // in the file; the last may be cut short
-    Sectors table_;            // the sectors that tell of each sector which one follows it
+    Sectors table_;            // the sectors of the table that gives the successor of each sector
     Sectors smallTable_;       // the same for the small sectors, which hold the short streams
     Sectors smallContent_;     // the sectors that hold the small sectors
     std::vector<Entry> streams_;

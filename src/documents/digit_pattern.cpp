@@ -13,7 +13,7 @@ bool isCondition(const QString& inner) {
     return !inner.isEmpty() && QStringView(u"<=>").contains(inner[0]);
 }
 
-// Of the number as it is written with 15 digits, so that 0.145 is a half of a hundredth.
+// Scales the number as written with 15 digits, so that 0.145 is a half at two places.
 double scaled(double magnitude, int places) {
     return QByteArray::number(magnitude * std::pow(10.0, places), 'g', 15).toDouble();
 }
@@ -33,7 +33,7 @@ void DigitPattern::add(const CodePiece& piece) {
         case CodePiece::kText:
             elements_.push_back({QChar(), piece.text});
             return;
-        case CodePiece::kBrackets:  // colours say nothing
+        case CodePiece::kBrackets:  // colours are ignored
             unknown_ = unknown_ || isCondition(piece.text);
             return;
         case CodePiece::kGeneral:
@@ -47,7 +47,7 @@ void DigitPattern::addSign(const CodePiece& piece) {
         case u'0':
             return addPlace(u'0');
         case u'#':
-        case u'?':  // a blank in place of a zero, which only keeps columns in line
+        case u'?':  // a blank in place of a zero, which only aligns columns
             return addPlace(u'#');
         case u',':
             groups_ = true;
@@ -92,8 +92,8 @@ DigitPattern::Use DigitPattern::use(Sign sign) const {
     return !point_ && hasTextAround(sign) ? kText : kNothing;
 }
 
-// In a section for negative numbers, a minus or brackets are the sign. Text between the places
-// only groups them.
+// In a section for negative numbers, a minus or brackets are just the sign. Text between the
+// places only groups the digits.
 bool DigitPattern::hasTextAround(Sign sign) const {
     const auto isPlace = [](const Element& element) { return !element.place.isNull(); };
     const auto says = [sign](const Element& element) {
@@ -125,7 +125,7 @@ std::optional<QString> DigitPattern::format(double value, const QString& plain) 
            written(whole.rightJustified(leastWhole_, u'0'), fraction, plain);
 }
 
-// The first place takes all digits for which there is no place.
+// The first place takes all digits that have no place of their own.
 QString DigitPattern::written(const QString& whole, const QString& fraction,
                               const QString& plain) const {
     QString text;

@@ -9,21 +9,21 @@ namespace tarnwick::documents {
 
 struct Conversion;
 
-// How the files of one kind are called in the faults that tell what is wrong with them.
+// What faults call a file of one kind.
 struct FileKind {
     QString noun;     // "workbook"
     QString article;  // the noun in full with its article, "a workbook"
 };
 
-// Throws the fault for what is wrong with the file of that bare name.
+// Throws the fault for `reason`. `name`: the bare file name.
 [[noreturn]] void failWith(PackageError::Reason reason, const FileKind& kind, const QString& name);
 
-// A whole file of that kind. Faults when there is none ("File not found"), when it is no regular
-// file, may not be read ("Permission denied") or is too large.
+// Reads a whole file. Faults if there is none ("File not found"), if it is not a regular file, may
+// not be read ("Permission denied") or is too large.
 QByteArray readForeignFile(const QString& path, const FileKind& kind);
 
-// The new form of an old document. Faults when it is protected by a password, when the office
-// suite makes no sense of it, and as convertDocument.
+// The new form of an old document. Faults if it is protected by a password or the office suite
+// cannot read it, and wherever convertDocument faults.
 QByteArray newFormOf(const QByteArray& bytes, const Conversion& conversion, const FileKind& kind,
                      const QString& name);
 

@@ -6,7 +6,7 @@ namespace {
 
 constexpr QStringView kGeneralWord = u"General";
 
-// What stands from `at` to `end`, which is no part of it; advances past it, or past all.
+// The text from `at` up to but without `end`, or all the rest. Advances `at` past it and `end`.
 QString textUpTo(QChar end, const QString& code, qsizetype& at) {
     const qsizetype found = code.indexOf(end, at);
     const QString text = code.mid(at, found < 0 ? -1 : found - at);
@@ -14,7 +14,7 @@ QString textUpTo(QChar end, const QString& code, qsizetype& at) {
     return text;
 }
 
-// [$kr-414] shows a currency and tells its language; both may be missing.
+// [$kr-414] names a currency to show and a language; both may be missing.
 CodePiece bracketed(const QString& inner) {
     if (!inner.startsWith(u'$')) return {CodePiece::kBrackets, inner};
     const qsizetype language = inner.lastIndexOf(u'-');
@@ -34,7 +34,7 @@ CodePiece pieceAt(const QString& code, qsizetype& at) {
             return bracketed(textUpTo(u']', code, at));
         case u'\\':
             return {CodePiece::kText, code.mid(at++, 1)};
-        case u'_':  // the width of a sign, or a sign that fills the cell: nothing to read
+        case u'_':  // a space as wide as the next sign, or a sign that fills the cell: no text
         case u'*':
             ++at;
             return {};

@@ -10,12 +10,13 @@ namespace tarnwick::documents {
 namespace {
 
 constexpr qint64 kMillisecondsOfDay = 86'400'000;
-constexpr double kDaysTo9999 = 2'958'466.0;  // first day that has no date any more
+constexpr double kDaysTo9999 = 2'958'466.0;  // the first day after the year 9999
 
-// Longer ones are no office program's; each cell would take as much memory.
+// No office program writes a longer code, and the code's text is repeated in each cell.
 constexpr qsizetype kLongestCode = 255;
 
-// A word for every number but 0, another for 0: how some writers keep the result of a condition.
+// True for a code with one word for every number but 0 and another for 0: some writers use this
+// for True and False.
 bool tellsTruth(const std::vector<CodeSection>& sections) {
     if (sections.size() != 3 || sections[0] != sections[1] || sections[0] == sections[2])
         return false;
@@ -52,7 +53,7 @@ QString dayField(QChar letter, int count, QDate day) {
     return count == 5 ? name.left(1) : name;
 }
 
-// `halves`: the hours are counted twice to twelve.
+// `halves`: 12-hour clock.
 QString timeField(QChar letter, int count, QTime time, bool halves) {
     const int width = std::min(count, 2);
     switch (letter.unicode()) {
@@ -69,7 +70,7 @@ QString timeField(QChar letter, int count, QTime time, bool halves) {
     }
 }
 
-// A whole stretch of time in the unit [h], [m] or [s].
+// An elapsed time in the unit [h], [m] or [s].
 QString elapsed(const QString& unit, int width, qint64 milliseconds) {
     const qint64 length = unit == u"h" ? 3'600'000 : unit == u"m" ? 60'000 : 1000;
     return QStringLiteral("%1").arg(milliseconds / length, width, 10, QLatin1Char('0'));
@@ -117,7 +118,7 @@ NumberFormat NumberFormat::builtIn(int number) {
                                            {45, QStringLiteral("mm:ss")},
                                            {46, QStringLiteral("[h]:mm:ss")},
                                            {47, QStringLiteral("mm:ss.0")}};
-    // The dates of the East Asian editions; their own patterns differ from one to the next.
+    // The dates of the East Asian editions. Each edition has its own pattern for them.
     if ((number >= 27 && number <= 36) || (number >= 50 && number <= 58))
         return NumberFormat(QStringLiteral("yyyy/mm/dd"));
     const auto code = codes.constFind(number);
@@ -138,7 +139,7 @@ void NumberFormat::tokenize(const CodeSection& section) {
         const CodePiece& piece = section[static_cast<std::size_t>(at)];
         const QChar letter = signs[at];
         qsizetype length = 1;
-        if (piece.kind == CodePiece::kBrackets) {  // [h] counts on past a day; colours say nothing
+        if (piece.kind == CodePiece::kBrackets) {  // [h] counts past a day; colours are ignored
             const QString inner = piece.text.toLower();
             if (!inner.isEmpty() && isOneOf(inner[0], u"hms") &&
                 inner.count(inner[0]) == inner.size())
@@ -160,7 +161,7 @@ void NumberFormat::tokenize(const CodeSection& section) {
     }
 }
 
-// An m is a minute behind an hour and before a second, a month elsewhere.
+// An m means minutes after an hour or before a second, and months elsewhere.
 void NumberFormat::tellMinutesFromMonths() {
     QChar before;
     for (Token& token : tokens_) {
@@ -212,7 +213,7 @@ QString NumberFormat::format(const QString& text) const {
 }
 
 QString NumberFormat::date(double serial, bool from1904) const {
-    // The time is rounded to what the pattern shows at the finest.
+    // The time is rounded to the smallest unit that the pattern shows.
     double unit = 60'000.0;
     bool halves = false;
     for (const Token& token : tokens_) {
@@ -224,7 +225,7 @@ QString NumberFormat::date(double serial, bool from1904) const {
     const auto milliseconds =
         static_cast<qint64>(std::round(serial * kMillisecondsOfDay / unit) * unit);
     const qint64 days = milliseconds / kMillisecondsOfDay;
-    // 1900 counts as a leap year there: day 60 is a 29 February that never was.
+    // Workbooks treat 1900 as a leap year: day 60 is 29 February 1900, which did not exist.
     const QDate first = from1904    ? QDate(1904, 1, 1)
                         : days < 60 ? QDate(1899, 12, 31)
                                     : QDate(1899, 12, 30);

@@ -7,29 +7,29 @@
 
 namespace tarnwick::documents {
 
-// How a workbook shows what a cell holds, taken from the cell's format code. Dates and times are
-// written with the code's own pattern, and so are numbers where it says something of them: a
-// percentage, leading zeros ("0007"), text around them ("Take 7"). Every other number is shown as
-// it is, to 15 digits and with a decimal point: a format that only rounds it or groups its digits
-// says nothing of what is meant.
+// Formats the value of a cell as the workbook shows it, using the cell's format code. Dates and
+// times follow the code's pattern, and so do numbers if the code adds something to them: a
+// percentage, leading zeros ("0007"), text around them ("Take 7"). Every other number is written
+// unchanged, with up to 15 digits and a decimal point, because rounding and digit grouping do not
+// change what it means.
 class NumberFormat {
   public:
     NumberFormat() = default;
     explicit NumberFormat(const QString& code);
 
-    // One of the codes that a workbook names by number alone.
+    // One of the predefined codes, which a workbook refers to only by number.
     static NumberFormat builtIn(int number);
 
     // `from1904`: whether the workbook counts its days from 1904 instead of 1900.
     QString format(double value, bool from1904) const;
-    // A text, with what the code puts around texts.
+    // A text with any text that the code adds around it.
     QString format(const QString& text) const;
 
   private:
     enum Kind { kNumber, kTruth, kDate };
     struct Token {
         QChar letter;  // 'y', 'm', 'n' (minute), 'd', 'h', 's', '.' (parts of a second),
-                       // 'a' (half of the day), 'e' (elapsed), '\0' for text
+                       // 'a' (AM/PM), 'e' (elapsed), '\0' for text
         int count = 0;
         QString text;
     };

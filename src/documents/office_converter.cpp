@@ -25,8 +25,8 @@ quint16 wordAt(const QByteArray& bytes, qsizetype at) {
     return at + 2 > bytes.size() ? 0 : qFromLittleEndian<quint16>(bytes.constData() + at);
 }
 
-// A workbook's stream starts with a begin record; among the next few an encrypted one has the
-// record of its key.
+// A workbook's stream starts with a begin record. If it is encrypted, one of the next few records
+// describes the key.
 bool startsEncryptedWorkbook(const QByteArray& head) {
     constexpr quint16 kBegin = 0x0809, kFilePass = 0x002f;
     if (wordAt(head, 0) != kBegin) return false;
@@ -38,7 +38,7 @@ bool startsEncryptedWorkbook(const QByteArray& head) {
     return false;
 }
 
-// What a document's stream begins with, since 1997 and before.
+// The first word of a document's stream, since 1997 and before.
 constexpr quint16 kMagic = 0xa5ec, kOldMagic = 0xa5dc;
 
 bool startsEncryptedDocument(const QByteArray& head) {
@@ -61,13 +61,13 @@ QString suiteProgram() {
                              .arg(conversion.from, conversion.package));
 }
 
-// True when the suite is there, but not the part of it that reads these documents.
+// True if the suite is installed without the part that reads these documents.
 bool lacksComponent(const QString& program, const Conversion& conversion) {
     const QDir folder = QFileInfo(QFileInfo(program).canonicalFilePath()).dir();
     return folder.exists(QStringLiteral("soffice.bin")) && !folder.exists(conversion.component);
 }
 
-// The program that is started only starts others: when the time is up, all of them must go.
+// The program only starts other processes, so after the time limit the whole group is killed.
 void run(QProcess& process, int limitMs) {
 #ifdef Q_OS_UNIX
     process.setChildProcessModifier([] { ::setsid(); });
@@ -90,7 +90,7 @@ void run(QProcess& process, int limitMs) {
 }  // namespace
 
 bool isPasswordProtected(const QByteArray& bytes) {
-    constexpr qint64 kHead = 1024;  // bytes, more than the records before the one of the key
+    constexpr qint64 kHead = 1024;  // bytes, enough to include the record of the key
     const CompoundFile file(bytes);
     return file.hasStream(u"EncryptedPackage") ||
            startsEncryptedWorkbook(file.stream(u"Workbook", kHead)) ||
@@ -115,8 +115,9 @@ QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion
 
     QProcess process;
     process.setProgram(program);
-    // Without the filter the suite takes a damaged document for a text and gives its bytes as one.
-    // Two runs on one profile disturb each other, and the person's own suite may be open.
+    // Without the filter the suite reads a damaged document as plain text. The profile is a
+    // separate one because two runs on one profile disturb each other, and the operator's own suite
+    // may be open.
     process.setArguments({QStringLiteral("-env:UserInstallation=") +
                               QUrl::fromLocalFile(folder.filePath(QStringLiteral("profile")))
                                   .toString(QUrl::FullyEncoded),
@@ -126,7 +127,7 @@ QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion
                           folder.path(), source.fileName()});
     run(process, limitMs);
 
-    // The exit code is 0 even when nothing could be loaded: only the output tells.
+    // The exit code is 0 even if nothing could be loaded, so check for the output file.
     QFile result(folder.filePath(QStringLiteral("source.") + conversion.to));
     if (result.open(QIODevice::ReadOnly)) return result.readAll();
     if (lacksComponent(program, conversion)) failWithMissing(conversion);

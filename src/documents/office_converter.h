@@ -10,8 +10,8 @@ struct Conversion {
     QString from;       // file name extension of the old form, "xls"
     QString filter;     // the suite's name for the old form, "MS Excel 97"
     QString to;         // file name extension of the new form, "xlsx"
-    QString package;    // what to install when the suite cannot do it, "libreoffice-calc"
-    QString component;  // the suite's own component for it, in the folder of its program
+    QString package;    // what to install if the suite cannot do it, "libreoffice-calc"
+    QString component;  // the suite's library for it, in the folder of its program
 };
 
 inline const Conversion kWorkbookConversion{
@@ -23,13 +23,13 @@ inline Conversion toDocument(const QString& from, const QString& filter) {
 }
 inline const Conversion kDocumentConversion =
     toDocument(QStringLiteral("doc"), QStringLiteral("MS Word 97"));
-// The form of 1993 to 1995: unlike the filter for workbooks, the one above refuses it.
+// For documents of 1993 to 1995, which the filter above refuses. (The workbook filter reads them.)
 inline const Conversion kOldDocumentConversion =
     toDocument(QStringLiteral("doc"), QStringLiteral("MS Word 95"));
 inline const Conversion kRichTextConversion =
     toDocument(QStringLiteral("rtf"), QStringLiteral("Rich Text Format"));
 
-// Which of the two is for the document in that compound file.
+// kDocumentConversion or kOldDocumentConversion, as the document in that compound file needs.
 const Conversion& documentConversion(const QByteArray& bytes);
 
 // True for a compound file that cannot be read without a password.
@@ -37,11 +37,11 @@ bool isPasswordProtected(const QByteArray& bytes);
 
 inline constexpr int kConversionLimitMs = 60'000;
 
-// Turns an old office document into its new form and gives that. `bytes` must have been seen to
-// begin like such a document: the suite makes something of nearly everything. An empty result means
-// that it could not make sense of it. Takes about a second and holds the caller until then. Throws
-// runtime::Fault when the suite or its part for this conversion is missing (what to install), when
-// it takes longer than `limitMs`, or when there is no room for it.
+// Converts an old office document and returns its new form. The caller must have checked that
+// `bytes` begin like such a document, because the suite converts nearly anything. Empty if the
+// suite cannot read the document. Blocks the caller for about a second. Throws runtime::Fault if
+// the suite or its part for this conversion is missing (saying what to install), if it takes longer
+// than `limitMs`, or if the disk is full.
 QByteArray convertDocument(const QByteArray& bytes, const Conversion& conversion,
                            int limitMs = kConversionLimitMs);
 

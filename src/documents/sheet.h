@@ -8,14 +8,14 @@ namespace tarnwick::documents {
 inline constexpr qint32 kMaximumRows = 1048576;
 inline constexpr qint32 kMaximumColumns = 16384;
 
-// The cells of one worksheet as texts, the way a person sees them: whole numbers without a point,
-// the last results of formulas, dates as dates, True and False. Only filled cells take memory.
+// The cells of one worksheet as displayed text: whole numbers without a point, the last results of
+// formulas, dates as dates, True and False. Only filled cells take memory.
 class Sheet {
   public:
     // Rows and columns count from 1. Empty for an empty cell and outside the sheet.
     QString text(qint32 row, qint32 column) const;
 
-    // Cells outside the sheet's bounds and empty texts are dropped.
+    // Ignores cells outside the sheet and empty texts.
     void setText(qint32 row, qint32 column, const QString& text);
 
   private:

@@ -7,7 +7,7 @@
 
 namespace tarnwick::documents {
 
-// Elements inside one another, far more than any writer needs and far less than the stack holds.
+// Most elements inside one another: far more than any writer needs, far less than the stack holds.
 inline constexpr int kDeepestMarkup = 250;
 
 // Throws PackageError past that depth.
@@ -15,8 +15,8 @@ inline void checkDepth(int depth) {
     if (depth > kDeepestMarkup) throw PackageError(PackageError::kDamaged);
 }
 
-// Of content in alternative forms, the one for readers that know nothing but the base format: a
-// drawing has no text there that a cell would have, and a symbol is a plain character.
+// Chooses the branch for readers that know only the base format: there a drawing has no text that
+// would become part of the cell, and a symbol is a plain character.
 inline pugi::xml_node chosenBranch(const pugi::xml_node& alternatives) {
     const pugi::xml_node fallback = childNamed(alternatives, "Fallback");
     return fallback.first_child() ? fallback : childNamed(alternatives, "Choice");

@@ -10,10 +10,10 @@ namespace tarnwick::documents {
 
 namespace {
 
-constexpr int kWidest = 1 << 14;  // columns of the grid that one cell can cover
+constexpr int kWidest = 1 << 14;  // most grid columns that one cell can span
 
-// Visits the outermost elements of that name, whatever they are wrapped in: content controls,
-// insertions, alternatives.
+// Visits the outermost elements of that name, also inside wrappers such as content controls,
+// insertions and alternatives.
 template <class Visit>
 void eachNamed(const pugi::xml_node& parent, std::string_view name, Visit&& visit, int depth = 0) {
     checkDepth(depth);
@@ -32,12 +32,12 @@ int numberOf(const pugi::xml_node& property, int otherwise, int least) {
     return std::clamp(attributeNamed(property, "val").as_int(otherwise), least, kWidest);
 }
 
-// Whether a cell of a merged group goes on what an earlier one began.
+// Whether a cell continues a merged group that an earlier cell began.
 bool goesOn(const pugi::xml_node& merge) {
     return merge && std::string_view(attributeNamed(merge, "val").value()) != "restart";
 }
 
-// Where on the grid cells of merged groups stand in a row, ascending.
+// The grid positions in a row of cells in vertically merged groups, ascending.
 using Merged = std::vector<qint64>;
 
 WordTable::Row readRow(const pugi::xml_node& line, Merged& merged) {
@@ -45,14 +45,14 @@ WordTable::Row readRow(const pugi::xml_node& line, Merged& merged) {
     const Merged above = std::exchange(merged, {});
     const pugi::xml_node lineProperties = childNamed(line, "trPr");
     qint64 place = numberOf(childNamed(lineProperties, "gridBefore"), 0, 0);
-    bool mergedBefore = false;  // across
+    bool mergedBefore = false;  // horizontally
     eachNamed(line, "tc", [&](const pugi::xml_node& cell) {
         const pugi::xml_node properties = childNamed(cell, "tcPr");
         const pugi::xml_node down = childNamed(properties, "vMerge");
         const pugi::xml_node across = childNamed(properties, "hMerge");
         if (down) merged.push_back(place);
         if (!(goesOn(across) && mergedBefore)) {
-            // A group that nothing begins above is a cell like others.
+            // If no cell above begins the group, this is an ordinary cell.
             const bool belongsAbove =
                 goesOn(down) && std::binary_search(above.begin(), above.end(), place);
             row.push_back(belongsAbove ? std::nullopt : std::optional(cellText(cell)));

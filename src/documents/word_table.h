@@ -8,11 +8,11 @@
 namespace tarnwick::documents {
 
 // One table of a Word document: the texts of its cells as Cell(row, column) gives them, without
-// the mark that ends a cell. A row counts the cells that it has, however wide they are, from 1;
-// so rows need not be equally long.
+// the mark that ends a cell. The cells of a row are counted from 1, whatever their width, so rows
+// can differ in length.
 class WordTable {
   public:
-    // A cell that belongs to the one above it has a place in its row, but no text of its own.
+    // nullopt: a cell merged into the one above, which keeps its place in the row but has no text.
     using Row = std::vector<std::optional<QString>>;
 
     explicit WordTable(std::vector<Row> rows);
@@ -21,7 +21,7 @@ class WordTable {
     qint32 columnCount() const { return columns_; }  // of the longest row
 
     // Rows and columns count from 1. Outside the table, past the end of a short row and for a cell
-    // that belongs to the one above: "The requested member of the collection does not exist."
+    // merged into the one above: "The requested member of the collection does not exist."
     const QString& text(qint32 row, qint32 column) const;
 
   private:
@@ -29,11 +29,11 @@ class WordTable {
     qint32 columns_ = 0;
 };
 
-// The fault with the words above.
+// Throws the fault with the words above.
 [[noreturn]] void noSuchMember();
 
-// The first table in the body of a document; none when there is no table. Tables in text boxes and
-// rows that are struck out do not count. Throws PackageError for elements nested without reason.
+// The first table in the body of a document; nullopt if there is none. Tables in text boxes and
+// rows that are struck out do not count. Throws PackageError if elements are nested too deeply.
 std::optional<WordTable> firstTable(const pugi::xml_node& body);
 
 }  // namespace tarnwick::documents

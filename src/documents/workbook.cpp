@@ -25,7 +25,7 @@ struct Workbook::Content {
     struct Entry {
         QString name;
         QString part;
-        std::optional<Sheet> sheet;  // once it was asked for
+        std::optional<Sheet> sheet;  // read at the first request
     };
 
     Content(const QByteArray& bytes, const QString& name) : name(name), package(bytes) { load(); }

@@ -10,7 +10,7 @@ namespace tarnwick::documents {
 
 namespace {
 
-// Characters that XML cannot hold stand as "_x000D_".
+// Workbooks write characters that XML cannot hold as "_x000D_".
 QString unescaped(QString text) {
     for (qsizetype at = 0; (at = text.indexOf(u"_x", at)) >= 0; ++at) {
         if (at + 7 > text.size() || text[at + 6] != u'_') continue;
@@ -21,8 +21,8 @@ QString unescaped(QString text) {
     return text;
 }
 
-// The text of a shared or an inline string: plain, or in several runs. How it is pronounced
-// (phonetic runs) is not part of it.
+// The text of a shared or an inline string, either plain or in several runs. Phonetic runs (the
+// pronunciation) are not part of it.
 QString stringText(const pugi::xml_node& string) {
     QByteArray text;
     for (const pugi::xml_node& child : string.children()) {
@@ -34,7 +34,7 @@ QString stringText(const pugi::xml_node& string) {
     return unescaped(QString::fromUtf8(text));
 }
 
-// "BC12" to row and column; false when it is no such reference.
+// Parses "BC12" into row and column; false if it is not such a reference.
 bool parseReference(const char* reference, qint32& row, qint32& column) {
     qint32 letters = 0;
     const char* at = reference;
@@ -79,7 +79,7 @@ QString cellText(const pugi::xml_node& cell, const WorkbookTables& tables) {
         return value.trimmed() == "1" ? QStringLiteral("True") : QStringLiteral("False");
     if (type == "n") return numberText(value.trimmed(), format, tables.from1904);
     const QString text = unescaped(QString::fromUtf8(value));
-    return type == "str" ? format.format(text) : text;  // of a formula; an error, a date as text
+    return type == "str" ? format.format(text) : text;  // formula result; else an error or ISO date
 }
 
 }  // namespace
@@ -118,7 +118,7 @@ Sheet readSheet(const ZipPackage& package, const QString& part, const WorkbookTa
     const pugi::xml_node root = document.document_element();
     if (!isNamed(root, "worksheet")) throw PackageError(PackageError::kDamaged);
     Sheet sheet;
-    qint32 row = 0;  // writers may leave out where a row or a cell stands: it follows the last one
+    qint32 row = 0;  // a row or cell without a position follows the previous one
     for (const pugi::xml_node& line : childNamed(root, "sheetData").children()) {
         if (!isNamed(line, "row")) continue;
         row = std::clamp(attributeNamed(line, "r").as_int(row + 1), 0, kMaximumRows + 1);

@@ -9,18 +9,18 @@
 
 namespace tarnwick::documents {
 
-// What the sheets of one workbook share.
+// Data shared by the sheets of one workbook.
 struct WorkbookTables {
-    std::vector<QString> texts;         // what text cells refer to
-    std::vector<NumberFormat> formats;  // by the style of a cell
+    std::vector<QString> texts;         // shared strings that text cells refer to
+    std::vector<NumberFormat> formats;  // indexed by the style of a cell
     bool from1904 = false;              // days count from 1904
 };
 
-// The texts and formats of the parts of those names; none for an empty name. Throw PackageError.
+// Read the texts and formats from the named part; empty for an empty name. Throw PackageError.
 std::vector<QString> readTexts(const ZipPackage& package, const QString& part);
 std::vector<NumberFormat> readFormats(const ZipPackage& package, const QString& part);
 
-// The cells of the worksheet that is the part of that name. Throws PackageError.
+// Reads the cells of the worksheet in the named part. Throws PackageError.
 Sheet readSheet(const ZipPackage& package, const QString& part, const WorkbookTables& tables);
 
 }  // namespace tarnwick::documents

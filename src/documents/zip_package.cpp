@@ -10,18 +10,18 @@ namespace tarnwick::documents {
 namespace {
 
 constexpr zip_uint64_t kLargestPart = 32 << 20;  // bytes, unpacked
-// What a part may unpack to for each packed byte, once it is large: deflate reaches 1032 for
-// nothing but repetition, which no document comes near.
+// Largest allowed ratio of unpacked to packed size for a large part. Deflate reaches 1032 for pure
+// repetition; no real document comes near that.
 constexpr zip_uint64_t kLargestRatio = 300;
 constexpr zip_uint64_t kRatioCountsFrom = 1 << 20;
-// Elements and attributes of a part: each takes some 50 bytes in memory, however short its text.
+// Most elements and attributes in a part. Each takes about 50 bytes in memory, however short.
 constexpr qsizetype kMostMarkup = 8'000'000;
 
 struct FileCloser {
     void operator()(zip_file_t* file) const { zip_fclose(file); }
 };
 
-// "xl/worksheets" + "../media/x" = "xl/media/x"; a target with a slash in front starts at the root.
+// "xl/worksheets" + "../media/x" = "xl/media/x"; a target with a leading slash starts at the root.
 QString resolved(const QString& folder, const QString& target) {
     QStringList steps;
     if (!target.startsWith(u'/')) steps = folder.split(u'/', Qt::SkipEmptyParts);
@@ -86,7 +86,7 @@ QByteArray ZipPackage::part(const QString& name) const {
     while (filled < status.size &&
            (count = zip_fread(file.get(), content.data() + filled, status.size - filled)) > 0)
         filled += static_cast<zip_uint64_t>(count);
-    // The read past the end makes the library check the sum.
+    // Reading past the end makes the library verify the checksum.
     char beyond;
     if (filled != status.size || zip_fread(file.get(), &beyond, 1) != 0)
         throw PackageError(PackageError::kDamaged);
@@ -97,7 +97,7 @@ void ZipPackage::readXml(const QString& name, pugi::xml_document& document) cons
     const QByteArray content = part(name);
     if (content.count('<') + content.count('=') > kMostMarkup)
         throw PackageError(PackageError::kTooLarge);
-    // White space alone is text in a document: the blank between two runs.
+    // Keep text that is only white space: it can be the blank between two runs.
     if (!document.load_buffer(content.constData(), static_cast<std::size_t>(content.size()),
                               pugi::parse_default | pugi::parse_ws_pcdata_single))
         throw PackageError(PackageError::kDamaged);

@@ -12,7 +12,7 @@ struct zip;
 
 namespace tarnwick::documents {
 
-// What is wrong with a package; its reader turns it into a fault that names the file.
+// What is wrong with a package. Its reader turns this into a fault that names the file.
 class PackageError : public std::runtime_error {
   public:
     enum Reason { kNotAPackage, kDamaged, kEncrypted, kTooLarge, kMissingPart };
@@ -22,15 +22,15 @@ class PackageError : public std::runtime_error {
     const Reason reason;
 };
 
-// One relation of a part to another: type by the last step of its address ("worksheet"), target as
-// the full name of the part inside the package.
+// A relation from one part to another. `type` is the last step of the type's address ("worksheet"),
+// `target` the full name of the part inside the package.
 struct Relationship {
     QString type;
     QString target;
 };
 
 // The zip container of new office documents: named parts, most of them XML, and the relations
-// between them. It works on bytes in memory and refuses parts that unpack to unreasonable sizes.
+// between them. It works on bytes in memory and refuses parts that would unpack to excessive sizes.
 // Every function but contains throws PackageError.
 class ZipPackage {
   public:
@@ -43,8 +43,8 @@ class ZipPackage {
     QByteArray part(const QString& name) const;
     void readXml(const QString& name, pugi::xml_document& document) const;
 
-    // The relations of a part by their identifier; those of the package itself for an empty name.
-    // None when the part has none.
+    // The relations of a part by their identifier; of the package itself for an empty name. Empty
+    // if there are none.
     QHash<QString, Relationship> relationships(const QString& part) const;
 
   private:
@@ -55,8 +55,8 @@ class ZipPackage {
     std::unique_ptr<zip, Closer> archive_;
 };
 
-// Elements and attributes by their local name, whatever namespace prefix their writer chose. What
-// is not there is a null node or attribute.
+// Access to elements and attributes by local name, with any namespace prefix. A missing one is a
+// null node or attribute.
 std::string_view localName(const pugi::xml_node& node);
 bool isNamed(const pugi::xml_node& node, const char* name);
 QByteArray textIn(const pugi::xml_node& node);  // what stands directly in it, in all its pieces

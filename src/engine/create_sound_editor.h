@@ -6,13 +6,13 @@
 
 namespace tarnwick::engine {
 
-// The editors made with the same directory can load from each other.
+// Editors created with the same directory can load from each other.
 class EditorDirectory;
 std::shared_ptr<EditorDirectory> createEditorDirectory();
 
-// A sound editor without a sound, in a directory of its own unless one is given. Made, used and
-// destroyed on the UI thread; the destructor stops what plays and gives up what still runs: an
-// output file that is not complete leaves its target as it was.
+// Creates a sound editor without a sound, with its own directory unless one is given. Created, used
+// and destroyed on the UI thread. The destructor stops playing and cancels all work; the target of
+// an incomplete output file stays as it was. Throws a Fault if its threads cannot be started.
 std::unique_ptr<SoundEditor> createSoundEditor(std::shared_ptr<EditorDirectory> directory = {});
 
 }  // namespace tarnwick::engine

@@ -9,16 +9,16 @@
 
 namespace tarnwick::engine {
 
-// A silence in ms: start rounded up and end rounded down, so that no sound lies inside.
+// A silence in ms: start rounded up and end rounded down, so that it contains no sound.
 struct SilenceMs {
     qint32 start = 0;
     qint32 finish = 0;
 };
 
-// The sound as the UI knows it. It changes only when an event is delivered; drawing, playing and
-// exports take it from here. UI thread only.
+// The sound as the UI knows it, used for drawing, playing and exports. Changes only when an event
+// is delivered. UI thread only.
 struct DeliveredSound {
-    std::optional<sound::Timeline> timeline;  // none without a sound
+    std::optional<sound::Timeline> timeline;  // none if there is no sound
     bool analysed = false;
     bool undoAvailable = false;
     std::vector<SilenceMs> silences;  // of the last scan

@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "engine/create_sound_editor.h"
 #include "engine/failure_codes.h"
 #include "engine/output_format.h"
 #include "engine/time_text.h"
+#include "runtime/fault.h"
 #include "runtime/file_names.h"
 #include "sound/reading/source.h"
 
@@ -20,7 +22,12 @@ std::shared_ptr<EditorDirectory> createEditorDirectory() {
 }
 
 std::unique_ptr<SoundEditor> createSoundEditor(std::shared_ptr<EditorDirectory> directory) {
-    return std::make_unique<Editor>(directory ? std::move(directory) : createEditorDirectory());
+    try {
+        return std::make_unique<Editor>(directory ? std::move(directory) : createEditorDirectory());
+    } catch (const std::system_error& error) {
+        throw runtime::Fault(QStringLiteral("The sound engine cannot be started: %1")
+                                 .arg(QString::fromStdString(error.code().message())));
+    }
 }
 
 Editor::Editor(std::shared_ptr<EditorDirectory> directory)
@@ -71,7 +78,7 @@ void Editor::dropSound() {
     exports_.forget();
     playback_.stop();
     playback_.forget();
-    // The worker frees the sound with its history: that can be much to free.
+    // The worker frees the sound with its history, as that can take long.
     worker_.add([this, dropped = std::exchange(sound_, {})] { working_.drop(); });
     if (waveform_.reset())
         events_.post(EventQueue::kAnyGeneration, [this] { Q_EMIT WaveSelectionChanged(0, 0, 0); });
@@ -80,7 +87,7 @@ void Editor::dropSound() {
 
 qint32 Editor::LoadSound(const QString& path) {
     dropSound();
-    // A pipe or a device would let the opening wait for ever.
+    // Opening a pipe or a device could block forever.
     const std::filesystem::path file = runtime::pathOf(path);
     std::error_code ignored;
     if (!is_regular_file(file, ignored) || ::access(file.c_str(), R_OK) != 0)
@@ -96,7 +103,7 @@ qint32 Editor::LoadSound(const QString& path) {
 qint32 Editor::LoadFromEditor(WindowHandle form) {
     const DeliveredSound* const other = directory_->find(form);
     if (!other || !other->timeline) return refuse(kNoSound);
-    // Before the own sound is dropped: it may be the one that is asked for.
+    // Copied before this editor's sound is dropped, as that may be the requested one.
     const sound::Timeline taken = *other->timeline;
     dropSound();
     startLoading([taken](const sound::Progress&) {
@@ -107,7 +114,7 @@ qint32 Editor::LoadFromEditor(WindowHandle form) {
 }
 
 void Editor::startLoading(Opening open) {
-    // An editor that shows nothing works for another; nobody listens to it.
+    // An editor without a display works in the background and is not used for playing.
     if (waveform_.displayed()) playback_.prepare();
     events_.post([this] { Q_EMIT SoundLoadingStarted(); });
     submit([this, open = std::move(open)](const Ticket& ticket) {
@@ -117,7 +124,7 @@ void Editor::startLoading(Opening open) {
             loaded.emplace(open(progress));
             working_.set(*loaded);
         });
-        if (code == kOk) progress.percent(100);  // one that is taken over has no steps
+        if (code == kOk) progress.percent(100);  // another editor's sound reports no progress
         events_.post(ticket.generation, [this, code, loaded = std::move(loaded)] {
             fail(code);
             if (code == kOk) sound_.timeline = loaded;

@@ -16,9 +16,9 @@
 
 namespace tarnwick::engine {
 
-// The sound editor over the sound room. One worker loads, edits and scans in the order of the
-// calls, others write files, the player has its own; the UI thread is told of results by
-// events, and waits for none of them before the destructor.
+// Implements the sound editor with the sound rooms. One worker thread loads, edits and scans in the
+// order of the calls, other threads write files, and the player has its own. The UI thread gets
+// results as events and waits for the other threads only in the destructor.
 class Editor final : public SoundEditor, private Effects {
   public:
     explicit Editor(std::shared_ptr<EditorDirectory> directory);
@@ -63,7 +63,7 @@ class Editor final : public SoundEditor, private Effects {
     EncodeFormats& encodeFormats() override { return formats_; }
 
   private:
-    // What a job knows: whom it reports to, and when it is to give up.
+    // Given to each job: the generation it reports to, and the token that tells it to stop.
     struct Ticket {
         quint64 generation;
         std::stop_token stop;
@@ -76,12 +76,12 @@ class Editor final : public SoundEditor, private Effects {
                      float releasePercent) override;
 
     void dropSound();
-    // What opens the sound that is to come; on the worker.
+    // Opens the new sound. Called on the worker.
     using Opening = std::function<sound::Timeline(const sound::Progress&)>;
     void startLoading(Opening open);
     void analyse();
     void submit(Work work);
-    // A signal that changes nothing in the editor. Any thread.
+    // Posts a signal that changes nothing in the editor. Any thread.
     template <class... Parameters, class... Arguments>
     void announce(const Ticket& ticket, void (SoundEditor::*signal)(Parameters...),
                   Arguments... arguments) {
@@ -90,13 +90,14 @@ class Editor final : public SoundEditor, private Effects {
         });
     }
 
-    // Tells each percent by `signal`, and stops when the ticket's sound goes. Any thread.
+    // Progress that emits each percent by `signal` and stops when the ticket's sound is dropped.
+    // Any thread.
     sound::Progress progressOf(const Ticket& ticket, void (SoundEditor::*signal)(qint16));
 
-    // `run` edits the worker's sound and gives the new head; it throws what makes the edit fail.
+    // Edits the worker's sound and returns the new head; throws if the edit fails.
     using Edit = std::function<sound::Timeline(WorkingSound&, const sound::Progress&)>;
     qint32 startEdit(EditCommand command, Edit run);
-    // An edit that makes a new sound of the present one.
+    // Starts an edit that replaces the head and can be undone.
     qint32 startChange(EditCommand command, WorkingSound::Change change);
     qint32 refuseEdit(EditCommand command, ErrorCode code);
 
@@ -105,9 +106,9 @@ class Editor final : public SoundEditor, private Effects {
 
     void exportDone(ErrorCode code);
     qint32 refuse(ErrorCode code);
-    void fail(ErrorCode code);  // kOk is none
+    void fail(ErrorCode code);  // sets lastError_; no effect for kOk
 
-    // UI thread.
+    // Used by the UI thread.
     const std::shared_ptr<EditorDirectory> directory_;
     EventQueue events_;
     DeliveredSound sound_;
@@ -121,10 +122,10 @@ class Editor final : public SoundEditor, private Effects {
     Playback playback_;
     WaveformModel waveform_;
 
-    // The worker's.
+    // Used by the worker.
     WorkingSound working_;
 
-    // Last: their threads use all of the above.
+    // Declared last, as their threads use all of the above.
     Exports exports_;
     JobQueue worker_;
 };

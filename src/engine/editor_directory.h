@@ -7,11 +7,11 @@
 
 namespace tarnwick::engine {
 
-// Which sound editor belongs to which window, for editors that take over each other's sound. UI
-// thread.
+// Maps windows to their sound editors, so that editors can load each other's sound. UI thread.
 class EditorDirectory {
   public:
-    // An editor belongs to one window; 0 is none. A later one takes the place of an earlier one.
+    // Assigns an editor to a window; 0 is no window. Each editor has at most one window, and a
+    // later editor of a window replaces the earlier one.
     void add(WindowHandle form, const DeliveredSound* sound) {
         remove(sound);
         if (form != 0) sounds_[form] = sound;
@@ -20,7 +20,7 @@ class EditorDirectory {
         std::erase_if(sounds_, [sound](const auto& entry) { return entry.second == sound; });
     }
 
-    // The sound of a window's editor; null when the window has no editor.
+    // The sound of a window's editor; null if the window has no editor.
     const DeliveredSound* find(WindowHandle form) const {
         const auto found = sounds_.find(form);
         return found == sounds_.end() ? nullptr : found->second;

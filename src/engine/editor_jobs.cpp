@@ -9,7 +9,7 @@
 #include "sound/timeline/peak_level.h"
 #include "sound/timeline/silence_scan.h"
 
-// What the sound editor's worker does with a loaded sound: edits, analysis, scans.
+// The sound editor's operations on a loaded sound that run on the worker: edits, analysis, scans.
 
 namespace tarnwick::engine {
 
@@ -51,7 +51,7 @@ qint32 Editor::startChange(EditCommand command, WorkingSound::Change change) {
 }
 
 qint32 Editor::refuseEdit(EditCommand command, ErrorCode code) {
-    // Through the worker, so that the event comes after what was asked for before.
+    // Posted by the worker, so that the event comes after those of earlier requests.
     submit([this, command, code](const Ticket& ticket) {
         events_.post(ticket.generation, [this, command, code] {
             fail(code);
@@ -124,7 +124,6 @@ qint32 Editor::Normalize(qint32 beginMs, qint32 endMs, float percent, float, flo
                                                       const sound::Progress& progress) {
         const sound::FrameRange range{stretch->firstIn(head), stretch->endIn(head)};
         const double peak = sound::peakLevel(head, range, progress);
-        // Silence stays silence.
         if (peak == 0.0) return head;
         const double gain = std::min(percent / 100.0 / peak, sound::Timeline::kMaximumGain);
         return head.scaled(range.first, range.end, gain);
@@ -141,7 +140,7 @@ void Editor::Undo() {
 
 void Editor::analyse() {
     if (!sound_.timeline) return;
-    // The peaks belong to the source and no edit spoils them: there is nothing left to visit.
+    // The peaks belong to the source and stay valid after edits, so there is nothing to compute.
     submit([this](const Ticket& ticket) {
         announce(ticket, &SoundEditor::WaveAnalysisStarted);
         announce(ticket, &SoundEditor::WaveAnalysisPerc, qint16{100});
@@ -180,7 +179,7 @@ void Editor::scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimum
     });
     events_.post(ticket.generation, [this, code, silences = std::move(silences)] {
         fail(code);
-        sound_.silences = silences;  // none after a failure: old ones would not fit the sound
+        sound_.silences = silences;  // none after a failure, as old ones would not fit the sound
         Q_EMIT SilencePosDetectionDone(code == kOk ? 1 : 0);
     });
 }
@@ -195,10 +194,10 @@ void Editor::scanAudibleRange(const Ticket& ticket, qint16 threshold) {
             sound::audibleRange(head, threshold, {.percent = {}, .stop = ticket.stop});
         if (!range) return;
         begin = milliseconds(sound::msFloor(range->first, rate));
-        // The sound's last part of a millisecond is not told: its duration means its end.
+        // At most the duration, which is rounded down and stands for the end of the sound.
         end = milliseconds(std::min<std::int64_t>(sound::msCeil(range->end, rate), lengthOf(head)));
     });
-    // The event cannot tell of a failure; (0, 0) keeps those who wait for it from waiting on.
+    // The event cannot report a failure; (0, 0) is emitted so that callers do not wait forever.
     events_.post(ticket.generation, [this, code, begin, end] {
         fail(code);
         Q_EMIT AudibleRangeDetected(begin, end);

@@ -23,9 +23,9 @@ struct AiffOptions {
     qint32 EncodeMode = kAiff16;
 };
 
-// Output as MP3. The lists name only the constant rates that the encoder honours at a frequency,
-// the highest first; none for a frequency that MP3 does not know. A rate that is not in the list
-// is refused by the export.
+// Output as MP3. The lists hold the constant bit rates that the encoder supports at a frequency,
+// the highest first; none for a frequency that MP3 does not support. SoundExport refuses a rate
+// that is not in the list.
 class Mp3Options {
   public:
     virtual ~Mp3Options() = default;
@@ -37,17 +37,16 @@ class Mp3Options {
     double CBR = 128000.0;  // bits per second
 };
 
-// Output through one of the codecs that live inside WAV. CodecsEnum must run before the lists are
-// read; indices count from 0, a name out of range is empty. A codec's index counts round: whoever
-// lists the codecs several times over can use any copy's. The format gives the file its rate and
-// channels: those named in the export do not count.
+// Output through one of the codecs inside WAV. CodecsEnum must run before the lists are read.
+// Indices count from 0; a name out of range is empty. A codec's index wraps around, so a caller
+// that lists the codecs several times can use the index of any copy. The format determines the rate
+// and channels of the file; those given to SoundExport are ignored.
 class AcmOptions {
   public:
     virtual ~AcmOptions() = default;
     virtual void CodecsEnum() = 0;
     virtual qint16 CodecsGetCount() const = 0;
-    // `codec` as an index into the list as it is, once; -1 for a negative one and before
-    // CodecsEnum.
+    // `codec` wrapped into the range of the list; -1 if it is negative or CodecsEnum has not run.
     qint16 listedCodec(qint16 codec) const {
         const qint16 count = CodecsGetCount();
         return codec < 0 || count == 0 ? qint16{-1} : static_cast<qint16>(codec % count);
@@ -61,7 +60,7 @@ class AcmOptions {
     qint32 Reserved3 = 0;
 };
 
-// The output format of the next SoundExport; written just before it and copied by it. UI thread.
+// The output format of the next SoundExport, which copies it. UI thread.
 struct EncodeFormats {
     EncodeFormats(Mp3Options& mp3, AcmOptions& acm) : MP3(mp3), ACM(acm) {}
 

@@ -11,7 +11,7 @@ const sound::WavCodecInfo& infoOf(qint16 codec) {
     return sound::wavCodecs()[static_cast<std::size_t>(codec)];
 }
 
-// "8.000 kHz, 8 Bit, Mono"; without bits where a sample has no number of its own.
+// "8.000 kHz, 8 Bit, Mono"; without bits if the codec has no whole number of bits per sample.
 QString nameOf(const sound::AudioFormat& format) {
     const QString bits = format.bits > 0 ? QStringLiteral(" %1 Bit,").arg(format.bits) : QString();
     return QStringLiteral("%1 kHz,%2 %3")

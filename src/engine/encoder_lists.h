@@ -7,7 +7,7 @@
 
 namespace tarnwick::engine {
 
-// The bit rates of MP3, as the encoder tells them, the highest first. UI thread.
+// The bit rates that the MP3 encoder supports, the highest first. UI thread.
 class Mp3Rates final : public Mp3Options {
   public:
     qint32 CBR_GetCount(qint32 frequencyHz) const override;
@@ -16,10 +16,10 @@ class Mp3Rates final : public Mp3Options {
   private:
     const std::vector<int>& rates(qint32 frequencyHz) const;
 
-    mutable std::map<qint32, std::vector<int>> known_;  // by frequency: asking takes time
+    mutable std::map<qint32, std::vector<int>> known_;  // by frequency, as asking is slow
 };
 
-// The codecs that are written into WAV. UI thread.
+// The codecs that WAV files can be written with. UI thread.
 class WavCodecs final : public AcmOptions {
   public:
     void CodecsEnum() override { listed_ = true; }

@@ -31,7 +31,7 @@ void EventQueue::customEvent(QEvent*) {
             if (events_.empty()) return;
             event = std::move(events_.front());
             events_.pop_front();
-            // A delivery that runs an event loop (a message box does) must not hold up the rest.
+            // A delivery that runs an event loop, like a message box, must not hold up the rest.
             if (!events_.empty()) wake();
         }
         if (event.generation == kAnyGeneration || event.generation == generation_) event.deliver();

@@ -7,10 +7,10 @@
 
 namespace tarnwick::engine {
 
-// Carries events from any thread to the UI thread, where the event loop delivers them one after
-// the other in the order of posting. Each belongs to a generation, the life of one sound: what was
-// posted for an earlier one is dropped. A delivery may post, start a generation, run an event loop
-// of its own (the rest is then delivered from there) or destroy the queue.
+// Carries events from any thread to the UI thread, where the event loop delivers them one by one in
+// the order of posting. Each belongs to a generation, the lifetime of one sound; events of an
+// earlier generation are dropped. A delivery may post events, start a generation, run its own event
+// loop (which then delivers the rest) or destroy the queue.
 class EventQueue : public QObject {
   public:
     using Delivery = std::function<void()>;
@@ -33,7 +33,7 @@ class EventQueue : public QObject {
         Delivery deliver;
     };
 
-    void wake();  // mutex_ is held
+    void wake();  // call with mutex_ held
 
     std::mutex mutex_;
     std::deque<Event> events_;

@@ -16,17 +16,17 @@ namespace tarnwick::engine {
 
 namespace {
 
-// A short file takes longer to be safely on disk than to be written: while some wait for the disk,
-// others work.
+// Flushing a short file to disk takes longer than writing it, so some writers work while others
+// wait for the disk.
 constexpr int kWriters = 6;
 
-// As many symbolic links in a row as the system follows.
+// The number of nested symbolic links that the system follows.
 constexpr int kMostLinks = 40;
 
-// The same for every spelling of a target and for the links to it: the folder itself and the name
-// in it, without regard to case, which not every file system has.
+// A key that is the same for every spelling of a target and for links to it: the identity of its
+// folder and the name in it, case-folded because some file systems ignore case.
 std::string keyOf(std::filesystem::path target) {
-    // By hand, since a link may name a file that a call before has yet to write.
+    // Resolved by hand, since a link may point to a file that an earlier call has yet to write.
     std::error_code error;
     for (int links = 0; links < kMostLinks && is_symlink(symlink_status(target, error)); ++links)
         target = target.parent_path() / read_symlink(target, error);
@@ -41,8 +41,8 @@ std::string keyOf(std::filesystem::path target) {
     return place + '/' + name.normalized(QString::NormalizationForm_C).toCaseFolded().toStdString();
 }
 
-// Editors that write the same target take turns: a file that stands in its place is either of the
-// call before, which is to be replaced, or somebody else's.
+// Lets editors that write the same target take turns. A file found there then comes either from the
+// previous call, and is replaced, or from another program.
 class Turn {
   public:
     explicit Turn(std::string key) : key_(std::move(key)) {

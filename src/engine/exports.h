@@ -15,20 +15,20 @@
 namespace tarnwick::engine {
 
 // Writes stretches of the sound to files, several at a time, from the sound as it was at the call.
-// Calls with the same target write it one after the other in their order. UI thread.
+// Calls with the same target are written one after the other in their order. UI thread.
 class Exports {
   public:
-    // `done` is told the code of each export on the UI thread, in the order of the calls.
+    // `done` is called with the code of each export on the UI thread, in the order of the calls.
     Exports(EventQueue& events, std::function<void(ErrorCode)> done);
-    ~Exports();  // gives up what is not complete
+    ~Exports();  // cancels incomplete exports
 
     void add(const sound::Timeline& timeline, qint64 first, qint64 end,
              const sound::OutputFormat& output, const QString& path);
 
-    // Another sound comes: what was asked for is still written, but nobody is told.
+    // Call when the sound is replaced: pending exports are still written but not reported.
     void forget() { pending_ = 0; }
 
-    qint32 pending() const { return pending_; }  // not told of yet
+    qint32 pending() const { return pending_; }  // exports not reported yet
 
   private:
     struct Outcome {
@@ -36,17 +36,17 @@ class Exports {
         ErrorCode code;
     };
 
-    void ended(quint64 call, Outcome outcome);  // writers' threads
+    void ended(quint64 call, Outcome outcome);  // called on the writers' threads
 
     EventQueue& events_;
     std::function<void(ErrorCode)> done_;
     qint32 pending_ = 0;
     quint64 calls_ = 0;
     std::mutex mutex_;
-    quint64 told_ = 0;                     // calls that an event was posted for
+    quint64 told_ = 0;                     // number of calls that an event was posted for
     std::map<quint64, Outcome> outcomes_;  // of calls that ended before an earlier one
     std::stop_source ending_;
-    JobQueue writers_;  // last: its threads use the others
+    JobQueue writers_;  // declared last, as its threads use the other members
 };
 
 }  // namespace tarnwick::engine

@@ -8,7 +8,7 @@
 
 namespace tarnwick::engine {
 
-// A failure that the sound room does not know.
+// A failure that does not come from the sound rooms.
 class EditorError : public std::runtime_error {
   public:
     EditorError(ErrorCode code, const char* what) : std::runtime_error(what), code_(code) {}
@@ -20,10 +20,10 @@ class EditorError : public std::runtime_error {
 
 ErrorCode codeOf(sound::SoundFailure failure);
 
-// The code of any exception. A cancelled job has one too, but nobody is told of it.
+// The code of any exception. A cancelled job has one too, but it is never reported.
 ErrorCode codeOf(const std::exception& error);
 
-// Runs `work` and turns what it throws into a code.
+// Runs `work` and converts an exception to its code.
 template <class Work>
 ErrorCode attempt(Work&& work) {
     try {

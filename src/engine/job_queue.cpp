@@ -41,7 +41,7 @@ void JobQueue::add(Job job, std::string key) {
     changed_.notify_one();
 }
 
-// The first job that waits for no other of its key; mutex_ is held.
+// The first job that need not wait for another with its key. Call with mutex_ held.
 std::list<JobQueue::Entry>::iterator JobQueue::nextReady() {
     return std::find_if(jobs_.begin(), jobs_.end(), [this](const Entry& entry) {
         if (entry.running) return false;
@@ -60,10 +60,10 @@ void JobQueue::run() {
         Job job = std::move(entry->job);
         lock.unlock();
         job();
-        job = nullptr;  // what it held can be much to free
+        job = nullptr;  // outside the lock, as freeing what it holds can take long
         lock.lock();
         jobs_.erase(entry);
-        changed_.notify_all();  // a job of the same key may wait
+        changed_.notify_all();  // a job with the same key may be waiting
     }
 }
 

@@ -10,9 +10,9 @@
 
 namespace tarnwick::engine {
 
-// Threads that run jobs in the order in which they were added. With more than one thread several
-// jobs run at a time, but those with the same key still one after the other in their order. A job
-// must not throw. The destructor drops the jobs that wait and joins those that run.
+// Runs jobs on its threads in the order in which they were added. With more than one thread several
+// jobs run at a time, but those with the same key still run one after the other in their order. A
+// job must not throw. The destructor drops waiting jobs and waits for running ones.
 class JobQueue {
   public:
     using Job = std::function<void()>;
@@ -37,9 +37,9 @@ class JobQueue {
 
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::list<Entry> jobs_;  // those that run are still in it
+    std::list<Entry> jobs_;  // includes those that are running
     bool ending_ = false;
-    std::vector<std::jthread> threads_;  // last: they use the others
+    std::vector<std::jthread> threads_;  // declared last, as they use the other members
 };
 
 }  // namespace tarnwick::engine

@@ -7,12 +7,12 @@
 
 namespace tarnwick::engine {
 
-// The hand-off from an engine event to the next step. An event's handler only arms the timer;
-// 100 ms later the timer disables itself and runs its continuation, outside the event. Arming it
-// again before it fires merges with the first. UI thread.
+// Hands off from an engine event to the next step. The event's handler only arms the timer; 100 ms
+// later the timer stops itself and runs its continuation, outside the event. Arming it again before
+// it fires has no effect. UI thread.
 class OneShotTimer {
   public:
-    // `timer` is the form's own, at rest; it outlives this object.
+    // `timer` belongs to the form and must outlive this object.
     OneShotTimer(const runtime::FailurePath& failure, QTimer& timer,
                  std::function<void()> continuation)
         : timer_(timer) {
@@ -32,7 +32,7 @@ class OneShotTimer {
     void arm() {
         if (!timer_.isActive()) timer_.start();
     }
-    // Forgets an arming: what was to follow belongs to a sound that is gone.
+    // Cancels the continuation, for use when the sound it belongs to is gone.
     void disarm() { timer_.stop(); }
     bool armed() const { return timer_.isActive(); }
 

@@ -14,11 +14,11 @@ using sound::OutputFormat;
 using Chosen = std::optional<OutputFormat>;  // none for settings that no file can have
 
 struct Depth {
-    int bits = 0;  // 0 where the mode has no meaning
+    int bits = 0;  // 0 if the mode has no meaning
     bool floating = false;
 };
 
-// By WavEncodeMode and AiffEncodeMode.
+// Indexed by WavEncodeMode and AiffEncodeMode.
 constexpr std::array<Depth, 5> kWavDepths = {
     {{8, false}, {16, false}, {24, false}, {32, false}, {32, true}}};
 constexpr std::array<Depth, 6> kAiffDepths = {
@@ -46,7 +46,7 @@ Chosen mp3(const Mp3Options& options, qint32 frequencyHz, qint32 channels) {
 }
 
 Chosen wavCodec(const AcmOptions& options) {
-    // What has not been listed cannot have been chosen.
+    // Before CodecsEnum the count is 0, so no format can be chosen.
     if (options.FormatIndex < 0 ||
         options.FormatIndex >= options.FormatsGetCount(options.CodecIndex))
         return {};

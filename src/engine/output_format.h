@@ -6,8 +6,8 @@
 
 namespace tarnwick::engine {
 
-// What an export is to be written as, from the settings as they are now. Frequency and channels
-// are those of the codec's format where one was chosen. kBadFormat for settings that no file can
+// Sets `output` to the format that the present settings choose. If they choose a codec, the
+// frequency and channels come from its format. Returns kBadFormat for settings that no file can
 // have.
 ErrorCode outputFormat(const EncodeFormats& formats, qint32 frequencyHz, qint32 channels,
                        sound::OutputFormat& output);

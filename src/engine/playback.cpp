@@ -25,8 +25,8 @@ sound::PlayerEvents Playback::playerEvents() {
 }
 
 void Playback::play(const sound::Timeline& timeline, qint64 first, qint64 end) {
-    // After stop() the player reports nothing more of what played before, so that its next report
-    // can only be of this one.
+    // After stop() the player reports nothing more about what played before, so its next report is
+    // about this one.
     player_.stop();
     playing_ = ++play_;
     rate_ = timeline.format().rate;
@@ -53,7 +53,7 @@ void Playback::stop() {
     if (!active()) return;
     player_.stop();
     state_ = State::AtRest;
-    // Also when the sound goes: whoever follows the playing must hear that it is over.
+    // Any generation: listeners must learn that playing is over even if the sound is dropped.
     events_.post(EventQueue::kAnyGeneration, [this] { Q_EMIT editor_.SoundPlaybackStopped(); });
 }
 
@@ -64,7 +64,7 @@ qint32 Playback::positionMs() const {
 }
 
 double Playback::exactMs() const {
-    return rate_ == 0 ? 0.0 : static_cast<double>(player_.position()) * 1000.0 / rate_;
+    return static_cast<double>(player_.position()) * 1000.0 / rate_;
 }
 
 void Playback::report(Signal signal) {

@@ -11,27 +11,28 @@
 
 namespace tarnwick::engine {
 
-// What plays, and its events on the editor, in the order in which an operator would see them:
-// whatever was asked for while the sound was ending by itself is silent. UI thread.
+// Plays the sound and emits the editor's playback events in an order that makes sense to an
+// operator: a request made after the sound has ended by itself, but before that is delivered, emits
+// no event. UI thread.
 class Playback {
   public:
-    // `failed` is told why playing broke off, just before SoundPlaybackStopped.
+    // `failed` is called with the reason if playing fails, just before SoundPlaybackStopped.
     Playback(SoundEditor& editor, EventQueue& events, std::function<void(ErrorCode)> failed);
 
-    // A sound is coming that may be played.
+    // Call when a sound that may be played is about to be loaded.
     void prepare() { player_.prepare(); }
 
-    // Plays the frames [first, end) instead of what plays now.
+    // Plays the frames [first, end). Stops what is playing now.
     void play(const sound::Timeline& timeline, qint64 first, qint64 end);
     void pause();
     void resume();
-    void stop();    // no effect when nothing plays
-    void forget();  // position 0 again, once stopped
+    void stop();    // no effect if nothing is playing
+    void forget();  // resets the position to 0; call after stop()
 
     bool active() const { return state_ != State::AtRest; }  // playing or paused
     bool running() const { return state_ == State::Playing; }
     qint32 positionMs() const;  // stays where the last playing ended
-    double exactMs() const;     // the same, to the frame
+    double exactMs() const;     // the same, exact to the frame; only while active
 
   private:
     enum class State { AtRest, Playing, Paused };
@@ -39,7 +40,7 @@ class Playback {
 
     sound::PlayerEvents playerEvents();
     void report(Signal signal);
-    void ended(quint64 play, ErrorCode code);  // an event of the player, delivered
+    void ended(quint64 play, ErrorCode code);  // delivery of the player's event
 
     SoundEditor& editor_;
     EventQueue& events_;
@@ -47,9 +48,9 @@ class Playback {
     State state_ = State::AtRest;
     quint64 play_ = 0;              // counts the calls of play()
     quint64 over_ = 0;              // the last of them that ended by itself
-    std::atomic<quint64> playing_;  // play_ as the player's thread may know it
+    std::atomic<quint64> playing_;  // play_ for the player's thread
     int rate_ = 0;                  // of what played last, 0 before that
-    sound::Player player_;          // last: its thread uses the others
+    sound::Player player_;          // declared last, as its thread uses the other members
 };
 
 }  // namespace tarnwick::engine

@@ -13,17 +13,17 @@ namespace tarnwick::engine {
 // A sound editor: holds at most one sound with its undo history, edits, analyses, plays and
 // writes it.
 //
-// Times are milliseconds from the start of the sound as it now stands, with all edits applied; an
-// end of -1 is the end of the sound, and so is any position at or past GetSoundDuration. Durations
-// and positions given out are rounded down.
+// Times are milliseconds from the start of the present sound, with all edits applied. An end of -1
+// is the end of the sound, and so is any position at or past GetSoundDuration. Returned durations
+// and positions are rounded down.
 //
-// Where a function names an ending event, it returns at once, the work goes on on the editor's own
-// threads, and the event is delivered later from the event loop of the UI thread, in the order of
-// the work. An operation that returns an ErrorCode other than kOk was refused: no event follows,
-// except for edits, which end in SoundEditDone(command, 0) when they are refused, too. SoundPlay,
-// which has no code to return, then ends in SoundPlaybackStopped.
-// Closing or replacing the sound makes what still runs for it silent: it reports nothing more, but
-// output files that were asked for are completed.
+// A function that names an ending event returns at once and works on the editor's own threads. The
+// event is delivered later from the event loop of the UI thread, in the order of the work. An
+// operation that returns an ErrorCode other than kOk was refused, and no event follows. The
+// exceptions are edits, which then also end with SoundEditDone(command, 0), and SoundPlay, which
+// has no code to return and then ends with SoundPlaybackStopped. After the sound was closed or
+// replaced, work still under way for it reports nothing more, but requested output files are
+// completed.
 //
 // All functions and signals: UI thread. Nothing throws.
 class SoundEditor : public QObject {
@@ -34,24 +34,26 @@ class SoundEditor : public QObject {
 
     virtual void InitEditor(WindowHandle form) = 0;  // first call on an editor
     virtual void EnableUndo(qint32 mode) = 0;        // 1: keep an undo history
-    // 100, for those who give sounds a head and a tail of so many ms: SilencePositionsDetect tells
-    // the audible range instead of silences, silence inserted at the end makes the duration a whole
-    // number of ms, and where ms fall between frames silences come out shorter: so that edited
-    // heads and tails are within a ms of what was asked.
+    // Option 100 is for callers that give sounds a head and a tail of a certain length:
+    // SilencePositionsDetect reports the audible range instead of silences, silence inserted at the
+    // end makes the duration a whole number of ms, and silences are rounded down if their ms fall
+    // between frames. So edited heads and tails are within 1 ms of the requested length.
     virtual void SetEditorOption(qint16 option) = 0;
     virtual void SetLoadMode(qint32 mode) = 0;  // 0, before each LoadSound
 
-    // Replaces the sound; the old one is gone at once, also when the call is refused. Ends with
-    // SoundLoadingDone. `path`: full path, WAV, AIFF or MP3, told by content, not by name.
+    // Replaces the sound; the old one is dropped at once, even if the call is refused. Ends with
+    // SoundLoadingDone. `path` is the full path of a WAV, AIFF or MP3 file, recognised by content,
+    // not by name.
     virtual qint32 LoadSound(const QString& path) = 0;
     virtual void SoundClose() = 0;
-    // Takes over, as a new sound without a history, what the editor of another window (or this one)
-    // holds. Ends with SoundLoadingDone. Refused where that editor has no sound: the own one stays.
+    // Loads the sound of the editor of another window (or of this one) as a new sound without a
+    // history. Ends with SoundLoadingDone. Refused if that editor has no sound; this editor then
+    // keeps its own.
     virtual qint32 LoadFromEditor(WindowHandle form) = 0;
     virtual qint32 LastError() const = 0;  // of the last failure, an ErrorCode
 
     virtual qint32 GetSoundDuration() const = 0;  // ms, 0 without a sound
-    // "00:00:00.000"; a negative time has a minus sign in front. Extra arguments are 0 and 1.
+    // "00:00:00.000"; negative times begin with a minus sign. `mode` is 0 and `decimals` is 1.
     virtual QString FormatMs(qint32 ms, qint32 mode, qint32 decimals) const = 0;
 
     virtual void SoundPlay() = 0;
@@ -59,31 +61,31 @@ class SoundEditor : public QObject {
     virtual void SoundPause() = 0;
     virtual void SoundResume() = 0;
     virtual void SoundStop() = 0;
-    // In ms; stays where the last playing ended or was stopped.
+    // In ms. Stays where playing last ended or was stopped.
     virtual qint32 GetPlaybackPosition() const = 0;
 
-    // Edits; each stops what plays and ends with SoundEditDone. One that is asked for before the
-    // event of another works on the result of that.
+    // Edits; each stops playing and ends with SoundEditDone. An edit requested before the event of
+    // another works on the result of that one.
     virtual qint32 DeleteRange(qint32 beginMs, qint32 endMs) = 0;
     virtual qint32 InsertSilence(qint32 positionMs, qint32 lengthMs) = 0;
-    // Cuts what lies at or under `threshold` (0 to 32767) in all channels inside the range, nothing
-    // else. Between two louder places of the range only what lasts `mode` ms (at least 1) counts,
-    // so that a wave keeps its passages through zero; at the edges of the range everything counts.
+    // Cuts stretches of the range in which all channels are at or under `threshold` (0 to 32767).
+    // Between two louder places of the range, only stretches of at least `mode` ms (at least 1) are
+    // cut, so that zero crossings stay; at the edges of the range, stretches of any length.
     virtual qint32 RemoveSilence(qint32 beginMs, qint32 endMs, qint16 threshold, qint32 mode) = 0;
     virtual bool UndoAvailable() const = 0;
     virtual void Undo() = 0;
 
-    // Finds every longest stretch of at least `minimumMs` in which all channels stay at or under
+    // Finds every maximal stretch of at least `minimumMs` in which all channels stay at or under
     // `threshold` (0 to 32767). Ends with SilencePosDetectionDone, or with AudibleRangeDetected in
     // an editor with option 100.
     virtual qint32 SilencePositionsDetect(qint16 threshold, qint32 minimumMs, qint32 mode) = 0;
     virtual qint32 SilencePositionsGetCount() const = 0;
-    // Silence `index` from 0, start rounded up and end rounded down; (0, 0) out of range.
+    // Silence `index`, from 0; start rounded up and end rounded down. (0, 0) out of range.
     virtual void SilencePositionsGetRange(qint32 index, qint32& startMs, qint32& endMs) const = 0;
 
-    // Writes the stretch in the format of encodeFormats() as it is at this moment, from a snapshot
-    // of the sound. Ends with SoundExportDone, one event for each, in the order of the calls. The
-    // target is replaced whole or not at all. An empty path is refused and does no harm.
+    // Writes the stretch in the present format of encodeFormats(), from a snapshot of the sound.
+    // Ends with SoundExportDone, one event per call, in the order of the calls. The target is
+    // replaced completely or not at all. An empty path is refused and does no harm.
     virtual qint32 SoundExport(qint32 frequencyHz, qint32 channels, qint32 mode, qint32 beginMs,
                                qint32 endMs, const QString& path) = 0;
     // Exports of the present sound whose SoundExportDone has not been delivered yet.
@@ -104,10 +106,10 @@ class SoundEditor : public QObject {
     void WaveAnalysisPerc(qint16 percent);
     void WaveAnalysisDone();
     void SilencePosDetectionDone(qint32 bResult);
-    // Begin rounded down, end rounded up; (0, 0) when nothing is audible, and after a failure.
+    // Begin rounded down, end rounded up; (0, 0) if nothing is audible, and after a failure.
     void AudibleRangeDetected(qint32 beginMs, qint32 endMs);
     void SoundExportDone(qint32 bResult);
-    // For those who append sounds by automation; no operation of the editor itself ends so.
+    // For callers that append sounds by automation; no operation of the editor ends with it.
     void AppendAutomationDone(qint32 bResult);
     void SoundPlaybackStarted();
     void SoundPlaybackPaused();

@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-// Codes that the sound editor gives out.
+// Codes used by the sound editor.
 
 namespace tarnwick::engine {
 
@@ -19,15 +19,15 @@ enum EditCommand : qint16 {
 // First argument of WaveMouseNotification. Kind 3 asks for the selection to be cleared.
 enum MouseNotification : qint16 { kMouseClearsSelection = 3 };
 
-// Results of operations and values of LastError. 0 is success, everything else a failure.
+// Results of operations and values of LastError. 0 is success, every other value a failure.
 enum ErrorCode : qint32 {
     kOk = 0,                // no error
     kNoMemory = -2,         // memory or disk space ran out
     kNoSound = -3,          // no sound is loaded
     kFileNotFound = -4,     // the file does not exist or cannot be opened for reading
-    kNotASound = -5,        // the file is no sound file of a known kind, or holds no sound
+    kNotASound = -5,        // the file is not a sound file of a known kind, or holds no sound
     kDamaged = -6,          // the sound file is damaged or cannot be read to its end
-    kSourceChanged = -7,    // the loaded file was changed in place behind the editor's back
+    kSourceChanged = -7,    // another program changed the loaded file in place
     kBadRange = -8,         // a position or length is negative, reversed or too large
     kBadFormat = -9,        // the output format, rate or channel count is not supported
     kWriteFailed = -10,     // the output file cannot be created or written

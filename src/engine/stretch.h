@@ -11,30 +11,30 @@
 
 namespace tarnwick::engine {
 
-// Where milliseconds lie in a sound.
+// Converts positions in milliseconds to frames of a sound.
 
 // The length of a sound in ms, rounded down.
 inline qint64 lengthOf(const sound::Timeline& timeline) {
     return sound::msFloor(timeline.frames(), timeline.format().rate);
 }
 
-// The same as the contract's functions give it.
+// The same, limited to 32 bits as in the contract.
 inline qint32 durationOf(const sound::Timeline& timeline) {
     return static_cast<qint32>(
         std::min<qint64>(lengthOf(timeline), std::numeric_limits<qint32>::max()));
 }
 
-// A position as a caller meant it. What the caller knew as the end stays the end, even when an
-// edit that runs before moves it.
+// A position as the caller meant it. If it was the end of the sound at the call, it stays the end,
+// even if an earlier edit that has not run yet moves that.
 class Position {
   public:
-    // `ms` of a sound of `durationMs`; none when it is negative and not -1.
+    // `ms` in a sound of `durationMs`; none if it is negative and not -1.
     static std::optional<Position> of(qint32 ms, qint32 durationMs) {
         if (ms < -1) return {};
         return Position(ms, ms == -1 || (ms > 0 && ms >= durationMs));
     }
 
-    // `frameAt`: how a time between two frames is taken.
+    // `frameAt` rounds a time between two frames.
     qint64 frameIn(const sound::Timeline& timeline,
                    std::int64_t (*frameAt)(std::int64_t, int) = sound::frameAt) const {
         if (end_ || (ms_ > 0 && ms_ >= lengthOf(timeline))) return timeline.frames();
@@ -52,12 +52,12 @@ class Position {
     bool end_;
 };
 
-// From one position to another. A reversed stretch is an empty one.
+// From one position to another. A reversed stretch counts as empty.
 struct Stretch {
     Position begin;
     Position end;
 
-    // None when a position is negative and not -1.
+    // None if a position is negative and not -1.
     static std::optional<Stretch> of(qint32 beginMs, qint32 endMs, qint32 durationMs) {
         const auto begin = Position::of(beginMs, durationMs);
         const auto end = Position::of(endMs, durationMs);
@@ -72,7 +72,7 @@ struct Stretch {
         return std::max(end.frameIn(timeline), firstIn(timeline));
     }
 
-    // The frames of the stretch, and those that it cuts through.
+    // The frames of the stretch, including those it covers only in part.
     sound::FrameRange outwardIn(const sound::Timeline& timeline) const {
         const qint64 first = begin.frameIn(timeline, sound::frameFloor);
         return {first, std::max(end.frameIn(timeline, sound::frameCeil), first)};

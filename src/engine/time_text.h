@@ -4,7 +4,7 @@
 
 namespace tarnwick::engine {
 
-// "00:00:00.000"; a negative time has a minus sign in front, and hours go past 99.
+// "00:00:00.000"; negative times begin with a minus sign, and hours can exceed 99.
 QString timeText(qint32 ms);
 
 }  // namespace tarnwick::engine

@@ -4,8 +4,8 @@
 
 namespace tarnwick::engine {
 
-// The part of a sound that a display shows, in ms. An end of -1 is the end of the sound, also of
-// the sound as it will be after an edit.
+// The part of a sound that a display shows, in ms. An end of -1 is the end of the sound and follows
+// it when an edit moves it.
 struct ViewRange {
     qint32 begin = 0;
     qint32 end = -1;
@@ -16,15 +16,15 @@ struct ViewRange {
 // Zooming stops at a view of this length.
 inline constexpr qint32 kShortestViewMs = 10;
 
-// The view with its end told in ms.
+// The view with an end of -1 replaced by the end of the sound.
 ViewRange resolved(ViewRange view, qint32 durationMs);
 
-// Half and twice the view around `centreMs`, moved to lie inside the sound. The shortest view, and
-// the whole sound, are where they end. Without a sound (duration 0) the view stays.
+// Halve or double the view around `centreMs`, and move it to lie inside the sound. Limited to the
+// shortest view and the whole sound. Without a sound (duration 0) the view stays.
 ViewRange zoomedIn(ViewRange view, double centreMs, qint32 durationMs);
 ViewRange zoomedOut(ViewRange view, double centreMs, qint32 durationMs);
 
-// The view that a selection fills; a cursor or a very short selection gets the shortest view
+// The view that shows just the selection; for a cursor or a very short selection, the shortest view
 // around it.
 ViewRange zoomedTo(ViewRange selection, qint32 durationMs);
 

@@ -11,11 +11,11 @@ namespace tarnwick::engine {
 
 class SoundEditor;
 
-// What an editor's display shows: the view, the selection, the settings, and the sound to paint
-// from. The events go out on the editor before a call returns. UI thread.
+// What an editor's display shows: the view, the selection, the settings, and the sound to paint.
+// The editor emits the events before a call returns. UI thread.
 class WaveformModel final : public Waveform {
   public:
-    // `analyse` starts the analysis. All references outlive this object.
+    // `analyse` starts the analysis. All references must outlive this object.
     WaveformModel(SoundEditor& editor, const DeliveredSound& sound, const Playback& playback,
                   std::function<void()> analyse);
 
@@ -45,12 +45,12 @@ class WaveformModel final : public Waveform {
 
     void notifyMouse(qint16 kind) override;
 
-    // An edit was delivered: the picture is out of date, and a selection ends with the sound; one
-    // that lies wholly behind its end is cleared.
+    // Call when an edit was delivered. Marks the picture as out of date and clips the selection to
+    // the sound; one that lies entirely past the end is cleared.
     void soundEdited();
 
-    // The sound went away: the whole of the next one is shown, nothing of it selected. True when
-    // there was a selection; the caller tells of its end.
+    // Call when the sound was dropped. The next sound is then shown completely, without a
+    // selection. Returns true if there was a selection; the caller must report that it is gone.
     bool reset();
 
     bool displayed() const { return displayed_; }  // Create was called

@@ -6,8 +6,8 @@
 
 namespace tarnwick::engine {
 
-// The record that GetSettings fills and SetSettings applies: 100 bytes, read whole, changed in
-// place, written back. Only the fields below have a meaning.
+// The record that GetSettings fills and SetSettings applies: 100 bytes that callers read, change in
+// place and write back. Only the fields below have a meaning.
 class WaveformSettings {
   public:
     static constexpr std::size_t kSize = 100;

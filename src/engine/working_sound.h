@@ -10,9 +10,9 @@
 
 namespace tarnwick::engine {
 
-// The sound as the worker has it: with every edit that has run, whether or not the UI has been
-// told of it yet, and what came before each of them. Worker thread only. What throws leaves all as
-// it was; the failure has a code.
+// The worker's sound: includes every edit that has run, whether or not the UI knows of it yet, and
+// the undo history. Worker thread only. A function that throws changes nothing; codeOf() gives the
+// code.
 class WorkingSound {
   public:
     using Change = std::function<sound::Timeline(const sound::Timeline&, const sound::Progress&)>;
@@ -20,12 +20,12 @@ class WorkingSound {
     void set(sound::Timeline timeline);  // a new sound, without a history
     void drop();
 
-    // The sound as it now stands. Throws when it has none, or its file was changed in place.
+    // The present sound. Throws if there is none, or its file was changed in place.
     const sound::Timeline& head() const;
 
-    // Both give the new head. An edit throws too when the sound would grow past what 32-bit
-    // milliseconds can tell; without `keepUndo` the way back is given up. An undo throws too when
-    // there is nothing to undo.
+    // Both return the new head. edit() also throws if the duration would not fit 32-bit
+    // milliseconds; without `keepUndo` it clears the history. undo() also throws if there is
+    // nothing to undo.
     const sound::Timeline& edit(const Change& change, bool keepUndo,
                                 const sound::Progress& progress);
     const sound::Timeline& undo();

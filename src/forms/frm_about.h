@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QDialog>
+#include <QLabel>
 
-#include "forms/design.h"
 #include "forms/logo.h"
+#include "forms/units.h"
 
 namespace tarnwick::forms {
 

@@ -1,12 +1,19 @@
 #pragma once
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTimer>
 #include <QWidget>
 #include <array>
 
-#include "forms/design.h"
+#include "forms/units.h"
 
 namespace tarnwick::forms {
 
@@ -133,7 +140,7 @@ class frmBatchProcessor : public QWidget {
     void makeProgressGroup();
     void makeButtons();
     void makeParked();
-    void makeTimers();
+    void makeLame();
     void makeSilence();
     void makeNormalization();
     void makeOutput();

@@ -4,7 +4,8 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "forms/design.h"
+#include "forms/fonts.h"
+#include "forms/makers.h"
 
 namespace tarnwick::forms {
 
@@ -18,11 +19,11 @@ constexpr int kMargin = 8;  // kept free beside a control that was scrolled to
 
 }  // namespace
 
-frmFrame::frmFrame() : mdiArea(new QMdiArea(this)) {
+frmFrame::frmFrame() {
     setObjectName(QStringLiteral("frmFrame"));
     setFont(uiFont());
     setGeometry(rectOf({120, 450, 13830, 10635}));
-    mdiArea->setObjectName(QStringLiteral("mdiArea"));
+    Maker(this).control(NAMED(mdiArea));
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setBackground(palette().window());

@@ -1,25 +1,23 @@
 #include "forms/frm_main.h"
 
-#include "forms/scaling.h"
+#include "forms/fonts.h"
+#include "forms/makers.h"
 
 namespace tarnwick::forms {
 
-namespace {
-
-constexpr int kTimerMs = 100;
-
-}  // namespace
+using namespace Qt::Literals::StringLiterals;
 
 // The order of making is the tab order.
 frmMain::frmMain(QWidget* parent) : QWidget(parent) {
-    setObjectName(QStringLiteral("frmMain"));
-    setWindowTitle(QStringLiteral("Tarnwick"));
+    setObjectName(u"frmMain"_s);
+    setWindowTitle(u"Tarnwick"_s);
     setFont(uiFont());
     makeMenus();
-    makeTimers();
-    frTarnwick = new QFrame(this);
-    frTarnwick->setObjectName(QStringLiteral("frTarnwick"));
-    frTarnwick->setFrameShape(QFrame::NoFrame);
+    const Maker in(this);
+    in.timers({NAMED(TimerMenuEnabler), NAMED(TimerReload), NAMED(TimerDisplayWaveform),
+               NAMED(TimerPlaybackPos), NAMED(EDTTimerSilencePosDetectionDone),
+               NAMED(EDTTimerSoundExportDone)});
+    in.control(NAMED(frTarnwick));
     makeWaveform();
     makeAction();
     makeEdit();
@@ -29,56 +27,30 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
     makeFiles();
     makeSpecs();
     makeList();
-    makeProgressFrames();
+    makeLoadFiles();
+    makeExportFiles();
     makePreferences();
 }
 
-void frmMain::makeTimers() {
-    const auto timer = [this](const char* name) {
-        auto* made = new QTimer(this);
-        made->setObjectName(QLatin1String(name));
-        made->setInterval(kTimerMs);
-        return made;
-    };
-    TimerMenuEnabler = timer("TimerMenuEnabler");
-    TimerReload = timer("TimerReload");
-    TimerDisplayWaveform = timer("TimerDisplayWaveform");
-    TimerPlaybackPos = timer("TimerPlaybackPos");
-    EDTTimerSilencePosDetectionDone = timer("EDTTimerSilencePosDetectionDone");
-    EDTTimerSoundExportDone = timer("EDTTimerSoundExportDone");
+void frmMain::makeLoadFiles() {
+    Maker(frTarnwick)
+        .overlayFrame(NAMED(frLoadFiles), u"Loading Script File..."_s, {3600, 280, 6300, 2640});
+    const Maker in(frLoadFiles);
+    in.label(NAMED(lbImporting), u"Importing Script File..."_s, {300, 540, 5700, 240});
+    in.progress(NAMED(pbLoadingScript), {300, 870, 5700, 255});
+    in.label(NAMED(Label29), u"File Names"_s, {300, 1380, 1200, 300});
+    in.text(NAMED(txbScript), Label29->text(), {1560, 1380, 4440, 330}).readOnly();
+    in.label(NAMED(Label28), u"Audio"_s, {300, 1890, 1200, 300});
+    in.text(NAMED(txbAudio), Label28->text(), {1560, 1890, 4440, 330}).readOnly();
 }
 
-void frmMain::makeProgressFrames() {
-    const auto frame = [this](const QString& name, const QString& title, const Place& place) {
-        auto* made = new OverlayFrame(title, frTarnwick);
-        made->setObjectName(name);
-        made->setAccessibleName(announced(title));
-        put(made, place);
-        made->hide();
-        return made;
-    };
-    frLoadFiles = frame(QStringLiteral("frLoadFiles"), QStringLiteral("Loading Script File..."),
-                        {3600, 280, 6300, 2640});
-    lbImporting = makeLabel(frLoadFiles, QStringLiteral("lbImporting"),
-                            QStringLiteral("Importing Script File..."), {300, 540, 5700, 240});
-    pbLoadingScript =
-        makeProgress(frLoadFiles, QStringLiteral("pbLoadingScript"), {300, 870, 5700, 255});
-    Label29 = makeLabel(frLoadFiles, QStringLiteral("Label29"), QStringLiteral("File Names"),
-                        {300, 1380, 1200, 300});
-    txbScript = makeText(frLoadFiles, QStringLiteral("txbScript"), QString(),
-                         {1560, 1380, 4440, 330}, Label29->text());
-    Label28 = makeLabel(frLoadFiles, QStringLiteral("Label28"), QStringLiteral("Audio"),
-                        {300, 1890, 1200, 300});
-    txbAudio = makeText(frLoadFiles, QStringLiteral("txbAudio"), QString(), {1560, 1890, 4440, 330},
-                        Label28->text());
-    txbScript->setReadOnly(true);
-    txbAudio->setReadOnly(true);
-
-    frExportFiles = frame(QStringLiteral("frExportFiles"),
-                          QStringLiteral("Exporting Individual Files..."), {3600, 280, 6300, 1500});
-    lbExporting = makeLabel(frExportFiles, QStringLiteral("lbExporting"),
-                            QStringLiteral("Exporting Individual Files..."), {300, 540, 5700, 240});
-    pbExporting = makeProgress(frExportFiles, QStringLiteral("pbExporting"), {300, 900, 5700, 255});
+void frmMain::makeExportFiles() {
+    Maker(frTarnwick)
+        .overlayFrame(NAMED(frExportFiles), u"Exporting Individual Files..."_s,
+                      {3600, 280, 6300, 1500});
+    const Maker in(frExportFiles);
+    in.label(NAMED(lbExporting), u"Exporting Individual Files..."_s, {300, 540, 5700, 240});
+    in.progress(NAMED(pbExporting), {300, 900, 5700, 255});
 }
 
 }  // namespace tarnwick::forms

@@ -2,17 +2,23 @@
 
 #include <QAction>
 #include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QWidget>
 #include <array>
-
-#include "forms/design.h"
 
 namespace tarnwick::forms {
 
@@ -95,7 +101,8 @@ class frmMain : public QWidget {
 
     QFrame* frPreferences;  // the preferences page, hidden
 
-    // Script. Each array of options has its group, of which at most one is on.
+    // Each array of options has its group, of which at most one is on.
+    QGroupBox* frScript;
     std::array<QRadioButton*, 2> OpScriptFormat;
     QButtonGroup* OpScriptFormatGroup;
     std::array<QRadioButton*, 2> opRowEach;
@@ -105,7 +112,7 @@ class frmMain : public QWidget {
     QLineEdit *txbImportStartRow, *txbImportEndRow;
     QLabel* Label43;
 
-    QGroupBox* Frame10;  // "Source File Format"
+    QGroupBox *Frame10, *frFileSpecs;  // "Source File Format" and the file specs in it
     std::array<QRadioButton*, 4> opSourceFileFormat;
     QButtonGroup* opSourceFileFormatGroup;
     QLabel *lbSpecs, *lbFrequency, *lbBits, *lbChannels, *lbBitRate;
@@ -148,7 +155,6 @@ class frmMain : public QWidget {
     void makeWindowsMenu();
     void makeToolsMenu();
     void makeHelpMenu();
-    void makeTimers();
     void makeWaveform();
     void makeAction();
     void makeLocations();
@@ -158,12 +164,13 @@ class frmMain : public QWidget {
     void makeFiles();
     void makeSpecs();
     void makeList();
-    void makeProgressFrames();
+    void makeLoadFiles();
+    void makeExportFiles();
     void makePreferences();
     void makeScriptGroup();
     void makeExcelGroup();
     void makeSourceGroup();
-    void makeSourceCombos(QWidget* box);
+    void makeSourceCombos();
     void makePlayGroup();
     void makeNamingGroup();
     void makeAutoNumberGroup();

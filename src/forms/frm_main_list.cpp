@@ -1,79 +1,56 @@
 // The lower half of the work area: detection settings, prompt list, content pane.
+#include "forms/colours.h"
+#include "forms/fonts.h"
 #include "forms/frm_main.h"
+#include "forms/makers.h"
 #include "forms/prompt_list.h"
 
 namespace tarnwick::forms {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-constexpr double kLabelHeight = 240;
-constexpr double kBoxWidth = 675;
-constexpr double kBoxHeight = 300;
+constexpr double kBoxWidth = 675, kBoxHeight = 300;
+constexpr Place kLabel{0, 0, 0, 240};
 
 }  // namespace
 
 void frmMain::makeSpecs() {
-    frSpecs = makeFrame(frTarnwick, QStringLiteral("frSpecs"), QStringLiteral("Detection"), {});
-    const auto label = [this](const char* name, const char* text) {
-        return makeLabel(frSpecs, QLatin1String(name), QLatin1String(text),
-                         {0, 0, 0, kLabelHeight});
+    Maker(frTarnwick).frame(NAMED(frSpecs), u"Detection"_s);
+    const Maker in(frSpecs);
+    const auto field = [&](const Named<QLabel*>& label, const QString& caption,
+                           const Named<QLineEdit*>& box, const QString& value) {
+        in.label(label, caption, kLabel);
+        in.text(box, caption, {0, 0, kBoxWidth, kBoxHeight}, value).disabled();
     };
-    const auto box = [this](const char* name, const char* text, const QLabel* caption) {
-        QLineEdit* made = makeText(frSpecs, QLatin1String(name), QLatin1String(text),
-                                   {0, 0, kBoxWidth, kBoxHeight}, caption->text());
-        made->setEnabled(false);
-        return made;
+    field(NAMED(Label32), u"Duration  "_s, NAMED(txbSilence), u"1500"_s);
+    in.label(NAMED(Label33), u" msec."_s, kLabel);
+    field(NAMED(Label10), u"Threshold  "_s, NAMED(txbThreshold), u"-35"_s);
+    in.label(NAMED(Label13), u" dB"_s, kLabel);
+    field(NAMED(Label38), u"Words/min  "_s, NAMED(txbSpeed), u"150"_s);
+    field(NAMED(Label16), u"Variance  "_s, NAMED(txbVariance), u"50"_s);
+    const auto working = [&](const Named<QLineEdit*>& box, const QString& what, double left) {
+        in.text(box, what, {left, 240, kBoxWidth, kBoxHeight}).hidden();
+        setBackground(box.member, Qt::yellow);
     };
-    Label32 = label("Label32", "Duration  ");
-    txbSilence = box("txbSilence", "1500", Label32);
-    Label33 = label("Label33", " msec.");
-    Label10 = label("Label10", "Threshold  ");
-    txbThreshold = box("txbThreshold", "-35", Label10);
-    Label13 = label("Label13", " dB");
-    Label38 = label("Label38", "Words/min  ");
-    txbSpeed = box("txbSpeed", "150", Label38);
-    Label16 = label("Label16", "Variance  ");
-    txbVariance = box("txbVariance", "50", Label16);
-    const auto working = [this](const char* name, const char* what, double left) {
-        QLineEdit* made = makeText(frSpecs, QLatin1String(name), QString(),
-                                   {left, 240, kBoxWidth, kBoxHeight}, QLatin1String(what));
-        QPalette yellow = made->palette();
-        yellow.setColor(QPalette::Base, Qt::yellow);
-        yellow.setColor(QPalette::Text, Qt::black);
-        made->setPalette(yellow);
-        made->hide();
-        return made;
-    };
-    txbSilencePerc = working("txbSilencePerc", "Threshold in percent", 4860);
-    txbSilenceThreshold = working("txbSilenceThreshold", "Threshold of amplitude", 5610);
-    cbProcess = makeButton(frSpecs, QStringLiteral("cbProcess"), QStringLiteral("Process"), {});
-    cbProcess->setEnabled(false);
+    working(NAMED(txbSilencePerc), u"Threshold in percent"_s, 4860);
+    working(NAMED(txbSilenceThreshold), u"Threshold of amplitude"_s, 5610);
+    in.button(NAMED(cbProcess), u"Process"_s).disabled();
 }
 
 void frmMain::makeList() {
-    cbContent =
-        makeButton(frTarnwick, QStringLiteral("cbContent"), QStringLiteral("Expand Content"), {});
-    cbContent->setFont(smallFont());
-    cbContent->setEnabled(false);
-
-    lvAudioDetails = makePromptList(frTarnwick, QStringLiteral("lvAudioDetails"));
-
-    txbContent = new QTextEdit(frTarnwick);
-    txbContent->setObjectName(QStringLiteral("txbContent"));
-    txbContent->setAccessibleName(QStringLiteral("Content"));
-    txbContent->setReadOnly(true);
-    txbContent->setAcceptRichText(false);
-    txbContent->hide();
-
-    txbCalculating =
-        makeText(frTarnwick, QStringLiteral("txbCalculating"), QStringLiteral("Calculating..."),
-                 {4920, 7200, 3600, 480}, QStringLiteral("Progress"));
-    txbCalculating->setReadOnly(true);
+    const Maker in(frTarnwick);
+    in.button(NAMED(cbContent), u"Expand Content"_s).disabled()->setFont(smallFont());
+    in.add(NAMED(lvAudioDetails), makePromptList(frTarnwick), u"Prompts"_s);
+    in.control(NAMED(txbContent), u"Content"_s).readOnly().hidden()->setAcceptRichText(false);
+    in.text(NAMED(txbCalculating), u"Progress"_s, {0, 0, 3600, 480}, u"Calculating..."_s)
+        .readOnly()
+        .hidden();
     txbCalculating->setFocusPolicy(Qt::NoFocus);
-    txbCalculating->setStyleSheet(QStringLiteral(
-        "border-radius: 3px; background: palette(highlight); color: palette(highlighted-text);"));
+    txbCalculating->setStyleSheet(
+        u"border-radius: 3px; background: palette(highlight); color: palette(highlighted-text);"_s);
     txbCalculating->setAlignment(Qt::AlignCenter);
-    txbCalculating->hide();
 }
 
 }  // namespace tarnwick::forms

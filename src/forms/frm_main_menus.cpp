@@ -1,79 +1,77 @@
 // The menu tree of the main window.
+#include "forms/fonts.h"
 #include "forms/frm_main.h"
+#include "forms/makers.h"
 
 namespace tarnwick::forms {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-QMenu* addMenu(QMenuBar* bar, const char* name, const char* caption) {
-    QMenu* menu = bar->addMenu(QLatin1String(caption));
-    menu->setObjectName(QLatin1String(name));
-    return menu;
+// `parent` is a menu bar or a menu.
+template <class Parent>
+void addMenu(Parent* parent, const Named<QMenu*>& named, const QString& caption) {
+    named.member = parent->addMenu(caption);
+    named.member->setObjectName(named.name);
+    named.member->setFont(uiFont());
 }
 
-QAction* addItem(QMenu* menu, const char* name, const char* caption, const char* shortcut = "") {
-    QAction* item = menu->addAction(QLatin1String(caption));
-    item->setObjectName(QLatin1String(name));
-    item->setShortcut(QKeySequence(QLatin1String(shortcut), QKeySequence::PortableText));
-    return item;
+void addItem(QMenu* menu, const Named<QAction*>& named, const QString& caption,
+             const QString& shortcut = {}) {
+    named.member = menu->addAction(caption);
+    named.member->setObjectName(named.name);
+    named.member->setShortcut(QKeySequence(shortcut, QKeySequence::PortableText));
 }
 
 }  // namespace
 
 void frmMain::makeMenus() {
-    menuBar = new QMenuBar(this);
-    menuBar->setObjectName(QStringLiteral("menuBar"));
-    menuBar->setFont(uiFont());
+    Maker(this).control(NAMED(menuBar))->setFont(uiFont());
     makeFileMenu();
     makeWindowsMenu();
     makeToolsMenu();
     makeHelpMenu();
-    for (QMenu* menu : {mnuFile, mnuWindows, mnuTools, mnuHelp, mnuTutorials}) {
-        menu->setFont(uiFont());
-    }
 }
 
 void frmMain::makeFileMenu() {
-    mnuFile = addMenu(menuBar, "mnuFile", "File");
-    mnuLoadFiles = addItem(mnuFile, "mnuLoadFiles", "Load Working Files...", "Ctrl+L");
-    mnuBackupSourceFile = addItem(mnuFile, "mnuBackupSourceFile", "Backup Source File", "Ctrl+S");
-    mnuExport = addItem(mnuFile, "mnuExport", "Export Individual Audio Files", "Ctrl+E");
+    addMenu(menuBar, NAMED(mnuFile), u"File"_s);
+    addItem(mnuFile, NAMED(mnuLoadFiles), u"Load Working Files..."_s, u"Ctrl+L"_s);
+    addItem(mnuFile, NAMED(mnuBackupSourceFile), u"Backup Source File"_s, u"Ctrl+S"_s);
+    addItem(mnuFile, NAMED(mnuExport), u"Export Individual Audio Files"_s, u"Ctrl+E"_s);
     mnuFile->addSeparator();
-    mnuQuit = addItem(mnuFile, "mnuQuit", "Quit");
+    addItem(mnuFile, NAMED(mnuQuit), u"Quit"_s);
     mnuBackupSourceFile->setEnabled(false);
     mnuExport->setEnabled(false);
 }
 
 void frmMain::makeWindowsMenu() {
-    mnuWindows = addMenu(menuBar, "mnuWindows", "Windows");
-    mnuBatchProcessor = addItem(mnuWindows, "mnuBatchProcessor", "Batch Processor", "Ctrl+B");
-    mnuRenameWizard = addItem(mnuWindows, "mnuRenameWizard", "Rename Wizard", "Ctrl+R");
-    mnuProjectFolder = addItem(mnuWindows, "mnuProjectFolder", "Open Project Folder", "Ctrl+P");
-    mnuPreferences = addItem(mnuWindows, "mnuPreferences", "Preferences", "Ctrl+F2");
+    addMenu(menuBar, NAMED(mnuWindows), u"Windows"_s);
+    addItem(mnuWindows, NAMED(mnuBatchProcessor), u"Batch Processor"_s, u"Ctrl+B"_s);
+    addItem(mnuWindows, NAMED(mnuRenameWizard), u"Rename Wizard"_s, u"Ctrl+R"_s);
+    addItem(mnuWindows, NAMED(mnuProjectFolder), u"Open Project Folder"_s, u"Ctrl+P"_s);
+    addItem(mnuWindows, NAMED(mnuPreferences), u"Preferences"_s, u"Ctrl+F2"_s);
     mnuProjectFolder->setEnabled(false);
 }
 
 void frmMain::makeToolsMenu() {
-    mnuTools = addMenu(menuBar, "mnuTools", "Tools");
-    mnuPlayfromListView =
-        addItem(mnuTools, "mnuPlayfromListView", "Play Continuously on Mouse Click", "Ctrl+M");
-    mnuZoomIn = addItem(mnuTools, "mnuZoomIn", "Zoom In", "F1");
-    mnuZoomOut = addItem(mnuTools, "mnuZoomOut", "Zoom Out", "F2");
-    mnuUndo = addItem(mnuTools, "mnuUndo", "Undo", "Ctrl+Z");
+    addMenu(menuBar, NAMED(mnuTools), u"Tools"_s);
+    addItem(mnuTools, NAMED(mnuPlayfromListView), u"Play Continuously on Mouse Click"_s,
+            u"Ctrl+M"_s);
+    addItem(mnuTools, NAMED(mnuZoomIn), u"Zoom In"_s, u"F1"_s);
+    addItem(mnuTools, NAMED(mnuZoomOut), u"Zoom Out"_s, u"F2"_s);
+    addItem(mnuTools, NAMED(mnuUndo), u"Undo"_s, u"Ctrl+Z"_s);
 }
 
 void frmMain::makeHelpMenu() {
-    mnuHelp = addMenu(menuBar, "mnuHelp", "Help");
-    mnuHelpAbout = addItem(mnuHelp, "mnuHelpAbout", "About...");
-    mnuManual = addItem(mnuHelp, "mnuManual", "Manual");
-    mnuHistory = addItem(mnuHelp, "mnuHistory", "Change History");
-    mnuTutorials = mnuHelp->addMenu(QStringLiteral("Open Tutorials"));
-    mnuTutorials->setObjectName(QStringLiteral("mnuTutorials"));
-    mnuTutorialPresentation =
-        addItem(mnuTutorials, "mnuTutorialPresentation", "Tarnwick Presentation");
-    mnuTutorialBP = addItem(mnuTutorials, "mnuTutorialBP", "Batch Processing");
-    mnuTutorialBasicScriptFormatting =
-        addItem(mnuTutorials, "mnuTutorialBasicScriptFormatting", "Script Formatting");
+    addMenu(menuBar, NAMED(mnuHelp), u"Help"_s);
+    addItem(mnuHelp, NAMED(mnuHelpAbout), u"About..."_s);
+    addItem(mnuHelp, NAMED(mnuManual), u"Manual"_s);
+    addItem(mnuHelp, NAMED(mnuHistory), u"Change History"_s);
+    addMenu(mnuHelp, NAMED(mnuTutorials), u"Open Tutorials"_s);
+    addItem(mnuTutorials, NAMED(mnuTutorialPresentation), u"Tarnwick Presentation"_s);
+    addItem(mnuTutorials, NAMED(mnuTutorialBP), u"Batch Processing"_s);
+    addItem(mnuTutorials, NAMED(mnuTutorialBasicScriptFormatting), u"Script Formatting"_s);
 }
 
 }  // namespace tarnwick::forms

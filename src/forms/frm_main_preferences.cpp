@@ -1,8 +1,11 @@
 // The preferences page: what steers the import, the source, the list and the window.
 #include "forms/frm_main.h"
+#include "forms/makers.h"
 #include "forms/option_stop.h"
 
 namespace tarnwick::forms {
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -10,32 +13,13 @@ constexpr double kRow = 300;  // height of a control on the page
 constexpr double kLeftColumn = 240;
 constexpr double kColumnWidth = 6000;
 
-// One array of options: at most one is on. The group lets a behaviour turn all of them off.
-template <std::size_t count>
-QButtonGroup* groupOf(QWidget* owner, const std::array<QRadioButton*, count>& options) {
-    auto* group = new QButtonGroup(owner);
-    for (std::size_t i = 0; i < count; ++i) {
-        group->addButton(options[i], static_cast<int>(i));
-    }
-    new OptionStop(group, group->buttons());
-    return group;
-}
-
-QRadioButton* option(QWidget* parent, const char* array, int index, const char* caption,
-                     const Place& place, bool on = false) {
-    return makeOption(parent, elementName(QLatin1String(array), index), QLatin1String(caption),
-                      place, on);
-}
-
 }  // namespace
 
 void frmMain::makePreferences() {
-    frPreferences = new QFrame(this);
-    frPreferences->setObjectName(QStringLiteral("frPreferences"));
-    frPreferences->setAccessibleName(QStringLiteral("Preferences"));
-    frPreferences->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
-    put(frPreferences, {0, 0, 12720, 8580});
-    frPreferences->hide();
+    Maker(this)
+        .control(NAMED(frPreferences), u"Preferences"_s, {0, 0, 12720, 8580})
+        .hidden()
+        ->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     makeScriptGroup();
     makeSourceGroup();
     makePlayGroup();
@@ -47,100 +31,82 @@ void frmMain::makePreferences() {
 }
 
 void frmMain::makeScriptGroup() {
-    QGroupBox* box = makeFrame(frPreferences, QStringLiteral("frScript"), QStringLiteral("Script"),
-                               {kLeftColumn, 180, kColumnWidth, 2820});
-    OpScriptFormat[0] = option(box, "OpScriptFormat", 0, "Script in Word", {240, 300, 2600, kRow});
-    OpScriptFormat[1] =
-        option(box, "OpScriptFormat", 1, "Script in Excel", {3000, 300, 2600, kRow}, true);
-    OpScriptFormatGroup = groupOf(this, OpScriptFormat);
-    opRowEach[0] = option(box, "opRowEach", 0, "One Prompt per Row", {240, 660, 2600, kRow}, true);
-    opRowEach[1] = option(box, "opRowEach", 1, "Prompt Over Several Rows", {3000, 660, 2800, kRow});
+    Maker(frPreferences)
+        .frame(NAMED(frScript), u"Script"_s, {kLeftColumn, 180, kColumnWidth, 2820});
+    const Maker in(frScript);
+    in.options(NAMED(OpScriptFormat),
+               {{u"Script in Word"_s, {240, 300, 2600, kRow}},
+                {u"Script in Excel"_s, {3000, 300, 2600, kRow}}},
+               1);
+    OpScriptFormatGroup = groupOptions(this, OpScriptFormat);
+    in.options(NAMED(opRowEach),
+               {{u"One Prompt per Row"_s, {240, 660, 2600, kRow}},
+                {u"Prompt Over Several Rows"_s, {3000, 660, 2800, kRow}}},
+               0);
     opRowEach[1]->hide();
-    opRowEachGroup = groupOf(this, opRowEach);
-    frExcelSpecific =
-        makeFrame(box, QStringLiteral("frExcelSpecific"), QString(), {120, 1080, 5760, 1560});
-    frExcelSpecific->setAccessibleName(QStringLiteral("Excel"));
+    opRowEachGroup = groupOptions(this, opRowEach);
+    in.untitledFrame(NAMED(frExcelSpecific), u"Excel"_s, {120, 1080, 5760, 1560});
     makeExcelGroup();
 }
 
 void frmMain::makeExcelGroup() {
-    chIgnoreFirstRow =
-        makeCheck(frExcelSpecific, QStringLiteral("chIgnoreFirstRow"),
-                  QStringLiteral("Ignore First Row (Header)"), {120, 150, 4800, kRow}, true);
-    chPromptSheet =
-        makeCheck(frExcelSpecific, QStringLiteral("chPromptSheet"),
-                  QStringLiteral(" Prompt for Sheet to Import"), {120, 600, 4800, kRow});
-    chImportSpecifiedRows = makeCheck(frExcelSpecific, QStringLiteral("chImportSpecifiedRows"),
-                                      QStringLiteral(" Only Import Rows"), {120, 1050, 2100, kRow});
-    txbImportStartRow =
-        makeText(frExcelSpecific, QStringLiteral("txbImportStartRow"), QStringLiteral("101"),
-                 {2280, 1050, 900, kRow}, QStringLiteral("Only Import Rows"));
-    Label43 = makeLabel(frExcelSpecific, QStringLiteral("Label43"), QStringLiteral("to"),
-                        {3240, 1050, 300, kRow}, Qt::AlignCenter);
-    txbImportEndRow = makeText(frExcelSpecific, QStringLiteral("txbImportEndRow"),
-                               QStringLiteral("195"), {3600, 1050, 900, kRow}, Label43->text());
+    const Maker in(frExcelSpecific);
+    in.check(NAMED(chIgnoreFirstRow), u"Ignore First Row (Header)"_s, {120, 150, 4800, kRow}, true);
+    in.check(NAMED(chPromptSheet), u" Prompt for Sheet to Import"_s, {120, 600, 4800, kRow});
+    in.check(NAMED(chImportSpecifiedRows), u" Only Import Rows"_s, {120, 1050, 2100, kRow});
+    in.text(NAMED(txbImportStartRow), u"Only Import Rows"_s, {2280, 1050, 900, kRow}, u"101"_s);
+    in.label(NAMED(Label43), u"to"_s, {3240, 1050, 300, kRow}, Qt::AlignCenter);
+    in.text(NAMED(txbImportEndRow), Label43->text(), {3600, 1050, 900, kRow}, u"195"_s);
 }
 
 void frmMain::makeSourceGroup() {
-    Frame10 =
-        makeFrame(frPreferences, QStringLiteral("Frame10"), QStringLiteral("Source File Format"),
-                  {kLeftColumn, 3120, kColumnWidth, 2700});
-    constexpr std::array<const char*, 4> kFormats{".wav", ".mp3", ".aiff", "Any"};
-    for (int i = 0; i < 4; ++i) {
-        opSourceFileFormat[i] = option(Frame10, "opSourceFileFormat", i, kFormats[i],
-                                       {240.0 + 1380 * i, 300, 1300, kRow}, i == 1);
-    }
-    opSourceFileFormatGroup = groupOf(this, opSourceFileFormat);
+    Maker(frPreferences)
+        .frame(NAMED(Frame10), u"Source File Format"_s, {kLeftColumn, 3120, kColumnWidth, 2700});
+    const Maker in(Frame10);
+    in.options(NAMED(opSourceFileFormat),
+               {{u".wav"_s, {240, 300, 1300, kRow}},
+                {u".mp3"_s, {1620, 300, 1300, kRow}},
+                {u".aiff"_s, {3000, 300, 1300, kRow}},
+                {u"Any"_s, {4380, 300, 1300, kRow}}},
+               1);
+    opSourceFileFormatGroup = groupOptions(this, opSourceFileFormat);
     // Its place grows with the window while the page does not, so it lies outside of its group; the
     // box below shows the same words.
-    lbSpecs = makeLabel(Frame10, QStringLiteral("lbSpecs"), QStringLiteral("File specs"),
-                        {840, 3720, 7540, 240});
-    QGroupBox* specs = makeFrame(Frame10, QStringLiteral("frFileSpecs"),
-                                 QStringLiteral("File specs"), {120, 720, 5760, 1380});
-    makeSourceCombos(specs);
-    chBUSource = makeCheck(Frame10, QStringLiteral("chBUSource"),
-                           QStringLiteral(" Backup Source File Automatically When Edited"),
-                           {240, 2250, 5400, kRow}, true);
+    in.label(NAMED(lbSpecs), u"File specs"_s, {0, 0, 0, 240});
+    in.frame(NAMED(frFileSpecs), u"File specs"_s, {120, 720, 5760, 1380});
+    makeSourceCombos();
+    in.check(NAMED(chBUSource), u" Backup Source File Automatically When Edited"_s,
+             {240, 2250, 5400, kRow}, true);
 }
 
-void frmMain::makeSourceCombos(QWidget* box) {
-    const auto label = [box](const char* name, const char* caption, double left, double top) {
-        return makeLabel(box, QLatin1String(name), QLatin1String(caption), {left, top, 960, kRow});
+void frmMain::makeSourceCombos() {
+    const Maker in(frFileSpecs);
+    const auto combo = [&](const Named<QLabel*>& label, const QString& caption, const Place& at,
+                           const Named<QComboBox*>& box, const QString& value,
+                           const QString& items) {
+        in.label(label, caption, {at.left, at.top, 960, kRow});
+        in.combo(box, caption, {at.left + 960, at.top - 15, 1380, 330}, value, items.split(u' '));
     };
-    const auto combo = [box](const char* name, const QString& items, const char* text,
-                             const QLabel* beside) {
-        QComboBox* made = makeCombo(box, QLatin1String(name), items.split(u' '),
-                                    QLatin1String(text), {0, 0, 1380, 330}, beside->text());
-        made->move(beside->x() + beside->width(), beside->y() - 1);
-        return made;
-    };
-    lbFrequency = label("lbFrequency", "Frequency", 240, 330);
-    cbxFrequency =
-        combo("cbxFrequency", QStringLiteral("8000 11000 22000 32000 44100 48000 96000 192000"),
-              "32000", lbFrequency);
-    lbBits = label("lbBits", "Bits", 3120, 330);
-    cbxBits = combo("cbxBits", QStringLiteral("8 16 24 32"), "8", lbBits);
-    lbChannels = label("lbChannels", "Channels", 240, 870);
-    cbxChannels = combo("cbxChannels", QStringLiteral("1 2"), "1", lbChannels);
-    lbBitRate = label("lbBitRate", "Bit Rate", 3120, 870);
-    cbxBitRate =
-        combo("cbxBitRate", QStringLiteral("96 112 128 160 192 224 256 320"), "96", lbBitRate);
+    combo(NAMED(lbFrequency), u"Frequency"_s, {240, 330}, NAMED(cbxFrequency), u"32000"_s,
+          u"8000 11000 22000 32000 44100 48000 96000 192000"_s);
+    combo(NAMED(lbBits), u"Bits"_s, {3120, 330}, NAMED(cbxBits), u"8"_s, u"8 16 24 32"_s);
+    combo(NAMED(lbChannels), u"Channels"_s, {240, 870}, NAMED(cbxChannels), u"1"_s, u"1 2"_s);
+    combo(NAMED(lbBitRate), u"Bit Rate"_s, {3120, 870}, NAMED(cbxBitRate), u"96"_s,
+          u"96 112 128 160 192 224 256 320"_s);
 }
 
 void frmMain::makePlayGroup() {
-    Frame8 =
-        makeFrame(frPreferences, QStringLiteral("Frame8"), QStringLiteral("Play Individual Files"),
-                  {kLeftColumn, 5940, kColumnWidth, 1590});
-    opPlayfromlistview[0] = option(Frame8, "opPlayfromlistview", 0,
-                                   "Play continuously once clicked", {240, 300, 5400, kRow});
-    opPlayfromlistview[1] = option(Frame8, "opPlayfromlistview", 1, "Play only when mouse down",
-                                   {240, 660, 5400, kRow}, true);
-    opPlayfromlistviewGroup = groupOf(this, opPlayfromlistview);
-    Text2 =
-        makeText(Frame8, QStringLiteral("Text2"),
-                 QStringLiteral("Use CTRL-M to alternate without opening the Preferences window."),
-                 {180, 1080, 5700, kRow}, QStringLiteral("Note"));
-    Text2->setReadOnly(true);
+    Maker(frPreferences)
+        .frame(NAMED(Frame8), u"Play Individual Files"_s, {kLeftColumn, 5940, kColumnWidth, 1590});
+    const Maker in(Frame8);
+    in.options(NAMED(opPlayfromlistview),
+               {{u"Play continuously once clicked"_s, {240, 300, 5400, kRow}},
+                {u"Play only when mouse down"_s, {240, 660, 5400, kRow}}},
+               1);
+    opPlayfromlistviewGroup = groupOptions(this, opPlayfromlistview);
+    in.text(NAMED(Text2), u"Note"_s, {180, 1080, 5700, kRow},
+            u"Use CTRL-M to alternate without opening the Preferences window."_s)
+        .readOnly();
     Text2->setFrame(false);
     Text2->setFocusPolicy(Qt::NoFocus);
     QPalette ground = Text2->palette();

@@ -1,38 +1,32 @@
 // The upper half of the work area: waveform, zoom, read-outs, transport, edit, counts.
+#include "forms/fonts.h"
 #include "forms/frm_main.h"
+#include "forms/makers.h"
 
 namespace tarnwick::forms {
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 constexpr double kLabelHeight = 240;
-constexpr double kReadOutWidth = 1110;
-constexpr double kReadOutHeight = 300;
-constexpr QLatin1String kNoTime("00:00:00.000");
+constexpr Place kLabel{0, 0, 0, kLabelHeight};
 
 // A time that only the program writes, announced as it stands with what it is as description.
-QLabel* readOut(QWidget* parent, const char* name, const QString& what) {
-    QLabel* label = makeLabel(parent, QLatin1String(name), kNoTime,
-                              {0, 0, kReadOutWidth, kReadOutHeight}, Qt::AlignCenter);
-    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    announceValue(label, what);
-    return label;
-}
-
-QLabel* caption(QWidget* parent, const char* name, const char* text) {
-    return makeLabel(parent, QLatin1String(name), QLatin1String(text), {0, 0, 0, kLabelHeight});
+void timeLabel(const Maker& in, const Named<QLabel*>& named, const QString& what, double left = 0,
+               double top = 0) {
+    const auto made = in.label(named, u"00:00:00.000"_s, {left, top, 1110, 300}, Qt::AlignCenter);
+    made->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    announceValue(named.member, what);
 }
 
 }  // namespace
 
 void frmMain::makeWaveform() {
-    Picture1 = new QWidget(frTarnwick);
-    Picture1->setObjectName(QStringLiteral("Picture1"));
-    Picture1->hide();
+    const Maker in(frTarnwick);
+    in.control(NAMED(Picture1)).hidden();
 
-    slWAVFormScale = new QSlider(Qt::Vertical, frTarnwick);
-    slWAVFormScale->setObjectName(QStringLiteral("slWAVFormScale"));
-    slWAVFormScale->setAccessibleName(QStringLiteral("Waveform scale"));
+    in.control(NAMED(slWAVFormScale), u"Waveform scale"_s);
     slWAVFormScale->setRange(50, 500);
     slWAVFormScale->setPageStep(50);
     // Low values stretch the waveform: they lie above, and the keys go by what is seen.
@@ -41,112 +35,84 @@ void frmMain::makeWaveform() {
     slWAVFormScale->setValue(450);
 
     // A pixel too low for the font at the smallest scale: what is cut off is air above the letters.
-    lbStatus = makeLabel(frTarnwick, QStringLiteral("lbStatus"), QStringLiteral("Status: Idle"),
-                         {8640, 3840, 3015, 195}, Qt::AlignLeft | Qt::AlignBottom);
-    pbWAVFormBuilding = makeProgress(frTarnwick, QStringLiteral("pbWAVFormBuilding"), {});
-    pbWAVFormBuilding->hide();
+    in.label(NAMED(lbStatus), u"Status: Idle"_s, {}, Qt::AlignLeft | Qt::AlignBottom);
+    in.progress(NAMED(pbWAVFormBuilding)).hidden();
 }
 
 void frmMain::makeAction() {
-    frAction = new QFrame(frTarnwick);
-    frAction->setObjectName(QStringLiteral("frAction"));
-    frAction->setAccessibleName(QStringLiteral("View"));
-    const Place place;
-    cbZoomIn = makeButton(frAction, QStringLiteral("cbZoomIn"), QStringLiteral("Zoom In"), place);
-    cbZoomOut =
-        makeButton(frAction, QStringLiteral("cbZoomOut"), QStringLiteral("Zoom Out"), place);
-    cbZoomSelection =
-        makeButton(frAction, QStringLiteral("cbZoomSelection"), QStringLiteral("Zoom Selection"),
-                   place, QStringLiteral("Zoom to Selection"));
-    cbZoomFull = makeButton(frAction, QStringLiteral("cbZoomFull"), QStringLiteral("Zoom Full"),
-                            place, QStringLiteral("Show Complete File"));
-    cbUndo = makeButton(frAction, QStringLiteral("cbUndo"), QStringLiteral("Undo"), place,
-                        QStringLiteral("Undo Last Edit"));
-    cbZoomSelection->setEnabled(false);
-    cbUndo->setEnabled(false);
+    Maker(frTarnwick).control(NAMED(frAction), u"View"_s);
+    const Maker in(frAction);
+    in.button(NAMED(cbZoomIn), u"Zoom In"_s);
+    in.button(NAMED(cbZoomOut), u"Zoom Out"_s);
+    in.button(NAMED(cbZoomSelection), u"Zoom Selection"_s, {}, u"Zoom to Selection"_s).disabled();
+    in.button(NAMED(cbZoomFull), u"Zoom Full"_s, {}, u"Show Complete File"_s);
+    in.button(NAMED(cbUndo), u"Undo"_s, {}, u"Undo Last Edit"_s).disabled();
 }
 
 void frmMain::makeLocations() {
-    frLocations = makeFrame(frTarnwick, QStringLiteral("frLocations"), QStringLiteral("Times"), {});
-    Label37 = caption(frLocations, "Label37", "Audio ");
-    LabelTotalDuration = readOut(frLocations, "LabelTotalDuration", Label37->text());
-    Label36 = caption(frLocations, "Label36", "Selection ");
-    LabelSelectionDuration = readOut(frLocations, "LabelSelectionDuration", Label36->text());
-    Label34 = caption(frLocations, "Label34", "From ");
-    LabelSelectionBegin = readOut(frLocations, "LabelSelectionBegin", Label34->text());
-    Label18 = caption(frLocations, "Label18", "To ");
-    LabelSelectionEnd = readOut(frLocations, "LabelSelectionEnd", Label18->text());
+    Maker(frTarnwick).frame(NAMED(frLocations), u"Times"_s);
+    const Maker in(frLocations);
+    const auto location = [&](const Named<QLabel*>& label, const QString& caption,
+                              const Named<QLabel*>& value) {
+        in.label(label, caption, kLabel);
+        timeLabel(in, value, caption);
+    };
+    location(NAMED(Label37), u"Audio "_s, NAMED(LabelTotalDuration));
+    location(NAMED(Label36), u"Selection "_s, NAMED(LabelSelectionDuration));
+    location(NAMED(Label34), u"From "_s, NAMED(LabelSelectionBegin));
+    location(NAMED(Label18), u"To "_s, NAMED(LabelSelectionEnd));
 }
 
 void frmMain::makePositions() {
-    Frame4 = makeFrame(frTarnwick, QStringLiteral("Frame4"), QStringLiteral("Positions"),
-                       {480, 13200, 4800, 1500});
-    Frame4->hide();  // a large window would reach down to it
-    Label3 = makeLabel(Frame4, QStringLiteral("Label3"), QStringLiteral("Visible range"),
-                       {240, 240, 1800, kLabelHeight});
-    const std::array<QLabel**, 3> captions{&Label4, &Label5, &Label6};
-    const std::array<const char*, 3> texts{"Begin", "End", "Duration"};
-    const std::array<QLabel**, 3> values{&LabelRangeBegin, &LabelRangeEnd, &LabelRangeDuration};
-    const std::array<const char*, 3> names{"LabelRangeBegin", "LabelRangeEnd",
-                                           "LabelRangeDuration"};
-    for (int i = 0; i < 3; ++i) {
-        const double left = 240 + 1500 * i;
-        *captions[i] = makeLabel(Frame4, QStringLiteral("Label%1").arg(4 + i),
-                                 QLatin1String(texts[i]), {left, 540, 1300, kLabelHeight});
-        *values[i] = readOut(Frame4, names[i], QLatin1String(texts[i]));
-        (*values[i])->move(px(left), px(840));
-    }
+    // Hidden, as a large window would reach down to it.
+    Maker(frTarnwick).frame(NAMED(Frame4), u"Positions"_s, {480, 13200, 4800, 1500}).hidden();
+    const Maker in(Frame4);
+    const auto position = [&](const Named<QLabel*>& label, const QString& caption,
+                              const Named<QLabel*>& value, double left) {
+        in.label(label, caption, {left, 540, 1300, kLabelHeight});
+        timeLabel(in, value, caption, left, 840);
+    };
+    in.label(NAMED(Label3), u"Visible range"_s, {240, 240, 1800, kLabelHeight});
+    position(NAMED(Label4), u"Begin"_s, NAMED(LabelRangeBegin), 240);
+    position(NAMED(Label5), u"End"_s, NAMED(LabelRangeEnd), 1740);
+    position(NAMED(Label6), u"Duration"_s, NAMED(LabelRangeDuration), 3240);
 }
 
 void frmMain::makeTransport() {
-    frTransport =
-        makeFrame(frTarnwick, QStringLiteral("frTransport"), QStringLiteral("Transport"), {});
-    const auto button = [this](const char* name, const char* text) {
-        QPushButton* made = makeButton(frTransport, QLatin1String(name), QLatin1String(text), {});
-        made->setEnabled(false);
-        return made;
-    };
-    CommandPlay = button("CommandPlay", "Play");
-    CommandPause = button("CommandPause", "Pause");
-    CommandStop = button("CommandStop", "Stop");
-    CommandPlaySelection = button("CommandPlaySelection", "Play selection");
-    CommandPlaySelection->hide();
+    Maker(frTarnwick).frame(NAMED(frTransport), u"Transport"_s);
+    const Maker in(frTransport);
+    in.button(NAMED(CommandPlay), u"Play"_s).disabled();
+    in.button(NAMED(CommandPause), u"Pause"_s).disabled();
+    in.button(NAMED(CommandStop), u"Stop"_s).disabled();
+    in.button(NAMED(CommandPlaySelection), u"Play selection"_s).disabled().hidden();
 }
 
 void frmMain::makeEdit() {
-    frEdit = makeFrame(frTarnwick, QStringLiteral("frEdit"), QStringLiteral("Edit"), {});
-    cbDeleteSelection =
-        makeButton(frEdit, QStringLiteral("cbDeleteSelection"), QStringLiteral("Delete Selection"),
-                   {}, QStringLiteral("Delete Selection From File"));
-    cbFlattenSelection = makeButton(frEdit, QStringLiteral("cbFlattenSelection"),
-                                    QStringLiteral("Flatten Selection"), {},
-                                    QStringLiteral("Bring Selection Level to Zero"));
-    txbInsertSilence = makeText(frEdit, QStringLiteral("txbInsertSilence"), QString(),
-                                {0, 0, 735, 300}, QStringLiteral("Insert Silence"));
-    txbInsertSilence->setAlignment(Qt::AlignCenter);
-    cbInsertSilence =
-        makeButton(frEdit, QStringLiteral("cbInsertSilence"), QStringLiteral("  Insert Silence"),
-                   {}, QStringLiteral("Insert Silence At Cursor Location (ms)"));
-    for (QPushButton* button : {cbDeleteSelection, cbFlattenSelection, cbInsertSilence}) {
+    Maker(frTarnwick).frame(NAMED(frEdit), u"Edit"_s);
+    const Maker in(frEdit);
+    in.button(NAMED(cbDeleteSelection), u"Delete Selection"_s, {}, u"Delete Selection From File"_s)
+        .disabled();
+    in.button(NAMED(cbFlattenSelection), u"Flatten Selection"_s, {},
+              u"Bring Selection Level to Zero"_s)
+        .disabled();
+    in.text(NAMED(txbInsertSilence), u"Insert Silence"_s, {0, 0, 0, 300})
+        ->setAlignment(Qt::AlignCenter);
+    in.button(NAMED(cbInsertSilence), u"  Insert Silence"_s, {},
+              u"Insert Silence At Cursor Location (ms)"_s);
+    for (QPushButton* button : {cbDeleteSelection, cbFlattenSelection, cbInsertSilence})
         button->setFont(smallFont());
-    }
-    cbDeleteSelection->setEnabled(false);
-    cbFlattenSelection->setEnabled(false);
 }
 
 void frmMain::makeFiles() {
-    frFiles = makeFrame(frTarnwick, QStringLiteral("frFiles"), QStringLiteral("Counts"), {});
-    const auto counter = [this](const char* name, const QLabel* label) {
-        QLineEdit* box =
-            makeText(frFiles, QLatin1String(name), QString(), {0, 0, 600, 300}, label->text());
-        box->setReadOnly(true);
-        box->setAlignment(Qt::AlignCenter);
-        return box;
+    Maker(frTarnwick).frame(NAMED(frFiles), u"Counts"_s);
+    const Maker in(frFiles);
+    const auto counter = [&](const Named<QLabel*>& label, const QString& caption,
+                             const Named<QLineEdit*>& box) {
+        in.label(label, caption, kLabel);
+        in.text(box, caption, {0, 0, 600, 300}).readOnly()->setAlignment(Qt::AlignCenter);
     };
-    Label41 = caption(frFiles, "Label41", "Names ");
-    txbNberFileNames = counter("txbNberFileNames", Label41);
-    Label42 = caption(frFiles, "Label42", "Audio ");
-    txbNberAudioFiles = counter("txbNberAudioFiles", Label42);
+    counter(NAMED(Label41), u"Names "_s, NAMED(txbNberFileNames));
+    counter(NAMED(Label42), u"Audio "_s, NAMED(txbNberAudioFiles));
 }
 
 }  // namespace tarnwick::forms

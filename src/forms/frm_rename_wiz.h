@@ -1,10 +1,16 @@
 #pragma once
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
 #include <QWidget>
 #include <array>
 
-#include "forms/design.h"
 #include "forms/name_list.h"
+#include "forms/units.h"
 
 namespace tarnwick::forms {
 

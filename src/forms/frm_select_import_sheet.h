@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QComboBox>
 #include <QDialog>
-
-#include "forms/design.h"
+#include <QPushButton>
 
 namespace tarnwick::forms {
 

@@ -6,6 +6,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "forms/press.h"
 #include "runtime/file_names.h"
 
 namespace tarnwick::forms {
@@ -127,15 +128,6 @@ QStringList NameList::takeAll() {
     const QStringList taken = names();
     clear();
     return taken;
-}
-
-NameList* makeNameList(QWidget* parent, const QString& name, const Place& place,
-                       const QString& caption) {
-    auto* list = new NameList(parent);
-    list->setObjectName(name);
-    list->setAccessibleName(announced(caption));
-    put(list, place);
-    return list;
 }
 
 }  // namespace tarnwick::forms

@@ -3,8 +3,6 @@
 #include <QListView>
 #include <QStringListModel>
 
-#include "forms/design.h"
-
 namespace tarnwick::forms {
 
 // A list of file names, always in alphabetical order, of which any number can be highlighted. The
@@ -41,9 +39,6 @@ class NameList : public QListView {
 
     QStringListModel model_;
 };
-
-NameList* makeNameList(QWidget* parent, const QString& name, const Place& place,
-                       const QString& caption);
 
 // Draws the entries of a list as readable file names. One that is too long for its line ends in
 // dots, and all of it stands in a tool tip. An entry's kLevelRole, if any, indents it.

@@ -30,4 +30,12 @@ void OptionStop::settle() {
         (*option)->setFocusPolicy(option == stop ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
+QButtonGroup* groupOptions(QObject* owner, std::span<QRadioButton* const> options) {
+    auto* group = new QButtonGroup(owner);
+    for (std::size_t i = 0; i < options.size(); ++i)
+        group->addButton(options[i], static_cast<int>(i));
+    new OptionStop(group, group->buttons());
+    return group;
+}
+
 }  // namespace tarnwick::forms

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QButtonGroup>
 #include <QList>
+#include <QRadioButton>
+#include <span>
 
 namespace tarnwick::forms {
 
@@ -20,5 +23,10 @@ class OptionStop : public QObject {
 
     QList<QAbstractButton*> options_;
 };
+
+// Makes an array of options a group, by their indices, and one stop of the Tab key: at most one is
+// on, and other options in the same frame or in frames within it do not count. A behaviour can turn
+// all of them off by means of the group.
+QButtonGroup* groupOptions(QObject* owner, std::span<QRadioButton* const> options);
 
 }  // namespace tarnwick::forms

@@ -5,7 +5,9 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
-#include "forms/design.h"
+#include "forms/fonts.h"
+#include "forms/press.h"
+#include "forms/units.h"
 #include "model/list_columns.h"
 
 namespace tarnwick::forms {
@@ -121,10 +123,8 @@ class PromptTree : public QTreeWidget {
 
 }  // namespace
 
-QTreeWidget* makePromptList(QWidget* parent, const QString& name) {
+QTreeWidget* makePromptList(QWidget* parent) {
     auto* list = new PromptTree(parent);
-    list->setObjectName(name);
-    list->setAccessibleName(QStringLiteral("Prompts"));
     const QFont font = smallFont();
     list->setFont(font);
     list->setItemDelegate(new PromptDelegate(list));

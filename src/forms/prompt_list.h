@@ -8,7 +8,7 @@ namespace tarnwick::forms {
 // dragged or sorted. Every press picks its row, also the second of a double click. Cells align as
 // model::kListDesign tells, whoever writes them; the two millisecond columns keep their text and
 // draw none. Red text set on a cell stays red when picked.
-QTreeWidget* makePromptList(QWidget* parent, const QString& name);
+QTreeWidget* makePromptList(QWidget* parent);
 
 // Empties the headers and makes them afresh, with the widths of model::kListDesign x vvScale.
 void makePromptColumns(QTreeWidget& list, double vvScale);

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "forms/prompt_list.h"
+#include "forms/units.h"
 
 namespace tarnwick::forms {
 

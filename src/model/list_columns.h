@@ -4,7 +4,7 @@
 
 namespace tarnwick::model {
 
-// Columns of the prompt list `lvAudioDetails`, in their order.
+// Columns of the prompt list `lvAudioDetails`, in order.
 enum ListColumn {
     kRow,
     kFileName,
@@ -23,7 +23,7 @@ enum ListColumn {
 struct ListColumnDesign {
     const char* caption;
     int widthTwips;
-    bool scaled;  // false: the width stays at every window scale (data, not for reading)
+    bool scaled;  // false: same width at every window scale (holds data, not for reading)
     bool centred;
 };
 

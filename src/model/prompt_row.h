@@ -4,11 +4,11 @@
 
 namespace tarnwick::model {
 
-// One prompt of the script, all text as the list shows it.
+// One prompt of the script, with all values as the text that the list shows.
 struct PromptRow {
     QString FileName;  // without extension
     QString Content;   // the whole prompt
-    QString Words;     // blanks in the prompt plus one, in decimal
+    QString Words;     // number of blanks in the prompt plus one
 };
 
 }  // namespace tarnwick::model

@@ -4,7 +4,7 @@
 
 namespace tarnwick::model {
 
-// One file of the Rename Wizard's working table, names with their extension and without a folder.
+// One file of the Rename Wizard's working table. Names have their extension but no folder.
 struct RenameRecord {
     QString Original;
     QString Renamed;

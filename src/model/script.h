@@ -7,7 +7,7 @@
 
 namespace tarnwick::model {
 
-// The imported script. Rows above `viPromptCount` keep what an earlier import left in them.
+// The imported script. Rows above `viPromptCount` may hold values from an earlier import.
 struct Script {
     std::array<PromptRow, kPromptSlots> Prompts;
     qint16 viPromptCount = 0;

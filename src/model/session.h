@@ -9,18 +9,18 @@ inline constexpr char16_t kInitialLoad[] = u"Initial Load";
 inline constexpr char16_t kStartSilenceAdded[] = u"Start Silence Added";
 inline constexpr char16_t kEndSilenceAdded[] = u"End Silence Added";
 
-// What the subjects of the main window hand to one another about the sound at work.
+// State of the loaded sound that the classes behind the main window share.
 struct Session {
     QString vsWorkingFile;         // name of the chosen recording, without the folder
-    QString loadedFolder;          // folder and name of the recording whose sound is loaded: a load
-    QString loadedFile;            // that was given up may have left another in vsWorkingFile
-    QString loadedScript;          // vsScriptFile as it was then, also one left over from before
+    QString loadedFolder;          // folder and name of the recording whose sound is loaded;
+    QString loadedFile;            // vsWorkingFile differs after a load that was given up
+    QString loadedScript;          // vsScriptFile at that load, even if left over from before
     QString vsScriptFile;          // name of the workbook, without the folder
-    QString vsWordFile;            // the same of the Word document
-    QString vsLoadStage;           // how far the load's chain has come; empty before the first load
-    qint32 vlSavedRangeBegin = 0;  // visible range to come back to, in ms;
+    QString vsWordFile;            // name of the Word document, without the folder
+    QString vsLoadStage;           // how far the load chain has come; empty before the first load
+    qint32 vlSavedRangeBegin = 0;  // visible range to restore, in ms;
     qint32 vlSavedRangeEnd = 0;    // equal values: none is saved
-    qint16 viCurrentRow = 1;       // row of the list that was clicked last, from 1
+    qint16 viCurrentRow = 1;       // last clicked row of the list, from 1
 };
 
 }  // namespace tarnwick::model

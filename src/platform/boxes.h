@@ -5,7 +5,7 @@
 
 namespace tarnwick::platform {
 
-// The boxes that stop the operator. UI thread; each returns when it was answered.
+// Modal boxes. UI thread; each call returns when the operator has answered.
 class Boxes {
   public:
     virtual ~Boxes() = default;
@@ -16,7 +16,7 @@ class Boxes {
     virtual void critical(const QString& title, const QString& text) = 0;
     // Yes and No; false for any answer but Yes.
     virtual bool askYesNo(const QString& title, const QString& text) = 0;
-    // One line of text; nothing when cancelled.
+    // One line of text; nullopt if cancelled.
     virtual std::optional<QString> input(const QString& prompt) = 0;
 };
 

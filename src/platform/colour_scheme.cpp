@@ -30,7 +30,7 @@ const QString& key() {
 }
 
 QDBusMessage question() {
-    // The portal's second version has a newer call; this one is in both.
+    // Version 2 of the portal has a newer call, but this one exists in both versions.
     QDBusMessage read = QDBusMessage::createMethodCall(
         u"org.freedesktop.portal.Desktop"_qs, u"/org/freedesktop/portal/desktop"_qs,
         u"org.freedesktop.portal.Settings"_qs, u"Read"_qs);
@@ -58,7 +58,7 @@ void ColourScheme::ask(const QString& address, int patienceMs) {
         if (answer.type() == QDBusMessage::ReplyMessage) take(answer.arguments().value(0));
         if (answer.errorName() != u"org.freedesktop.DBus.Error.NoReply"_qs) return;
     }
-    // A portal that is being started at this moment.
+    // The portal may just be starting: take its answer when it comes.
     auto* later = new QDBusPendingCallWatcher(bus.asyncCall(question()), this);
     connect(later, &QDBusPendingCallWatcher::finished, this, &ColourScheme::lateAnswer);
 }
@@ -75,7 +75,7 @@ void ColourScheme::lateAnswer(QDBusPendingCallWatcher* call) {
     if (answer.type() == QDBusMessage::ReplyMessage) take(answer.arguments().value(0));
 }
 
-// The portal wraps the number in one or in two variants.
+// The portal wraps the number in one or two variants.
 void ColourScheme::take(const QVariant& value) {
     QVariant bare = value;
     while (bare.canConvert<QDBusVariant>())

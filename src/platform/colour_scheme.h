@@ -9,22 +9,22 @@ namespace tarnwick::platform {
 
 class SessionBus;
 
-// Whether the desktop asks its programs for dark windows, as its settings portal tells it
+// Whether the desktop prefers dark windows, as reported by its settings portal
 // (org.freedesktop.portal.Settings, the key color-scheme of org.freedesktop.appearance). Without
 // a session bus or a portal the answer is no, without delay and without a message. UI thread.
 class ColourScheme : public QObject {
     Q_OBJECT
 
   public:
-    // Asks on `bus` if that answers, and waits for the portal as long as its greeting has left
-    // patience for; what is told later is a change. `bus` outlives this object.
+    // Asks the portal if `bus` answers, and waits for as long as SessionBus::patienceLeftMs() says;
+    // a later answer is reported by changed(). `bus` must outlive this object.
     explicit ColourScheme(const SessionBus& bus);
     ~ColourScheme() override;
 
     bool dark() const { return dark_; }
 
   Q_SIGNALS:
-    // dark() has another value.
+    // dark() has changed.
     void changed();
 
   private Q_SLOTS:

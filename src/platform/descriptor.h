@@ -20,7 +20,7 @@ class Descriptor {
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
-    // Only where it is not valid yet. False leaves the reason in errno.
+    // Call only while not valid(). Returns false on failure, with the reason in errno.
     bool open(const std::filesystem::path& path, int flags, mode_t mode) {
         number_ = ::open(path.c_str(), flags | O_CLOEXEC, mode);
         return valid();

@@ -8,7 +8,7 @@ namespace tarnwick::platform {
 
 namespace {
 
-// Texts come with the line breaks of the product's own files; the widgets know only line feeds.
+// The product's texts use CR LF or CR as line breaks; the widgets understand only LF.
 QString shown(QString text) { return text.replace(u"\r\n"_qs, u"\n"_qs).replace(u'\r', u'\n'); }
 
 QMessageBox::StandardButton ask(QMessageBox::Icon icon, const QString& title, const QString& text,

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QProcess>
+#include <QSettings>
 #include <algorithm>
 
 namespace tarnwick::platform {
@@ -12,6 +14,12 @@ namespace {
 const QStringList& recordings() {
     static const QStringList patterns{u"*.wav"_qs, u"*.mp3"_qs, u"*.aif"_qs, u"*.aiff"_qs};
     return patterns;
+}
+
+// A file dialog writes its last folders down when it goes, and no option prevents that. Where it
+// would do so no file can be.
+void letDialogsForget() {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());
 }
 
 }  // namespace
@@ -39,13 +47,16 @@ QString readyName(const QString& folder, const QStringList& filters) {
 }
 
 std::optional<OpenDialog::Choice> DesktopOpenDialog::ShowOpen() {
+    letDialogsForget();
+    const QString project = projectFolder_();
+    const QString begin = !project.isEmpty() && QDir(project).exists() ? project : QDir::homePath();
     // Qt's own dialog rather than the desktop's, so that it looks and answers the same everywhere.
-    QFileDialog dialog(QApplication::activeWindow(), title_, QDir::currentPath());
+    QFileDialog dialog(QApplication::activeWindow(), title_, begin);
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setFileMode(QFileDialog::ExistingFile);
     const QStringList filters = nameFilters(filter_);
     dialog.setNameFilters(filters);
-    dialog.selectFile(readyName(QDir::currentPath(), filters));
+    dialog.selectFile(readyName(begin, filters));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
 
     const QFileInfo chosen(dialog.selectedFiles().front());

@@ -1,27 +1,35 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/open_dialog.h"
 
 namespace tarnwick::platform {
 
-// Qt's file dialog. It begins in the current folder; where that folder holds exactly one
-// recording, its name stands ready in the name box, if the dialog is for recordings at first.
+// Qt's file dialog, starting in the project folder, or in the operator's home where there is none.
+// If the first filter is for recordings and the folder holds exactly one recording, its name is
+// already in the name box. The dialog saves nothing.
 class DesktopOpenDialog : public OpenDialog {
   public:
+    // `projectFolder` is asked each time; empty for none.
+    explicit DesktopOpenDialog(std::function<QString()> projectFolder)
+        : projectFolder_(std::move(projectFolder)) {}
+
     void setTitle(const QString& title) override { title_ = title; }
     void setFilter(const QString& filter) override { filter_ = filter; }
     std::optional<Choice> ShowOpen() override;
 
   private:
+    std::function<QString()> projectFolder_;
     QString title_ = QStringLiteral("Open");
     QString filter_;
 };
 
-// Which file of `folder` stands ready in the name box under the first of `filters`, as nameFilters
-// gives them; empty for none.
+// The file of `folder` to put into the name box for the first of `filters` (as nameFilters returns
+// them); empty for none.
 QString readyName(const QString& folder, const QStringList& filters);
 
-// "Audio Files (*.wav)|*.wav" as Qt wants it; the patterns are told by the second of each pair.
+// Converts "Audio Files (*.wav)|*.wav" to Qt's form; the patterns are the second of each pair.
 QStringList nameFilters(const QString& classicFilter);
 
 }  // namespace tarnwick::platform

@@ -1,10 +1,13 @@
 #include "platform/desktop_opener.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QProcess>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <QStandardPaths>
 #include <QUrl>
+
+#include "runtime/file_names.h"
 
 namespace tarnwick::platform {
 
@@ -13,8 +16,32 @@ namespace {
 bool canBeOpened(const QString& target) {
     const QString scheme = QUrl(target).scheme();
     if (scheme == u"http" || scheme == u"https") return true;
-    const QFileInfo file(target);
-    return file.isAbsolute() && file.exists();
+    const std::filesystem::path file = runtime::pathOf(target);
+    std::error_code ignored;
+    return file.is_absolute() && exists(file, ignored);
+}
+
+// In a forked child. Only what may be called between fork and exec, since the program has threads.
+[[noreturn]] void become(char* const* command) {
+    const int nothing = ::open("/dev/null", O_RDWR);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        ::dup2(nothing, stream);
+    // The root is no folder that somebody wants to move.
+    if (::chdir("/") == 0) ::execv(command[0], command);
+    ::_exit(EXIT_FAILURE);
+}
+
+// By hand, since QProcess changes arguments that are no UTF-8. Forked twice, so that the started
+// program is nobody's child and need not be waited for.
+void startDetached(std::string program, std::string argument) {
+    char* const command[] = {program.data(), argument.data(), nullptr};
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::setsid();
+        if (::fork() == 0) become(command);
+        ::_exit(EXIT_SUCCESS);
+    }
+    if (child > 0) ::waitpid(child, nullptr, 0);
 }
 
 }  // namespace
@@ -22,14 +49,7 @@ bool canBeOpened(const QString& target) {
 void DesktopOpener::open(const QString& target) {
     const QString opener = QStandardPaths::findExecutable(u"xdg-open"_qs);
     if (opener.isEmpty() || !canBeOpened(target)) return;
-    QProcess process;
-    process.setProgram(opener);
-    process.setArguments({target});
-    process.setWorkingDirectory(QDir::rootPath());  // holds no folder that somebody wants to move
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.startDetached();
+    startDetached(runtime::bytesOfFileName(opener), runtime::bytesOfFileName(target));
 }
 
 }  // namespace tarnwick::platform

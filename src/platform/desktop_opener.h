@@ -4,9 +4,9 @@
 
 namespace tarnwick::platform {
 
-// Hands the target to the desktop's own opener, which is started by itself, without the program's
-// terminal, and not waited for. Pages are http and https addresses; anything else is a file or a
-// folder with its full path, which must exist.
+// Starts the desktop's own opener detached, without the program's terminal, and does not wait for
+// it. Pages are http and https addresses; anything else must be the full path of an existing file
+// or folder.
 class DesktopOpener : public Opener {
   public:
     void open(const QString& target) override;

@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 
 using runtime::pathOf;
 
-// The classic words for a failure of the file system.
+// Throws the Fault with the classic words for a file system error.
 [[noreturn]] void throwFault(const std::error_code& error) {
     switch (error.value()) {
         case ENOENT:
@@ -45,7 +45,7 @@ using runtime::pathOf;
     }
 }
 
-// The bare names of what is in `folder` and wanted, as every list has them.
+// The sorted bare names of the entries of `folder` for which `wanted` is true.
 template <class Wanted>
 QStringList namesIn(const QString& folder, Wanted wanted) {
     QStringList names;
@@ -73,7 +73,12 @@ void copy(const QString& source, const QString& destination, IfTaken ifTaken) {
 }  // namespace
 
 QString pathIn(const QString& folder, const QString& name) {
-    return folder + QDir::separator() + name;
+    return folder.endsWith(QDir::separator()) ? folder + name : folder + QDir::separator() + name;
+}
+
+QString folderOf(const QString& path) {
+    const QString folder = path.left(std::max<qsizetype>(path.lastIndexOf(QDir::separator()), 0));
+    return folder.isEmpty() ? QDir::rootPath() : folder;
 }
 
 bool isPlaceForFiles(const QString& mountPoint) {
@@ -143,7 +148,7 @@ void Disk::MoveFile(const QString& source, const QString& destination) {
     const fs::path from = pathOf(source);
     fs::path to = pathOf(destination);
     if (!to.has_filename()) to /= from.filename();  // ends with a separator
-    // Of a link it is the link that moves, wherever it leads to.
+    // A symbolic link is moved itself, even if its target does not exist.
     std::error_code ignored;
     if (!FileExists(source) && !is_symlink(from, ignored)) runtime::fileNotFound();
     requireFolderOf(to);
@@ -157,8 +162,9 @@ QDateTime Disk::DateLastModified(const QString& path) const {
     return QDateTime::fromSecsSinceEpoch(state.st_mtim.tv_sec);
 }
 
-// A file is opened first, as for writing into it: its owner may date it without that right. A pipe
-// or a device would notice, so none is opened, nor waited for where one has just taken the name.
+// Opens the file for writing first, because an owner may set the date without write permission.
+// Opening a pipe or a device has side effects, so only regular files are opened; O_NONBLOCK avoids
+// waiting if a pipe has just taken the name.
 bool Disk::setDateLastModified(const QString& path, const QDateTime& time) {
     std::error_code ignored;
     if (!fs::is_regular_file(pathOf(path), ignored)) return false;

@@ -4,7 +4,7 @@
 
 namespace tarnwick::platform {
 
-// The machine's own files and folders.
+// The files and folders of this machine.
 class Disk : public FileSystem {
   public:
     bool FolderExists(const QString& path) const override;
@@ -22,7 +22,7 @@ class Disk : public FileSystem {
     bool setDateLastModified(const QString& path, const QDateTime& time) override;
 };
 
-// Whether the volume that is mounted there is for files, and no innards of the system.
+// False for mount points that belong to the system and are no place for the operator's files.
 bool isPlaceForFiles(const QString& mountPoint);
 
 }  // namespace tarnwick::platform

@@ -44,7 +44,7 @@ void copyDate(int source, int target) {
     ::futimens(target, times);
 }
 
-// All bytes, and the date of last modification as far as the file system takes it.
+// Copies all bytes and, where the file system allows it, the date of last modification.
 std::error_code copyContent(int source, int target) {
     std::vector<char> buffer(1 << 20);
     for (;;) {
@@ -60,8 +60,8 @@ std::error_code copyContent(int source, int target) {
     }
 }
 
-// The folder's own entry for a file that was just named in it. A file system that cannot flush a
-// folder (some shared ones) keeps its own order.
+// Flushes the folder entry of a file that was just named. Some network file systems cannot flush a
+// folder; they write in an order of their own.
 std::error_code flushFolder(const fs::path& file) {
     const Descriptor folder(file.parent_path(), O_RDONLY | O_DIRECTORY);
     if (folder.valid() && ::fsync(folder.number()) != 0 && errno != EINVAL && errno != ENOTSUP)
@@ -69,7 +69,7 @@ std::error_code flushFolder(const fs::path& file) {
     return {};
 }
 
-// The hidden name that a growing file has beside its target, of a length that always fits.
+// A hidden name beside the target for a file that is still being written; always short enough.
 fs::path hiddenBeside(const fs::path& target) {
     static unsigned count = 0;
     std::string name(".tarnwick-");
@@ -77,7 +77,7 @@ fs::path hiddenBeside(const fs::path& target) {
     return target.parent_path() / name;
 }
 
-// Makes a file under a hidden name that nothing has yet, and tells that name.
+// Makes a file under an unused hidden name and stores that name in `hidden`.
 template <class Make>
 std::error_code makeHidden(const fs::path& target, fs::path& hidden, Make make) {
     for (int tried = 0; tried < kNameTries; ++tried) {
@@ -96,8 +96,8 @@ bool nameFile(int file, const fs::path& name) {
     return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-// Copies into a file that stands under `hidden` when it is complete. Until then it has no name
-// where the file system can do that, so that even a killed process leaves nothing behind.
+// Copies into a file that is called `hidden` when it is complete. Where the file system supports
+// it, the file has no name until then, so that even a killed process leaves nothing behind.
 std::error_code copyHidden(int source, const fs::path& target, mode_t mode, fs::path& hidden) {
     const Descriptor nameless(target.parent_path(), O_WRONLY | O_TMPFILE, mode);
     if (nameless.valid()) {
@@ -120,14 +120,14 @@ std::error_code renameOver(const fs::path& from, const fs::path& to) {
 std::error_code renameUnlessTaken(const fs::path& from, const fs::path& to) {
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return {};
     if (errno != EINVAL) return lastError();
-    // A file system that cannot promise it: a test has to do.
+    // This file system has no such atomic operation, so test first.
     return isTaken(to) ? std::make_error_code(std::errc::file_exists) : renameOver(from, to);
 }
 
 }  // namespace
 
 std::error_code copyDurably(const fs::path& from, const fs::path& to, IfTaken ifTaken) {
-    // A pipe would be waited for, for ever.
+    // Without O_NONBLOCK, opening a pipe could wait forever.
     const Descriptor source(from, O_RDONLY | O_NONBLOCK);
     if (!source.valid()) return lastError();
     struct stat state {};

@@ -6,22 +6,22 @@
 
 namespace tarnwick::platform {
 
-// Files and folders. A name that is no text is given out so that it leads back to its file
-// (runtime/file_names.h). Failures are Faults with the classic words ("File not found", "Path not
-// found", "Permission denied", "File already exists", "Disk full", "Path/File access error").
+// Files and folders. A name that is not valid text is returned in a form that still leads to its
+// file (runtime/file_names.h). Failures are Faults with the classic words ("File not found", "Path
+// not found", "Permission denied", "File already exists", "Disk full", "Path/File access error").
 class FileSystem {
   public:
     virtual ~FileSystem() = default;
 
     virtual bool FolderExists(const QString& path) const = 0;
     virtual bool FileExists(const QString& path) const = 0;
-    // Whether anything has that name: a file, a folder, also a link that leads nowhere.
+    // Whether anything has that name: a file, a folder or a link, even a dangling one.
     virtual bool isTaken(const QString& path) const = 0;
 
-    // Bare names of the files in `folder` that match one of the wildcard `patterns` ("*.wav"), in
-    // either case, sorted without regard to case. As is customary, "take.*" takes a name without
-    // an extension, too, and "*." only such names; hidden files (".name") only show to a pattern
-    // that begins with a dot itself. A folder that cannot be read lists nothing.
+    // Bare names of the files in `folder` that match one of the wildcard `patterns` ("*.wav"),
+    // matched and sorted without regard to case. As usual, "take.*" also matches a name without an
+    // extension, and "*." matches only such names. Hidden files (".name") match only patterns that
+    // begin with a dot. Empty for a folder that cannot be read.
     virtual QStringList list(const QString& folder, const QStringList& patterns) const = 0;
     QStringList list(const QString& folder, const QString& pattern) const {
         return list(folder, QStringList{pattern});
@@ -30,15 +30,15 @@ class FileSystem {
     // Bare names of the folders in `folder`, without the hidden ones, sorted in the same way.
     virtual QStringList listFolders(const QString& folder) const = 0;
 
-    // Full paths of the root and of the volumes that are mounted below it, the root first.
+    // Full paths of the root and of the volumes mounted below it, the root first.
     virtual QStringList drives() const = 0;
 
     virtual void createFolder(const QString& path) = 0;
 
-    // Copies over whatever is there; the copy has the date of the original. On return the copy is
-    // safely on disk; a failed copy leaves what was there before.
+    // Copies and replaces an existing destination; the copy has the date of the original. On return
+    // the copy is safely on disk; if it fails, the destination is unchanged.
     virtual void CopyFile(const QString& source, const QString& destination) = 0;
-    // The same, but never over what has taken the name, be it while the copy was made.
+    // The same, but fails if the name is taken, even if that happened during the copy.
     virtual void copyToNewFile(const QString& source, const QString& destination) = 0;
 
     // Moves a file. A destination that ends with a separator is a folder to move into. Never
@@ -46,15 +46,18 @@ class FileSystem {
     virtual void MoveFile(const QString& source, const QString& destination) = 0;
 
     // When the file was last written, in local time, to the second (rounded down). "File not found"
-    // where there is no such file.
+    // if there is no such file.
     virtual QDateTime DateLastModified(const QString& path) const = 0;
 
-    // Sets that time and no other. False where that cannot be done, and of a file that may not be
-    // written.
+    // Sets only that time. False if it cannot be set or if the file may not be written.
     virtual bool setDateLastModified(const QString& path, const QDateTime& time) = 0;
 };
 
 // `name` in `folder`, joined by the platform's separator.
 QString pathIn(const QString& folder, const QString& name);
+
+// The folder of a file that is told by its full path, without a separator at its end. Only the root
+// keeps its own: the empty text is no folder.
+QString folderOf(const QString& path);
 
 }  // namespace tarnwick::platform

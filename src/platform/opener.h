@@ -4,8 +4,7 @@
 
 namespace tarnwick::platform {
 
-// Opens documents, folders and pages with the desktop's own programs. What cannot be opened gives
-// no message.
+// Opens documents, folders and pages with the desktop's own programs. Failures are not reported.
 class Opener {
   public:
     virtual ~Opener() = default;

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstring>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 namespace tarnwick::platform {
@@ -20,8 +21,8 @@ namespace {
 
 constexpr char kAddress[] = "DBUS_SESSION_BUS_ADDRESS";
 
-// The name of the socket behind an address, as the kernel has it: an abstract one begins with a
-// null. Empty for a bus that is reached in another way.
+// The socket name in a bus address, in the kernel's form: an abstract one begins with a null.
+// Empty for a bus that does not use a Unix socket.
 QByteArray socketName(const QString& address) {
     const QString first = address.section(u';', 0, 0);
     if (!first.startsWith(u"unix:")) return {};
@@ -33,8 +34,8 @@ QByteArray socketName(const QString& address) {
     return {};
 }
 
-// Opens the conversation that every client of a bus opens, and waits for the first word. False
-// where nobody listens.
+// Sends the opening line of the D-Bus handshake and waits for the first byte of the answer. False
+// if nobody listens.
 bool greet(const QByteArray& name) {
     sockaddr_un place{};
     place.sun_family = AF_UNIX;
@@ -60,7 +61,7 @@ struct SessionBus::Greeting {
     std::condition_variable changed;
     bool over = false;
     bool answered = false;
-    SessionBus* waiting = nullptr;  // whom a late answer is told
+    SessionBus* waiting = nullptr;  // receives a late answer
 
     void end(bool result) {
         const std::lock_guard lock(mutex);
@@ -88,7 +89,11 @@ SessionBus::SessionBus(const QString& address)
     }
     QElapsedTimer waited;
     waited.start();
-    std::thread([name, greeting = greeting_] { greeting->end(greet(name)); }).detach();
+    try {
+        std::thread([name, greeting = greeting_] { greeting->end(greet(name)); }).detach();
+    } catch (const std::system_error&) {
+        return;  // without a thread Qt cannot talk to it either: to all it is silent
+    }
     std::unique_lock lock(greeting_->mutex);
     greeting_->changed.wait_for(lock, std::chrono::milliseconds(kPatienceMs),
                                 [this] { return greeting_->over; });

@@ -5,17 +5,17 @@
 
 namespace tarnwick::platform {
 
-// The session's message bus, and whether it answers at all: one that accepts and then never says a
-// word would keep whoever connects to it waiting for good, Qt with its menu bar as well. It is
-// greeted on a thread of its own, which is left behind where no answer comes. UI thread; may be
-// made before the application.
+// The session's message bus, and whether it answers. A bus that accepts a connection and never
+// answers would block every client forever, including Qt's menu bar. The handshake therefore runs
+// on a thread of its own, which is abandoned if no answer comes. UI thread; may be created before
+// the application object.
 class SessionBus : public QObject {
     Q_OBJECT
 
   public:
     static constexpr int kPatienceMs = 100;
 
-    // Greets the bus at `address`, and waits for its answer until the patience is over.
+    // Starts the handshake with the bus at `address` and waits up to kPatienceMs for an answer.
     explicit SessionBus(const QString& address = usualAddress());
     ~SessionBus() override;
 
@@ -23,20 +23,20 @@ class SessionBus : public QObject {
     bool answers() const;
     int patienceLeftMs() const { return patienceLeftMs_; }  // at least 1
 
-    // To Qt, and to the programs that this one starts, there is no bus where this one is still
-    // silent. Before anything else looks for it.
+    // If the bus is still silent, hides it from Qt and from the programs that this one starts. Call
+    // it before anything else looks for the bus.
     void hideWhileSilent() const;
 
-    // The address of the session's bus as the desktop has it; empty where there is none. Unlike the
-    // bus library's own search, this never starts a bus.
+    // The address of the desktop's session bus; empty if there is none. Unlike the bus library's
+    // own search, this never starts a bus.
     static QString usualAddress();
 
   Q_SIGNALS:
-    // A bus that was silent at first answers now.
+    // A bus that was silent at first has now answered.
     void answered();
 
   private:
-    struct Greeting;  // what the thread shares with this
+    struct Greeting;  // shared with the thread
 
     QString address_;
     int patienceLeftMs_ = kPatienceMs;

@@ -10,8 +10,8 @@ qsizetype afterCharacter(QStringView text, qsizetype at) {
     return at + (text[at].isHighSurrogate() ? 2 : 1);
 }
 
-// Takes as little as it can for each star; where the rest does not fit, the last star takes one
-// more. That is enough: what an earlier star could take, the last one can, too.
+// Each star takes as few characters as possible; on a mismatch the last star takes one more. There
+// is no need to go back further: the last star can take anything that an earlier one could.
 bool fits(QStringView name, QStringView wildcard) {
     qsizetype n = 0, w = 0, afterStar = 0, resume = 0;
     while (n < name.size()) {

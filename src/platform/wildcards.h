@@ -4,9 +4,10 @@
 
 namespace tarnwick::platform {
 
-// Several wildcards at once, held against bare file names in either case: * stands for any
-// characters, ? for one, nothing else is special. A last ".*" stands for no extension, too, and a
-// last "." for none at all. A hidden name (".name") only matches what begins with a dot itself.
+// Matches bare file names against several wildcards, without regard to case: * stands for any
+// characters, ? for one, nothing else is special. A final ".*" also matches a name without an
+// extension, a final "." only such a name. A hidden name (".name") matches only a pattern that
+// begins with a dot.
 class Wildcards {
   public:
     explicit Wildcards(const QStringList& patterns);
@@ -16,8 +17,8 @@ class Wildcards {
   private:
     struct Pattern {
         QString text;  // folded
-        bool bare;     // for names without a dot
-        bool hidden;   // for hidden names, too
+        bool bare;     // matches only names without a dot
+        bool hidden;   // matches hidden names, too
     };
     QList<Pattern> patterns_;
 };

@@ -18,7 +18,7 @@ class frmSelectImportSheet;
 
 namespace tarnwick::project {
 
-// Reads the workbook of the project folder into the prompt rows and then has the recording loaded.
+// Reads the workbook in the project folder into the prompt rows, then starts loading the recording.
 // UI thread.
 class ExcelImport {
   public:
@@ -32,7 +32,7 @@ class ExcelImport {
     ExcelImport(forms::frmMain& form, forms::frmSelectImportSheet& chooser, ScriptImport& import,
                 Services services);
 
-    // Guarded. Without a workbook: a box, and the load ends.
+    // Guarded. If there is no workbook, shows a box and ends the load.
     void Import_Excel();
 
   private:

@@ -40,7 +40,7 @@ void FileNaming::schemeChanged(QStringView label) {
     });
 }
 
-// The export always writes .wav; the preview's .mp3 is only what it shows.
+// The .mp3 is only for show: the export always writes .wav.
 void FileNaming::showPreview(const NamingScheme& scheme) {
     const QString extension = form_.opSourceFileFormat[0]->isChecked() ? u".wav"_qs : u".mp3"_qs;
     for (qint16 j = 0; j < 3; ++j)
@@ -49,7 +49,7 @@ void FileNaming::showPreview(const NamingScheme& scheme) {
 
 bool FileNaming::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusOut) {
-        // A window or a menu that comes in front takes nothing from the box.
+        // The box has not lost the focus for good if another window or a menu is in front.
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
             reason != Qt::MenuBarFocusReason)
@@ -58,7 +58,7 @@ bool FileNaming::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-// Reads the numbers once more, for their range.
+// Reads the numbers again to check their range.
 void FileNaming::txbStarting_LostFocus() {
     runtime::guarded(failure_, u"frmImport.txbStarting_LostFocus: ", [&](runtime::Line& line) {
         line(10);

@@ -13,8 +13,8 @@ namespace tarnwick::project {
 
 struct NamingScheme;
 
-// The file naming panel: its preview follows the four boxes of the scheme, whether somebody types
-// in them or their text is set. UI thread.
+// The file naming panel. Updates its preview whenever the text of one of the four boxes changes, by
+// typing or by the program. UI thread.
 class FileNaming : public QObject {
   public:
     FileNaming(forms::frmMain& form, const runtime::FailurePath& failure);
@@ -32,7 +32,7 @@ class FileNaming : public QObject {
     const runtime::FailurePath& failure_;
 };
 
-// The scheme as the panel shows it now. Faults like the readScheme of texts.
+// The scheme currently in the panel. Faults like the readScheme of texts.
 NamingScheme readScheme(const forms::frmMain& form);
 
 }  // namespace tarnwick::project

@@ -2,6 +2,7 @@
 
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
+#include "forms/texts.h"
 #include "project/script_rows.h"
 #include "runtime/arithmetic.h"
 
@@ -29,8 +30,7 @@ bool ScriptImport::begin(runtime::Line& line, const Kind& kind, QString& script)
     return true;
 }
 
-// The small files by which the office programs tell that a script is open ("~$script.docx") are
-// none.
+// Skips the lock files that office programs keep beside an open document ("~$script.docx").
 QString ScriptImport::firstFile(const QString& pattern) const {
     for (const QString& name : services_.files.list(services_.state.vsProjectFolder, pattern))
         if (!name.startsWith(u"~$"_qs)) return name;

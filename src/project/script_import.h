@@ -14,8 +14,8 @@ class frmMain;
 
 namespace tarnwick::project {
 
-// What the imports of workbooks and of documents share: the prompt rows that they fill, and all
-// that is not the reading itself. UI thread.
+// Shared by the imports of workbooks and of documents: the prompt rows that they fill, and
+// everything except the reading itself. UI thread.
 class ScriptImport {
   public:
     struct Services {
@@ -29,27 +29,27 @@ class ScriptImport {
 
     const model::Script& script() const { return script_; }
 
-    // What an import looks for.
+    // The files that an import looks for.
     struct Kind {
-        QString oldForm, newForm;  // patterns of file names, in the order of the search
+        QString oldForm, newForm;  // file name patterns, in the order of the search
         QString program;
     };
 
-    // The opening of an import, steps 10 to 60 of its guarded procedure: the script's bare name
-    // goes to `script` and on the form, and the progress box comes up. False when there is no
-    // script: then a box tells, and the load ends.
+    // Begins an import, steps 10 to 60 of its guarded procedure: stores the script's bare name in
+    // `script` and on the form, and shows the progress box. If there is no script, it shows a box,
+    // ends the load and returns false.
     bool begin(runtime::Line& line, const Kind& kind, QString& script);
 
-    // Faults with "Subscript out of range" where there are no more rows.
+    // Faults with "Subscript out of range" if there are no more rows.
     void store(qint32 i, const QString& FileName, const QString& Content);
 
-    // A value above what the bar goes to faults with "Invalid property value".
+    // Faults with "Invalid property value" if `value` is above the maximum of the progress bar.
     void showRow(qint32 value, const QString& caption);
 
-    // All prompts are in: the recording is loaded.
+    // Ends an import whose prompts are all stored, and starts loading the recording.
     void finish(qint16 viPromptCount);
 
-    QString vsImportResult;  // emptied by each load; "Abort" when there was no script
+    QString vsImportResult;  // emptied by each load; "Abort" if there was no script
 
   private:
     QString firstFile(const QString& pattern) const;

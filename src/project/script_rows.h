@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// Decisions of the script import, without a workbook or a window.
+// Decisions of the script import that need no workbook or window.
 
 namespace tarnwick::project {
 
@@ -12,7 +12,7 @@ struct RowRange {
     qint16 viLastRow = 0;
 };
 
-// A range of the operator's own: the leading numbers of the two texts. Faults with "Overflow".
+// The range entered by the operator: the leading numbers of the two texts. Faults with "Overflow".
 RowRange specifiedRows(const QString& start, const QString& end);
 
 // The word count of a prompt as text: its blanks plus one.

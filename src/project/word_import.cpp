@@ -21,7 +21,7 @@ void WordImport::Import_Word() {
     });
 }
 
-// The document is closed on return, also by a fault.
+// The document is closed on return, even after a fault.
 qint16 WordImport::readPrompts(runtime::Line& line) {
     line(70);
     const NamingScheme scheme = readScheme(form_);

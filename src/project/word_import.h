@@ -10,8 +10,8 @@
 
 namespace tarnwick::project {
 
-// Reads the first table of the Word document of the project folder into the prompt rows and then
-// has the recording loaded. UI thread.
+// Reads the first table of the Word document in the project folder into the prompt rows, then
+// starts loading the recording. UI thread.
 class WordImport {
   public:
     struct Services {
@@ -23,8 +23,8 @@ class WordImport {
 
     WordImport(forms::frmMain& form, ScriptImport& import, Services services);
 
-    // Guarded. Without a document: a box, and the load ends. The progress bar keeps the bounds that
-    // it has, so that a table too long for them is refused on the way: at row 100, unless a
+    // Guarded. If there is no document, shows a box and ends the load. The bounds of the progress
+    // bar are not changed, so the import of a table too long for them faults: at row 100, unless a
     // workbook with more rows was imported before.
     void Import_Word();
 

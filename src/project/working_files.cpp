@@ -12,9 +12,9 @@ namespace {
 
 constexpr char16_t kBackupFolder[] = u"BU_Source_Files";
 constexpr char16_t kRawFolder[] = u"Raw_Files";
-constexpr qint32 kBackupFrequency = 44100;  // Hz, whatever the preferences say
+constexpr qint32 kBackupFrequency = 44100;  // Hz, independent of the preferences
 constexpr qint16 kFirstCopy = 100;
-constexpr int kExtensionLength = 4;  // cut from every name, also from a longer extension
+constexpr int kExtensionLength = 4;  // cut from every name, even if its extension is longer
 
 // Dialog filters by source file format: ".wav", ".mp3", ".aiff", "Any".
 constexpr std::array<const char16_t*, 4> kFilters{
@@ -24,7 +24,7 @@ constexpr std::array<const char16_t*, 4> kFilters{
 
 QString text(const char16_t* literal) { return QString::fromUtf16(literal); }
 
-// The left part of a text; a negative length faults.
+// The left part of a text. Faults if `length` is negative.
 QString leftPart(const QString& whole, qsizetype length) {
     if (length < 0) runtime::invalidCall();
     return whole.left(length);
@@ -54,18 +54,17 @@ void WorkingFiles::mnuLoadFiles_Click() try {
     chosen_ = choice;
     if (!services_.isExporting()) loadWhatWaits();
 } catch (const std::exception&) {
-    // Any fault of the command ends it quietly.
+    // Any fault ends the command quietly.
 }
 
 void WorkingFiles::loadWhatWaits() try {
     if (const auto choice = std::exchange(chosen_, {})) load(*choice);
 } catch (const std::exception&) {
-    // A part of the command, whenever it runs.
+    // This is a part of the command, so a fault ends it quietly, too.
 }
 
 void WorkingFiles::load(const platform::OpenDialog::Choice& choice) {
-    services_.state.vsProjectFolder =
-        leftPart(choice.FileName, choice.FileName.size() - choice.FileTitle.size() - 1);
+    services_.state.vsProjectFolder = platform::folderOf(choice.FileName);
     const auto holds = [&](const char16_t* folder) {
         return services_.files.FolderExists(
             platform::pathIn(services_.state.vsProjectFolder, text(folder)));
@@ -107,12 +106,12 @@ void WorkingFiles::Load_Working_Sound() {
         services_.files.createFolder(
             platform::pathIn(services_.state.vsProjectFolder, text(kBackupFolder)));
     } catch (const std::exception&) {
-        // The folder may be there already; where it cannot be made, the backup itself will fault.
+        // The folder may exist already. If it cannot be made, the backup itself will fault.
     }
 }
 
 void WorkingFiles::mnuBackupSourceFile_Click() {
-    // Before the pauses stand there is nothing to save yet.
+    // There is nothing to save until both pauses are added.
     if (services_.session.vsLoadStage != text(model::kEndSilenceAdded)) return;
     backupWaits_ = services_.EDT.SoundExportsPending() > 0;
     if (!backupWaits_) save();

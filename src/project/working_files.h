@@ -16,7 +16,7 @@ class frmMain;
 
 namespace tarnwick::project {
 
-// The project folder: choosing the recording, loading it, and the backup of its file. UI thread.
+// The project folder: chooses the recording, loads it, and backs up its file. UI thread.
 class WorkingFiles {
   public:
     struct Services {
@@ -28,28 +28,28 @@ class WorkingFiles {
         platform::OpenDialog& cmdlg;
         platform::FileSystem& files;
         std::function<void()>
-            startImport;  // forgets the last import's result, before the list goes
-        std::function<bool()> isExporting;  // from the start of an export to its window's closing
+            startImport;  // clears the last import's result before the list is emptied
+        std::function<bool()> isExporting;  // until the window that an export opens is closed
         std::function<void()> Import_Excel;
         std::function<void()> Import_Word;
     };
 
     WorkingFiles(forms::frmMain& form, Services services);
 
-    // The command "Load Working Files...". Ends without a word on a cancelled dialog and on any
-    // other fault. A file that is chosen in the middle of an export waits until that has come to
-    // its end; the one chosen last counts.
+    // The command "Load Working Files...". Ends without a message if the dialog is cancelled or
+    // anything faults. A file chosen during an export waits until the export has ended; only the
+    // last one chosen is loaded.
     void mnuLoadFiles_Click();
 
-    // Loads the file that waits, if any.
+    // Loads the waiting file, if any.
     void loadWhatWaits();
 
-    // Starts the load of the working file; the chain goes on with SoundLoadingDone.
+    // Starts the load of the working file; the chain continues at SoundLoadingDone.
     void Load_Working_Sound();
 
-    // Copies the file on disk to BU_Source_Files and has it overwritten by the sound as it stands.
-    // Faults when the copy fails, and then overwrites nothing. While an earlier save is still being
-    // written it waits for that to end, so that no state of the file goes uncopied.
+    // Copies the file on disk to BU_Source_Files and then overwrites it with the current sound.
+    // Faults if the copy fails, and then overwrites nothing. Waits until an earlier save has been
+    // written, so that every state of the file is copied.
     void mnuBackupSourceFile_Click();
 
   private:
@@ -62,8 +62,8 @@ class WorkingFiles {
     forms::frmMain& form_;
     Services services_;
     float vfBackupCount = 0;                              // copies made in this run
-    bool backupWaits_ = false;                            // for the exports that are on their way
-    std::optional<platform::OpenDialog::Choice> chosen_;  // waits for the end of an export
+    bool backupWaits_ = false;                            // until the pending exports are written
+    std::optional<platform::OpenDialog::Choice> chosen_;  // waiting for the end of an export
 };
 
 }  // namespace tarnwick::project

@@ -4,8 +4,8 @@
 
 namespace tarnwick::rename {
 
-// A name that stays in its folder; every other faults with "Bad file name or number": an empty one,
-// one with a separator, and those of folders.
+// Checks that a name stays in its folder. Faults with "Bad file name or number" if it is empty, "."
+// or "..", or contains a separator or a null character.
 void requireBareName(const QString& name);
 
 }  // namespace tarnwick::rename

@@ -11,16 +11,15 @@ namespace tarnwick::rename {
 namespace {
 
 constexpr double kSecondsInHour = 3600.0;
-constexpr double kMostSeconds = 1e12;  // more than all years hold, less than overflows
+constexpr double kMostSeconds = 1e12;  // more than all years have, but too few to overflow
 constexpr qint64 kSecondsInDay = 86'400;
 constexpr int kFirstYear = 100, kLastYear = 9999;
 
-// On the clock's face, where no hour is left out or comes twice.
+// The same clock time in UTC, where no hour is skipped or repeated.
 QDateTime face(const QDateTime& time) { return {time.date(), time.time(), Qt::UTC}; }
 
-// How far the wall clock is ahead of UTC then; seconds, `moment` since 1970. Asked of the C
-// library, because QDateTime finds the offset of a local time by the way back, from the clock's
-// face.
+// Offset of the local time from UTC in seconds. `moment`: seconds since 1970. Uses the C library,
+// because QDateTime works the offset out from the local time, which can be ambiguous.
 qint64 offsetAt(qint64 moment) {
     const std::time_t time = moment;
     std::tm local{};
@@ -28,9 +27,9 @@ qint64 offsetAt(qint64 moment) {
     return local.tm_gmtoff;
 }
 
-// The moment at which the wall clock shows this. It counts by the offset of the day before or of
-// the day after. The one before is tried first, so that of two such moments the earlier is found,
-// and it stands where there is none.
+// The moment at which the wall clock shows this time, by the offset of the day before or of the day
+// after. The one before is tried first, so that the earlier of two such moments is found. It is
+// also used if there is no such moment.
 QDateTime momentOf(const QDate& day, const QTime& time) {
     ::tzset();
     const qint64 wall = QDateTime(day, time, Qt::UTC).toSecsSinceEpoch();

@@ -1,6 +1,7 @@
 #include "rename/file_selection.h"
 
 #include "forms/frm_rename_wiz.h"
+#include "forms/texts.h"
 #include "runtime/events.h"
 
 namespace tarnwick::rename {
@@ -34,7 +35,7 @@ void FileSelection::cbRemoveAll_Click() {
     form_.lbxAvailableFiles->add(form_.lbxSelectedFiles->takeAll());
 }
 
-// The caption says what the button will do next.
+// The caption names what the next click will do.
 void FileSelection::cbFlip_Click() {
     const bool beside = form_.cbFlip->text() == u"  Flip Vertical";
     form_.arrange(beside ? forms::frmRenameWiz::kSideBySide

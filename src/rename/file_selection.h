@@ -10,7 +10,7 @@ class frmRenameWiz;
 
 namespace tarnwick::rename {
 
-// Which of the folder's files are chosen, and how the two lists stand. UI thread.
+// Chooses files of the folder, and arranges the two lists. UI thread.
 class FileSelection : public QObject {
   public:
     FileSelection(forms::frmRenameWiz& form, const Services& services);

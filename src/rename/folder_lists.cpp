@@ -11,14 +11,10 @@ namespace {
 
 constexpr int kPathRole = forms::kLevelRole + 1;
 
-// The wildcards of "*.txt;*.doc". Nothing typed filters nothing.
+// Splits "*.txt;*.doc" into wildcards. An empty filter accepts all files.
 QStringList patternsOf(const QString& filter) {
     const QStringList patterns = filter.split(u';', Qt::SkipEmptyParts);
     return patterns.isEmpty() ? QStringList(u"*"_qs) : patterns;
-}
-
-QString pathBelow(const QString& folder, const QString& name) {
-    return folder.endsWith(QDir::separator()) ? folder + name : platform::pathIn(folder, name);
 }
 
 }  // namespace
@@ -42,7 +38,7 @@ void FolderLists::Drivelb_Change() {
     setFolder(drive);
 }
 
-// Into the folder of a row, unless it went away since it was listed.
+// Opens the folder of a row; if it no longer exists, refreshes the list.
 void FolderLists::enter(int row) {
     const QString path = form_.Directorylb->item(row)->data(kPathRole).toString();
     if (services_.files.FolderExists(path))
@@ -58,7 +54,7 @@ void FolderLists::setFolder(const QString& path) {
     if (changed) Directorylb_Change();
 }
 
-// The chain of folders from the drive down to the chosen one, then the folders in that.
+// Lists the folders from the drive down to the chosen one, then the folders inside it.
 void FolderLists::showFolders() {
     const QString drive = form_.Drivelb->currentText();
     const QStyle& style = *form_.style();
@@ -70,12 +66,12 @@ void FolderLists::showFolders() {
     QString path = drive;
     for (const QString& name :
          folder_.mid(drive.size()).split(QDir::separator(), Qt::SkipEmptyParts)) {
-        path = pathBelow(path, name);
+        path = platform::pathIn(path, name);
         addFolder(open, name, path, ++level);
     }
     form_.Directorylb->setCurrentRow(level);
     for (const QString& name : services_.files.listFolders(folder_))
-        addFolder(closed, name, pathBelow(folder_, name), level + 1);
+        addFolder(closed, name, platform::pathIn(folder_, name), level + 1);
     form_.Directorylb->scrollToItem(form_.Directorylb->currentItem());
 }
 

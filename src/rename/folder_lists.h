@@ -12,8 +12,8 @@ class frmRenameWiz;
 
 namespace tarnwick::rename {
 
-// Drive, folder and file list. The drive leads the folder, and the folder, with the filter, leads
-// the file list; whoever changes one of them changes what follows. UI thread.
+// Drive, folder and file list. A change of the drive changes the folder; a change of the folder or
+// of the filter changes the file list. UI thread.
 class FolderLists : public QObject {
   public:
     FolderLists(forms::frmRenameWiz& form, WorkingTable& table, const Services& services);
@@ -21,7 +21,7 @@ class FolderLists : public QObject {
     // Shows the drives, chooses the root, and lists its files.
     void open();
 
-    // Chooses a folder: full path, no separator at its end but the root's own.
+    // Chooses a folder: full path, without a trailing separator except for the root.
     void setFolder(const QString& path);
 
   private:

@@ -14,7 +14,7 @@ bool isSecondOfPair(const QString& name, qsizetype at) {
     return at > 0 && name[at].isLowSurrogate() && name[at - 1].isHighSurrogate();
 }
 
-// Characters, where some take two units of the text.
+// The number of characters; a surrogate pair counts as one.
 qsizetype lengthOf(const QString& name) {
     qsizetype length = 0;
     for (qsizetype at = 0; at < name.size(); ++at)
@@ -22,7 +22,7 @@ qsizetype lengthOf(const QString& name) {
     return length;
 }
 
-// Where the character after the first `count` begins.
+// The position after the first `count` characters, in text units.
 qsizetype unitAfter(const QString& name, qsizetype count) {
     qsizetype at = 0;
     for (; at < name.size() && count > 0; --count) {

@@ -2,45 +2,45 @@
 
 #include <QString>
 
-// How the rules make a new name of a file's name. Pure functions. A name has its extension and no
-// folder; positions and lengths count characters as a person counts them, from 1. Counts that come
-// out negative fault with "Invalid procedure call or argument".
+// The functions that the rules use to make a new name from a file name. All are pure. A name has
+// its extension but no folder. Positions and lengths count whole characters, positions from 1. A
+// negative count faults with "Invalid procedure call or argument".
 
 namespace tarnwick::rename {
 
-// A, B and on to Z for the files 0 to 25, then AA, BB and on to ZZ, then AAA.
+// A to Z for the files 0 to 25, then AA, BB to ZZ, then AAA.
 QString lettersOf(int index);
 
-// How long the extensions of the files are, one file after the other.
+// The length of the extension, for one file after the other.
 class ExtensionLength {
   public:
-    // Finds the dot one to four characters before the end of `name`, the hindmost first. False when
-    // there is none: the length stays that of the file before. A name that ends before all four
-    // places have been looked at faults with "Invalid procedure call or argument".
+    // Searches for a dot with one to four characters after it, from the end of `name`. False if
+    // there is none; the length of the previous file is then kept. Faults with "Invalid procedure
+    // call or argument" if the name is too short to check all four places.
     bool find(const QString& name);
 
-    // With the dot: 0 before the first that was found, then 2 to 5.
+    // Including the dot: 0 before the first one found, then 2 to 5.
     int length() const { return length_; }
 
   private:
     int length_ = 0;
 };
 
-// `extension`: how many characters at the end stay behind the suffix.
+// `extension`: the number of characters at the end that stay after the suffix.
 QString withSuffix(const QString& name, int extension, const QString& suffix);
 
-// All occurrences, from the start on; what is put in is not searched again.
+// Replaces all occurrences from the start; replaced text is not searched again.
 QString withReplaced(const QString& name, const QString& search, const QString& replacement,
                      bool caseSensitive);
 
-// Before the character `start`. A figure between two whole numbers rounds each of the counts that
-// it makes, halves to the even number.
+// Inserts `text` before the character `start`. If that is not a whole number, the two lengths
+// computed from it are each rounded, halves to the even number.
 QString withInserted(const QString& name, double start, const QString& text);
 
-// Without `count` characters from `start` on.
+// Removes `count` characters from `start` on. Rounds like withInserted.
 QString withRemoved(const QString& name, double start, double count);
 
-// Another ending in place of `source`, which is compared exactly; other names stay as they are.
+// Replaces the ending `source`, which is compared exactly; other names are left unchanged.
 QString withExtension(const QString& name, const QString& source, const QString& target);
 
 }  // namespace tarnwick::rename

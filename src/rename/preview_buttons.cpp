@@ -5,8 +5,8 @@
 namespace tarnwick::rename {
 
 void PreviewButtons::showPreviewing(bool previewing) const {
-    // The new place of the focus is shown first: one that is hidden passes it on to the next
-    // control.
+    // The focus moves before a button is hidden, because hiding the button with the focus passes
+    // it to the next control.
     QPushButton* const next = previewing ? cancel : preview;
     next->show();
     if (preview->hasFocus() || cancel->hasFocus() || carryOut->hasFocus()) next->setFocus();

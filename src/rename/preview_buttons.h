@@ -4,8 +4,8 @@ class QPushButton;
 
 namespace tarnwick::rename {
 
-// Three buttons at one place: at rest the first is shown, during a preview the two others. For who
-// works by keys, the focus goes on where it was: from the preview to Cancel, and back.
+// Three buttons in one place: normally the first is shown, during a preview the two others. If one
+// of them has the keyboard focus, it goes to Cancel during a preview, and back to the first after.
 struct PreviewButtons {
     QPushButton* preview;
     QPushButton* cancel;

@@ -26,7 +26,7 @@ void ReDating::emptyFields() {
     form_.txbDateModified->clear();
 }
 
-// Shows what becomes of the first file only.
+// Shows only the new date of the first file.
 void ReDating::cbReDatePreview_Click() {
     const QString hours = form_.txbDateModified->text();
     if (form_.lbxSelectedFiles->count() == 0) return services_.boxes.plain(u"No file selected."_qs);
@@ -63,7 +63,7 @@ void ReDating::cbReDate_Click() {
     emptyFields();
 }
 
-// Records beyond the end of the list stay without a name, and stop the run.
+// Records beyond the end of the list get an empty name, which stops the run.
 void ReDating::takeSelection() {
     const QStringList names = form_.lbxSelectedFiles->names();
     qsizetype viIndex = 0;

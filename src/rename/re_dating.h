@@ -12,9 +12,9 @@ class frmRenameWiz;
 
 namespace tarnwick::rename {
 
-// Moves the dates of last modification of chosen files by a number of hours, each from its own
-// date. It reaches the first file of the list, or as many as the last preview of new names counted:
-// WorkingTable::viLastFile is the measure. UI thread; what fails takes the default path.
+// Shifts the dates of last modification of the chosen files by a number of hours. The number of
+// files is given by WorkingTable::viLastFile: only the first of the list, or as many as the last
+// preview of new names counted. UI thread. Faults go to FailurePath::Default_Path.
 class ReDating : public QObject {
   public:
     ReDating(forms::frmRenameWiz& form, WorkingTable& table, const Services& services);

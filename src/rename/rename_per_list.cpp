@@ -23,7 +23,7 @@ RenamePerList::RenamePerList(forms::frmRenameWiz& form, WorkingTable& table,
                      [this] { cbRenamePerList_Click(); });
 }
 
-// From the dialog on, any failure ends the command without a word.
+// From the dialog on, any failure ends the command without a message.
 void RenamePerList::cbRenamePerList_Click() {
     selection_.cbRemoveAll_Click();
     try {
@@ -39,7 +39,7 @@ void RenamePerList::renameAsListed() {
     const documents::Workbook book = services_.openWorkbook(choice->FileName);
     const documents::Sheet& sheet = book.sheet(1);
     QString& folder = services_.state.vsProjectFolder;
-    folder = choice->FileName.left(choice->FileName.lastIndexOf(QDir::separator()));
+    folder = platform::folderOf(choice->FileName);
     if (services_.files.FolderExists(platform::pathIn(folder, kOriginals))) {
         services_.boxes.plain(
             u"The Project folder cannot contain an 'Original_Files' folder. Rename or move outside "
@@ -61,7 +61,7 @@ std::span<model::RenameRecord> RenamePerList::readList(const documents::Sheet& s
     return std::span(table_.vaFileNames).first(count);
 }
 
-// All of them before the first copy, so that a new name may be an old one.
+// Moves all files before the first is copied, so that a new name may be another file's old name.
 void RenamePerList::moveOriginals(std::span<const model::RenameRecord> records) {
     const QString& folder = services_.state.vsProjectFolder;
     for (const model::RenameRecord& record : records) {
@@ -82,14 +82,14 @@ void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> recor
         if (written.contains(target)) {
             services_.files.CopyFile(original, target);
         } else {
-            // What lies there and is not on the list joins the originals.
+            // An existing file that is not on the list is moved to the originals.
             if (services_.files.isTaken(target))
                 services_.files.MoveFile(target, originals + QDir::separator());
             services_.files.copyToNewFile(original, target);
             written.insert(target);
         }
         form_.lbxSelectedFiles->add({record.Renamed});
-        form_.lbxSelectedFiles->drawNow();  // the operator sees the list grow
+        form_.lbxSelectedFiles->drawNow();  // so that the operator sees the progress
     }
 }
 

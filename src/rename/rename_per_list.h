@@ -14,9 +14,9 @@ namespace tarnwick::rename {
 
 class FileSelection;
 
-// Renames the files of a workbook's folder as its first sheet tells: present names in column A, new
-// ones in column B. The originals move to Original_Files, and copies take the new names, so that
-// whatever fails, every file is still there. UI thread.
+// Renames the files in a workbook's folder according to its first sheet: current names in column A,
+// new names in column B. The originals are moved to Original_Files and copied under the new names,
+// so no file is lost if anything fails. UI thread.
 class RenamePerList : public QObject {
   public:
     RenamePerList(forms::frmRenameWiz& form, WorkingTable& table, FileSelection& selection,

@@ -48,7 +48,7 @@ void RenameRules::takeSelection() {
     });
 }
 
-// Every rule works on the result of the one before; false where there is nothing to be done.
+// Every rule works on the result of the previous one. False if no rule is active.
 bool RenameRules::runRules() {
     const auto filled = [](const QLineEdit* box) { return !box->text().isEmpty(); };
     const auto& f = form_;
@@ -162,7 +162,7 @@ void RenameRules::cbCancel_Click() {
     buttons_.showPreviewing(false);
 }
 
-// The first file that cannot be renamed ends it; those before it keep their new names.
+// Stops at the first file that cannot be renamed; the files before it keep their new names.
 void RenameRules::cbRename_Click() {
     int viIndex = 0;
     for (const model::RenameRecord& record : table_.used())

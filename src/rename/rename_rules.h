@@ -13,8 +13,8 @@ class frmRenameWiz;
 
 namespace tarnwick::rename {
 
-// New names for the chosen files: worked out and shown in their list, then given or dropped. The
-// disk is touched only when they are given. UI thread; what fails takes the default path.
+// New names for the chosen files: computed and shown in their list, then applied or dropped. The
+// disk is changed only when they are applied. UI thread. Faults go to FailurePath::Default_Path.
 class RenameRules : public QObject {
   public:
     RenameRules(forms::frmRenameWiz& form, WorkingTable& table, const Services& services);
@@ -38,7 +38,7 @@ class RenameRules : public QObject {
     void RemoveCharacters();
     void ChangeExtension();
 
-    // Gives each record its next name, by its index and its name so far, and shows them.
+    // Computes the next name of each record from its index and its current name, and shows them.
     void rewrite(const std::function<QString(int index, const QString& name)>& rule);
     void rewriteEnds(const std::function<QString(int index)>& suffix);
     void ShowNewNames();

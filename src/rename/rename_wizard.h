@@ -11,10 +11,10 @@
 
 namespace tarnwick::rename {
 
-// The behaviour of one Rename Wizard window: its subjects, and what they share. UI thread.
+// The behaviour of one Rename Wizard window: its classes and their shared state. UI thread.
 class RenameWizard : public QObject {
   public:
-    // A child of the form, made and gone with it.
+    // A child of the form, created and deleted with it.
     RenameWizard(forms::frmRenameWiz& form, Services services);
 
     // Prepares the window before it is shown: empty fields, the files of the root.

@@ -37,7 +37,7 @@ void RuleFields::clicked(QObject* box) {
     if (box == form_.txbRemove) form_.txbInsert->clear();
 }
 
-// An extension begins with its dot; an empty box that the focus passes through gets one, too.
+// Adds the dot in front of an extension, even in an empty box that has only had the focus.
 void RuleFields::lostFocus(QLineEdit* extension) {
     if (!extension->text().startsWith(u'.')) extension->setText(u'.' + extension->text());
 }
@@ -48,7 +48,7 @@ bool RuleFields::eventFilter(QObject* watched, QEvent* event) {
         clicked(watched);
     if (event->type() == QEvent::FocusOut &&
         (watched == form_.txbSourceExt || watched == form_.txbTargetExt)) {
-        // To another control; not to another window or to the box's own menu.
+        // Only if the focus goes to another control, not to another window or the box's own menu.
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
             lostFocus(static_cast<QLineEdit*>(watched));

@@ -13,8 +13,8 @@ class frmRenameWiz;
 
 namespace tarnwick::rename {
 
-// How the fields of the rules answer one another. Every change raises its event, also one that
-// another field's handler made; what comes of that in the end is wanted. UI thread.
+// The fields of the rules that clear each other. Every change raises its event, even one made by
+// another field's handler; the final result of such a series is intended. UI thread.
 class RuleFields : public QObject {
   public:
     RuleFields(forms::frmRenameWiz& form, const Services& services);
@@ -23,7 +23,7 @@ class RuleFields : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    // A text, a number and a letter of which only one is to be put before, or behind, the names.
+    // A text, a number and a letter, only one of which is to be put before, or after, the names.
     struct Group {
         QLineEdit* text;
         QCheckBox* number;

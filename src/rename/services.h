@@ -11,8 +11,8 @@
 
 namespace tarnwick::rename {
 
-// What the Rename Wizard's subjects can be given. All of it outlives the window's behaviour. None
-// of it knows of sounds or settings: the wizard renames files of any kind.
+// The services available to the Rename Wizard's classes. All of them outlive those classes. None is
+// about sounds or settings, because the wizard renames files of any kind.
 struct Services {
     const runtime::FailurePath& failure;
     runtime::ProcessState& state;

@@ -9,9 +9,9 @@
 
 namespace tarnwick::rename {
 
-// What the wizard's subjects share: the listed folder, and the files that are being renamed.
+// State shared by the wizard's classes: the listed folder and the files being renamed.
 struct WorkingTable {
-    QString vsFolder;  // full path with a separator at its end; two of them in the root
+    QString vsFolder;  // full path with a trailing separator; the root has two
     std::array<model::RenameRecord, model::kRenameSlots> vaFileNames;
     qint16 viLastFile = 0;  // last record in use; only a preview of new names sets it
 

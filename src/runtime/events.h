@@ -6,8 +6,8 @@
 
 namespace tarnwick::runtime {
 
-// Connects a handler to a signal as an event procedure without a guard: what it throws does not
-// travel through Qt but takes the default path.
+// Connects a handler to a signal as an unguarded event procedure: an exception goes to
+// FailurePath::Default_Path and does not propagate through Qt.
 template <class Sender, class Signal, class Handler>
 QMetaObject::Connection onEvent(const FailurePath& failure, const Sender* sender, Signal signal,
                                 const QObject* context, Handler handler) {

@@ -1,9 +1,12 @@
 #include "runtime/failure_path.h"
 
-#include <QDir>
-#include <QFile>
 #include <QLocale>
+#include <cerrno>
 #include <cstdlib>
+#include <fstream>
+#include <system_error>
+
+#include "runtime/file_names.h"
 
 namespace tarnwick::runtime {
 
@@ -17,14 +20,14 @@ FailurePath::FailurePath(QString appPath, FailureOutlets outlets)
     : appPath_(std::move(appPath)), outlets_(std::move(outlets)) {}
 
 void FailurePath::Write_Log(const QString& text) const {
-    QFile log(appPath_ + QDir::separator() + QStringLiteral("Error.log"));
-    if (!log.open(QIODevice::WriteOnly | QIODevice::Append)) throw Fault(log.errorString());
     const auto isBlank = [](QChar c) { return c == u' '; };
     QString line = text;
     if (!std::all_of(text.begin(), text.end(), isBlank))
         line = outlets_.now().toString(QStringLiteral("HH:mm")) + u' ' + text;
-    const QByteArray bytes = (line + QStringLiteral("\r\n")).toUtf8();
-    if (log.write(bytes) != bytes.size() || !log.flush()) throw Fault(log.errorString());
+    errno = 0;
+    std::ofstream log(pathOf(appPath_) / "Error.log", std::ios::app | std::ios::binary);
+    log << (line + QStringLiteral("\r\n")).toStdString() << std::flush;
+    if (!log) throw Fault(QString::fromStdString(std::generic_category().message(errno)));
 }
 
 QString FailurePath::logDate() const {
@@ -38,8 +41,8 @@ void FailurePath::Fatal_Error(const QString& text) const {
         QStringLiteral("Error: ") + text +
             QStringLiteral("\r\n\r\nIf this error persists after restarting the program and/or the "
                            "PC,\r\nplease e-mail the Error.log file (located in the ") +
-            appPath_ + QStringLiteral(" folder)\r\nto ") + QLatin1String(kSupportAddress) +
-            QStringLiteral(" for assistance."));
+            readableFileName(appPath_) + QStringLiteral(" folder)\r\nto ") +
+            QLatin1String(kSupportAddress) + QStringLiteral(" for assistance."));
     end();
 }
 
@@ -51,12 +54,13 @@ void FailurePath::writeRecord(const QString& text) const {
         Write_Log(logDate());
         Write_Log(QString());
     } catch (const Fault&) {
-        // A log that cannot be written must keep the program neither alive nor silent.
+        // A log that cannot be written must not prevent the box and the exit.
     }
 }
 
 void FailurePath::Database_Missing() const {
-    Write_Log(QStringLiteral("Database file Tarnwick.mdb must be in ") + appPath_);
+    Write_Log(QStringLiteral("Database file Tarnwick.mdb must be in ") +
+              readableFileName(appPath_));
     Write_Log(QStringLiteral("Program execution terminated - No database!"));
     outlets_.criticalBox(
         QStringLiteral("Database Cannot Be Found!"),
@@ -74,7 +78,7 @@ void FailurePath::Default_Path(const QString& description) const {
 
 void FailurePath::end() const {
     outlets_.endProcess();
-    std::abort();  // an outlet that returns would let a broken procedure go on
+    std::abort();  // if the outlet returned, a broken procedure would continue
 }
 
 }  // namespace tarnwick::runtime

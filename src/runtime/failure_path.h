@@ -9,22 +9,21 @@
 
 namespace tarnwick::runtime {
 
-// What the failure path needs of the outside: both boxes and the end of the process come in as
-// callables, so that a test can stand in for them.
+// What the failure path needs from outside, as callables so that tests can replace them.
 struct FailureOutlets {
     std::function<void(const QString& title, const QString& text)> criticalBox;
-    std::function<void()> endProcess;  // does not return; a test throws something of its own
+    std::function<void()> endProcess;  // must not return; tests throw an exception of their own
     std::function<QDateTime()> now;
 };
 
-// The one way in which the program deals with a fault that it did not foresee: a record in
-// `Error.log` beside the executable, one critical box, the end of the process. UI thread.
+// Handles every unexpected fault: writes a record to `Error.log` beside the executable, shows one
+// critical box and ends the process. UI thread.
 class FailurePath {
   public:
     // `appPath`: folder of the executable, no trailing separator.
     FailurePath(QString appPath, FailureOutlets outlets);
 
-    // Set by the entry point before anything else happens; stands in every record.
+    // Set by the entry point before anything else happens; part of every record.
     QString vsBuild;
 
     const QString& appPath() const { return appPath_; }
@@ -33,20 +32,22 @@ class FailurePath {
     // cannot be opened or written.
     void Write_Log(const QString& text) const;
 
-    // The present date as the log writes it, "dd-mmm-yyyy" with English month names.
+    // The current date in the log's format, "dd-mmm-yyyy" with English month names.
     QString logDate() const;
 
-    // Five log lines, the box, the end. Does not return; where the log cannot be written, the box
-    // and the end still come.
+    // Writes five log lines, shows the box and ends the process. If the log cannot be written, it
+    // still shows the box and ends the process.
     [[noreturn]] void Fatal_Error(const QString& text) const;
 
-    // The delivered database is not beside the executable: two log lines, the box, the end.
+    // The delivered database is not beside the executable: writes two log lines, shows the box
+    // and ends the process.
     [[noreturn]] void Database_Missing() const;
 
-    // A fault that no procedure guards: one critical box with its description, the end, no log.
+    // A fault outside any guarded procedure: shows one critical box with its description and ends
+    // the process, without a log entry.
     [[noreturn]] void Default_Path(const QString& description) const;
 
-    // Runs `body` at the event loop's edge; what it throws takes the default path.
+    // Runs `body` directly below the event loop; an exception goes to Default_Path.
     template <class Body>
     void unguarded(Body&& body) const {
         try {

@@ -5,7 +5,7 @@
 
 namespace tarnwick::runtime {
 
-// A failed step of a procedure. The description is what the log and the boxes show.
+// A failed step of a procedure. The log and the boxes show the description.
 class Fault : public std::exception {
   public:
     explicit Fault(QString description);
@@ -18,7 +18,7 @@ class Fault : public std::exception {
     QByteArray utf8_;
 };
 
-// The classic descriptions, one function each so that a text is written once.
+// The classic descriptions, one function each so that every text exists only once.
 [[noreturn]] void typeMismatch();
 [[noreturn]] void overflow();
 [[noreturn]] void subscriptOutOfRange();

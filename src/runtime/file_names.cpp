@@ -14,8 +14,8 @@ bool isLoneByte(QStringView text, qsizetype at) {
     return low && (at == 0 || !text[at - 1].isHighSurrogate());
 }
 
-// How many bytes the first character of `bytes` takes; 0 when they spell none. The text is tried
-// with a letter in front, since a byte order mark that leads would be dropped.
+// Length in bytes of the first character of `bytes`; 0 if it is not valid UTF-8. The bytes are
+// decoded with a letter in front because Qt drops a leading byte order mark.
 int utf8Length(std::string_view bytes) {
     const auto lead = static_cast<unsigned char>(bytes.front());
     const int length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
@@ -66,7 +66,7 @@ QString readableFileName(QString name) {
 }
 
 bool nameLess(const QString& a, const QString& b) {
-    // Folding is slow, and neighbours begin alike.
+    // Case folding is slow, so skip the common beginning that neighbours in a list often have.
     qsizetype same = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin();
     if (same > 0 && a[same - 1].isHighSurrogate()) --same;
     const QStringView restOfA = QStringView(a).mid(same), restOfB = QStringView(b).mid(same);

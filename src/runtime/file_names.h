@@ -5,10 +5,9 @@
 #include <string>
 #include <string_view>
 
-// File names as texts. On the disk a name is any bytes; here it is a QString that gives the same
-// bytes back. What is UTF-8 is the text that it spells. Each byte that belongs to no UTF-8 becomes
-// a lone surrogate, U+DC00 + byte, which no text from elsewhere contains (the way of Python's
-// PEP 383).
+// File names as text. On disk a name can be any bytes; here it is a QString that converts back to
+// the same bytes. Valid UTF-8 is decoded as usual. Every other byte becomes a lone surrogate,
+// U+DC00 + byte, which does not occur in ordinary text (as in Python's PEP 383).
 
 namespace tarnwick::runtime {
 
@@ -18,11 +17,11 @@ std::string bytesOfFileName(QStringView text);
 // The same for whole paths.
 std::filesystem::path pathOf(QStringView text);
 
-// What a person can read of a name: U+FFFD, the question mark in a lozenge, for what is no text and
-// for control characters, which would break the line or vanish.
+// The name for display. Undecodable bytes, and control characters, which would break the line or
+// be invisible, are replaced by U+FFFD, the question mark in a lozenge.
 QString readableFileName(QString name);
 
-// The order of every list of names: without regard to case, and exactly where that is equal.
+// The sort order of all name lists: without regard to case, then with it where names are equal.
 bool nameLess(const QString& a, const QString& b);
 
 }  // namespace tarnwick::runtime

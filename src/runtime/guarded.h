@@ -4,7 +4,7 @@
 
 namespace tarnwick::runtime {
 
-// The step that a guarded procedure is at. Steps are numbered 10, 20, 30 … from its top.
+// The current step of a guarded procedure. Steps are numbered 10, 20, 30 … from the top.
 class Line {
   public:
     void operator()(int number) { number_ = number; }

@@ -9,7 +9,7 @@ namespace tarnwick::runtime {
 
 namespace {
 
-// Natural logarithm of 10, to these digits: stored levels were computed with them.
+// Natural logarithm of 10 with exactly these digits, because stored levels were computed with them.
 constexpr double kLn10 = 2.30258509299405;
 
 double finite(double value) {

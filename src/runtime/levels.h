@@ -2,19 +2,19 @@
 
 #include <QString>
 
-// Levels as decibels below full scale, as percent of full scale, and on the engine's scale. Figures
-// that no number can hold fault with "Overflow".
+// Conversion of levels between decibels relative to full scale, percent of full scale and the
+// engine's amplitude scale. Values too large for a double fault with "Overflow".
 
 namespace tarnwick::runtime {
 
 double percentOfDecibels(double decibels);
 
-// "Invalid procedure call or argument" for 0 and less, which no figure in decibels stands for.
+// Faults with "Invalid procedure call or argument" for 0 and less, which have no decibel value.
 double decibelsOfPercent(double percent);
 
-// A percentage as amplitude on the scale 0 to 32767, rounded down, as text. Strict: faults with
-// "Type mismatch" when the text is no number. A box shows its percentage with one decimal, so the
-// engine's number is not the exact value of the decibel figure.
+// A percentage as an amplitude from 0 to 32767, rounded down, as text. Strict: faults with
+// "Type mismatch" if the text is not a number. The boxes show percentages with one decimal, so the
+// result can differ slightly from the exact amplitude of the decibel value.
 QString amplitudeOfPercent(const QString& percent);
 
 }  // namespace tarnwick::runtime

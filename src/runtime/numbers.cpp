@@ -44,8 +44,8 @@ qsizetype afterNumber(QStringView text, qsizetype begin) {
     return at;
 }
 
-// How the desktop writes numbers. Asked by name, because the system's own QLocale groups digits
-// where no language is set and the C library groups none.
+// The desktop's number format. The locale is looked up by name because QLocale::system() groups
+// digits when no language is set, and the C library does not.
 QLocale region() {
     QByteArray name;
     for (const char* variable : {"LC_ALL", "LC_NUMERIC", "LANG"})
@@ -53,7 +53,7 @@ QLocale region() {
     return QLocale(QString::fromLocal8Bit(name));
 }
 
-// Of a text that is a number as a whole; may be infinite.
+// The value if the whole text is a number; may be infinite.
 std::optional<double> wholeNumber(QStringView text) {
     if (isNumber(text)) return val(text);
     bool ok = false;
@@ -69,7 +69,7 @@ Int rounded(double value) {
     return static_cast<Int>(whole);
 }
 
-// Of the number as it is written with 15 digits, so that 8.45 is a half.
+// Rounds the number as written with 15 digits, so that 8.45 is a half.
 double roundedToTenth(double value) {
     if (std::fabs(value) >= 1e15) return value;
     const double tenths = QByteArray::number(value * 10.0, 'g', 15).toDouble();

@@ -2,17 +2,17 @@
 
 #include <QString>
 
-// How texts become numbers and numbers texts. "Lenient" takes the leading number of a text;
-// "strict" takes a text that is a number as a whole, and faults with "Type mismatch" otherwise.
+// Conversion between text and numbers. "Lenient" reads the number at the start of a text;
+// "strict" requires the whole text to be a number and faults with "Type mismatch" otherwise.
 // Numbers out of range fault with "Overflow". Conversions to integers round halves to the even
-// number, the texts with one decimal round them away from zero.
+// number; texts with one decimal round them away from zero.
 
 namespace tarnwick::runtime {
 
-double val(QStringView text);  // lenient; 0 when the text begins with no number
+double val(QStringView text);  // lenient; 0 if the text does not begin with a number
 
-// What a box shows that the program fills too: strict where that gives a number, which may be
-// infinite, and lenient where not.
+// The value of a box that the program also fills: strict if the whole text is a number (it may be
+// infinite), lenient otherwise.
 double shownValue(QStringView text);
 
 double strictDouble(QStringView text);  // decimal point or the regional separators
@@ -23,15 +23,16 @@ qint16 strictInteger(QStringView text);
 qint32 roundToLong(double value);
 qint16 roundToInteger(double value);
 
-// One decimal and a leading digit, with the regional separators. The C locale groups no digits.
+// One decimal and at least one digit before the point, with the regional separators. The C locale
+// does not group digits.
 QString fixedOneDecimal(double value);
-// The pattern "0.0": the same without grouping of digits.
+// The pattern "0.0": the same without digit grouping.
 QString patternOneDecimal(double value);
 
-// A whole number as text with a blank in front when it is not negative.
+// A whole number as text, with a blank in front if it is not negative.
 QString signedText(double wholeNumber);
 
-// A number the short way: no exponent for ordinary sizes, no trailing zeros, a decimal point.
+// A number in short form: no exponent for ordinary sizes, no trailing zeros, a decimal point.
 QString plainText(double value);
 
 }  // namespace tarnwick::runtime

@@ -4,12 +4,13 @@
 
 namespace tarnwick::runtime {
 
-// What all windows share. Owned by the application, passed by reference; UI thread only.
+// State shared by all windows. Owned by the application, passed by reference; UI thread only.
 struct ProcessState {
     QString vsConnection;      // how to open the settings database
     double vvScale = 0.0;      // window scale factor, 1.53 for a stored 153
-    qint16 viScaleAtLoad = 0;  // the scale slider as loaded, in percent
-    QString vsProjectFolder;   // full path, no trailing separator; empty before the first load
+    qint16 viScaleAtLoad = 0;  // value of the scale slider at loading, in percent
+    QString vsProjectFolder;   // full path, no trailing separator except the root's own; empty
+                               // before the first load
     QString vsSelectedSheet;   // worksheet chosen for the import
 };
 

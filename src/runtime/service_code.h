@@ -2,7 +2,7 @@
 
 namespace tarnwick::runtime {
 
-// Typed by service to get at what the operator does not need to see.
+// Support staff type this code to reach controls that are hidden from the operator.
 inline constexpr char16_t kServiceCode[] = u"3172";
 
 }  // namespace tarnwick::runtime

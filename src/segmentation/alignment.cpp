@@ -1,5 +1,6 @@
 #include "segmentation/alignment.h"
 
+#include "forms/colours.h"
 #include "forms/frm_main.h"
 #include "model/list_columns.h"
 #include "runtime/arithmetic.h"

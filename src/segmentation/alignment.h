@@ -11,8 +11,8 @@ class frmMain;
 
 namespace tarnwick::segmentation {
 
-// Pairs the prompts with the stretches of speech by position and fills the list. UI thread; what
-// fails leaves the list half built.
+// Pairs the prompts with the stretches of speech by position and fills the list. UI thread. A fault
+// leaves the list partly filled.
 class Alignment {
   public:
     struct Inputs {

@@ -25,17 +25,15 @@ void Editing::undo() {
     EDT_.Undo();
 }
 
-Editing::Selection Editing::beginEdit() {
+Selection Editing::beginEdit() {
     EDT_.SoundStop();
     EDT_.waveform().GetDisplayRange(session_.vlSavedRangeBegin, session_.vlSavedRangeEnd);
-    Selection selection;
-    EDT_.waveform().GetSelection(selection.available, selection.begin, selection.end);
-    return selection;
+    return selectionOf(EDT_.waveform());
 }
 
 void Editing::cbDeleteSelection_Click() {
     const Selection selection = beginEdit();
-    if (selection.available == 0) return;
+    if (!selection.available) return;
     editAsked_();
     EDT_.DeleteRange(selection.begin, selection.end);
     EDT_.waveform().SetSelection(0, 0, 0);
@@ -43,7 +41,7 @@ void Editing::cbDeleteSelection_Click() {
 
 void Editing::cbFlattenSelection_Click() {
     const Selection selection = beginEdit();
-    if (selection.available == 0) return;
+    if (!selection.available) return;
     editAsked_();
     EDT_.effects().ApplyVolume(selection.begin, selection.end, 0, 0.0f, 0);
 }
@@ -53,7 +51,7 @@ void Editing::cbInsertSilence_Click() {
     EDT_.waveform().SetSelection(0, 0, 0);
     editAsked_();
     const qint32 length = runtime::roundToLong(runtime::val(form_.txbInsertSilence->text()));
-    EDT_.InsertSilence(selection.available == 1 ? selection.begin : 0, length);
+    EDT_.InsertSilence(selection.available ? selection.begin : 0, length);
 }
 
 }  // namespace tarnwick::segmentation

@@ -5,6 +5,7 @@
 #include "engine/sound_editor.h"
 #include "model/session.h"
 #include "runtime/failure_path.h"
+#include "segmentation/selection.h"
 
 namespace tarnwick::forms {
 class frmMain;
@@ -12,22 +13,16 @@ class frmMain;
 
 namespace tarnwick::segmentation {
 
-// The operator's edits on the waveform. Each hands one edit to the engine and returns; the reload
-// chain rebuilds the list when it has ended. UI thread.
+// The operator's edits on the waveform. Each command starts one edit in the engine and returns; the
+// reload chain rebuilds the list when the edit has ended. UI thread.
 class Editing {
   public:
     Editing(forms::frmMain& form, const runtime::FailurePath& failure, model::Session& session,
             engine::SoundEditor& EDT, std::function<void()> editAsked);
 
   private:
-    // What is selected; `available` is 0 when nothing is.
-    struct Selection {
-        qint16 available = 0;
-        qint32 begin = 0;
-        qint32 end = 0;
-    };
-
-    // Stops playback and saves the view, so that it comes back after the rebuild.
+    // Stops playback and saves the visible range, which is restored after the rebuild. Returns the
+    // selection.
     Selection beginEdit();
 
     void undo();
@@ -38,7 +33,7 @@ class Editing {
     forms::frmMain& form_;
     model::Session& session_;
     engine::SoundEditor& EDT_;
-    std::function<void()> editAsked_;  // the list no longer belongs to the sound
+    std::function<void()> editAsked_;  // called before an edit: the list becomes outdated
 };
 
 }  // namespace tarnwick::segmentation

@@ -4,6 +4,7 @@
 
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
+#include "forms/texts.h"
 #include "model/list_columns.h"
 #include "runtime/events.h"
 #include "runtime/numbers.h"
@@ -29,7 +30,7 @@ IndividualExport::IndividualExport(forms::frmMain& form, Services services)
                      &form_, [this] { keptRows_.clear(); });
 }
 
-// Without rows, or while they are being found anew, there is nothing that could be written.
+// There is nothing to write while the list is empty or is being rebuilt.
 bool IndividualExport::listIsReady() const {
     return form_.lvAudioDetails->topLevelItemCount() > 0 && !services_.listIsChanging();
 }
@@ -41,7 +42,7 @@ void IndividualExport::mnuExport_Click() {
                                   u"The file numbers are different so something is incorrect. "
                                   u"Do you want proceed anyway?"_qs))
         return;
-    if (!listIsReady()) return;  // it can have changed while the box stood
+    if (!listIsReady()) return;  // it may have changed while the box was open
     vsExportRunning = u"Yes"_qs;
     forms::showOverlay(form_, *form_.frExportFiles);
     form_.pbExporting->setMaximum(form_.lvAudioDetails->topLevelItemCount());
@@ -59,7 +60,7 @@ QList<IndividualExport::Row> IndividualExport::rowsOfList() const {
     return rows;
 }
 
-// The list is the truth as soon as it holds rows again.
+// Uses the rows of the list as soon as it has any again.
 QList<IndividualExport::Row> IndividualExport::rows() const {
     const QList<Row> listed = rowsOfList();
     return listed.isEmpty() ? keptRows_ : listed;
@@ -72,8 +73,7 @@ void IndividualExport::keepRows() {
 bool IndividualExport::running() const { return vsExportRunning == u"Yes" && !isStuck(moment()); }
 
 void IndividualExport::drop() {
-    vsExportRunning = u"No"_qs;
-    keptRows_.clear();
+    endRun();
     form_.frExportFiles->hide();
 }
 
@@ -83,10 +83,8 @@ void IndividualExport::Export_Row(float index) {
     EDT.encodeFormats().FormatToUse = engine::kWavContainer;
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
     const qint32 row = runtime::roundToLong(index);
-    const QList<Row> listed = rows();
-    if (row < 1 || row > listed.size()) throw runtime::Fault(u"Index out of bounds"_qs);
-    const Row& prompt = listed[row - 1];
-    // A separator in a name must not lead out of the project folder, nor into the backups.
+    const Row prompt = rows().value(row - 1);
+    // A separator in a name must not lead out of the project folder or into the backup folder.
     const QString name = QString(prompt.name).replace(QDir::separator(), u'_');
     vsExportFile = platform::pathIn(services_.session.loadedFolder, name + u".wav"_qs);
     vlExportStart = runtime::strictLong(prompt.start);
@@ -94,7 +92,7 @@ void IndividualExport::Export_Row(float index) {
     keepRecording();
     const qint32 nResult =
         EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
-    // No event comes of a refused row: a standstill.
+    // A refused row gives no event, so the run would stop here.
     const bool refused = nResult != engine::kOk;
     if (refused) vsExportRunning = u"No"_qs;
     form_.pbExporting->setValue(row);
@@ -104,8 +102,8 @@ void IndividualExport::Export_Row(float index) {
     if (refused) services_.stuck();
 }
 
-// A prompt that bears the recording's own name takes its place in the folder. The recording then
-// goes where the end of the run would have moved it.
+// A prompt with the same name as the recording overwrites it. The recording is therefore copied
+// first, to where the end of the run would have moved it.
 void IndividualExport::keepRecording() {
     const QString recording =
         platform::pathIn(services_.session.loadedFolder, services_.session.loadedFile);
@@ -144,15 +142,19 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
     }
 }
 
-void IndividualExport::finish() {
+void IndividualExport::endRun() {
     vsExportRunning = u"No"_qs;
     keptRows_.clear();
+}
+
+void IndividualExport::finish() {
+    endRun();
     const QString& folder = services_.session.loadedFolder;
     for (const QString& name : {services_.session.loadedFile, services_.session.loadedScript}) {
         try {
             services_.files.MoveFile(platform::pathIn(folder, name), backupFolder());
         } catch (const std::exception&) {
-            // A file that cannot be moved stays where it is.
+            // A file that cannot be moved stays where it is, without a message.
         }
     }
     services_.showBatchProcessor();

@@ -17,7 +17,7 @@ class frmMain;
 namespace tarnwick::segmentation {
 
 // Writes one file for each row of the list, one after the other, then moves the recording and its
-// script out of the way and goes on to the Batch Processor. UI thread.
+// script to the backup folder and opens the Batch Processor. UI thread.
 class IndividualExport {
   public:
     struct Services {
@@ -28,25 +28,25 @@ class IndividualExport {
         platform::FileSystem& files;
         std::function<bool()> listIsChanging;
         std::function<void()> showBatchProcessor;  // also hides the main window
-        std::function<void()> stuck;  // the run does not go on by itself; told at each look
+        std::function<void()> stuck;  // the run does not continue by itself; called at each check
     };
 
     IndividualExport(forms::frmMain& form, Services services);
 
     void mnuExport_Click();
 
-    // The list is about to be emptied although the sound stays as it is: a run goes on with its
-    // rows.
+    // Call before the list is emptied although the sound does not change: a run then continues with
+    // the rows that the list had.
     void keepRows();
 
-    // A run is open and goes on by itself until all rows are written.
+    // Whether a run is open that will continue by itself until all rows are written.
     bool running() const;
 
-    // Gives up a run that has not finished, because another recording takes the sound's place.
+    // Gives up an unfinished run because the sound is replaced by another recording.
     void drop();
 
   private:
-    // One row of the list: its name, and its span in ms.
+    // One row of the list: its name and its range in ms.
     struct Row {
         QString name;
         QString start, end;
@@ -60,16 +60,17 @@ class IndividualExport {
     void keepRecording();
     QString backupFolder() const;
     ExportMoment moment() const;
+    void endRun();
     void finish();
 
     forms::frmMain& form_;
     Services services_;
     engine::OneShotTimer EDTTimerSoundExportDone;
     float vfExportIndex = 0;   // row being exported, from 1; keeps its last value
-    QList<Row> keptRows_;      // of the list before it was emptied; good until an edit
+    QList<Row> keptRows_;      // rows of the list before it was emptied; valid until an edit
     QString vsExportRunning;   // "Yes" from the start of a run until it has finished or is given up
     QString vsExportFile;      // full path of the file being written
-    qint32 vlExportStart = 0;  // the row's span, in ms
+    qint32 vlExportStart = 0;  // the row's range, in ms
     qint32 vlExportEnd = 0;
 };
 

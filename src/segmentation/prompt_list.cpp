@@ -7,6 +7,7 @@
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
 #include "forms/scaling.h"
+#include "forms/texts.h"
 #include "model/list_columns.h"
 #include "runtime/events.h"
 #include "runtime/numbers.h"
@@ -50,8 +51,8 @@ bool PromptList::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-// The row that the keys have come to is pressed: by the keys made for it, even at the list's end,
-// and by whatever else has moved, such as the first letters of a row.
+// Treats the current row as pressed after a navigation key, even at the end of the list, and after
+// any other key that has changed the row, such as typing its first letters.
 void PromptList::keyReleased(int key) {
     QTreeWidgetItem* item = form_.lvAudioDetails->currentItem();
     if (item == nullptr) return;

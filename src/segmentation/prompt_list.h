@@ -15,9 +15,9 @@ class frmMain;
 
 namespace tarnwick::segmentation {
 
-// The operator's walk down the list: a press on a row plays from there, a release stops again or
-// not, and the pane shows the whole prompt. A key that moves to another row does what a press does,
-// so that the highlighted row is always the one pressed last. UI thread.
+// Playing from the list: pressing the mouse on a row plays from there, releasing it stops playback
+// or not, depending on the mode, and the pane shows the whole prompt. A key that moves to another
+// row acts like a press, so the highlighted row is always the one pressed last. UI thread.
 class PromptList : public QObject {
   public:
     PromptList(forms::frmMain& form, const runtime::FailurePath& failure,
@@ -41,7 +41,7 @@ class PromptList : public QObject {
     const runtime::ProcessState& state_;
     model::Session& session_;
     engine::SoundEditor& EDT_;
-    qint32 vlRowStart = 0;  // start of the row clicked last, in ms
+    qint32 vlRowStart = 0;  // start of the last clicked row, in ms
     qint32 nResult = 0;
 };
 

@@ -23,14 +23,14 @@ ReloadChain::ReloadChain(forms::frmMain& form, Services services)
 void ReloadChain::drop() {
     TimerReload.disarm();
     TimerDisplayWaveform.disarm();
-    // No event will take the percent away any more. The bar of what plays is not the chain's.
+    // No event will reset the percentage any more. A progress bar of playback is left alone.
     if (soundIsChanging() && !form_.pbWAVFormBuilding->isHidden())
         services_.status.finished(u"Status: Idle"_qs);
     editsUnderWay_ = 0;
     end();
 }
 
-// The chain comes to no list: nothing is being calculated any more.
+// Ends the chain before it has reached the list: nothing is being calculated any more.
 void ReloadChain::end() {
     rebuilding_ = false;
     form_.txbCalculating->hide();
@@ -90,7 +90,7 @@ void ReloadChain::EDT_SoundEditDone(qint32 bResult) {
         rebuilding_ = true;
         return TimerReload.arm();
     }
-    // The chain of an edit before may still be on its way to a list.
+    // The chain of an earlier edit may still be running.
     if (!TimerReload.armed() && !TimerDisplayWaveform.armed()) end();
     reportFailure();
 }
@@ -141,7 +141,7 @@ void ReloadChain::TimerDisplayWaveform_Timer() {
     if (session.vsLoadStage == QStringView(model::kStartSilenceAdded))
         return addPause(u"Adding Final Pause..."_qs, services_.EDT.GetSoundDuration(),
                         model::kEndSilenceAdded);
-    rebuilding_ = TimerReload.armed();  // for another edit that has ended since
+    rebuilding_ = TimerReload.armed();  // true if another edit has ended since
     services_.process();
 }
 

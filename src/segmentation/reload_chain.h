@@ -15,9 +15,9 @@ class frmMain;
 
 namespace tarnwick::segmentation {
 
-// What follows every change of the sound: its display is brought up to date, after a load the
-// pauses at both ends are added one by one, and then the list is rebuilt. Each step waits for an
-// event of the engine and goes on from a one-shot timer. UI thread.
+// The steps after every change of the sound: update the display, after a load add the pauses at
+// both ends one by one, then rebuild the list. Each step waits for an event of the engine and
+// continues from a one-shot timer. UI thread.
 class ReloadChain {
   public:
     struct Services {
@@ -32,14 +32,14 @@ class ReloadChain {
 
     ReloadChain(forms::frmMain& form, Services services);
 
-    // From the start of a load or edit until the list's rebuilding takes over or the chain ends.
+    // True from the start of a load or edit until the list is being rebuilt or the chain ends.
     bool soundIsChanging() const { return rebuilding_ || editsUnderWay_ > 0; }
 
-    // An edit was asked for: from here on the list is no guide.
+    // Call when an edit is requested: from then on the list is outdated.
     void editAsked() { ++editsUnderWay_; }
 
-    // Gives up what is under way, because the sound is closed or replaced, and shows so: of what is
-    // dropped no event comes that would.
+    // Gives up all operations in progress because the sound is closed or replaced. Updates the
+    // display, too, because dropped operations send no event that would.
     void drop();
 
   private:
@@ -63,8 +63,8 @@ class ReloadChain {
     Services services_;
     engine::OneShotTimer TimerReload;
     engine::OneShotTimer TimerDisplayWaveform;
-    bool rebuilding_ = false;  // the sound has changed, the list has not yet
-    int editsUnderWay_ = 0;    // asked for and not yet done
+    bool rebuilding_ = false;  // the sound has changed, but the list is not updated yet
+    int editsUnderWay_ = 0;    // requested and not yet done
 };
 
 }  // namespace tarnwick::segmentation

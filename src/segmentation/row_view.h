@@ -12,12 +12,12 @@ struct ViewRange {
     friend bool operator==(const ViewRange&, const ViewRange&) = default;
 };
 
-// The view for a clicked row: as wide as now, the row's start a quarter of the way across. Nothing
-// when the row lies too near to the sound's start for that.
+// The view for a clicked row: the current width, with the row's start a quarter of the way across.
+// nullopt if the row is too near the start of the sound for that.
 std::optional<ViewRange> viewOfRow(qint32 rowStart, ViewRange now);
 
-// The view that follows the play head: once the head has come into the last tenth, the view goes on
-// by eight tenths of its width; nothing before that. Not clipped to the sound.
+// The view that follows the play head: when the head is in the last tenth, the view moves by eight
+// tenths of its width; nullopt before that. Not clipped to the sound.
 std::optional<ViewRange> viewAfterJump(qint32 position, ViewRange now);
 
 // Play position in percent of `limit` (above 0), at most 100. Faults with "Overflow" near six

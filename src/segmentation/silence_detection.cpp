@@ -75,7 +75,8 @@ void SilenceDetection::storeSilences(qint32 count) {
     database.Release();
 }
 
-// Holds the window, on the service's demand, for as many seconds as the box says on each look.
+// Blocks the window if support staff have asked for it. The seconds in the box are read again at
+// each pass.
 void SilenceDetection::serviceWait() const {
     if (!form_.chRecalcTimer->isChecked()) return;
     const double begun = services_.clock.Timer();

@@ -20,8 +20,8 @@ namespace tarnwick::segmentation {
 
 using SilenceArray = std::array<model::SilenceRecord, model::kSilenceSlots>;
 
-// Finds the pauses of the recording and keeps them, in the array and in the settings database.
-// None of it is guarded. UI thread.
+// Finds the pauses of the recording and stores them in the array and in the settings database. The
+// procedures are unguarded. UI thread.
 class SilenceDetection {
   public:
     struct Services {
@@ -35,16 +35,16 @@ class SilenceDetection {
 
     SilenceDetection(forms::frmMain& form, Services services);
 
-    // Empties the list and starts a scan; also the last step of every change of the sound.
+    // Empties the list and starts a scan. Also runs as the last step after every sound change.
     void cbProcess_Click();
 
-    // Valid from the end of a scan until the next click; zeros behind the last silence found.
+    // Valid from the end of a scan until the next click; zeros after the last silence found.
     const SilenceArray& silences() const { return Silences; }
 
-    // From the start of a scan until the list is filled again.
+    // True from the start of a scan until the list is filled again.
     bool scanning() const { return scanning_; }
 
-    // Gives up a scan, because the sound is closed or replaced.
+    // Gives up a scan because the sound is closed or replaced.
     void drop();
 
   private:

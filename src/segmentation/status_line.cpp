@@ -2,6 +2,7 @@
 
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
+#include "forms/texts.h"
 
 namespace tarnwick::segmentation {
 

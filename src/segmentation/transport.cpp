@@ -1,8 +1,10 @@
 #include "segmentation/transport.h"
 
 #include "forms/frm_main.h"
+#include "forms/texts.h"
 #include "runtime/events.h"
 #include "segmentation/row_view.h"
+#include "segmentation/selection.h"
 
 namespace tarnwick::segmentation {
 
@@ -36,12 +38,9 @@ void Transport::connectEvents() {
 }
 
 void Transport::CommandPlay_Click() {
-    qint16 available = 0;
-    qint32 begin = 0;
-    qint32 end = 0;
-    EDT_.waveform().GetSelection(available, begin, end);
-    if (available != 1) return EDT_.SoundPlay();
-    EDT_.SoundPlayRange(begin, begin >= end ? -1 : end);
+    const Selection selection = selectionOf(EDT_.waveform());
+    if (!selection.available) return EDT_.SoundPlay();
+    EDT_.SoundPlayRange(selection.begin, selection.begin >= selection.end ? -1 : selection.end);
 }
 
 void Transport::CommandPause_Click() {
@@ -67,11 +66,8 @@ void Transport::playbackOver(const QString& text) {
 
 void Transport::TimerPlaybackPos_Timer() {
     const qint32 position = EDT_.GetPlaybackPosition();
-    qint16 available = 0;
-    qint32 begin = 0;
-    qint32 end = 0;
-    EDT_.waveform().GetSelection(available, begin, end);
-    const qint32 limit = available == 1 ? end : EDT_.GetSoundDuration();
+    const Selection selection = selectionOf(EDT_.waveform());
+    const qint32 limit = selection.available ? selection.end : EDT_.GetSoundDuration();
     if (limit == 0) return;
     showPosition(position, limit);
     followPlayHead(position);

@@ -12,8 +12,8 @@ class frmMain;
 
 namespace tarnwick::segmentation {
 
-// Play, pause and stop, and what the window shows while sound plays. Whether playback is paused
-// stands in the caption of CommandPause alone. UI thread.
+// Play, pause and stop, and the display during playback. Only the caption of CommandPause records
+// whether playback is paused. UI thread.
 class Transport {
   public:
     Transport(forms::frmMain& form, const runtime::FailurePath& failure, engine::SoundEditor& EDT,
@@ -34,7 +34,7 @@ class Transport {
     const runtime::FailurePath& failure_;
     engine::SoundEditor& EDT_;
     StatusLine& status_;
-    QTimer& TimerPlaybackPos;  // runs from the start of playback to its end, also while paused
+    QTimer& TimerPlaybackPos;  // runs from the start to the end of playback, even while paused
 };
 
 }  // namespace tarnwick::segmentation

@@ -4,13 +4,14 @@
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/numbers.h"
+#include "segmentation/selection.h"
 
 namespace tarnwick::segmentation {
 
 namespace {
 
 constexpr int kSliderAtFullScale = 450;
-constexpr int kSliderAndScale = 550;  // the slider stands upside down: scale = 550 - value
+constexpr int kSliderAndScale = 550;  // the slider is upside down: scale = 550 - value
 
 }  // namespace
 
@@ -58,7 +59,6 @@ void WaveformControls::setUp() {
     settings.setByteAt(engine::WaveformSettings::kHideRuler, 0);
     settings.setByteAt(engine::WaveformSettings::kHideLevels, 0);
     EDT_.waveform().SetSettings(settings);
-    viWaveScale = 100;
     form_.slWAVFormScale->setValue(kSliderAtFullScale);
 }
 
@@ -83,18 +83,15 @@ void WaveformControls::EDT_WaveRangeChanged(qint32 begin, qint32 end) {
 }
 
 void WaveformControls::EDT_WaveMouseNotification(qint16 kind) {
-    qint16 available = 0;
-    qint32 begin = 0;
-    qint32 end = 0;
-    EDT_.waveform().GetSelection(available, begin, end);
-    if (available == 1 && kind == engine::kMouseClearsSelection)
+    if (kind == engine::kMouseClearsSelection && selectionOf(EDT_.waveform()).available)
         EDT_.waveform().SetSelection(0, 0, 0);
 }
 
 void WaveformControls::slWAVFormScale_Scroll() {
     engine::WaveformSettings settings;
     EDT_.waveform().GetSettings(settings);
-    viWaveScale = runtime::roundToInteger(kSliderAndScale - form_.slWAVFormScale->value());
+    const qint16 viWaveScale =
+        runtime::roundToInteger(kSliderAndScale - form_.slWAVFormScale->value());
     form_.slWAVFormScale->setToolTip(QString::number(viWaveScale));
     settings.setVerticalScale(static_cast<float>(viWaveScale) / 100.0f);
     EDT_.waveform().SetSettings(settings);

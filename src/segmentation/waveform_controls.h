@@ -9,14 +9,14 @@ class frmMain;
 
 namespace tarnwick::segmentation {
 
-// The read-outs and buttons around the waveform: what is selected, what is visible, zoom and
-// vertical scale. UI thread.
+// The labels and buttons around the waveform: selection, visible range, zoom and vertical scale. UI
+// thread.
 class WaveformControls {
   public:
     WaveformControls(forms::frmMain& form, const runtime::FailurePath& failure,
                      engine::SoundEditor& EDT);
 
-    // The display's record and the slider as they are at start.
+    // Sets the waveform settings and the slider to their initial values.
     void setUp();
 
   private:
@@ -30,7 +30,6 @@ class WaveformControls {
     forms::frmMain& form_;
     const runtime::FailurePath& failure_;
     engine::SoundEditor& EDT_;
-    qint16 viWaveScale = 100;  // vertical scale in percent
 };
 
 }  // namespace tarnwick::segmentation

@@ -7,8 +7,8 @@ namespace tarnwick::settings {
 
 namespace {
 
-// Rounds of the key derivation. The provider's own default costs 60 ms at each opening, and the
-// password is the same everywhere anyhow.
+// Rounds of the key derivation. The provider's default costs 60 ms at each opening and would not
+// help, because the password is the same everywhere.
 constexpr char kKeyDerivation[] = "PRAGMA kdf_iter = 4000";
 
 }  // namespace

@@ -6,8 +6,9 @@ struct sqlite3;
 
 namespace tarnwick::settings {
 
-// Gives the key to a database handle on which nothing has run yet: for the program that opens the
-// delivered file and for the tool that makes it, which must agree on it. Returns a provider's code.
+// Applies the key to a database handle on which no statement has run yet. Used by the program and
+// by the tool that makes the delivered file, which must agree. Returns a result code of the
+// provider.
 int applyKey(sqlite3* database, const QByteArray& password);
 
 // The password of every delivered database.

@@ -3,24 +3,15 @@
 #include <sqlite3.h>
 
 #include "runtime/fault.h"
+#include "runtime/file_names.h"
 #include "settings/cipher.h"
+#include "settings/connection_string.h"
 
 namespace tarnwick::settings {
 
 namespace {
 
 constexpr int kLockedFileWaitMs = 2000;
-
-// What stands in `connectionString` between "name=" and the next part; the last part is the
-// password, so that a folder's name may hold a semicolon.
-QString partOf(const QString& connectionString, const QString& name, const QString& next) {
-    const QString mark = name + u'=';
-    const qsizetype begin = connectionString.indexOf(mark);
-    if (begin < 0) throw runtime::Fault(QStringLiteral("Invalid connection string."));
-    const qsizetype from = begin + mark.size();
-    const qsizetype end = next.isEmpty() ? -1 : connectionString.lastIndexOf(u';' + next + u'=');
-    return connectionString.mid(from, end < from ? -1 : end - from);
-}
 
 }  // namespace
 
@@ -43,16 +34,15 @@ void Connection::fail() const {
 void Connection::Open(const QString& connectionString) {
     if (isOpen())
         throw runtime::Fault(QStringLiteral("Operation is not allowed when the object is open."));
-    const QString password = QStringLiteral("Database Password");
-    const QString file = partOf(connectionString, QStringLiteral("Data Source"), password);
-    const int code =
-        sqlite3_open_v2(file.toUtf8().constData(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+    const QString file = partOf(connectionString, QStringLiteral("Data Source"));
+    const QString password = partOf(connectionString, QStringLiteral("Database Password"));
+    const int code = sqlite3_open_v2(runtime::bytesOfFileName(file).c_str(), &database_,
+                                     SQLITE_OPEN_READWRITE, nullptr);
     try {
         if (code != SQLITE_OK) fail();
         sqlite3_busy_timeout(database_, kLockedFileWaitMs);
-        if (applyKey(database_, partOf(connectionString, password, {}).toUtf8()) != SQLITE_OK)
-            fail();
-        // The key is only tried when something is read.
+        if (applyKey(database_, password.toUtf8()) != SQLITE_OK) fail();
+        // The provider checks the key only when something is read.
         step(prepare(QStringLiteral("SELECT count(*) FROM sqlite_master")));
     } catch (...) {
         drop();
@@ -68,7 +58,7 @@ Connection::Statement Connection::prepare(const QString& statement) const {
                            &rest) != SQLITE_OK)
         fail();
     Statement result(prepared);
-    // A second one behind the first is refused, too.
+    // A second statement after the first is refused as well.
     const QByteArray tail = QByteArray(rest).trimmed();
     if (!result || !tail.isEmpty())
         throw runtime::Fault(QStringLiteral("Characters found after end of SQL statement."));
@@ -87,10 +77,10 @@ QByteArray Connection::journalMode(const char* pragma) const {
     return reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
 }
 
-// Each statement is its own transaction. On the journal of a file at rest every one of them would
-// wait for the disk several times; the write-ahead log orders them safely and waits when it is
-// folded back into the file, in Close. Where the log cannot be had (the folder is read-only,
-// somebody reads the file), the statement runs on the slow journal or fails by itself.
+// Each statement is its own transaction. With the rollback journal each would wait for the disk
+// several times; the write-ahead log keeps them in order and waits only at the checkpoint in Close.
+// If the log is not available (read-only folder, file in use by a reader), the statement runs on
+// the slow journal or fails by itself.
 void Connection::prepareToWrite() {
     if (readyToWrite_) return;
     readyToWrite_ = true;
@@ -108,9 +98,10 @@ void Connection::Execute(const QString& statement) {
     }
 }
 
-// The file at rest is in the journal mode that also opens from a read-only folder. A log left by a
-// killed process is folded in here too. While another process has the file open the log stays
-// beside it, whole, on disk and in force, and a later Close folds it in: so nothing waits here.
+// Leaves the file in the rollback journal mode, which also opens from a read-only folder. A log
+// left by a killed process is checkpointed here, too. While another process has the file open, the
+// log stays beside it, complete and valid on disk, until a later Close checkpoints it; so there is
+// no need to wait here.
 void Connection::Close() {
     if (!isOpen()) return;
     try {

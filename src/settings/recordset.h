@@ -7,11 +7,11 @@
 
 namespace tarnwick::settings {
 
-// A record set: the rows that a SELECT gives, open on its first row.
+// The rows of a SELECT, opened on the first row.
 class Recordset {
   public:
     void Open(const QString& select, const Connection& connection);
-    Record Fields() const;  // the present row; faults when there is none
+    Record Fields() const;  // the current row; faults if there is none
     void Close();
 
   private:

@@ -1,22 +1,10 @@
 #include "settings/settings_database.h"
 
-#include <QDir>
-
 #include "runtime/fault.h"
-#include "settings/cipher.h"
 #include "settings/connection.h"
 #include "settings/recordset.h"
 
 namespace tarnwick::settings {
-
-QString connectionString(const QString& appPath) {
-    const QString separator(QDir::separator());
-    QString file = appPath;
-    if (!file.endsWith(separator)) file += separator;
-    return QStringLiteral("Provider=SQLCipher;Data Source=") + file +
-           QStringLiteral("Tarnwick.mdb;Database Password=") +
-           QString::fromLatin1(kDatabasePassword);
-}
 
 SettingsDatabase::SettingsDatabase() = default;
 SettingsDatabase::~SettingsDatabase() {
@@ -24,7 +12,7 @@ SettingsDatabase::~SettingsDatabase() {
     try {
         Close();
     } catch (const runtime::Fault&) {
-        // Nobody is left to be told.
+        // A destructor has nobody to report it to.
     }
 }
 
@@ -70,7 +58,7 @@ Access::~Access() {
     try {
         database_.Close();
     } catch (const runtime::Fault&) {
-        // Only reached when another fault is on its way, and that one is told.
+        // Only reached while another fault is being thrown, and that one is reported.
     }
 }
 

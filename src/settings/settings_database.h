@@ -3,6 +3,7 @@
 #include <QString>
 #include <memory>
 
+#include "settings/connection_string.h"
 #include "settings/record.h"
 
 namespace tarnwick::settings {
@@ -10,13 +11,9 @@ namespace tarnwick::settings {
 class Connection;
 class Recordset;
 
-// Where the database beside the executable lies and how it is opened, as one text. `appPath`: the
-// folder of the executable, with or without a separator at its end.
-QString connectionString(const QString& appPath);
-
 // The settings database: one encrypted file that is open only during an access. It is never
 // created here. An access opens, reads rows or executes statements, and closes, inside one
-// procedure: accesses must not overlap, nor be open across an event, nor outlive main.
+// procedure: accesses must not overlap, stay open across an event, or outlive main.
 // Every failure is a runtime::Fault with the provider's own description. UI thread.
 class SettingsDatabase {
   public:
@@ -25,24 +22,23 @@ class SettingsDatabase {
     SettingsDatabase(const SettingsDatabase&) = delete;
     SettingsDatabase& operator=(const SettingsDatabase&) = delete;
 
-    // `vsConnection`: what connectionString gives. Makes the connection object if there is none.
+    // `vsConnection`: from connectionString(). Makes the connection object if there is none.
     // Waits up to two seconds for a file that another program has locked.
     void Open(const QString& vsConnection);
 
-    // Stores `select` in vsSQL and gives its first row; the record set is closed again on return.
-    // A missing row faults.
+    // Stores `select` in vsSQL and returns its first row; the record set is closed again on return.
+    // Faults if there is no row.
     Record Read(const QString& select);
 
-    // Executes one complete statement at once, by itself. What it changed is on disk for good when
-    // Close has returned; a crash or a power cut before that leaves a whole file that holds the
-    // statements up to some point.
+    // Executes one complete statement as its own transaction. Its changes are durable when Close
+    // has returned; a crash or a power cut before that leaves an intact file with the statements up
+    // to some point.
     void Execute(const QString& statement);
 
-    // No effect when closed. Faults when what was written cannot be brought to the disk; it is
-    // closed all the same.
+    // No effect if closed. Faults if the changes cannot be written to disk, but closes anyway.
     void Close();
 
-    // Closes and gives up the connection and record set objects; the next access makes new ones.
+    // Closes and deletes the connection and record set objects; the next access makes new ones.
     void Release();
 
     bool isOpen() const;
@@ -56,8 +52,9 @@ class SettingsDatabase {
     QString vsSQL;
 };
 
-// Opens the database and makes sure that it is closed on every way out. The straight way out
-// calls Close (or Release) itself, so that its faults are seen; this one closes in silence.
+// Opens the database and makes sure that it is closed on every way out. On the normal way out the
+// caller closes it itself with Close (or Release), so that faults are seen; the destructor ignores
+// them.
 class Access {
   public:
     Access(SettingsDatabase& database, const QString& vsConnection);

@@ -5,22 +5,22 @@
 
 namespace tarnwick::widgets {
 
-std::optional<SelectionHand::Stretch> SelectionHand::stretch() const {
+std::optional<Stretch> selectedStretch(const engine::Waveform& waveform) {
     qint16 available = 0;
     Stretch stretch{0, 0};
-    waveform_.GetSelection(available, stretch.begin, stretch.end);
+    waveform.GetSelection(available, stretch.begin, stretch.end);
     if (available != 1) return std::nullopt;
-    if (stretch.end == -1) stretch.end = waveform_.duration();
+    if (stretch.end == -1) stretch.end = waveform.duration();
     return stretch;
 }
 
 qint32 SelectionHand::anchor() const {
-    const Stretch now = stretch().value_or(Stretch{0, 0});
+    const Stretch now = stretch().value();
     return anchor_ == now.end ? now.end : now.begin;
 }
 
 qint32 SelectionHand::caret() const {
-    const Stretch now = stretch().value_or(Stretch{0, 0});
+    const Stretch now = stretch().value();
     return anchor_ == now.end ? now.begin : now.end;
 }
 
@@ -32,9 +32,9 @@ void SelectionHand::select(qint32 anchor, qint32 caret) {
 }
 
 void SelectionHand::extendNearer(qint32 towards) {
-    const Stretch now = stretch().value_or(Stretch{towards, towards});
+    const Stretch now = stretch().value();
     const bool endIsNearer = std::abs(towards - now.end) < std::abs(towards - now.begin);
-    select(endIsNearer || towards > now.end ? now.begin : now.end, towards);
+    select(endIsNearer ? now.begin : now.end, towards);
 }
 
 }  // namespace tarnwick::widgets

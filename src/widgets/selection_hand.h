@@ -6,30 +6,35 @@
 
 namespace tarnwick::widgets {
 
-// Selects on a waveform, for mouse and keys alike: a selection has an end that stays, the anchor,
-// and one that moves, the caret; a cursor is both. What others selected is anchored at its begin.
-// Positions in ms; those past the sound are drawn into it. UI thread.
+// The selection in ms, with an end of -1 replaced by the end of the sound.
+struct Stretch {
+    qint32 begin;
+    qint32 end;  // equal to begin: a cursor
+};
+
+std::optional<Stretch> selectedStretch(const engine::Waveform& waveform);
+
+// Makes selections on a waveform for mouse and keys. A selection has a fixed end, the anchor, and a
+// moving one, the caret; for a cursor both are the same. Selections made elsewhere have their
+// anchor at the beginning. Positions in ms, clamped to the sound. UI thread.
 class SelectionHand {
   public:
-    struct Stretch {
-        qint32 begin;
-        qint32 end;  // equal to begin: a cursor
-    };
-
-    // `waveform` outlives this object.
+    // `waveform` must outlive this object.
     explicit SelectionHand(engine::Waveform& waveform) : waveform_(waveform) {}
 
-    std::optional<Stretch> stretch() const;
-    qint32 anchor() const;  // with a stretch only
+    std::optional<Stretch> stretch() const { return selectedStretch(waveform_); }
+
+    // Only if something is selected.
+    qint32 anchor() const;
     qint32 caret() const;
+    void extendNearer(qint32 towards);  // the nearer end moves there
 
     void select(qint32 anchor, qint32 caret);
     void place(qint32 cursor) { select(cursor, cursor); }
-    void extendNearer(qint32 towards);  // the nearer end moves there
 
   private:
     engine::Waveform& waveform_;
-    qint32 anchor_ = 0;  // as long as it is an end of the stretch
+    qint32 anchor_ = 0;  // valid while it is an end of the stretch
 };
 
 }  // namespace tarnwick::widgets

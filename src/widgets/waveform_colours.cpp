@@ -24,7 +24,7 @@ double luminance(const QColor& colour) {
            0.0722 * linear(colour.blueF());
 }
 
-// `colour`, moved away from the ground as far as it takes.
+// `colour`, moved towards black or white until its contrast with the ground is at least `least`.
 QColor legible(const QColor& colour, const QColor& ground, double least) {
     const QColor black(Qt::black), white(Qt::white);
     const QColor& far = contrast(black, ground) > contrast(white, ground) ? black : white;
@@ -43,7 +43,7 @@ double contrast(const QColor& one, const QColor& other) {
 }
 
 WaveformColours::WaveformColours(const QPalette& palette) {
-    // Those of an active window throughout: a picture does not change when another one is used.
+    // Always those of an active window, so that the picture stays the same in an inactive one.
     const auto role = [&](QPalette::ColorRole which) {
         return palette.color(QPalette::Active, which);
     };

@@ -6,14 +6,14 @@
 
 namespace tarnwick::widgets {
 
-// The colours of a waveform picture, made from a palette so that they follow light and dark
-// desktops. Whatever the palette, the wave stands out from the ground, selected or not, by at least
-// 3:1 and the scales by 4.5:1 (the contrast of WCAG 2.1), as far as black or white allows.
+// The colours of a waveform picture, derived from a palette so that they follow light and dark
+// desktops. With any palette, the contrast with the ground is at least 3:1 for the wave, selected
+// or not, and 4.5:1 for the scales (WCAG 2.1), as far as black or white allows.
 struct WaveformColours {
     explicit WaveformColours(const QPalette& palette);
 
     QColor background;
-    QColor outside;  // behind the end of the sound
+    QColor outside;  // past the end of the sound
     QColor frame;
     QColor focus;
     QColor wave;
@@ -21,14 +21,14 @@ struct WaveformColours {
     QColor zeroLine;
     QColor scaleGround;
     QColor ruler;
-    // Lies over the picture by `blending`, which keeps more contrast than a veil would.
+    // Drawn over the picture with `blending`, which keeps more contrast than transparency would.
     QColor selection;
     QPainter::CompositionMode blending;
     QColor selectionEdge;
     QColor cursor;
     QColor playHead;
 
-    // A colour of the picture as it looks when it is selected.
+    // A colour of the picture as it looks inside the selection.
     QColor selected(const QColor& colour) const;
 };
 

@@ -7,8 +7,8 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kNearlyWhole = 0.995;  // of a sound: a few pixels of a screen are missing
-constexpr double kRoom = 0.1;           // of the view, beside a time that is brought into it
+constexpr double kNearlyWhole = 0.995;  // of a sound; the rest is a few pixels on a screen
+constexpr double kRoom = 0.1;           // of the view, beside a time that is scrolled into it
 
 constexpr qint32 kSecond = 1000, kMinute = 60 * kSecond, kHour = 60 * kMinute;
 constexpr qint32 kSteps[] = {1,
@@ -85,10 +85,9 @@ qint32 rulerMinorStepMs(qint32 stepMs, double msPerPixel, double leastPixels) {
 }
 
 ChannelBand::ChannelBand(int channel, int channels, int top, int height) {
-    const int count = std::max(channels, 1);
-    const int above = height * channel / count;
+    const int above = height * channel / channels;
     top_ = top + above;
-    height_ = height * (channel + 1) / count - above;
+    height_ = height * (channel + 1) / channels - above;
 }
 
 double ChannelBand::yOf(float sample, float scale) const {

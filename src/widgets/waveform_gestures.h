@@ -7,12 +7,12 @@
 namespace tarnwick::widgets {
 
 // What the left button does on a waveform: a click sets the cursor, a drag selects or moves the
-// edge of the selection that it took hold of, and either extends the selection where it is asked
-// to. Fed with places, in logical pixels along an axis that may be another one in each call: the
-// view may move under a gesture. UI thread.
+// edge of the selection where it began, and both extend the selection on request. Places are in
+// logical pixels along an axis, which may differ from call to call, as the view may move during a
+// gesture. UI thread.
 class WaveformGestures {
   public:
-    // Both outlive this object.
+    // Both must outlive this object.
     WaveformGestures(const engine::Waveform& waveform, SelectionHand& hand)
         : waveform_(waveform), hand_(hand) {}
 
@@ -20,12 +20,12 @@ class WaveformGestures {
     void move(double x, const TimeAxis& axis);
     void follow(const TimeAxis& axis) { move(lastX_, axis); }  // the view moved under the pointer
     void release(double x, const TimeAxis& axis);
-    void drop() { phase_ = Phase::None; }  // the gesture is over and does nothing more
+    void drop() { phase_ = Phase::None; }  // ends the gesture without further effect
 
     bool underway() const { return phase_ != Phase::None; }
-    // True where a press takes hold of an edge of the selection.
+    // Whether a press at x would grab an edge of the selection.
     bool holdsAt(double x, const TimeAxis& axis) const { return edgeAt(x, axis).has_value(); }
-    // How far a drag is held beyond the axis, in pixels, less than 0 before its start; 0 within.
+    // How far a drag is outside the axis, in pixels; negative before its start, 0 within.
     double beyond(const TimeAxis& axis) const;
 
   private:
@@ -43,9 +43,9 @@ class WaveformGestures {
     Phase phase_ = Phase::None;
     double pressedX_ = 0.0;
     double lastX_ = 0.0;
-    double grip_ = 0.0;     // from the edge to where it was taken
-    qint32 pressedMs_ = 0;  // where the press was
-    qint32 anchorMs_ = 0;   // what stays while it moves
+    double grip_ = 0.0;     // distance of the press from the grabbed edge
+    qint32 pressedMs_ = 0;  // time at the press
+    qint32 anchorMs_ = 0;   // the fixed end of the selection
 };
 
 }  // namespace tarnwick::widgets

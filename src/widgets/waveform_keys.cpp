@@ -35,7 +35,7 @@ bool WaveformKeys::moveCaret(const QKeyEvent& event, double msPerPixel) {
     const bool fine = event.modifiers().testFlag(Qt::ControlModifier);
     const double pixels = fine ? kFineStepPixels : kStepPixels;
     const auto step = static_cast<qint32>(std::max(std::nearbyint(pixels * msPerPixel), 1.0));
-    // The first step starts from what is heard, or else from the left of what is seen.
+    // The first step starts from the play position, or else from the left edge of the view.
     const double seen = std::max(shownRange(waveform_).beginMs, 0.0);
     const double heard = waveform_.playPosition();
     const qint32 from =
@@ -74,7 +74,7 @@ bool WaveformKeys::moveView(const QKeyEvent& event) {
             return true;
         case Qt::Key_Up:
         case Qt::Key_Plus:
-        case Qt::Key_Equal:  // plus without Shift on many keyboards
+        case Qt::Key_Equal:  // the plus key without Shift on many keyboards
             waveform_.ZoomIn();
             return true;
         case Qt::Key_Down:

@@ -16,14 +16,15 @@ namespace tarnwick::widgets {
 //   Up, +; Down, -   zoom in and out around the selection, the cursor or the centre
 //   Ctrl+A, Esc      select all, ask for the selection to be cleared
 //
-// A step is never less than a millisecond, and what was moved stays in the view. UI thread.
+// A step is at least 1 ms, and the view scrolls to keep the moved end visible. UI thread.
 class WaveformKeys {
   public:
-    // All outlive this object.
+    // All must outlive this object.
     WaveformKeys(engine::Waveform& waveform, SelectionHand& hand, WaveformNavigation& navigation)
         : waveform_(waveform), hand_(hand), navigation_(navigation) {}
 
-    // False when the key is none of these. `msPerPixel` of the present view, logical pixels.
+    // Returns false if the key is none of these. `msPerPixel` is that of the present view, in
+    // logical pixels.
     bool press(const QKeyEvent& event, double msPerPixel);
 
   private:

@@ -19,8 +19,8 @@ QRect outward(const QRect& rect, double factor, double margin) {
                  ceil(rect.y() + rect.height()) - corner.y());
 }
 
-// Those that lie in the widget as a whole, wherever its corner is: one more might be clipped, and
-// the frame with it.
+// The number of device pixels that lie inside the widget at any position of its corner. One more
+// might be clipped, and the frame with it.
 QSize wholePixels(const QSize& size, qreal ratio) {
     return {static_cast<int>(size.width() * ratio), static_cast<int>(size.height() * ratio)};
 }
@@ -35,7 +35,7 @@ WaveformLayout::WaveformLayout(const QSize& size, qreal ratio,
       frame_(2 * hair_),
       font_(font),
       wave_(QRect(QPoint(0, 0), size_).adjusted(frame_, frame_, -frame_, -frame_)) {
-    // In pixels, for the picture knows no points.
+    // In pixels, as the picture has no resolution for a size in points.
     font_.setPixelSize(pixels(QFontInfo(font).pixelSize() * kScaleText));
     const QFontMetrics metrics(font_);
     using engine::WaveformSettings;
@@ -69,7 +69,7 @@ TimeAxis WaveformLayout::logicalAxis(const TimeRange& view) const {
 }
 
 QRect WaveformLayout::logical(const QRect& device) const {
-    // At an uneven density the widget's own corner may lie between two device pixels.
+    // With a fractional ratio the widget's own corner may lie between two device pixels.
     return outward(device, 1.0 / ratio_, uneven() ? 0.5 : 0.0);
 }
 

@@ -9,23 +9,23 @@
 
 namespace tarnwick::widgets {
 
-// Where the parts of a waveform picture lie, in device pixels from its upper left corner: a column
-// of sound is a column of the screen at any density.
+// Where the parts of a waveform picture lie, in device pixels from its upper left corner, so that a
+// column of sound is a column of the screen at any pixel density.
 class WaveformLayout {
   public:
-    // `size` in logical pixels, of which each is `ratio` device pixels wide.
+    // `size` is in logical pixels, each of which is `ratio` device pixels wide.
     WaveformLayout(const QSize& size, qreal ratio, const engine::WaveformSettings& settings,
                    const QFont& font);
 
     qreal ratio() const { return ratio_; }
-    bool uneven() const;  // a logical pixel is no whole number of device pixels
+    bool uneven() const;  // whether the ratio is fractional
     QSize size() const { return size_; }
     int hair() const { return hair_; }           // width of a thin line
     int pixels(double logical) const;            // a length, at least 1
     const QFont& font() const { return font_; }  // of the scales
     const QRect& wave() const { return wave_; }  // the wave with all its channels
-    QRect ruler() const;                         // under it; empty when hidden
-    QRect levels() const;                        // left of it; empty when hidden
+    QRect ruler() const;                         // under it; empty if hidden
+    QRect levels() const;                        // left of it; empty if hidden
     TimeAxis axis(const TimeRange& view) const;  // of the wave
     TimeAxis logicalAxis(const TimeRange& view) const;
 

@@ -26,7 +26,7 @@ void WaveformNavigation::show(double ms) {
 
 void WaveformNavigation::setRange(const TimeRange& range) {
     const auto begin = static_cast<qint32>(std::nearbyint(range.beginMs));
-    // From the width, so that scrolling never widens the view.
+    // Computed from the width, so that rounding never widens the view while scrolling.
     const auto end = begin + static_cast<qint32>(std::nearbyint(range.width()));
     const bool whole = begin == 0 && end == waveform_.duration();
     waveform_.SetDisplayRange(begin, whole ? -1 : end);

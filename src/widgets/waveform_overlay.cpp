@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "widgets/selection_hand.h"
+
 namespace tarnwick::widgets {
 
 namespace {
 
-// The strip of whole height between two columns, with the line that may stand on either.
+// The full-height strip between two columns, including a line on either.
 QRect strip(const WaveformLayout& layout, int from, int to) {
     const auto [left, right] = std::minmax(from, to);
     const QRect& wave = layout.wave();
@@ -22,21 +24,17 @@ WaveformOverlay::WaveformOverlay(const engine::Waveform& waveform, const Wavefor
     if (waveform.channels() == 0) return;
     const QRect& wave = layout.wave();
     const int last = wave.right() - layout.hair() + 1;
-    // Kept near the wave: a far-off edge must not leave the range of a pixel coordinate. The end of
-    // the view is still seen.
+    // Clamped near the wave, so that a distant edge does not exceed the range of a pixel
+    // coordinate. A line at the end of the view is still visible.
     const auto column = [&](double ms) {
         const double x = std::clamp(axis.xOf(ms), wave.left() - 10.0, wave.right() + 10.0);
         const int column = static_cast<int>(std::floor(x));
         return ms <= axis.view().endMs ? std::min(column, last) : column;
     };
-    qint16 available = 0;
-    qint32 begin = 0, end = 0;
-    waveform.GetSelection(available, begin, end);
-    if (end == -1) end = waveform.duration();
-    if (available == 1) {
-        cursor_ = begin >= end;
-        left_ = column(begin);
-        right_ = cursor_ ? left_ : column(end);
+    if (const auto stretch = selectedStretch(waveform)) {
+        cursor_ = stretch->begin >= stretch->end;
+        left_ = column(stretch->begin);
+        right_ = cursor_ ? left_ : column(stretch->end);
     }
     const double position = waveform.playPosition();
     if (position >= 0.0) playHead_ = column(position);
@@ -69,7 +67,7 @@ QRegion WaveformOverlay::difference(const WaveformOverlay& other,
     if (isStretch() && other.isStretch()) {
         if (left_ != other.left_) region += strip(layout, left_, other.left_);
         if (right_ != other.right_) region += strip(layout, right_, other.right_);
-    } else if (left_ != other.left_ || right_ != other.right_ || cursor_ != other.cursor_) {
+    } else if (right_ != other.right_ || cursor_ != other.cursor_) {
         region = selectionRegion(layout) + other.selectionRegion(layout);
     }
     if (playHead_ != other.playHead_)

@@ -11,20 +11,20 @@ class QPainter;
 
 namespace tarnwick::widgets {
 
-// What lies over a waveform picture: the selection or cursor, and the play head, each at its column
-// of the screen. A value, so that two of them tell what has to be painted anew. UI thread.
+// What is drawn over a waveform picture: the selection or cursor, and the play head, each at its
+// column of the screen. A value, so that comparing two shows what must be repainted. UI thread.
 class WaveformOverlay {
   public:
     WaveformOverlay() = default;
-    // As they lie now. `axis` is the one of the picture, in device pixels.
+    // Takes the present positions. `axis` is that of the picture, in device pixels.
     WaveformOverlay(const engine::Waveform& waveform, const WaveformLayout& layout,
                     const TimeAxis& axis);
 
-    // In device pixels; the painter holds the picture already.
+    // In device pixels, after the picture was painted.
     void paint(QPainter& painter, const WaveformLayout& layout,
                const WaveformColours& colours) const;
 
-    // What differs on the screen between this and the other, in device pixels.
+    // The region where this and the other look different, in device pixels.
     QRegion difference(const WaveformOverlay& other, const WaveformLayout& layout) const;
 
   private:

@@ -8,11 +8,11 @@
 
 namespace tarnwick::widgets {
 
-// The part of the sound that a waveform shows now.
+// The part of the sound that a waveform shows.
 TimeRange shownRange(const engine::Waveform& waveform);
 
-// The part of a waveform picture that stands still while a sound plays: the wave of each channel,
-// zero lines, the time ruler and the level scale. In device pixels. UI thread.
+// Draws the part of a waveform picture that does not change while a sound plays: the wave of each
+// channel, zero lines, the time ruler and the level scale. In device pixels. UI thread.
 QImage renderWaveform(const engine::Waveform& waveform, const WaveformLayout& layout,
                       const WaveformColours& colours);
 

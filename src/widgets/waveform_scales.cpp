@@ -13,19 +13,19 @@ namespace {
 
 constexpr double kTextGap = 18.0;  // logical pixels between two texts of the ruler
 constexpr double kMinorGap = 7.0;  // between two of its marks
-constexpr int kLevels[] = {0, 3, 6, 9, 12, 18, 24, 30, 36, 42, 48};  // dB under full scale
+constexpr int kLevels[] = {0, 3, 6, 9, 12, 18, 24, 30, 36, 42, 48};  // dB below full scale
 
 qint32 textStepMs(const WaveformLayout& layout, const TimeAxis& time, qint32 lastMs) {
     const QFontMetrics metrics(layout.font());
     const auto needed = [&](qint32 step) {
-        // All digits of this font are of one width.
+        // Measures only the last time, as all digits of this font have the same width.
         return metrics.horizontalAdvance(rulerText(lastMs, step)) + layout.pixels(kTextGap);
     };
     const qint32 fine = rulerStepMs(time.msPerPixel(), needed(1));
     return fine < 1000 ? fine : std::max(rulerStepMs(time.msPerPixel(), needed(1000)), 1000);
 }
 
-// The marks of one channel: the same on both sides of the zero line.
+// The marks of one channel, symmetric about the zero line.
 class LevelMarks {
   public:
     LevelMarks(QPainter& painter, const WaveformLayout& layout, const WaveformColours& colours,
@@ -39,7 +39,7 @@ class LevelMarks {
 
     void draw() {
         if (line_ > band_.bottom() - band_.top()) return;
-        // Without its minus, which runs into the sign and strikes it out at this size.
+        // Without a minus, which at this size would touch the sign and seem to strike it out.
         put({0.0f, 0.0f}, QStringLiteral("∞"));
         for (const int decibels : kLevels) {
             const auto level = static_cast<float>(std::pow(10.0, -decibels / 20.0));

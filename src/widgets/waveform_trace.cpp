@@ -10,8 +10,8 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kLineFrames = 2.0;   // frames of a column under which the wave becomes a line
-constexpr double kDotDistance = 4.0;  // logical pixels between samples that leave room for dots
+constexpr double kLineFrames = 2.0;   // frames per column below which the wave becomes a line
+constexpr double kDotDistance = 4.0;  // logical pixels between samples needed for dots
 constexpr double kDotRadius = 1.75;   // logical pixels
 constexpr float kFullScale = 32767.0f / 32768.0f;
 
@@ -54,7 +54,7 @@ void WaveformTrace::drawColumns(int channel, const TimeRange& view, const Channe
         const int highest = band.rowOf(columns[i].maximum, scale_);
         const int lowest = band.rowOf(columns[i].minimum, scale_);
         int top = highest, bottom = std::max(lowest, highest + hair - 1);
-        // A column reaches to its neighbour's nearest row, so that a steep wave stays one line.
+        // Extended to the nearest row of the neighbour, so that a steep wave has no gaps.
         if (i > 0) {
             top = std::min(top, band.rowOf(columns[i - 1].minimum, scale_));
             bottom = std::max(bottom, band.rowOf(columns[i - 1].maximum, scale_));
@@ -73,7 +73,7 @@ void WaveformTrace::drawLine(int channel, const TimeRange& view, const ChannelBa
     const double first = std::max(std::floor(view.beginMs * framesPerMs) - 1.0, 0.0);
     if (!(last > first)) return;
     std::vector<engine::WaveColumn> frames(static_cast<std::size_t>(std::ceil(last - first)) + 1);
-    // Half a frame on, so that the columns are frames however the times are rounded.
+    // Shifted by half a frame, so that each column is one frame despite rounding.
     const double begin = first + 0.5, end = begin + double(frames.size());
     if (!waveform_.columns(channel, begin / framesPerMs, end / framesPerMs, frames)) return;
 

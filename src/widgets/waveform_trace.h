@@ -10,16 +10,16 @@ class QPainter;
 
 namespace tarnwick::widgets {
 
-// Draws the wave of one channel: a column from the lowest to the highest sample for each column of
-// the screen, or, where the samples lie apart, a line from sample to sample, with a dot on each
-// where there is room. Samples at full scale are marked. UI thread.
+// Draws the wave of one channel: for each column of the screen a bar from the lowest to the highest
+// sample or, if samples are far apart, a line from sample to sample, with a dot on each if there is
+// room. Samples at full scale are marked. UI thread.
 class WaveformTrace {
   public:
-    // The painter draws in device pixels. All references outlive this object.
+    // The painter draws in device pixels. All references must outlive this object.
     WaveformTrace(QPainter& painter, const engine::Waveform& waveform, const WaveformLayout& layout,
                   const WaveformColours& colours, float verticalScale);
 
-    // Draws what is seen of `view` into the layout's wave.
+    // Draws `view` into the layout's wave.
     void draw(int channel, const TimeRange& view);
 
   private:

@@ -18,11 +18,11 @@ namespace {
 
 constexpr int kFrameMs = 16;                 // 60 times a second
 constexpr double kNotch = 120.0;             // eighths of a degree in one notch of a wheel
-constexpr double kLeastTurn = kNotch / 4;    // finer turns would vanish in whole milliseconds
-constexpr double kZoomPerNotch = 1.4142136;  // two notches double
+constexpr double kLeastTurn = kNotch / 4;    // smaller turns would be lost in rounding to ms
+constexpr double kZoomPerNotch = 1.4142136;  // a factor of two for two notches
 constexpr double kScrollPerNotch = 0.1;      // of the view
-constexpr double kDragScroll = 0.25;         // pixels a frame for each pixel beyond the edge
-constexpr double kMostDragScroll = 0.1;      // of the view a frame
+constexpr double kDragScroll = 0.25;         // pixels per frame for each pixel beyond the edge
+constexpr double kMostDragScroll = 0.1;      // of the view, per frame
 
 engine::WaveformSettings settingsOf(const engine::Waveform& waveform) {
     engine::WaveformSettings settings;
@@ -30,8 +30,8 @@ engine::WaveformSettings settingsOf(const engine::Waveform& waveform) {
     return settings;
 }
 
-// Makes a painter that draws on a widget count in device pixels from the widget's corner, wherever
-// that lies: at an uneven density it may lie between two of them.
+// Sets a widget's painter to device pixels, counted from the one nearest to the widget's corner,
+// which with a fractional ratio may lie between two.
 void countDevicePixels(QPainter& painter) {
     const QTransform device = painter.deviceTransform();
     const QPoint corner = device.map(QPointF(0.0, 0.0)).toPoint();
@@ -64,7 +64,7 @@ void WaveformView::follow(engine::DisplayChange what) {
     if (what == DisplayChange::Sound || what == DisplayChange::Settings ||
         (what == DisplayChange::Range && shownRange(waveform_) != view_))
         dropPicture();
-    if (what != DisplayChange::Playback && what != DisplayChange::Settings) describe();
+    describe();
     followPlayback();
 }
 
@@ -94,7 +94,7 @@ void WaveformView::renderIfStale(qreal ratio) {
 void WaveformView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     renderIfStale(painter.deviceTransform().m11());
-    // At an uneven density the widget covers parts of pixels that the picture does not.
+    // With a fractional ratio the widget covers parts of pixels that the picture does not.
     if (layout_.uneven()) painter.fillRect(rect().adjusted(-1, -1, 1, 1), colours_.frame);
     countDevicePixels(painter);
     for (const QRect& due : event->region()) {
@@ -119,7 +119,7 @@ void WaveformView::paintFrame(QPainter& painter) const {
 }
 
 void WaveformView::updateOverlay() {
-    if (picture_.isNull()) return;  // all of it is due already
+    if (picture_.isNull()) return;  // a full repaint is already pending
     const WaveformOverlay now(waveform_, layout_, layout_.axis(view_));
     for (const QRect& changed : now.difference(overlay_, layout_))
         update(layout_.logical(changed));
@@ -177,7 +177,7 @@ void WaveformView::mousePressEvent(QMouseEvent* event) {
 }
 
 void WaveformView::mouseMoveEvent(QMouseEvent* event) {
-    // The release may have gone elsewhere, to a box that came up meanwhile.
+    // The release may have gone elsewhere, such as to a box that opened meanwhile.
     if (!event->buttons().testFlag(Qt::LeftButton)) gestures_.drop();
     if (!gestures_.underway()) return showPointer(event->position().x());
     gestures_.move(event->position().x(), axis());
@@ -220,7 +220,7 @@ void WaveformView::wheelEvent(QWheelEvent* event) {
     event->accept();
     if (!hasSound()) return;
     QPointF turn = event->angleDelta();
-    // Shift turns the wheel sideways; some platforms have done so already.
+    // Shift makes the wheel scroll sideways; some platforms already swap the axes themselves.
     if (event->modifiers().testFlag(Qt::ShiftModifier) && turn.x() == 0.0) turn = turn.transposed();
     wheel_ += turn;
     if (std::abs(wheel_.y()) >= kLeastTurn)

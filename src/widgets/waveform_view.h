@@ -15,19 +15,19 @@
 namespace tarnwick::widgets {
 
 // The picture of a sound: paints what an engine::Waveform shows and turns mouse and keys into calls
-// on it. What the left button does stands with WaveformGestures, the keys with WaveformKeys; the
-// right button asks for the selection to be cleared, the wheel zooms at the pointer, Shift and
-// wheel (or a sideways wheel) scroll, and a selection dragged beyond an edge scrolls on. Holds no
-// state of the sound itself. UI thread.
+// on it. See WaveformGestures for the left button and WaveformKeys for the keys. The right button
+// asks for the selection to be cleared, the wheel zooms at the pointer, Shift and wheel (or a
+// sideways wheel) scroll, and dragging a selection beyond an edge keeps scrolling. Holds no state
+// of the sound itself. UI thread.
 class WaveformView : public QWidget {
     Q_OBJECT
 
   public:
-    // `waveform` outlives the view.
+    // `waveform` must outlive the view.
     explicit WaveformView(engine::Waveform& waveform, QWidget* parent = nullptr);
 
-    // Takes the play head to where the sound is heard now. The view does this by itself, once a
-    // frame while the sound plays.
+    // Moves the play head to the present play position. The view does this by itself once per frame
+    // while the sound plays.
     void followPlayback();
 
   Q_SIGNALS:
@@ -53,7 +53,7 @@ class WaveformView : public QWidget {
     void showPointer(double x);
     void describe();
     WaveformLayout layoutAt(qreal ratio) const;
-    TimeAxis axis() const;  // logical pixels, as things stand now
+    TimeAxis axis() const;  // of the present view, in logical pixels
     bool hasSound() const { return waveform_.channels() > 0; }
 
     engine::Waveform& waveform_;
@@ -63,15 +63,15 @@ class WaveformView : public QWidget {
     WaveformKeys keys_{waveform_, hand_, navigation_};
     QTimer playTimer_{this};
     QTimer dragTimer_{this};
-    QPointF wheel_;            // turns that did not yet make a step, in eighths of a degree
-    double scrollDebt_ = 0.0;  // ms that a drag did not yet scroll
+    QPointF wheel_;            // turns too small for a step so far, in eighths of a degree
+    double scrollDebt_ = 0.0;  // ms of a drag not scrolled yet
 
-    // The picture, null when stale, and what it was made for.
+    // The picture, null if stale, and what it was rendered for.
     QImage picture_;
     WaveformLayout layout_;
     WaveformColours colours_;
     TimeRange view_;
-    WaveformOverlay overlay_;  // as painted, or due to be
+    WaveformOverlay overlay_;  // as painted, or with the repaint pending
 };
 
 }  // namespace tarnwick::widgets

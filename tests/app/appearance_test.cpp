@@ -7,7 +7,7 @@
 namespace tarnwick::app {
 namespace {
 
-TEST(DarkPalette, EveryTextCanBeReadOnItsGround) {
+TEST(DarkPalette, EveryTextIsReadableOnItsBackground) {
     struct Pair {
         QPalette::ColorRole text, ground;
     };

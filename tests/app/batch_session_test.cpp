@@ -11,7 +11,7 @@ using test::operator+;
 
 namespace {
 
-constexpr int kThreshold = 1638 * 256;  // -26 dB of a 24-bit sample, as the window takes it
+constexpr int kThreshold = 1638 * 256;  // -26 dB of a 24-bit sample, as the window computes it
 
 Samples prompt(int head, int level, int tail) {
     return test::wave(head, 40) + test::wave(800, level) + test::wave(tail, 60);
@@ -47,7 +47,7 @@ struct Batch : test::Launched {
         const QString end = u"%1 Files Have Been Processed!"_qs.arg(count);
         return test::waitUntil([&] { return window().lbConversion->text() == end; }, 60000);
     }
-    // Every source is in Raw_Files as it was, under its own name or the one of a file in work.
+    // Every source is unchanged in Raw_Files, under its own or its temporary name.
     void expectSourcesKept(int inWork = 0) {
         int temporary = 0;
         for (const auto& [name, bytes] : sources) {
@@ -61,7 +61,7 @@ struct Batch : test::Launched {
     }
 };
 
-// Milliseconds before the first and behind the last sample above the threshold.
+// Milliseconds before the first and after the last sample above the threshold.
 std::pair<double, double> endsOf(const Samples& samples) {
     const auto loud = [](qint32 sample) { return std::abs(sample) > kThreshold; };
     const auto first = std::find_if(samples.begin(), samples.end(), loud);
@@ -71,7 +71,7 @@ std::pair<double, double> endsOf(const Samples& samples) {
             static_cast<double>(last - samples.rbegin()) / perMs};
 }
 
-TEST_F(Batch, EveryFileLandsWithItsEndsAndItsLevel) {
+TEST_F(Batch, EveryFileGetsTheRightSilencesAndLevel) {
     put(u"long ends.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
     put(u"short ends.WAV"_qs, test::wavFile(prompt(120, 3000, 333)));
     put(u"Silence.wav"_qs, test::wavFile(test::wave(2000, 50)));
@@ -106,7 +106,7 @@ TEST_F(Batch, EveryFileLandsWithItsEndsAndItsLevel) {
     EXPECT_EQ(form().lbStatus->text(), u"Status: Idle");
 }
 
-TEST_F(Batch, AFileThatIsNoSoundHoldsTheRunAndNothingIsLost) {
+TEST_F(Batch, AnInvalidFileStopsTheRunAndNothingIsLost) {
     put(u"1.wav"_qs, test::wavFile(prompt(100, 9000, 100)));
     put(u"2.wav"_qs, {});
     put(u"3.wav"_qs, test::wavFile(prompt(100, 9000, 100)));
@@ -131,14 +131,14 @@ TEST_F(Batch, AFileThatIsNoSoundHoldsTheRunAndNothingIsLost) {
         desk.log().contains("frmBatchProcessor.cbProcess_Click: Subscript out of range, Line "));
 }
 
-TEST_F(Batch, AWindowClosedInMidRunStopsThereWithWholeFiles) {
+TEST_F(Batch, ClosingTheWindowDuringARunLeavesOnlyCompleteFiles) {
     for (int i = 1; i <= 4; ++i)
         put(u"%1.wav"_qs.arg(i), test::wavFile(prompt(100 * i, 9000, 100)));
     open();
     tickAll();
     window().cbProcess->click();
     ASSERT_TRUE(test::waitUntil([&] { return files.FileExists(in(u"2.wav"_qs)); }));
-    window().close();  // without its frame
+    window().close();  // the form itself, not its child window
     EXPECT_TRUE(form().isVisible());
     test::pass(700);
     expectSourcesKept(1);

@@ -10,7 +10,7 @@ using test::operator+;
 
 namespace {
 
-// What a label showed, as it was painted, one line for each text; of counted percents one for all.
+// Records the texts that a label painted, each once in a row; all counted percents are one text.
 struct Painted : QObject {
     QStringList texts;
     bool eventFilter(QObject* label, QEvent* event) override {
@@ -48,7 +48,7 @@ struct Editing : test::Launched {
         takeDemo(u"harbour_tour.xlsx"_qs);
         const QByteArray bytes = test::contentOf(QStringLiteral(TARNWICK_DEMO "/harbour_tour.wav"));
         for (const char* at = bytes.constData() + 44; at + 1 < bytes.constEnd(); at += 2)
-            take.insert(take.end(), 2, qFromLittleEndian<qint16>(at) * 256);  // 22050 Hz there
+            take.insert(take.end(), 2, qFromLittleEndian<qint16>(at) * 256);  // from 22050 Hz
         form().lbStatus->installEventFilter(&status);
         ASSERT_TRUE(test::waitUntil([&] { return !status.texts.isEmpty(); })) << "never shown";
     }
@@ -57,7 +57,7 @@ struct Editing : test::Launched {
         loadAnew();
         return settled(10);
     }
-    // Does what ends in a new list, and waits for it.
+    // Does something that rebuilds the list, and waits for the new list.
     template <class Act>
     bool rebuilds(Act act) {
         const QPersistentModelIndex old = form().lvAudioDetails->model()->index(0, 0);
@@ -77,13 +77,13 @@ struct Editing : test::Launched {
         EDT->waveform().GetDisplayRange(view.first, view.second);
         return view;
     }
-    // Stretches of speech found, with the colour of both counters.
+    // The number of stretches of speech found, and the colour of both counters.
     QString found() {
         const QColor colour = form().txbNberAudioFiles->palette().color(QPalette::Base);
         EXPECT_EQ(form().txbNberFileNames->palette().color(QPalette::Base), colour);
         return form().txbNberAudioFiles->text() + u' ' + colour.name();
     }
-    // The first row with red cells, from 1; 0 when there is none.
+    // The first row with red cells, from 1; 0 if there is none.
     int firstRed() {
         for (int row = 0; row < form().lvAudioDetails->topLevelItemCount(); ++row) {
             const auto* item = form().lvAudioDetails->topLevelItem(row);
@@ -113,7 +113,7 @@ TEST_F(Editing, EveryEditRebuildsTheListAndIsUndoneBitForBit) {
     struct Case {
         QPushButton* command;
         qint32 begin, end;
-        std::optional<QString> length;  // typed, not offered
+        std::optional<QString> length;  // typed by the operator; else the program's own value
         Samples after;
         QString found;
     };
@@ -135,7 +135,7 @@ TEST_F(Editing, EveryEditRebuildsTheListAndIsUndoneBitForBit) {
         ASSERT_TRUE(rebuilds([&] { c.command->click(); }));
         EXPECT_EQ(status.texts, edit + analysis);
         EXPECT_EQ(form().cbFlattenSelection->isEnabled(), c.command == form().cbFlattenSelection)
-            << "the others give the selection up";
+            << "all commands but Flatten clear the selection";
         EXPECT_TRUE(saved(c.after));
         EXPECT_EQ(found(), c.found);
         EXPECT_EQ(EDT->GetSoundDuration(), static_cast<qint32>(c.after.size() * 10 / 441));
@@ -148,14 +148,14 @@ TEST_F(Editing, EveryEditRebuildsTheListAndIsUndoneBitForBit) {
         EXPECT_EQ(view(), shown);
     }
     ASSERT_TRUE(loads(take));
-    EXPECT_EQ(view(), std::pair(from - 2000, to + 3000)) << "the range outlives the sound";
+    EXPECT_EQ(view(), std::pair(from - 2000, to + 3000)) << "the range is kept";
 }
 
-TEST_F(Editing, RedCellsPointAtTheMismatchAndOneEditMendsIt) {
+TEST_F(Editing, RedCellsPointAtTheMismatchAndOneEditFixesIt) {
     ASSERT_TRUE(loads(take));
     ASSERT_EQ(found(), kGreen);
     ASSERT_EQ(firstRed(), 0);
-    const qint32 head = 1500;  // the rows count from the start of the added pause
+    const qint32 head = 1500;  // the times in the rows include the added pause
     const qint32 middle = (end(3) + start(4)) / 2 - head;
     const qint32 joint = end(5) + 50;
     const Samples together = without(take, joint - head, start(6) - 50 - head);
@@ -173,7 +173,7 @@ TEST_F(Editing, RedCellsPointAtTheMismatchAndOneEditMendsIt) {
     ASSERT_TRUE(loads(together));
     EXPECT_EQ(found(), u"9 #ff0000");
     ASSERT_EQ(firstRed(), 6);
-    EXPECT_EQ(cell(9, model::kActual).at(0), u'-') << "the last row is left without speech";
+    EXPECT_EQ(cell(9, model::kActual).at(0), u'-') << "the last row has no speech";
     select(joint, joint);
     ASSERT_TRUE(rebuilds([&] { form().cbInsertSilence->click(); }));
     EXPECT_EQ(found(), kGreen);
@@ -184,13 +184,13 @@ TEST_F(Editing, UndoWhilePlayingGoesStraightToTheEngine) {
     ASSERT_TRUE(loads(take));
     select(5000, 9000);
     ASSERT_TRUE(rebuilds([&] { form().cbFlattenSelection->click(); }));
-    EXPECT_TRUE(form().cbDeleteSelection->isEnabled()) << "the selection stands";
+    EXPECT_TRUE(form().cbDeleteSelection->isEnabled()) << "the selection is kept";
     form().CommandPlay->click();
     const auto says = [&](const QString& text) {
         return test::waitUntil([&] { return form().lbStatus->text().startsWith(text); }, 2000);
     };
     ASSERT_TRUE(says(u"Status15: Playing...00:00:05."_qs));
-    EXPECT_GE(form().pbWAVFormBuilding->value(), 55) << "counted from the start of the sound";
+    EXPECT_GE(form().pbWAVFormBuilding->value(), 55) << "measured from the start of the sound";
     form().CommandPause->click();
     ASSERT_TRUE(says(u"Status14: Paused at "_qs));
     const qint32 held = EDT->GetPlaybackPosition();
@@ -207,7 +207,7 @@ TEST_F(Editing, UndoWhilePlayingGoesStraightToTheEngine) {
     EXPECT_TRUE(saved(pause(1500) + take + pause(1500)));
 }
 
-TEST_F(Editing, AFailedEditLeavesAllAsItWas) {
+TEST_F(Editing, AFailedEditChangesNothing) {
     form().chBUSource->setChecked(false);
     ASSERT_TRUE(loads(take));
     const QPersistentModelIndex row = form().lvAudioDetails->model()->index(0, 0);
@@ -229,7 +229,7 @@ TEST_F(Editing, AFailedEditLeavesAllAsItWas) {
     }
 }
 
-TEST_F(Editing, WithoutAnySoundLeftTheChainStops) {
+TEST_F(Editing, DeletingTheWholeSoundStopsTheChain) {
     ASSERT_TRUE(loads(take));
     select(700, 700);
     EXPECT_TRUE(test::waitUntil([&] { return form().cbZoomSelection->isEnabled(); }, 2000));

@@ -11,8 +11,8 @@
 
 namespace tarnwick::test {
 
-// The whole program with its real engine, database, documents and windows; only the boxes and the
-// dialog answer from a script.
+// The whole program with its real engine, database, documents and windows. Only boxes, dialogs, the
+// opener and the clock are scripted.
 struct Journey : ::testing::Test {
     FailureDesk desk;  // the program folder
     ScriptedDialog cmdlg;
@@ -23,7 +23,7 @@ struct Journey : ::testing::Test {
     runtime::ProcessState state;
     settings::SettingsDatabase database;
     std::shared_ptr<engine::EditorDirectory> editors = engine::createEditorDirectory();
-    std::unique_ptr<engine::SoundEditor> EDT = engine::createSoundEditor(editors);
+    engine::SoundEditor* EDT = nullptr;  // the main window's, once that has loaded
     app::Services services{.failure = desk.failure,
                            .state = state,
                            .database = database,
@@ -34,7 +34,12 @@ struct Journey : ::testing::Test {
                            .files = files,
                            .opener = opener,
                            .clock = desk.clock,
-                           .EDT = *EDT,
+                           .createEDT =
+                               [this] {
+                                   auto editor = engine::createSoundEditor(editors);
+                                   EDT = editor.get();
+                                   return editor;
+                               },
                            .createEDTX = [this] { return engine::createSoundEditor(editors); },
                            .endProcess = [] { throw ProcessEnded(); }};
     app::Application application{services};
@@ -62,12 +67,12 @@ struct Journey : ::testing::Test {
         cmdlg.path = in(name);
         form().mnuLoadFiles->trigger();
     }
-    // As above, in a folder from which the operator has taken the backups.
+    // The same after removing the backup folder, which would make the load refuse.
     void loadAnew() {
         QDir(in(u"BU_Source_Files"_qs)).removeRecursively();
         load();
     }
-    // Waits until the chain has filled the list and every file is written.
+    // Waits until the list has `rows` rows and every file is written.
     bool settled(int rows) {
         return waitUntil([&] {
             return form().lvAudioDetails->topLevelItemCount() == rows &&
@@ -80,7 +85,7 @@ struct Journey : ::testing::Test {
     QStringList boxes() { return std::exchange(desk.boxes.shown, {}); }
 };
 
-// The program after its start.
+// The program, already started.
 struct Launched : Journey {
     void SetUp() override {
         Journey::SetUp();

@@ -50,10 +50,10 @@ TEST_F(Page, SettingsSurviveARestart) {
     form().cbPreferencesSave->click();
     EXPECT_EQ(boxes(), QStringList(u"The new scale will be effective next time Tarnwick is "
                                    u"launched."_qs))
-        << "once";
+        << "announced only once";
     EXPECT_DOUBLE_EQ(state.vvScale, 1.53);
     form().cbPreferencesIgnore->click();
-    EXPECT_DOUBLE_EQ(state.vvScale, 1.20) << "what is drawn from now on has the new scale";
+    EXPECT_DOUBLE_EQ(state.vvScale, 1.20) << "new drawing uses the new scale";
 
     app::Application second(services);
     second.Sub_Main();
@@ -66,7 +66,7 @@ TEST_F(Page, SettingsSurviveARestart) {
     EXPECT_EQ(again.txbPreview[2]->text(), u" é\"_986_s .mp3");
 }
 
-TEST_F(Page, IgnoreAndLoadBringTheStoredSettingsBack) {
+TEST_F(Page, IgnoreAndLoadRestoreTheStoredSettings) {
     EXPECT_EQ(form().txbPreview[1]->text(), u"ACME_1005.mp3") << "loading counts as a change";
     setEverything();
     form().mnuPreferences->trigger();
@@ -82,7 +82,7 @@ TEST_F(Page, IgnoreAndLoadBringTheStoredSettingsBack) {
     EXPECT_EQ(stored(19, 6), u"1,ACME_,1000,5,,1");
 }
 
-TEST_F(Page, WhatCountsAsATick) {
+TEST_F(Page, StoredValuesThatTickABox) {
     const std::pair<QString, QString> columns[] = {
         {u"F2"_qs, u"chImportSpecifiedRows"_qs}, {u"F5"_qs, u"chBUSource"_qs},
         {u"F7"_qs, u"chPromptSheet"_qs},         {u"F8"_qs, u"chIgnoreFirstRow"_qs},
@@ -128,7 +128,7 @@ TEST_F(Page, AnApostropheEndsTheProgramWithTwoRowsStored) {
     EXPECT_EQ(stored(19, 6), u"1,ACME_,1000,5,,1");
 }
 
-TEST_F(Page, OptionsAndTheServiceCodeSteerWhatTheyShould) {
+TEST_F(Page, OptionsAndTheServiceCodeEnableTheirControls) {
     for (int i : {0, 1, 2, 1, 3}) {
         form().opSourceFileFormat[i]->setChecked(true);
         EXPECT_EQ(form().cbxBitRate->isHidden() && form().lbBitRate->isHidden(), i != 1) << i;
@@ -142,7 +142,7 @@ TEST_F(Page, OptionsAndTheServiceCodeSteerWhatTheyShould) {
     for (const auto& entry :
          std::initializer_list<std::optional<QString>>{{}, u""_qs, u"3172 "_qs, u"3172"_qs}) {
         form().mnuPreferences->trigger();
-        EXPECT_FALSE(form().txbRecalcTimer->isEnabled()) << "locked anew on each opening";
+        EXPECT_FALSE(form().txbRecalcTimer->isEnabled()) << "locked again at each opening";
         desk.boxes.entry = entry;
         QMouseEvent twice(QEvent::MouseButtonDblClick, {5, 5}, {5, 5}, Qt::LeftButton,
                           Qt::LeftButton, Qt::NoModifier);
@@ -153,7 +153,7 @@ TEST_F(Page, OptionsAndTheServiceCodeSteerWhatTheyShould) {
     }
 }
 
-TEST_F(Page, HelpHandsOverToOutsideDocuments) {
+TEST_F(Page, HelpOpensOutsideDocuments) {
     const QString page = u"Tarnwick will now open your default browser."_qs;
     const QString video = u"Tarnwick will now open your default browser to access YouTube."_qs;
     const QString manual = desk.folder.filePath(u"Tarnwick_Manual.pdf"_qs);
@@ -178,7 +178,7 @@ TEST_F(Page, HelpHandsOverToOutsideDocuments) {
         EXPECT_EQ(about->findChild<QLabel*>(u"lbVersion"_qs)->text(), u"Build 682");
         about->move(7, 8);
         form().mnuHelpAbout->trigger();
-        EXPECT_EQ(about->pos(), QPoint(7, 8)) << "one that is open only comes to the front";
+        EXPECT_EQ(about->pos(), QPoint(7, 8)) << "an open box is only raised";
         about->close();
     }
 }

@@ -6,7 +6,7 @@
 namespace tarnwick::test {
 
 struct Session : Launched {
-    // A workbook of `rows` rows, names and texts.
+    // Writes a workbook of `rows` rows with names and texts.
     void writeScript(int rows) const {
         Rows script;
         for (int i = 1; i <= rows; ++i)

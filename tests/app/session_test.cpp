@@ -49,7 +49,7 @@ TEST_F(Session, TheDemoBecomesTenNamedFiles) {
     EXPECT_EQ(form().txbNberFileNames->text(), u"0");
 }
 
-TEST_F(Session, ExportedPromptsHoldTheirSpeechBitForBit) {
+TEST_F(Session, ExportedPromptsContainTheirSpeechBitForBit) {
     Samples take = test::wave(300, 100);
     std::vector<Samples> words;
     for (int i = 0; i < 4; ++i) {
@@ -68,7 +68,7 @@ TEST_F(Session, ExportedPromptsHoldTheirSpeechBitForBit) {
         const Samples file = test::samplesOf(in(u"Prompt %1.wav"_qs.arg(i + 2)));
         const auto found = std::search(file.begin(), file.end(), words[i].begin(), words[i].end());
         EXPECT_NE(found, file.end()) << "prompt " << i;
-        EXPECT_LT(file.size() - words[i].size(), 2u * 45u) << "a millisecond at each end at most";
+        EXPECT_LT(file.size() - words[i].size(), 2u * 45u) << "at most 1 ms more at each end";
     }
 }
 
@@ -82,7 +82,7 @@ TEST_F(Session, ADocumentsRowsBecomeTheListToo) {
     EXPECT_EQ(cell(0, model::kFileName) + u'|' + cell(0, model::kContent), u"F_1|one two");
 }
 
-TEST_F(Session, BadRecordingsGetTheirBoxAndNothingElseHappens) {
+TEST_F(Session, BadRecordingsShowABoxAndNothingElseHappens) {
     const QByteArray whole = test::wavFile(test::wave(500, 9000));
     const std::vector<std::pair<QByteArray, QString>> cases{
         {QByteArray(), u"empty"_qs},
@@ -108,11 +108,11 @@ TEST_F(Session, BadRecordingsGetTheirBoxAndNothingElseHappens) {
     EXPECT_EQ(boxes(), QStringList(u"Cannot load file take.wav due to error -4"_qs));
     write(u"take.wav"_qs, whole.left(whole.size() / 2));
     load();
-    EXPECT_TRUE(settled(2)) << "what is there of a recording that was cut off is loaded";
+    EXPECT_TRUE(settled(2)) << "a truncated recording is loaded up to its end";
     EXPECT_EQ(desk.log().count("\r\n"), 2);
 }
 
-TEST_F(Session, BadWorkbooksEndInTheirRecordOrQuietly) {
+TEST_F(Session, BadWorkbooksEndTheLoadOrTheProgram) {
     write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
     load();
     EXPECT_EQ(boxes(), QStringList(u"No Excel file in Project folder.\rPlease fix and reload "
@@ -145,7 +145,7 @@ TEST_F(Session, TheImportWaitsForTheChosenSheet) {
     EXPECT_EQ(state.vsSelectedSheet, names->itemText(0));
 }
 
-TEST_F(Session, ANewLoadTakesOverFromOneThatIsUnderWay) {
+TEST_F(Session, ANewLoadReplacesOneInProgress) {
     const Samples speech = test::wave(900, 9000) + test::wave(1800, 100) + test::wave(900, 9000);
     writeScript(3);
     for (const int delay : {0, 120, 230, 340, 450, 560}) {
@@ -163,21 +163,21 @@ TEST_F(Session, ANewLoadTakesOverFromOneThatIsUnderWay) {
     ASSERT_TRUE(test::waitUntil([&] { return form().TimerPlaybackPos->isActive(); }, 2000));
     loadAnew();
     ASSERT_TRUE(settled(2));
-    EXPECT_FALSE(form().TimerPlaybackPos->isActive()) << "the old sound no longer plays";
+    EXPECT_FALSE(form().TimerPlaybackPos->isActive()) << "the old sound has stopped";
 }
 
-TEST_F(Session, AWindowOutlivesItsOwnBoxWhenAnotherOpens) {
+TEST_F(Session, AReplacedWindowLivesUntilItsBoxIsAnswered) {
     form().mnuRenameWizard->trigger();
     const QPointer<QWidget> wizard = application.frame().findChild<QWidget*>(u"frmRenameWiz"_qs);
     QDialog box;
     QTimer::singleShot(0, &box, [this] { form().mnuBatchProcessor->trigger(); });
     QTimer::singleShot(300, &box, &QDialog::accept);
     box.exec();
-    EXPECT_FALSE(wizard.isNull()) << "what asked goes on";
+    EXPECT_FALSE(wizard.isNull()) << "the code that opened the box still needs its window";
     EXPECT_TRUE(test::waitUntil([&] { return wizard.isNull(); }, 5000));
 }
 
-TEST_F(Session, OneWindowStandsInTheMainWindowsStead) {
+TEST_F(Session, OnlyOneWindowReplacesTheMainWindow) {
     const auto shown = [&](const QString& name) {
         qsizetype count = 0;
         for (const QWidget* window : application.frame().findChildren<QWidget*>(name))

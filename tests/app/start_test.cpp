@@ -26,7 +26,7 @@ TEST_F(Start, ShowsTheMainWindowAtItsScaleWithItsSettings) {
     EXPECT_THROW(form().mnuQuit->trigger(), test::ProcessEnded);
 }
 
-TEST_F(Start, OddSettingsComeBackAsTold) {
+TEST_F(Start, UnusualSettingsAreShownAsDefined) {
     execute(u"UPDATE Admin SET F7 = 2, F8 = 5, F11 = 1, F12 = 0 WHERE F1 = 18"_qs);
     execute(u"UPDATE Admin SET F2 = 0, F3 = NULL, F6 = '_x', F7 = 3 WHERE F1 = 19"_qs);
     application.Sub_Main();
@@ -43,14 +43,30 @@ TEST_F(Start, OddSettingsComeBackAsTold) {
     EXPECT_TRUE(form().cbxBitRate->isHidden());
 }
 
-TEST_F(Start, WithoutItsDatabaseItEnds) {
+TEST_F(Start, AMissingDatabaseEndsTheProgram) {
     QFile::remove(databaseFile());
     EXPECT_THROW(application.Sub_Main(), test::ProcessEnded);
     EXPECT_EQ(desk.log().count("\r\n"), 4);
     EXPECT_TRUE(desk.log().endsWith("Program execution terminated - No database!\r\n"));
 }
 
-TEST_F(Start, ADatabaseThatCannotServeEndsInARecord) {
+std::unique_ptr<engine::SoundEditor> noEditor() { throw runtime::Fault(u"no thread"_qs); }
+
+TEST_F(Start, ASoundEngineThatCannotStartTakesTheDefaultPath) {
+    services.createEDT = noEditor;
+    EXPECT_THROW(desk.failure.unguarded([&] { application.Sub_Main(); }), test::ProcessEnded);
+    EXPECT_EQ(boxes(), QStringList(u"Tarnwick|no thread"_qs));
+    EXPECT_EQ(desk.log(), "09:05 07-Mar-2020\r\n09:05 Program launched\r\n");
+}
+
+TEST_F(Start, ABatchProcessorWithoutASoundEngineEndsInARecord) {
+    services.createEDTX = noEditor;
+    application.Sub_Main();
+    EXPECT_THROW(form().mnuBatchProcessor->trigger(), test::ProcessEnded);
+    EXPECT_TRUE(desk.log().contains(" frmBatchProcessor.Form_Load: no thread, Line 10\r\n"));
+}
+
+TEST_F(Start, AnUnusableDatabaseEndsInALogRecord) {
     const std::pair<std::function<void()>, const char*> cases[] = {
         {[this] { execute(u"UPDATE Admin SET  F7 = 4 WHERE F1 = 19"_qs); },
          "frmMain.PreferencesLoad: Subscript out of range, Line 70"},

@@ -5,7 +5,7 @@
 #include "session.h"
 #include "support/wav_samples.h"
 
-// What becomes of one session when another is chosen.
+// What happens to a session when another one is chosen.
 
 using namespace tarnwick;
 using test::Samples;
@@ -41,8 +41,8 @@ struct TwoSessions : test::Session {
     forms::frmBatchProcessor* batch() {
         return application.frame().findChild<forms::frmBatchProcessor*>();
     }
-    // All prompts are written, recording and script are out of the way, and the Batch Processor
-    // stands on them.
+    // All prompts are written, recording and script are in the backup folder, and the Batch
+    // Processor shows the prompts' folder.
     void expectExported() {
         ASSERT_TRUE(test::waitUntil([&] { return batch() != nullptr; }, 10000));
         for (int prompt = 1; prompt <= kPrompts; ++prompt)
@@ -54,18 +54,18 @@ struct TwoSessions : test::Session {
     }
 };
 
-TEST_F(TwoSessions, ACancelledDialogLetsAnExportGoOn) {
+TEST_F(TwoSessions, ACancelledDialogDoesNotStopAnExport) {
     loadFirst();
     form().mnuExport->trigger();
     cmdlg.meanwhile = [&] { test::waitUntil([&] { return written(3); }, 5000); };
     choose({});
-    EXPECT_TRUE(written(3)) << "also while the dialog is open";
+    EXPECT_TRUE(written(3)) << "the export also continues while the dialog is open";
     EXPECT_EQ(form().lvAudioDetails->topLevelItemCount(), 0);
     expectExported();
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(TwoSessions, AFileChosenDuringAnExportIsLoadedBehindIt) {
+TEST_F(TwoSessions, AFileChosenDuringAnExportIsLoadedAfterIt) {
     loadFirst();
     ASSERT_TRUE(QFile::copy(in(u"script.xlsx"_qs), other.filePath(u"script.xlsx"_qs)));
     form().mnuExport->trigger();
@@ -80,7 +80,7 @@ TEST_F(TwoSessions, AFileChosenDuringAnExportIsLoadedBehindIt) {
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(TwoSessions, AnExportStaysWithTheSessionThatIsLoaded) {
+TEST_F(TwoSessions, AnExportUsesTheLoadedSession) {
     loadFirst();
     choose(other.filePath(u"second.wav"_qs));  // without a script
     EXPECT_EQ(boxes().size(), 1);
@@ -93,10 +93,10 @@ TEST_F(TwoSessions, AnExportStaysWithTheSessionThatIsLoaded) {
     EXPECT_FALSE(QFile::exists(other.filePath(u"Raw_Files"_qs)));
 }
 
-TEST_F(TwoSessions, ABadFileChosenWhileAnotherLoadsLeavesNothingUnderWay) {
+TEST_F(TwoSessions, ABadFileChosenDuringALoadLeavesNothingInProgress) {
     ASSERT_TRUE(QFile::copy(in(u"script.xlsx"_qs), other.filePath(u"script.xlsx"_qs)));
     test::writeFile(other.filePath(u"bad.wav"_qs), "no sound");
-    QObject::connect(EDT.get(), &engine::SoundEditor::SoundLoadingStarted, &form(), [&] {
+    QObject::connect(EDT, &engine::SoundEditor::SoundLoadingStarted, &form(), [&] {
         EXPECT_FALSE(form().pbWAVFormBuilding->isHidden());
         choose(other.filePath(u"bad.wav"_qs));
     });

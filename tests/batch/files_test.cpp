@@ -53,6 +53,7 @@ TEST_F(Files, TheWindowOpensOnTheRecordings) {
     EXPECT_TRUE(QDir(run.vsRawFolder).exists());
     EXPECT_EQ(form.txbProjectFolder->text(), project.path());
     EXPECT_EQ(shown(), u"plain|2|plain|shown|1");
+    EXPECT_EQ(form.pbConversion->minimum() + form.pbConversion->value(), 0);
     EXPECT_EQ(form.lbConversion->text(), u"Batch Processing Progress...");
     EXPECT_FALSE(form.lbConversion->font().bold());
     put({u"d.wav"_qs});
@@ -90,7 +91,9 @@ TEST_F(Files, BrowsingTakesTheFilesOfTheChosenKind) {
     EXPECT_EQ(run.files(), QStringList({u"a.mp3"_qs, u"b.MP3"_qs, u"c.mp3"_qs}));
     EXPECT_EQ(form.cbBrowse->palette().color(QPalette::Button), QColor(192, 192, 192));
 
+    form.txbProjectFolder->clear();
     browse(in(u"d.wav"_qs));
+    EXPECT_EQ(form.txbProjectFolder->text(), project.path());
     EXPECT_TRUE(boxes().value(0).contains(u"'Raw_Files' folder at the beginning"_qs));
     EXPECT_EQ(run.files().size(), 3);
 }
@@ -102,6 +105,52 @@ TEST_F(Files, APathWithoutADotStandsForNamesWithoutExtension) {
     browse(plain.filePath(u"take"_qs));
     EXPECT_EQ(run.files(), QStringList(u"take"_qs));
     EXPECT_EQ(shown(), u"white|1|white|shown|1");
+}
+
+// A disk whose root is a folder of its own.
+struct RootedDisk : platform::Disk {
+    QTemporaryDir root;
+
+    bool FolderExists(const QString& path) const override {
+        return !path.isEmpty() && Disk::FolderExists(root.path() + path);
+    }
+    QStringList list(const QString& folder, const QStringList& patterns) const override {
+        return folder.isEmpty() ? QStringList() : Disk::list(root.path() + folder, patterns);
+    }
+    void createFolder(const QString& path) override { Disk::createFolder(root.path() + path); }
+};
+
+struct RootFiles : test::BatchDesk {
+    RootedDisk disk;
+    batch::Services rooted{desk.failure, state,      database, desk.boxes, cmdlg,
+                           disk,         desk.clock, EDT,      EDTX,       [] {}};
+    batch::ProjectFiles projectFiles{form, run, rooted};
+
+    void open() {
+        runtime::guarded(desk.failure, u"",
+                         [&](runtime::Line& line) { projectFiles.open(line, 0); });
+    }
+};
+
+TEST_F(RootFiles, TheRootIsAFolderLikeAnyOtherAndNoFolderIsNone) {
+    const QStringList names{u"a.wav"_qs, u"b.wav"_qs};
+    for (const QString& name : names)
+        test::writeFile(disk.root.filePath(name), "x");
+    cmdlg.path = u"/b.wav"_qs;
+    form.cbBrowse->click();
+    EXPECT_EQ(state.vsProjectFolder, u"/");
+    EXPECT_EQ(form.txbProjectFolder->text(), u"/");
+    EXPECT_EQ(run.vsRawFolder, u"/Raw_Files");
+    EXPECT_EQ(run.files(), names);
+
+    ASSERT_TRUE(QDir(disk.root.path()).rmdir(u"Raw_Files"_qs));
+    run = {};
+    open();
+    EXPECT_EQ(run.files(), names);
+    EXPECT_FALSE(form.cbProcess->isHidden());
+    state.vsProjectFolder.clear();  // none was ever chosen
+    open();
+    EXPECT_TRUE(form.cbProcess->isHidden());
 }
 
 struct Output : Files {
@@ -156,6 +205,7 @@ TEST_F(Output, ListsAreTheEngines) {
         EXPECT_EQ(form.cbxCodecFormats->currentText(), u"8.000 kHz, 8 Bit, Mono");
         form.cbxCodecs->setCurrentIndex(listed - 1);
         EXPECT_EQ(form.cbxCodecFormats->currentText(), u"8.000 kHz, Mono");
+        EXPECT_EQ(form.cbxCodecFormats->count(), 4);
         form.opFormat[0]->setChecked(true);
     }
     form.opFormat[1]->setChecked(true);
@@ -163,6 +213,22 @@ TEST_F(Output, ListsAreTheEngines) {
     EXPECT_TRUE(boxes().value(0).startsWith(u"Lame.exe Not Installed!|Lame.exe not detected"_qs));
     test::writeFile(desk.folder.filePath(u"Lame.exe"_qs), "x");
     EXPECT_TRUE(output.encoderIsThere());
+    EXPECT_THROW(form.cbxCodecs->setCurrentIndex(-1), test::ProcessEnded);
+    EXPECT_TRUE(boxes().value(0).contains(u"UpdateCodecFormatsCombo: Invalid property value"_qs));
+}
+
+TEST_F(Output, ChoicesThatNobodyMadeAreTheEngines) {
+    for (QRadioButton* on :
+         {form.opFrequency[5], form.opChannel[1], form.opRate[2], form.opFormat[0]}) {
+        ASSERT_TRUE(on->isChecked()) << qPrintable(on->objectName());
+        on->group()->setExclusive(false);
+        on->setChecked(false);
+    }
+    EXPECT_EQ(written(u"a.wav"_qs), u"SoundExport 0 0 0 -1 a");
+    EDTX.encodeFormats().ACM.Reserved3 = 5;
+    form.opFormat[2]->setChecked(true);
+    written(u"a.wav"_qs);
+    EXPECT_EQ(EDTX.encodeFormats().ACM.Reserved3, 0);
 }
 
 TEST_F(Output, TheNameLosesFourCharactersWhateverTheyAre) {
@@ -171,6 +237,7 @@ TEST_F(Output, TheNameLosesFourCharactersWhateverTheyAre) {
         {3, u"take1.aiff"_qs, u"SoundExport 48000 2 0 -1 take1..aiff"_qs},
         {1, u"a.wav"_qs, u"SoundExport 48000 2 0 -1 a.mp3"_qs},
         {2, u"x.y.WAV"_qs, u"SoundExport 0 0 0 -1 x.y.wav"_qs},
+        {1, u".wav"_qs, u"SoundExport 48000 2 0 -1 .mp3"_qs},
         {0, u"abc"_qs, u"Invalid procedure call or argument, Line 30"_qs}};
     for (const auto& [format, source, expected] : cases) {
         form.opFormat[format]->setChecked(true);

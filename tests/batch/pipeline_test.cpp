@@ -71,7 +71,13 @@ TEST_F(Chain, AFileTakesEveryStepAndTheTraceTellsThem) {
         box->setChecked(true);
     form.txbNormdB->setText(u"-1.5"_qs);
     form.txbCutStart->setText(u"50.5"_qs);
+    form.txbSilenceThreshold->setText(u"7"_qs);
+    form.pbConversion->hide();
+    form.lbConversion->hide();
     EXPECT_EQ(process(), u"SetLoadMode 0|LoadSound ZZ_TEMP_a.wav");
+    EXPECT_FALSE(form.pbConversion->isHidden() || form.lbConversion->isHidden());
+    const settings::Access access(database, state.vsConnection);
+    EXPECT_EQ(database.Read(u"SELECT F9 FROM Admin WHERE F1 = 12"_qs).text(u"F9"_qs), u"50.5");
     EXPECT_EQ(raw(), QStringList({u"b.wav"_qs, u"ZZ_TEMP_a.wav"_qs}));
     for (const QWidget* off :
          std::initializer_list<QWidget*>{form.frNormalizationFunction, form.frSilenceFunction,
@@ -113,6 +119,7 @@ TEST_F(Chain, NothingAskedForIsAnExportOfEachFileAndThenTheEnd) {
     loaded();
     EXPECT_EQ(exported(), QString());
     EXPECT_EQ(form.lbConversion->text(), u"3 Files Have Been Processed!");
+    EXPECT_TRUE(form.lbConversion->font().bold());
     EXPECT_TRUE(form.cbClose->isEnabled() && form.frOutputSpecs->isEnabled());
     EXPECT_TRUE(form.cbProcess->isHidden() && form.pbConversion->isHidden());
     EXPECT_EQ(form.cbClose->y(), 568);
@@ -138,6 +145,28 @@ TEST_F(Chain, EndsThatAreRightAlreadyGoOnWithTheLastEdit) {
     EXPECT_EQ(edited(19), u"SoundExport 48000 2 0 -1 a.wav") << "the end of a file before";
     EXPECT_EQ(ended([&] { Q_EMIT EDTX.AudibleRangeDetected(0, -2147483647); }),
               u"Set_Silence_End: Overflow, Line 10");
+}
+
+TEST_F(Chain, WhatIsMissingAtTheEndsIsAddedAndALengthAboveZeroCuts) {
+    open({u"a.wav"_qs});
+    form.chSilenceEnds->setChecked(true);
+    process();
+    loaded();
+    EXPECT_EQ(audible(200, 9600), u"InsertSilence 10000 100");
+    EXPECT_EQ(edited(2), u"InsertSilence 0 300");
+    EXPECT_TRUE(edited(2).startsWith(u"SoundExport"));
+    EXPECT_TRUE(
+        trace().contains(u"vlSilenceAdjustment at Add_End = 100\n"
+                         u"vlSilenceAdjustment at Add_Start = 300\n"_qs));
+    form.chCutEnd->setChecked(true);
+    const std::tuple<QString, QString, QString> cuts[] = {
+        {u"0"_qs, u"DeleteRange 9700 -1"_qs, u"SilencePositionsDetect 1638 1"_qs},
+        {u"0.05"_qs, u"DeleteRange 0 0"_qs, u"DeleteRange 9700 -1"_qs}};
+    for (const auto& [start, first, second] : cuts) {
+        form.txbCutStart->setText(start);
+        EXPECT_EQ(loaded(), first);
+        EXPECT_EQ(edited(1), second);
+    }
 }
 
 TEST_F(Chain, WhatHoldsARun) {

@@ -82,6 +82,33 @@ TEST_F(Settings, ComeBackAsTheyWereSaved) {
         EXPECT_EQ(row(number), rows[number - 12]);
 }
 
+TEST_F(Settings, TheFirstOfAListIsFoundToo) {
+    execute(u"UPDATE Admin SET F4 = 1, F8 = '32 kbps' WHERE F1 = 14"_qs);
+    load();
+    EXPECT_EQ(form.cbxOutputCBR->currentText(), u"32 kbps");
+    EXPECT_EQ(form.cbxOutputCBR->currentIndex(), 0);
+}
+
+TEST_F(Settings, ATickEnablesWhatItsStepReads) {
+    const std::tuple<QCheckBox*, QLabel*, QList<QWidget*>> ticks[] = {
+        {form.chCutEnd, form.lbCutEnd, {form.txbCutEnd, form.txbCutStart}},
+        {form.chSilenceEnds,
+         form.lbSetSilences,
+         {form.txbSetSilenceStart, form.txbSetSilenceEnd, form.txbSilencedB, form.txbSilencePerc}},
+        {form.chNormalize, form.lbNormalize, {form.txbNormdB, form.txbNormPerc}},
+        {form.chHissFilter, form.lbHissFilter, {}},
+        {form.chConvert, form.lbResample, {form.frFormat, form.frResampleSettings}}};
+    for (const auto& [tick, step, controls] : ticks)
+        for (const bool on : {true, false}) {
+            tick->setChecked(!on);
+            tick->setChecked(on);
+            EXPECT_EQ(marked(step), on);
+            for (const QWidget* control : controls)
+                EXPECT_EQ(control->isEnabledTo(control->parentWidget()), on)
+                    << qPrintable(control->objectName());
+        }
+}
+
 TEST_F(Settings, ANullIsZeroButNotAmongTheOptions) {
     execute(
         u"UPDATE Admin SET F3 = NULL, F4 = NULL, F5 = NULL, F6 = NULL, F7 = NULL, F8 = NULL, F9 = NULL WHERE F1 IN (12, 13)"_qs);

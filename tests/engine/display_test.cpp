@@ -5,15 +5,32 @@
 namespace tarnwick::engine {
 namespace {
 
-using Display = Desk;
+class Display : public Desk {
+  protected:
+    // "available begin end"
+    std::string selection() const {
+        qint16 available = 9;
+        qint32 begin = 9, end = 9;
+        editor->waveform().GetSelection(available, begin, end);
+        return QStringLiteral("%1 %2 %3").arg(available).arg(begin).arg(end).toStdString();
+    }
+};
 
 TEST_F(Display, ShowsWhatItIsToldAndReportsIt) {
-    load(wave(4000, 8000));
     Waveform& waveform = editor->waveform();
+    WaveformSettings settings;
+    waveform.GetSettings(settings);
+    EXPECT_EQ(settings.verticalScale(), 1.0f);
+    EXPECT_EQ(selection(), "0 0 0");
+    EXPECT_EQ(waveform.sampleRate(), 0);
+    load(wave(4000, 8000));
+    EXPECT_EQ(waveform.sampleRate(), kRate);
     const std::pair<std::function<void()>, const char*> cases[] = {
         {[&] { waveform.SetDisplayRange(0, -1); }, "Range 0 4000"},
         {[&] { waveform.ZoomIn(); }, "Range 1000 3000"},
-        {[&] { waveform.SetDisplayRange(3200, 5200); }, "Range 3200 5200"},
+        {[&] { waveform.SetDisplayRange(5200, 3200); }, "Range 3200 5200"},
+        {[&] { waveform.SetDisplayRange(3000, -1); }, "Range 3000 4000"},
+        {[&] { waveform.SetSelection(1, -5, 9999); }, "Selection 1 0 4000"},
         {[&] { waveform.SetSelection(1, 3000, 1000); }, "Selection 1 1000 3000"},
         {[&] { waveform.ZoomToSelection(1); }, "Range 1000 3000"},
         {[&] { waveform.SetSelection(1, 500, 500); }, "Selection 1 500 500"},
@@ -44,13 +61,23 @@ TEST_F(Display, ShowsWhatItIsToldAndReportsIt) {
     waveform.GetDisplayRange(begin, end);
     EXPECT_EQ(end, 5000);
     // It also ends with it.
-    waveform.SetSelection(1, 3500, 4500);
-    editor->Undo();
-    ASSERT_TRUE(sees("EditDone 4 1"));
-    EXPECT_TRUE(events.contains("Selection 1 3500 4000")) << said();
+    const std::tuple<qint32, qint32, std::string> selections[] = {
+        {3500, 4500, "1 3500 4000"}, {4000, 4500, "0 0 0"}, {3500, 4000, "1 3500 4000"}};
+    for (const auto& [from, to, left] : selections) {
+        waveform.SetSelection(1, from, to);
+        editor->Undo();
+        ASSERT_TRUE(sees("EditDone 4 1"));
+        EXPECT_EQ(selection(), left);
+        const bool changed = to > 4000;
+        EXPECT_EQ(events.value(events.size() - 2).toStdString(),
+                  changed ? "Selection " + left : "EditPerc 100");
+        editor->InsertSilence(0, 1000);
+        ASSERT_TRUE(sees("EditDone 2 1"));
+    }
     waveform.SetSelection(1, 1, 2);
     editor->SoundClose();
     EXPECT_TRUE(sees("Selection 0 0 0"));
+    EXPECT_EQ(selection(), "0 0 0");
     waveform.GetDisplayRange(begin, end);
     EXPECT_EQ(end, 0);
 }
@@ -61,7 +88,8 @@ TEST_F(Display, DrawsAfterTheFirstAnalysisAndFollowsEveryEdit) {
     int changes = 0;
     QObject::connect(&waveform, &Waveform::displayChanged,
                      [&](DisplayChange what) { changes += what == DisplayChange::Sound; });
-    load(wave(1000, 16384) + wave(1000, 0));
+    EXPECT_FALSE(waveform.columns(0, 0, 2000, columns));
+    load(wave(1000, 16384) + Samples(kRate, 0));
     EXPECT_FALSE(waveform.columns(0, 0, 2000, columns));
     waveform.AnalyzeSound();
     ASSERT_TRUE(sees("AnalysisDone"));
@@ -70,7 +98,10 @@ TEST_F(Display, DrawsAfterTheFirstAnalysisAndFollowsEveryEdit) {
     ASSERT_TRUE(waveform.columns(0, 0, 2000, columns));
     EXPECT_NEAR(columns[0].minimum, -0.5f, 0.001f);
     EXPECT_NEAR(columns[1].maximum, 0.5f, 0.001f);
-    EXPECT_NEAR(columns[3].maximum, 0.0f, 0.001f);
+    EXPECT_EQ(columns[3].maximum, 0.0f);
+    ASSERT_TRUE(waveform.columns(0, 996, 1004, columns));
+    EXPECT_NEAR(columns[1].maximum, 0.5f, 0.001f);
+    EXPECT_EQ(columns[2].maximum, 0.0f) << "to the frame";
     EXPECT_FALSE(waveform.columns(1, 0, 2000, columns));
 
     const int before = changes;
@@ -86,11 +117,15 @@ TEST_F(Display, DrawsAfterTheFirstAnalysisAndFollowsEveryEdit) {
 }
 
 TEST_F(Display, PlayingTellsItsStartItsPauseAndHowItEnded) {
+    int changes = 0;
+    QObject::connect(&editor->waveform(), &Waveform::displayChanged,
+                     [&](DisplayChange what) { changes += what == DisplayChange::Playback; });
     load(wave(2000, 100));
     EXPECT_EQ(editor->GetPlaybackPosition(), 0);
     EXPECT_EQ(editor->SoundPlayRange(1500, 1800), kOk);
     ASSERT_TRUE(sees("Ended"));
     EXPECT_EQ(said(), "Started, Ended");
+    EXPECT_EQ(changes, 2);
     EXPECT_EQ(editor->GetPlaybackPosition(), 1800);
     EXPECT_EQ(editor->waveform().playPosition(), -1);
 
@@ -114,10 +149,15 @@ TEST_F(Display, PlayingTellsItsStartItsPauseAndHowItEnded) {
     EXPECT_EQ(said().substr(0, 52), "Started, Paused, Started, Started, Stopped, EditStar");
 
     editor->SoundPlay();
-    ASSERT_TRUE(sees("Started"));
+    ASSERT_TRUE(waitUntil([&] { return editor->GetPlaybackPosition() > 50; }));
+    events.clear();
     editor->SoundClose();
     EXPECT_TRUE(sees("Stopped"));
     EXPECT_EQ(editor->GetPlaybackPosition(), 0);
+    editor->SoundPlay();
+    EXPECT_TRUE(waitUntil([&] { return said() == "Stopped, Stopped"; }))
+        << "refused, without a code";
+    EXPECT_EQ(editor->LastError(), kNoSound);
 }
 
 TEST_F(Display, WhatIsAskedForWhileTheSoundEndsIsSilent) {

@@ -43,9 +43,15 @@ TEST_F(Desk, NoSpeechSampleIsLostBetweenTwoSilences) {
     qint32 end = 1;
     editor->SilencePositionsGetRange(2, start, end);
     EXPECT_EQ(start + end, 0);
+    editor->SilencePositionsGetRange(-1, start, end);
+    EXPECT_EQ(start + end, 0);
     const Samples span = written("speech.wav", 1587, 2722);
     EXPECT_EQ(std::ranges::count(span, 100000), 50007);
     EXPECT_LT(span.size(), 50007u + 2 * 45);
+    load(Samples(50, 100000) + Samples(10, 0) + Samples(50, 100000));
+    editor->SilencePositionsDetect(0, 0, 0);
+    ASSERT_TRUE(sees("SilencesDone 1"));
+    EXPECT_EQ(silences(), "2-2") << "within a millisecond";
 }
 
 TEST_F(Desk, AQueuedEditWorksOnTheResultOfTheOneBefore) {
@@ -56,6 +62,30 @@ TEST_F(Desk, AQueuedEditWorksOnTheResultOfTheOneBefore) {
     EXPECT_EQ(editor->GetSoundDuration(), 4000);
     ASSERT_TRUE(sees("EditDone 2 1"));
     EXPECT_EQ(written("out.wav"), slice(kTake, kRate, kTake.size()) + Samples(kRate / 10, 0));
+}
+
+TEST_F(Desk, APositionPastTheLastWholeMillisecondIsTheEnd) {
+    struct Case {
+        qsizetype frames;                  // of the sound, 44.1 are a ms
+        std::pair<qint32, qint32> before;  // what is cut first
+        qint32 at;                         // where silence is put in
+        qsizetype place;                   // in frames, of what is left
+    };
+    for (const Case& c : std::initializer_list<Case>{{20, {0, 0}, 0, 0},
+                                                     {60, {0, 0}, 1, 60},
+                                                     {60, {0, 0}, 0, 0},
+                                                     {203, {0, 0}, 3, 132},
+                                                     {203, {0, 0}, 4, 203},
+                                                     {203, {0, 1}, 3, 159},
+                                                     {115, {0, 1}, 1, 71}}) {
+        const Samples take(static_cast<std::size_t>(c.frames), 1000);
+        load(take);
+        editor->DeleteRange(c.before.first, c.before.second);
+        editor->InsertSilence(c.at, 10);
+        ASSERT_TRUE(sees("EditDone 2 1"));
+        const Samples out = written("out.wav");
+        EXPECT_EQ(std::ranges::find(out, 0) - out.begin(), c.place) << c.frames << ' ' << c.at;
+    }
 }
 
 TEST_F(Desk, UndoGoesBackBitForBitAndNoFurther) {
@@ -75,6 +105,7 @@ TEST_F(Desk, UndoGoesBackBitForBitAndNoFurther) {
         editor->Undo();
         ASSERT_TRUE(sees("EditDone 4 1"));
     }
+    EXPECT_EQ(said(), "EditStarted, EditPerc 100, EditDone 4 1");
     EXPECT_FALSE(editor->UndoAvailable());
     EXPECT_EQ(written("after.wav"), kTake);
     editor->Undo();
@@ -116,6 +147,9 @@ TEST_F(Desk, RemoveSilenceCutsWhatIsQuietInItsRangeAndNothingElse) {
         ASSERT_TRUE(sees("EditDone 4 1"));
     }
     EXPECT_TRUE(written("back.wav") == before);
+    EXPECT_EQ(editor->RemoveSilence(0, -1, 0, 1), kOk);
+    ASSERT_TRUE(sees("EditDone 14 1"));
+    EXPECT_EQ(written("zero.wav").size(), before.size() - 4419) << "what is silent altogether";
 }
 
 TEST_F(Desk, NormalizeBringsThePeakOfItsStretchToThePercent) {
@@ -143,6 +177,8 @@ TEST_F(Desk, NormalizeBringsThePeakOfItsStretchToThePercent) {
     EXPECT_EQ(peak(0, -1), 8388607);  // as far as 24 bits go
     normalize(3000, 4000, 90.0f);     // silence
     EXPECT_EQ(peak(3000, 4000), 0);
+    normalize(3000, 4000, 0.0f);
+    EXPECT_EQ(peak(3000, 4000), 0);
     normalize(0, -1, 0.0f);
     EXPECT_EQ(peak(0, -1), 0);
 }
@@ -161,7 +197,7 @@ TEST_F(Desk, AnEditorTakesOverTheSoundOfAnother) {
     ASSERT_TRUE(waitUntil([&] { return other->GetSoundDuration() == 3000; }));
     ASSERT_EQ(editor->LoadFromEditor(7), kOk);
     ASSERT_TRUE(sees("LoadingDone 1"));
-    EXPECT_EQ(events.first(), QStringLiteral("LoadingStarted"));
+    EXPECT_EQ(said(), "LoadingStarted, LoadingPerc 100, LoadingDone 1");
     EXPECT_FALSE(editor->UndoAvailable());
     const Samples taken = slice(kTake, kRate, kTake.size());
     EXPECT_TRUE(written("taken.wav") == taken);
@@ -175,6 +211,16 @@ TEST_F(Desk, AnEditorTakesOverTheSoundOfAnother) {
     EXPECT_TRUE(written("own.wav") == slice(taken, 2 * kRate, taken.size()));
     EXPECT_EQ(editor->LoadFromEditor(7), kNoSound);
     EXPECT_EQ(editor->GetSoundDuration(), 1000);  // a refusal costs nothing
+
+    auto third = createSoundEditor(directory);
+    third->InitEditor(9);
+    ASSERT_EQ(third->LoadFromEditor(8), kOk);
+    ASSERT_TRUE(waitUntil([&] { return third->GetSoundDuration() == 1000; }));
+    third->DeleteRange(0, 10);
+    ASSERT_TRUE(waitUntil([&] { return third->GetSoundDuration() == 990; }));
+    EXPECT_FALSE(third->UndoAvailable()) << "nobody asked for it";
+    third.reset();
+    EXPECT_EQ(editor->LoadFromEditor(9), kNoSound) << "gone with its window";
 }
 
 TEST_F(Desk, ExportsOverlapWithEditsAndKeepWhatTheySaw) {
@@ -214,6 +260,20 @@ TEST_F(Desk, AnExportOverItsOwnRecordingLeavesTheSoundWhole) {
     EXPECT_EQ(editor->LastError(), kWriteFailed);
 }
 
+TEST_F(Desk, EditsWithoutASoundEndInTheirEventAllTheSame) {
+    editor->DeleteRange(0, 1);
+    editor->InsertSilence(0, 1);
+    editor->RemoveSilence(0, 1, 1, 1);
+    editor->effects().ApplyVolume(0, 1, 0, 0.0f, 0);
+    editor->effects().Normalize(0, 1, 1.0f, 100.0f, 100.0f);
+    editor->Undo();
+    ASSERT_TRUE(sees("EditDone 4 0"));
+    EXPECT_EQ(said(),
+              "EditDone 1 0, EditDone 2 0, EditDone 14 0, EditDone 3 0, EditDone 19 0, "
+              "EditDone 4 0");
+    EXPECT_EQ(editor->LastError(), kNoSound);
+}
+
 TEST_F(Desk, RefusedCallsRaiseNothing) {
     const QString out = path("out.wav");
     for (const ErrorCode expected : {kNoSound, kBadRange}) {
@@ -232,21 +292,30 @@ TEST_F(Desk, RefusedCallsRaiseNothing) {
 
     // Edits tell it by their event, too, and a sound can become too long.
     EXPECT_EQ(editor->DeleteRange(-2, 10), kBadRange);
+    EXPECT_EQ(editor->SoundExport(kRate, 3, 0, 0, -1, out), kBadFormat);
+    ASSERT_TRUE(sees("EditDone 1 0"));
+    EXPECT_EQ(editor->LastError(), kBadRange) << "that of the event";
     EXPECT_EQ(editor->DeleteRange(20, 10), kBadRange);
+    EXPECT_EQ(editor->DeleteRange(0, -2), kBadRange);
     EXPECT_EQ(editor->InsertSilence(0, -1), kBadRange);
     EXPECT_EQ(editor->RemoveSilence(0, -1, -1, 1), kBadRange);
     EXPECT_EQ(editor->RemoveSilence(0, -1, 9, 0), kBadRange);
+    EXPECT_EQ(editor->RemoveSilence(20, 10, 9, 1), kBadRange);
+    EXPECT_EQ(editor->effects().Normalize(20, 10, 9.0f, 100.0f, 100.0f), kBadRange);
     for (const float percent : {-1.0f, std::numeric_limits<float>::infinity()})
         EXPECT_EQ(editor->effects().Normalize(0, -1, percent, 100.0f, 100.0f), kBadRange);
-    ASSERT_TRUE(waitUntil([&] { return events.size() == 7; }));
+    ASSERT_TRUE(waitUntil([&] { return events.size() == 10; }));
     EXPECT_EQ(said(),
-              "EditDone 1 0, EditDone 1 0, EditDone 2 0, EditDone 14 0, EditDone 14 0, EditDone 19 "
-              "0, EditDone 19 0");
-    editor->effects().ApplyVolume(-5, 10, 0, 0.0f, 0);
-    ASSERT_TRUE(sees("EditDone 3 0"));
-    editor->effects().ApplyVolume(0, 10, 0, std::numeric_limits<float>::quiet_NaN(), 0);
-    events.clear();
-    ASSERT_TRUE(sees("EditDone 3 0"));
+              "EditDone 1 0, EditDone 1 0, EditDone 1 0, EditDone 2 0, EditDone 14 0, EditDone 14 "
+              "0, EditDone 14 0, EditDone 19 0, EditDone 19 0, EditDone 19 0");
+    const std::tuple<qint32, qint32, float> volumes[] = {
+        {-5, 10, 0.0f}, {20, 10, 0.0f}, {0, 10, std::numeric_limits<float>::quiet_NaN()}};
+    for (const auto& [begin, end, level] : volumes) {
+        events.clear();
+        editor->effects().ApplyVolume(begin, end, 0, level, 0);
+        ASSERT_TRUE(sees("EditDone 3 0"));
+        EXPECT_EQ(editor->LastError(), kBadRange);
+    }
     editor->InsertSilence(0, std::numeric_limits<qint32>::max());
     ASSERT_TRUE(sees("EditDone 2 0"));
     EXPECT_EQ(editor->LastError(), kBadRange);
@@ -284,13 +353,22 @@ TEST_F(Desk, AClosedSoundReportsNothingMoreButItsFileIsWritten) {
 }
 
 TEST_F(Desk, ARecordingChangedInPlaceFailsWhatComesNext) {
+    editor->InitEditor(8);
     load(kTake);
+    editor->InsertSilence(0, 0);
+    ASSERT_TRUE(sees("EditDone 2 1"));
     std::ofstream(QFile::encodeName(path("take.wav")).toStdString(), std::ios::app) << "more";
     EXPECT_EQ(editor->SoundPlayRange(0, -1), kSourceChanged);
     const std::pair<std::function<void()>, const char*> cases[] = {
         {[&] { editor->InsertSilence(0, 10); }, "EditDone 2 0"},
         {[&] { editor->SilencePositionsDetect(1, 1, 0); }, "SilencesDone 0"},
         {[&] { write("out.wav"); }, "ExportDone 0"},
+        {[&] { editor->Undo(); }, "EditDone 4 0"},
+        {[&] {
+             editor->SetEditorOption(100);
+             editor->SilencePositionsDetect(1, 1, 0);
+         },
+         "Audible 0 0"},
     };
     for (const auto& [start, line] : cases) {
         editor->SoundPlayRange(-7, 0);  // puts another code into LastError
@@ -299,8 +377,13 @@ TEST_F(Desk, ARecordingChangedInPlaceFailsWhatComesNext) {
         EXPECT_EQ(editor->LastError(), kSourceChanged) << line;
     }
     EXPECT_EQ(editor->GetSoundDuration(), 4000);
-    EXPECT_FALSE(editor->UndoAvailable());
+    EXPECT_TRUE(editor->UndoAvailable());
     EXPECT_FALSE(QFile::exists(path("out.wav")));
+    editor->SoundPlayRange(-7, 0);
+    EXPECT_EQ(editor->LoadFromEditor(8), kOk);
+    ASSERT_TRUE(sees("LoadingDone 0"));
+    EXPECT_EQ(editor->LastError(), kSourceChanged);
+    EXPECT_EQ(editor->GetSoundDuration(), 0);
 }
 
 TEST_F(Desk, TheAudibleRangeIsToldOutwardAndItsHandlerMayEdit) {
@@ -322,8 +405,14 @@ TEST_F(Desk, TheAudibleRangeIsToldOutwardAndItsHandlerMayEdit) {
     editor->InsertSilence(editor->GetSoundDuration(), 500 - behind);
     ASSERT_TRUE(sees("EditDone 2 1"));
     EXPECT_EQ(written("tail.wav").size(), 52082u);  // 1181 ms
+    editor->InsertSilence(-1, 0);
+    ASSERT_TRUE(sees("EditDone 2 1"));
+    EXPECT_EQ(written("same.wav").size(), 52082u);
     editor->SilencePositionsDetect(32767, 1, 0);
     EXPECT_TRUE(sees("Audible 0 0"));
+    load(Samples(10013, 0) + Samples(20000, 100000));
+    editor->SilencePositionsDetect(10, 1, 0);
+    EXPECT_TRUE(sees("Audible 227 680")) << "not behind the duration";
 }
 
 }  // namespace

@@ -30,16 +30,32 @@ class OutputFormats : public testing::Test {
     EncodeFormats formats{mp3, acm};
 };
 
+TEST_F(OutputFormats, EachContainerHasItsNumberAndAFormatOfItsOwn) {
+    EXPECT_EQ(chosen(44100, 2), "0 44100 2 16 0 0") << "WAV, where nobody has chosen";
+    formats.ACM.CodecsEnum();
+    const std::pair<qint32, const char*> cases[] = {{1, "0 44100 2 16 0 0"},
+                                                    {2, "2 44100 2 16 128000 0"},
+                                                    {7, "3 8000 1 8 0 0"},
+                                                    {8, "1 44100 2 16 0 0"}};
+    for (const auto& [container, expected] : cases) {
+        formats.FormatToUse = container;
+        EXPECT_EQ(chosen(44100, 2), expected);
+    }
+}
+
 TEST_F(OutputFormats, UncompressedDepthsByMode) {
     const std::tuple<qint32, qint32, const char*> cases[] = {
         {kWavContainer, 0, "0 44100 2 8 0 0"},
+        {kWavContainer, 1, "0 44100 2 16 0 0"},
         {kWavContainer, 2, "0 44100 2 24 0 0"},
+        {kWavContainer, 3, "0 44100 2 32 0 0"},
         {kWavContainer, 4, "0 44100 2 f32 0 0"},
         {kWavContainer, 5, "-9"},
         {kWavContainer, -1, "-9"},
         {kAiffContainer, 0, "1 44100 2 8 0 0"},
         {kAiffContainer, 1, "-9"},
         {kAiffContainer, 2, "1 44100 2 16 0 0"},
+        {kAiffContainer, 3, "1 44100 2 24 0 0"},
         {kAiffContainer, 4, "1 44100 2 32 0 0"},
         {kAiffContainer, 5, "1 44100 2 f32 0 0"},
         {kAiffContainer, 6, "-9"},
@@ -54,6 +70,7 @@ TEST_F(OutputFormats, UncompressedDepthsByMode) {
     for (const auto& [hertz, channels] : {std::pair{7999, 1}, {192001, 1}, {8000, 0}, {8000, 3}})
         EXPECT_EQ(chosen(hertz, channels), "-9") << hertz;
     EXPECT_EQ(chosen(192000, 1), "1 192000 1 16 0 0");
+    EXPECT_EQ(chosen(8000, 1), "1 8000 1 16 0 0");
 }
 
 TEST_F(OutputFormats, Mp3TakesTheListedRatesOnly) {

@@ -22,7 +22,7 @@ inline bool isControl(const QWidget* widget) {
     return std::any_of(kinds.begin(), kinds.end(), isA);
 }
 
-// The controls of a form; what Qt builds inside a combo box or a list is none.
+// The controls of a form, without the widgets that Qt creates inside a combo box or a list.
 inline std::vector<QWidget*> controlsOf(const QWidget& form) {
     std::vector<QWidget*> controls;
     for (QWidget* widget : form.findChildren<QWidget*>())
@@ -32,9 +32,9 @@ inline std::vector<QWidget*> controlsOf(const QWidget& form) {
     return controls;
 }
 
-// What the controls of a form have to be at the start: entries such as "~cbUndo|txbSpeed=150", with
-// "-" before the name of a hidden one, "~" of a disabled one, "*" of one that is on. The text is
-// only held against one that is given.
+// Checks the controls of a new form against entries such as "~cbUndo|txbSpeed=150", with "-" before
+// the name of a hidden control, "~" of a disabled one, "*" of one that is on. The text is only
+// checked if the entry has one.
 inline void expectControls(const QWidget& form, const char* table) {
     for (const QString& entry : QString::fromUtf8(table).remove(u'\n').split(u'|')) {
         const qsizetype begin = entry.indexOf(QRegularExpression(QStringLiteral("[A-Za-z]")));
@@ -53,12 +53,12 @@ inline void expectControls(const QWidget& form, const char* table) {
     }
 }
 
-// The room that a control's caption or value takes.
+// The space that a control's caption or value needs.
 inline QSize neededBy(const QWidget& control) {
     const QFontMetrics metrics(control.font());
     if (const auto* label = qobject_cast<const QLabel*>(&control)) {
         if (label->wordWrap()) return {0, label->heightForWidth(label->width())};
-        if (label->alignment() & Qt::AlignBottom)  // capitals leave air above them
+        if (label->alignment() & Qt::AlignBottom)  // the space above capitals may be cut off
             return {label->sizeHint().width(), metrics.capHeight() + metrics.descent()};
         return label->sizeHint();
     }
@@ -83,8 +83,8 @@ inline void expectRoom(const QWidget& control) {
     EXPECT_LE(needed.height(), control.height()) << control.objectName().toStdString();
 }
 
-// No two controls under one name, each announced, each in its parent and with room for its text,
-// none over another.
+// Checks that every control has a name of its own, an accessible name, room for its text, and a
+// place inside its parent that overlaps no other control.
 inline void expectTidy(const QWidget& form) {
     const std::vector<QWidget*> controls = controlsOf(form);
     QStringList names;

@@ -5,6 +5,7 @@
 #include "forms/form_checks.h"
 #include "forms/frm_frame.h"
 #include "forms/scaling.h"
+#include "forms/texts.h"
 
 namespace tarnwick::forms {
 namespace {
@@ -66,7 +67,7 @@ cbPreferencesLoad)");
     EXPECT_EQ(form.slScaling->maximum(), 200);
     EXPECT_EQ(form.cbxFrequency->count(), 8);
     EXPECT_EQ(form.cbxBitRate->itemText(7), QStringLiteral("320"));
-    form.cbxBits->setEditText(QStringLiteral("20"));  // stored, though not in the list
+    form.cbxBits->setEditText(QStringLiteral("20"));  // a stored value that is not in the list
     EXPECT_EQ(form.cbxBits->currentText(), QStringLiteral("20"));
     EXPECT_EQ(form.cbxBits->count(), 4);
 }
@@ -107,7 +108,7 @@ mnuTutorials/mnuTutorialBasicScriptFormatting/Script Formatting/)";
     }
 }
 
-TEST(MainForm, EveryControlAnnouncesItself) {
+TEST(MainForm, EveryControlHasAnAccessibleName) {
     const frmMain form;
     const auto nameOf = [](QWidget* control) {
         return QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);

@@ -18,7 +18,7 @@ struct Names : ::testing::Test {
     }
 };
 
-TEST_F(Names, StayInOrderWithWhatIsHighlighted) {
+TEST_F(Names, StaySortedAndKeepTheHighlight) {
     list.setNames({u"b.wav"_qs, u"C.wav"_qs, u"A.wav"_qs, u"c.wav"_qs, u"b.wav"_qs});
     EXPECT_EQ(list.names().join(u' '), u"A.wav b.wav b.wav C.wav c.wav");
     highlight({0, 2, 4});
@@ -40,10 +40,10 @@ TEST_F(Names, EachOfTwoQuickPressesCounts) {
                           Qt::LeftButton, Qt::ControlModifier);
         QApplication::sendEvent(list.viewport(), &event);
     }
-    EXPECT_TRUE(list.takeHighlighted().isEmpty()) << "on and off again";
+    EXPECT_TRUE(list.takeHighlighted().isEmpty()) << "selected, then deselected";
 }
 
-TEST_F(Names, DoNotScrollWhenOthersComeOrGo) {
+TEST_F(Names, DoNotScrollWhenOthersAreAddedOrTaken) {
     QStringList names;
     for (int i = 0; i < 500; ++i)
         names << u"take%1.wav"_qs.arg(i, 3, 10, QChar(u'0'));

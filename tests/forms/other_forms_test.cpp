@@ -3,6 +3,7 @@
 #include "forms/frm_batch_processor.h"
 #include "forms/frm_rename_wiz.h"
 #include "forms/frm_select_import_sheet.h"
+#include "forms/units.h"
 
 namespace tarnwick::forms {
 namespace {
@@ -33,7 +34,7 @@ lbTitle=Apply Filter(s) to File Currently in the Editor Window|frLame=Lame Encod
                     !timer->objectName().isEmpty());
 }
 
-TEST(BatchForm, EachOptionArrayIsAGroupOfItsOwn) {
+TEST(BatchForm, EachOptionArrayIsASeparateGroup) {
     const frmBatchProcessor form;
     const auto on = [](const auto& options) {
         QList<std::ptrdiff_t> indices;
@@ -67,7 +68,7 @@ TEST(BatchForm, NothingIsClippedInAnyOfItsArrangements) {
             << parked->objectName().toStdString();
 }
 
-// The controls to which the Tab key leads, from the first on.
+// The controls that the Tab key reaches, in order.
 QStringList tabStops(const QWidget& form) {
     QStringList names;
     for (const QWidget* next = form.nextInFocusChain(); next != &form;
@@ -89,7 +90,7 @@ TEST(BatchForm, TheTabKeyFollowsTheWorkAndStopsOnceInEachOptionGroup) {
     form.opFrequency[7]->setChecked(true);
     EXPECT_TRUE(tabStops(form).contains(u"opFrequency(7)"));
     form.opFrequency[7]->hide();
-    EXPECT_TRUE(tabStops(form).contains(u"opFrequency(0)")) << "the one that is on is out of sight";
+    EXPECT_TRUE(tabStops(form).contains(u"opFrequency(0)")) << "the selected one is hidden";
     form.opFrequency[7]->show();
     EXPECT_FALSE(tabStops(form).contains(u"opFrequency(0)"));
 }
@@ -139,7 +140,7 @@ TEST(RenameForm, NothingIsClippedInEitherArrangementNorDuringAPreview) {
     expectTidy(form);
 }
 
-TEST(SmallForms, AboutAndSheetChoiceAreWindowsOfTheirOwn) {
+TEST(SmallForms, AboutAndSheetChoiceAreSeparateWindows) {
     QWidget owner;
     const frmAbout about(&owner);
     EXPECT_EQ(about.windowTitle(), QStringLiteral("About Tarnwick"));

@@ -5,7 +5,9 @@
 #include <QHeaderView>
 #include <QMdiSubWindow>
 
+#include "forms/fonts.h"
 #include "forms/form_checks.h"
+#include "forms/units.h"
 #include "model/list_columns.h"
 
 namespace tarnwick::forms {
@@ -27,7 +29,7 @@ struct ScalingTest : testing::TestWithParam<double> {
 
 INSTANTIATE_TEST_SUITE_P(Scales, ScalingTest, testing::Values(1.0, 1.5, 1.53, 2.0));
 
-TEST_P(ScalingTest, ListedControlsTakeTheirDesignTimesTheScale) {
+TEST_P(ScalingTest, ListedControlsAreScaledFromTheirDesign) {
     EXPECT_EQ(frame.size(), scaled(0, 0, 14075, 11200).size());
     EXPECT_EQ(form.size(), scaled(0, 0, 13750, 10250).size());
     EXPECT_EQ(form.frTarnwick->geometry(), scaled(3 * 15, 1 * 15, 900 * 15, 684 * 15));
@@ -39,7 +41,7 @@ TEST_P(ScalingTest, ListedControlsTakeTheirDesignTimesTheScale) {
     EXPECT_EQ(form.lvAudioDetails->geometry(), scaled(120, 5880, 13200, 4215));
     EXPECT_EQ(form.cbContent->geometry(), scaled(11880, 4660, 1360, 440));
     EXPECT_EQ(form.txbInsertSilence->width(), scaled(0, 0, 735, 0).width());
-    EXPECT_EQ(form.txbInsertSilence->height(), px(300));  // not listed: as designed
+    EXPECT_EQ(form.txbInsertSilence->height(), px(300));  // not listed, so not scaled
     setListHeight(form, kListHeightAboveContent, GetParam());
     EXPECT_EQ(form.lvAudioDetails->geometry(), scaled(120, 5880, 13200, 3255));
     EXPECT_EQ(form.txbSilence->font().pixelSize(), uiFont().pixelSize());
@@ -69,7 +71,7 @@ TEST_P(ScalingTest, CaptionsEndWhereTheirValueBegins) {
     EXPECT_EQ(form.Label33->x(), form.txbSilence->geometry().right() + 1);
 }
 
-TEST_P(ScalingTest, NothingLiesOverAnything) {
+TEST_P(ScalingTest, ControlsDoNotOverlap) {
     QWidgetList parents{form.frTarnwick,   form.frAction, form.frLocations,    form.frTransport,
                         form.frEdit,       form.frFiles,  form.frSpecs,        form.frPreferences,
                         form.frAutoNumber, form.Frame10,  form.frExcelSpecific};
@@ -121,7 +123,7 @@ TEST(FrameTest, StaysOnTheScreenAndScrollsToWhatIsCutOff) {
     EXPECT_EQ(child->pos(), QPoint(0, 0));
 }
 
-TEST_P(ScalingTest, ColumnsAreMadeAfreshAndTimesFitThem) {
+TEST_P(ScalingTest, ColumnsAreRecreatedAndFitTheTimes) {
     Scaling(frame, form, GetParam());
     const QTreeWidget& list = *form.lvAudioDetails;
     ASSERT_EQ(list.columnCount(), model::kListColumns);

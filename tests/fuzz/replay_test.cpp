@@ -10,9 +10,9 @@
 namespace tarnwick::fuzz {
 namespace {
 
-// Every file of the test data, and what is left of it when it ends early, through every target:
-// what a fuzzer once found (fuzz-finds) is mended, and what is not for a reader is refused.
-TEST(Replay, EveryFileEndsWellInEveryTarget) {
+// Runs every file of the test data, complete and truncated, through every target. Earlier finds of
+// the fuzzers (fuzz-finds) must stay fixed, and a reader must refuse files of another kind.
+TEST(Replay, EveryTargetSurvivesEveryFile) {
     int files = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(TARNWICK_TEST_DATA)) {
         if (!entry.is_regular_file()) continue;

@@ -7,12 +7,12 @@
 
 #include "house/source_tree.h"
 
-// Nothing lies about unbuilt, untested or unformatted.
+// Checks that every source and test file is built, and that all code is formatted.
 
 namespace tarnwick::house {
 namespace {
 
-// Every source file that this build compiles, by its full path.
+// The full paths of all source files that this build compiles.
 std::set<std::string> compiledFiles() {
     std::ifstream in(TARNWICK_BUILD_FOLDER "/compile_commands.json");
     const std::string key = "\"file\": \"";
@@ -54,7 +54,8 @@ TEST(Build, findsEveryFileWellFormatted) {
         if (line.find(": error:") != std::string::npos)
             files.insert(line.substr(0, line.find(':')));
     }
-    EXPECT_EQ(pclose(pipe), 0) << "clang-format -i is due on " << testing::PrintToString(files);
+    EXPECT_EQ(pclose(pipe), 0) << "not formatted with clang-format: "
+                               << testing::PrintToString(files);
 }
 
 }  // namespace

@@ -11,8 +11,9 @@
 
 #include "house/source_tree.h"
 
-// Which room may include which. The build enforces most of it by linking; this also sees what
-// comes in through a third room, and keeps the build's own declarations and the page honest.
+// Checks which room includes which. The build enforces most of it by linking; this test also finds
+// includes that work only through a third room, and compares the table with the build's
+// declarations and the architecture page.
 
 namespace tarnwick::house {
 namespace {
@@ -48,15 +49,15 @@ const Table kMayUse = {
       "project", "segmentation", "batch", "rename"}},
 };
 
-// The sound editor's contract: all that the widgets may know of the engine, and free of the sound
-// rooms itself.
+// The sound editor's contract. The widgets may include only these engine headers, and these headers
+// must not include the sound rooms.
 const Rooms kContract = {"sound_editor.h", "effects.h",  "encode_formats.h",
                          "sound_events.h", "waveform.h", "waveform_settings.h"};
 
-// A path below src/, or what an include names: "sound/samples/peaks.h".
+// A path below src/, or the target of an include: "sound/samples/peaks.h".
 struct Place {
     std::string room;
-    std::string name;  // behind the room
+    std::string name;  // the rest after the room
 };
 
 std::optional<Place> placeOf(const std::string& path) {
@@ -89,12 +90,12 @@ std::string faultOf(const Place& from, const Include& include) {
     }
     if (isContract(from) && !isContract(*to)) return "is no part of the contract";
     if (to->room == from.room) return {};
-    if (!kMayUse.at(from.room).contains(to->room)) return "is a forbidden arrow";
-    if (from.room == "widgets" && !isContract(*to)) return "reaches behind the contract";
+    if (!kMayUse.at(from.room).contains(to->room)) return "is not allowed by the table";
+    if (from.room == "widgets" && !isContract(*to)) return "is no header of the contract";
     return {};
 }
 
-// The table as the build has it: each line a room and those that it is given.
+// The table as the build declares it: each line is a room and the rooms that it may use.
 Table declaredTable() {
     std::ifstream in(TARNWICK_BUILD_FOLDER "/rooms.txt");
     Table declared;
@@ -109,7 +110,7 @@ Table declaredTable() {
     return declared;
 }
 
-// What stands between backticks.
+// The texts between backticks.
 std::vector<std::string> namesIn(const std::string& cell) {
     std::vector<std::string> names;
     std::istringstream parts(cell);
@@ -119,8 +120,8 @@ std::vector<std::string> namesIn(const std::string& cell) {
     return names;
 }
 
-// The table as the page shows it: | `room` | what lives there | `room`, `room` |. A row that begins
-// with "as `room`" has the other's rooms, too.
+// The table on the architecture page: | `room` | what lives there | `room`, `room` |. A last cell
+// that begins with "as `room`" includes that room's list.
 Table shownTable() {
     std::ifstream in(TARNWICK_SOURCE_FOLDER "/docs/architecture.md");
     Table shown;
@@ -142,7 +143,7 @@ Table shownTable() {
     return shown;
 }
 
-TEST(Rooms, includeOnlyWhatTheirRowNames) {
+TEST(Rooms, includeOnlyAllowedRooms) {
     const std::vector<std::string> files = sourceFiles("src");
     ASSERT_GT(files.size(), 10u);
     for (const std::string& file : files) {
@@ -155,9 +156,9 @@ TEST(Rooms, includeOnlyWhatTheirRowNames) {
     }
 }
 
-TEST(Rooms, areTheSameInTheBuildAndOnThePage) {
+TEST(Rooms, matchTheBuildAndTheArchitecturePage) {
     for (const Table& table : {declaredTable(), shownTable()}) {
-        std::vector<std::pair<std::string, Rooms>> different;  // rows of either
+        std::vector<std::pair<std::string, Rooms>> different;  // rows in only one of the two
         std::set_symmetric_difference(table.begin(), table.end(), kMayUse.begin(), kMayUse.end(),
                                       std::back_inserter(different));
         EXPECT_TRUE(different.empty()) << testing::PrintToString(different);
@@ -165,7 +166,7 @@ TEST(Rooms, areTheSameInTheBuildAndOnThePage) {
 }
 
 TEST(Rooms, formNoCircle) {
-    // Rooms that use none of those left are taken away until there is no such room.
+    // Repeatedly remove the rooms that use none of the remaining ones. Only circles would be left.
     Table left = kMayUse;
     for (std::size_t before = 0; before != left.size();) {
         before = left.size();

@@ -10,13 +10,13 @@ namespace tarnwick::house {
 
 // One #include line of a source file.
 struct Include {
-    std::string file;    // where it stands, relative to the source folder, "src/room/name.cpp"
-    std::string target;  // what it names, without the brackets or quotes
+    std::string file;    // the file with the line, relative to the source folder: "src/room/a.cpp"
+    std::string target;  // the included header, without brackets or quotes
     bool quoted = false;
 };
 
 // All .cpp and .h files under a folder of the project ("src"), relative to the source folder,
-// sorted. An empty result is an error of the caller's: the tests insist on files.
+// sorted. Empty if there is no such folder; callers must treat that as an error.
 inline std::vector<std::string> sourceFiles(const std::string& folder) {
     const std::filesystem::path root = TARNWICK_SOURCE_FOLDER;
     std::vector<std::string> files;

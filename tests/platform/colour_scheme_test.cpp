@@ -10,6 +10,7 @@
 #include <cstdio>
 
 #include "platform/session_bus.h"
+#include "support/few_threads.h"
 #include "support/wait_until.h"
 
 namespace tarnwick::platform {
@@ -28,6 +29,11 @@ class Portal : public QDBusVirtualObject {
     }
     bool asked = false;
 };
+
+TEST(SessionBus, IsSilentWhereNoThreadCanGreetIt) {
+    const auto greet = [] { return SessionBus(u"unix:path=/nowhere"_qs).answers() ? 1 : 0; };
+    EXPECT_EQ(test::withFewThreads(0, greet), 0);
+}
 
 TEST(ColourScheme, FollowsThePortal) {
     // Not with QProcess: after its fork the thread sanitizer sees no lock of this thread any more.

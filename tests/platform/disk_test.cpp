@@ -137,6 +137,19 @@ TEST_F(DiskTest, WhatMayNotBeWrittenKeepsItsDate) {
     close(reader);
 }
 
+TEST(Paths, AreJoinedAndTakenApartAlsoAtTheRoot) {
+    const std::pair<QString, QString> files[] = {{u"/a/b"_qs, u"c"_qs}, {u"/"_qs, u"a.wav"_qs}};
+    for (const auto& [folder, name] : files) {
+        const QString path = platform::pathIn(folder, name);
+        EXPECT_FALSE(path.contains(u"//"));
+        EXPECT_EQ(platform::folderOf(path), folder);
+    }
+    const platform::Disk disk;
+    EXPECT_TRUE(disk.FolderExists(platform::folderOf(u"/a.wav"_qs)));
+    EXPECT_TRUE(disk.listFolders(platform::folderOf(u"/a.wav"_qs)).contains(u"usr"));
+    EXPECT_FALSE(disk.FolderExists({}));
+}
+
 TEST_F(DiskTest, DrivesAreTheRootAndPlacesForFiles) {
     const std::pair<QString, bool> mountPoints[] = {
         {u"/"_qs, true},        {u"/mnt/usb"_qs, true},  {u"/run/media/me/usb"_qs, true},

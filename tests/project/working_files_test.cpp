@@ -60,6 +60,12 @@ TEST_F(WorkingFilesDesk, TheChosenFilesFolderBecomesTheProject) {
     EXPECT_EQ(starts, 5);
 }
 
+TEST_F(WorkingFilesDesk, ARecordingInTheRootHasTheRootAsItsProject) {
+    cmdlg.path = u"/take.wav"_qs;
+    form.mnuLoadFiles->trigger();
+    EXPECT_EQ(state.vsProjectFolder, u"/");
+}
+
 TEST_F(WorkingFilesDesk, ACancelledDialogOnlyEmptiesTheList) {
     state.vsProjectFolder = u"before"_qs;
     cmdlg.path.clear();

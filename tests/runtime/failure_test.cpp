@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "runtime/events.h"
+#include "runtime/file_names.h"
 #include "runtime/guarded.h"
+#include "support/fault_of.h"
 #include "support/scripted_ports.h"
 
 using namespace tarnwick::runtime;
@@ -66,11 +70,33 @@ TEST(FailurePath, AnUnguardedHandlerTakesTheDefaultPathWithoutALogLine) {
     EXPECT_EQ(desk.log(), "");
 }
 
+TEST(FailurePath, AProgramFolderWhoseNameIsNoTextHasItsLogAndIsShownReadably) {
+    const QTemporaryDir parent;
+    const std::filesystem::path folder = parent.path().toStdString() + "/a\xff b";
+    std::filesystem::create_directory(folder);
+    FailureDesk desk;
+    const FailurePath failure(
+        textOfFileName(folder.native()),
+        {.criticalBox = [&](auto& title, auto& text) { desk.boxes.critical(title, text); },
+         .endProcess = [] { throw ProcessEnded(); },
+         .now = [&] { return desk.clock.now(); }});
+    EXPECT_THROW(failure.Database_Missing(), ProcessEnded);
+    EXPECT_THROW(failure.Fatal_Error(u"x"_qs), ProcessEnded);
+    std::ifstream log(folder / "Error.log", std::ios::binary);
+    std::string line;
+    std::getline(log, line);
+    const QString shown = parent.path() + u"/a\uFFFD b"_qs;
+    EXPECT_EQ(line, "09:05 Database file Tarnwick.mdb must be in " + shown.toStdString() + '\r');
+    EXPECT_TRUE(desk.boxes.shown.last().contains(u"(located in the "_qs + shown + u" folder)"_qs));
+    std::filesystem::remove_all(folder);  // Qt would leave it behind
+}
+
 TEST(FailurePath, ALogThatCannotBeWrittenIsAFault) {
     FailurePath failure(u"/nowhere/at/all"_qs, {.criticalBox = {}, .endProcess = {}, .now = [] {
                                                     return QDateTime::currentDateTime();
                                                 }});
-    EXPECT_THROW(failure.Write_Log(u"x"_qs), Fault);
+    EXPECT_EQ(tarnwick::test::faultOf([&] { failure.Write_Log(u"x"_qs); }),
+              u"No such file or directory");
 }
 
 TEST(FailurePath, AFullDiskKeepsTheProgramNeitherAliveNorSilent) {

@@ -35,6 +35,66 @@ TEST_F(Chain, ALaterEditTakesTheShortWayAndBringsTheViewBack) {
     EXPECT_FALSE(chain.soundIsChanging());
 }
 
+TEST_F(Chain, ALoadAddsThePausesAtBothEndsOneByOne) {
+    session.vsLoadStage = QString::fromUtf16(model::kInitialLoad);
+    form.txbSilence->setText(u"1500.5"_qs);
+    const std::pair<QString, QString> rounds[] = {
+        {u"|InsertSilence 0 1500"_qs, u"Adding Initial Pause..."_qs},
+        {u"|InsertSilence 60000 1500"_qs, u"Adding Final Pause..."_qs},
+        {{}, u"Analyzing Audio File..."_qs}};
+    Q_EMIT EDT.SoundLoadingStarted();
+    EXPECT_EQ(form.txbCalculating->text(), u"Loading Audio File...");
+    EXPECT_FALSE(form.txbCalculating->isHidden());
+    Q_EMIT EDT.SoundLoadingDone(1);
+    for (const auto& [edit, calculating] : rounds) {
+        EXPECT_TRUE(chain.soundIsChanging());
+        fire(form.TimerReload);
+        Q_EMIT EDT.WaveAnalysisStarted();
+        Q_EMIT EDT.WaveAnalysisDone();
+        fire(form.TimerDisplayWaveform);
+        EXPECT_EQ(EDT.taken().join(u'|'), u"AnalyzeSound|SetDisplayRange 0 -1"_qs + edit);
+        EXPECT_EQ(form.txbCalculating->text(), calculating);
+        EXPECT_EQ(chain.soundIsChanging(), !edit.isEmpty());
+        if (!edit.isEmpty()) Q_EMIT EDT.SoundEditDone(engine::kInsertSilence, 1);
+    }
+    EXPECT_EQ(done, QStringList({u"backup"_qs, u"backup"_qs, u"backup"_qs, u"process"_qs}));
+    EXPECT_EQ(form.LabelTotalDuration->text(), u"60000");
+    for (const QPushButton* button :
+         {form.cbProcess, form.CommandPlay, form.CommandPause, form.CommandStop})
+        EXPECT_TRUE(button->isEnabled());
+}
+
+TEST_F(Chain, TheSoundChangesUntilTheLastEditHasComeToAList) {
+    EXPECT_FALSE(chain.soundIsChanging());
+    const auto changingAfter = [this](qint32 result) {
+        Q_EMIT EDT.SoundEditDone(engine::kDeleteRange, result);
+        return chain.soundIsChanging();
+    };
+    EDT.lastError = engine::kBadRange;
+    chain.editAsked();
+    chain.editAsked();
+    EXPECT_TRUE(changingAfter(0));
+    EXPECT_FALSE(changingAfter(0));
+    EXPECT_EQ(desk.boxes.shown.size(), 2);
+    EXPECT_EQ(desk.boxes.shown.last(),
+              u"Cannot complete the operation due to the following error: -8");
+    EXPECT_FALSE(changingAfter(0)) << "asked for by nobody here";
+    chain.editAsked();
+    EXPECT_TRUE(changingAfter(1));
+    EXPECT_TRUE(changingAfter(0)) << "the one before is still on its way to a list";
+    fire(form.TimerReload);
+    Q_EMIT EDT.WaveAnalysisDone();
+    EXPECT_TRUE(changingAfter(0));
+    fire(form.TimerDisplayWaveform);
+    EXPECT_FALSE(chain.soundIsChanging());
+    session.vsLoadStage = QString::fromUtf16(model::kInitialLoad);
+    Q_EMIT EDT.WaveAnalysisDone();
+    fire(form.TimerDisplayWaveform);
+    chain.editAsked();
+    EXPECT_TRUE(changingAfter(0)) << "a pause that was not added, and then an edit";
+    EXPECT_FALSE(changingAfter(0));
+}
+
 TEST_F(Chain, StatusTextsAreWordForWord) {
     const segmentation::Transport transport(form, desk.failure, EDT, status);
     EDT.position = 2500;
@@ -60,6 +120,7 @@ TEST_F(Chain, StatusTextsAreWordForWord) {
         {[this] { Q_EMIT EDT.SoundPlaybackStarted(); }, u"Status10: Playing...2500", 0},
         {[this] { Q_EMIT EDT.SoundPlaybackEnded(); }, u"Status8: Idle", -1},
         {[this] { Q_EMIT EDT.SoundPlaybackStopped(); }, u"Status11: Idle", -1},
+        {[this] { Q_EMIT EDT.SoundLoadingPerc(8); }, u"Status5: Loading... 8%", 8},
         {[this] { Q_EMIT EDT.SoundEditStarted(); }, u"Status3: Editing...  0%", 0},
         {[this] { Q_EMIT EDT.SoundEditPerc(50); }, u"Status2: Editing... 50%", 50},
         {[this] { Q_EMIT EDT.SoundEditDone(1, 0); }, u"Status1: Idle", -1}};
@@ -84,6 +145,13 @@ TEST_F(Chain, WhatIsDroppedIsNoLongerShownAsUnderWay) {
     Q_EMIT EDT.SoundPlaybackStarted();
     chain.drop();
     EXPECT_FALSE(form.pbWAVFormBuilding->isHidden()) << "the end of what plays is still told";
+    chain.editAsked();
+    chain.editAsked();
+    Q_EMIT EDT.SoundEditDone(engine::kUndo, 1);
+    Q_EMIT EDT.WaveAnalysisDone();
+    chain.drop();
+    EXPECT_FALSE(form.TimerReload->isActive() || form.TimerDisplayWaveform->isActive() ||
+                 chain.soundIsChanging());
 }
 
 TEST_F(Chain, ASoundThatDoesNotFitHasItsBox) {

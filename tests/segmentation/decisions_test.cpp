@@ -2,6 +2,7 @@
 
 #include "runtime/fault.h"
 #include "segmentation/alignment_row.h"
+#include "segmentation/export_run.h"
 #include "segmentation/row_view.h"
 
 using namespace tarnwick;
@@ -31,7 +32,8 @@ TEST(AlignmentRow, DeviationAndFlag) {
                                      {u"10", 0, 0, u"50", 4000, u"-100 %", true},
                                      {u"10", 0, 0, u"100", 4000, u"-100 %", false},
                                      {u"10", 9000, 0, u"50", 4000, u"-325 %", true},
-                                     {u"1", 0, 400, u"50", 400, u" 0 %", false}}) {
+                                     {u"1", 0, 400, u"50", 400, u" 0 %", false},
+                                     {u"1000", 0, 400000, u"50", 400000, u" 0 %", false}}) {
         const AlignmentRow row =
             alignRow({{}, {}, QString::fromUtf16(c.words)}, {0, 0, c.start}, {0, c.end, 0},
                      u"150"_qs, QString::fromUtf16(c.tolerance));
@@ -62,6 +64,28 @@ TEST(RowView, TheViewJumpsBeforeTheHeadLeavesIt) {
     EXPECT_EQ(playedPercent(2000, 1000), 100);
     EXPECT_EQ(playedPercent(21474836, 21474836), 100);
     EXPECT_THROW(playedPercent(21474837, 30000000), runtime::Fault);
+}
+
+TEST(ExportRun, GoesOnOnlyWhereTheNextRowIsKnown) {
+    using enum ExportStep;
+    struct Case {
+        ExportMoment moment;
+        ExportStep step;
+        bool stuck = false;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {{.rowsOfRun = 3, .rowsInList = 3}, Nothing},
+             {{.runOpen = true}, Finish},
+             {{.runOpen = true, .rowsOfRun = 1, .rowsInList = 1}, NextRow},
+             {{.runOpen = true, .rowsOfRun = 1}, Wait, true},
+             {{.runOpen = true, .rowsOfRun = 1, .listIsChanging = true}, Wait},
+             {{.runOpen = true, .rowsOfRun = 1, .rowsInList = 1, .exportsPending = 1}, Nothing},
+             {{.runOpen = true, .vfExportIndex = 3, .rowsOfRun = 3, .rowsInList = 4}, Finish},
+             {{.runOpen = true, .vfExportIndex = 3, .rowsOfRun = 4, .rowsInList = 3}, Wait, true},
+             {{.runOpen = true, .vfExportIndex = 2, .rowsOfRun = 3, .rowsInList = 3}, NextRow}}) {
+        EXPECT_EQ(nextExportStep(c.moment), c.step) << c.moment.vfExportIndex;
+        EXPECT_EQ(isStuck(c.moment), c.stuck) << c.moment.vfExportIndex;
+    }
 }
 
 }  // namespace

@@ -14,24 +14,51 @@ struct Edits : test::MainDesk {
 };
 
 TEST_F(Edits, StopTheSoundAndHoldBackWhatWouldReadTheList) {
-    select(1, 2000, 2600);
-    EXPECT_EQ(form.LabelSelectionDuration->text(), u"600");
-    for (QPushButton* edit :
-         {form.cbFlattenSelection, form.cbDeleteSelection, form.cbInsertSilence}) {
+    EDT.display.rangeBegin = 1500;
+    form.txbInsertSilence->setText(u"600"_qs);
+    form.cbUndo->setEnabled(true);
+    const std::tuple<QAbstractButton*, bool, QString, int> edits[] = {
+        {form.cbFlattenSelection, true, u"SoundStop|ApplyVolume 2000 2600"_qs, 1},
+        {form.cbFlattenSelection, false, u"SoundStop"_qs, 0},
+        {form.cbDeleteSelection, true, u"SoundStop|DeleteRange 2000 2600|SetSelection 0 0 0"_qs, 1},
+        {form.cbDeleteSelection, false, u"SoundStop"_qs, 0},
+        {form.cbInsertSilence, true, u"SoundStop|SetSelection 0 0 0|InsertSilence 2000 600"_qs, 1},
+        {form.cbInsertSilence, false, u"SoundStop|SetSelection 0 0 0|InsertSilence 0 600"_qs, 1},
+        {form.cbUndo, true, u"Undo"_qs, 1}};
+    for (const auto& [edit, selected, calls, held] : edits) {
+        select(selected ? 1 : 0, 2000, 2600);
+        edit->setEnabled(true);
+        asked = 0;
+        session.vlSavedRangeBegin = 0;
         edit->click();
-        EXPECT_EQ(EDT.taken().first(), u"SoundStop");
+        EXPECT_EQ(EDT.taken().join(u'|'), calls);
+        EXPECT_EQ(asked, held) << qPrintable(calls);
+        EXPECT_EQ(session.vlSavedRangeBegin, edit == form.cbUndo ? 0 : 1500) << "to come back to";
     }
     form.mnuUndo->trigger();
     EXPECT_EQ(EDT.taken(), QStringList(u"Undo"_qs));
-    EXPECT_EQ(asked, 4);
+}
+
+TEST_F(Edits, OnlyAStretchCanBePlayedOrEdited) {
+    for (const auto& [available, end, can] :
+         {std::tuple{1, 701, true}, {1, 700, false}, {0, 800, false}}) {
+        select(static_cast<qint16>(available), 700, end);
+        for (const QPushButton* button :
+             {form.CommandPlaySelection, form.cbDeleteSelection, form.cbFlattenSelection})
+            EXPECT_EQ(button->isEnabled(), can) << end;
+        EXPECT_EQ(form.LabelSelectionBegin->text() + u' ' + form.LabelSelectionEnd->text() + u' ' +
+                      form.LabelSelectionDuration->text(),
+                  can ? u"700 701 1" : u"700 700 0")
+            << "kept where nothing is selected";
+    }
 }
 
 TEST_F(Edits, ACursorOffersThePauseAndNothingSelectedMeansTheStart) {
+    select(1, 700, 1100);
+    EXPECT_EQ(form.txbInsertSilence->text(), u"400");
     select(1, 700, 700);
-    EXPECT_FALSE(form.cbDeleteSelection->isEnabled());
     EXPECT_EQ(form.txbInsertSilence->text(), u"1500");
     select(0, 0, 0);
-    EXPECT_EQ(form.LabelSelectionBegin->text(), u"700") << "read-outs keep their last values";
     for (const auto& [text, length] : std::map<QString, QString>{
              {u"2.5 s"_qs, u"2"_qs}, {u"3.5"_qs, u"4"_qs}, {u"s 2"_qs, u"0"_qs}, {{}, u"0"_qs}}) {
         form.txbInsertSilence->setText(text);
@@ -63,12 +90,24 @@ TEST_F(Edits, TheViewIsZoomedAndTheSelectionClearedByItsGesture) {
 }
 
 TEST_F(Edits, TheScaleSliderStandsUpsideDown) {
+    using engine::WaveformSettings;
+    WaveformSettings& settings = EDT.display.settings;
+    constexpr std::size_t kOther = 10;
+    for (const std::size_t hidden : {WaveformSettings::kHideRuler, WaveformSettings::kHideLevels})
+        settings.setByteAt(hidden, 1);
+    settings.setByteAt(kOther, 7);
+    form.slWAVFormScale->setValue(60);
     controls.setUp();
+    EXPECT_EQ(form.slWAVFormScale->value(), 450);
+    EXPECT_FLOAT_EQ(settings.verticalScale(), 1.0f);
+    EXPECT_EQ(settings.byteAt(WaveformSettings::kHideRuler), 0);
+    EXPECT_EQ(settings.byteAt(WaveformSettings::kHideLevels), 0);
+    EXPECT_EQ(settings.byteAt(kOther), 7);
     form.slWAVFormScale->setValue(50);
-    EXPECT_FLOAT_EQ(EDT.display.settings.verticalScale(), 5.0f);
+    EXPECT_FLOAT_EQ(settings.verticalScale(), 5.0f);
     EXPECT_EQ(form.slWAVFormScale->toolTip(), u"500");
     form.slWAVFormScale->setValue(500);
-    EXPECT_FLOAT_EQ(EDT.display.settings.verticalScale(), 0.5f);
+    EXPECT_FLOAT_EQ(settings.verticalScale(), 0.5f);
 }
 
 }  // namespace

@@ -47,13 +47,14 @@ struct List : test::MainDesk {
 
 TEST_F(List, APressPlaysFromTheRowAndAReleaseStopsInTheOneMode) {
     addRows(5);
+    form.lvAudioDetails->topLevelItem(2)->setText(model::kContent, u"two\vlines"_qs);
     EDT.display.rangeEnd = 4000;
     mouse(QEvent::MouseButtonPress, 2);
     EXPECT_EQ(EDT.taken(),
               QStringList({u"SetDisplayRange 2000 6000"_qs, u"SoundPlayRange 3000 60000"_qs}));
     EXPECT_EQ(session.viCurrentRow, 3);
     EXPECT_EQ(session.vlSavedRangeEnd, 4000);
-    EXPECT_EQ(form.txbContent->toPlainText(), u"Text 3");
+    EXPECT_EQ(form.txbContent->toPlainText(), u"two\nlines");
     mouse(QEvent::MouseButtonRelease, 2);
     EXPECT_EQ(EDT.taken(), QStringList(u"SoundStop"_qs));
 
@@ -64,6 +65,7 @@ TEST_F(List, APressPlaysFromTheRowAndAReleaseStopsInTheOneMode) {
     mouse(QEvent::MouseButtonRelease, 0);
     EXPECT_EQ(EDT.taken(), QStringList(u"SoundPlayRange 1000 60000"_qs)) << "too near the start";
     form.mnuPlayfromListView->trigger();
+    EXPECT_TRUE(form.opPlayfromlistview[1]->isChecked());
     EXPECT_EQ(form.mnuPlayfromListView->text(), u"Play Continously on Mouse Click");
 }
 
@@ -91,9 +93,23 @@ TEST_F(List, EachPressPlaysAndItsRowAloneIsHighlighted) {
     EXPECT_EQ(session.viCurrentRow, 8);
     key(Qt::Key_Shift);
     EXPECT_EQ(playedAndHighlighted(), u"|8");
-    key(Qt::Key_End);
+}
+
+TEST_F(List, AKeyThatMovesPlaysAlsoWhereTheListEnds) {
     key(Qt::Key_Down);
-    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 10000 60000 SoundPlayRange 10000 60000|10");
+    EXPECT_EQ(playedAndHighlighted(), QString()) << "no rows";
+    addRows(1);
+    mouse(QEvent::MouseButtonPress, 0);
+    EDT.taken();
+    for (const int moves :
+         {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End}) {
+        key(moves);
+        EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 1000 60000|1") << moves;
+    }
+    for (const int stays : {Qt::Key_Shift, Qt::Key_Tab, Qt::Key_F5}) {
+        key(stays);
+        EXPECT_EQ(playedAndHighlighted(), u"|1") << stays;
+    }
 }
 
 TEST_F(List, AReleaseOverAnyPartOfTheListStops) {
@@ -166,8 +182,19 @@ struct Pairing : test::MainDesk {
         for (int i = 1; i <= std::min(count, 500); ++i)
             script.Prompts[static_cast<std::size_t>(i)] = {u"N"_qs, u"a b"_qs, u"2"_qs};
     }
-    QString cell(int row, int column) const {
-        return form.lvAudioDetails->topLevelItem(row)->text(column);
+    QStringList rows() const {
+        QStringList rows;
+        for (int i = 0; i < form.lvAudioDetails->topLevelItemCount(); ++i) {
+            QStringList cells;
+            for (int column = 0; column < model::kListColumns; ++column)
+                cells << form.lvAudioDetails->topLevelItem(i)->text(column);
+            rows << cells.join(u'|');
+        }
+        return rows;
+    }
+    QList<QColor> grounds() const {
+        return {form.txbNberAudioFiles->palette().color(QPalette::Base),
+                form.txbNberFileNames->palette().color(QPalette::Base)};
     }
 };
 
@@ -177,21 +204,30 @@ TEST_F(Pairing, RowsPairByPositionAndRowsWithoutSpeechShowIt) {
     silences[1] = {0, 2300, 4000};
     silences[2] = {0, 6000, 7500};
     session.viCurrentRow = 2;
+    form.txbNberAudioFiles->setText(u"3"_qs);
     alignment.Align();
-    EXPECT_EQ(cell(0, model::kStartMsec), u"1500");
-    EXPECT_EQ(cell(0, model::kEndMsec), u"2300");
-    EXPECT_EQ(cell(0, model::kVariance), u" 0 %");
-    EXPECT_EQ(cell(1, model::kVariance), u" 150 %");
-    EXPECT_EQ(cell(2, model::kStartMsec), u"7500");
-    EXPECT_EQ(cell(2, model::kActual), u"-7500");
-    EXPECT_EQ(cell(3, model::kVariance), u"-100 %");
+    EXPECT_EQ(grounds(), QList<QColor>(2, QColor(255, 0, 0)));
+    form.txbNberAudioFiles->setText(u"4"_qs);
+    alignment.Align();
+    EXPECT_EQ(grounds(), QList<QColor>(2, QColor(0, 255, 0)));
+    EXPECT_EQ(rows(), QStringList({u"1|N|a b|1500|1500|2300|2300|800|2|800| 0 %"_qs,
+                                   u"2|N|a b|4000|4000|6000|6000|2000|2|800| 150 %"_qs,
+                                   u"3|N|a b|7500|7500|0|0|-7500|2|800|-1038 %"_qs,
+                                   u"4|N|a b|0|0|0|0|0|2|800|-100 %"_qs}));
     const auto* flagged = form.lvAudioDetails->topLevelItem(1);
+    EXPECT_EQ(flagged->textAlignment(model::kEndAudio), Qt::AlignCenter);
+    EXPECT_NE(flagged->textAlignment(model::kContent), Qt::AlignCenter);
     for (const int column : {model::kActual, model::kProjected, model::kVariance})
         EXPECT_EQ(flagged->foreground(column).color(), QColor(255, 0, 0));
     EXPECT_NE(flagged->foreground(model::kWords).color(), QColor(255, 0, 0));
     EXPECT_EQ(form.lvAudioDetails->currentItem(), flagged);
     EXPECT_EQ(form.txbNberFileNames->text(), u"4");
     EXPECT_TRUE(form.txbSpeed->isEnabled() && form.cbContent->isEnabled());
+    prompts(40);
+    session.viCurrentRow = 35;
+    alignment.Align();
+    const QTreeWidget& list = *form.lvAudioDetails;
+    EXPECT_TRUE(list.viewport()->rect().intersects(list.visualItemRect(list.currentItem())));
 }
 
 TEST_F(Pairing, FaultsLeaveTheListHalfBuilt) {

@@ -43,6 +43,12 @@ TEST_F(Scan, AsksWithTheThresholdOfTheRoundedPercentage) {
     }
     EXPECT_FALSE(form.txbCalculating->isHidden());
     EXPECT_TRUE(detection.scanning());
+    Q_EMIT EDT.SilencePosDetectionDone(1);
+    detection.drop();
+    EXPECT_FALSE(detection.scanning() || form.EDTTimerSilencePosDetectionDone->isActive());
+    EDT.detectResult = engine::kNoSound;
+    detection.cbProcess_Click();
+    EXPECT_FALSE(detection.scanning()) << "no event will come";
     form.txbSilence->setText(u"soon"_qs);
     EXPECT_THROW(detection.cbProcess_Click(), runtime::Fault);
     form.txbThreshold->setText(u"0.1"_qs);
@@ -66,6 +72,16 @@ TEST_F(Scan, StoresUpTo501Silences) {
     EXPECT_TRUE(form.mnuExport->isEnabled());
     EXPECT_TRUE(form.txbCalculating->isHidden());
     EXPECT_FALSE(database.isOpen());
+}
+
+TEST_F(Scan, ServiceCanHoldTheWindow) {
+    form.chRecalcTimer->setChecked(true);
+    form.txbRecalcTimer->setText(u"1"_qs);
+    EXPECT_FALSE(detection.scanning());
+    detection.cbProcess_Click();
+    Q_EMIT EDT.SilencePosDetectionDone(1);
+    fire(form.EDTTimerSilencePosDetectionDone);
+    EXPECT_EQ(desk.clock.seconds, 1.25) << "the first look is at 0.25";
 }
 
 TEST_F(Scan, The502ndSilenceEndsTheProgramWithTheOthersStored) {
@@ -126,6 +142,19 @@ TEST_F(Export, DifferentCountersAreAskedAbout) {
     EXPECT_EQ(EDT.calls.size(), 1);
 }
 
+TEST_F(Export, WithoutAListThereIsNothingToWrite) {
+    changing = true;
+    form.mnuExport->trigger();
+    changing = false;
+    form.lvAudioDetails->clear();
+    form.mnuExport->trigger();
+    EXPECT_TRUE(EDT.calls.isEmpty());
+    EXPECT_TRUE(form.frExportFiles->isHidden());
+    addRows(1);
+    form.mnuExport->trigger();
+    EXPECT_EQ(EDT.calls.size(), 1);
+}
+
 TEST_F(Export, ABackupStillBeingWrittenFinishesNoRunEarly) {
     EDT.pending = 1;  // the backup
     form.mnuExport->trigger();
@@ -133,6 +162,7 @@ TEST_F(Export, ABackupStillBeingWrittenFinishesNoRunEarly) {
     EXPECT_EQ(EDT.calls.size(), 1) << "the backup's end moves nothing on: row 1 is on its way";
     EXPECT_EQ(form.lbExporting->text(), u"Exporting file 1 of 3");
     next();
+    EXPECT_EQ(form.pbExporting->value(), 2);
     next();
     EXPECT_EQ(EDT.calls.size(), 3);
     EXPECT_EQ(EDT.calls.last(), u"SoundExport 44100 1 3000 3600 P3.wav");
@@ -161,6 +191,7 @@ TEST_F(Export, ARunWaitsForAListThatIsBeingRebuilt) {
     addRows(3);
     ASSERT_TRUE(test::waitUntil([this] { return EDT.calls.size() == 2; }, 1000));
     exporting.drop();
+    EXPECT_TRUE(form.frExportFiles->isHidden());
     next();
     EXPECT_EQ(batch, 0);
     EXPECT_EQ(EDT.calls.size(), 2) << "another recording took the sound's place";
@@ -195,6 +226,24 @@ TEST_F(Export, KeptRowsGoWithTheSoundThatTheyBelongTo) {
     addRows(3);
     EXPECT_TRUE(test::waitUntil([this] { return EDT.calls.size() == 2; }, 1000));
     EXPECT_TRUE(exporting.running());
+}
+
+TEST_F(Export, RowsAreKeptForTheRunOnlyAndNotOfAListThatChanges) {
+    form.mnuExport->trigger();
+    changing = true;
+    exporting.keepRows();
+    changing = false;
+    EXPECT_TRUE(exporting.running());
+    form.lvAudioDetails->clear();
+    EDT.endExport();
+    EXPECT_FALSE(exporting.running()) << "the list was none of this sound";
+    addRows(3);
+    exporting.keepRows();
+    exporting.drop();
+    form.mnuExport->trigger();
+    form.lvAudioDetails->clear();
+    EDT.endExport();
+    EXPECT_FALSE(exporting.running()) << "those rows were another run's";
 }
 
 TEST_F(Export, ARefusedRowIsAStandstillAndNoBackupMovesItOn) {

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <thread>
 
+#include "runtime/file_names.h"
 #include "settings/connection.h"
 #include "settings/quote.h"
 #include "settings/recordset.h"
@@ -165,6 +166,24 @@ TEST_F(SettingsDatabaseTest, RefusesWhatIsNotTheDatabase) {
     EXPECT_FALSE(QFile::exists(file()));
 }
 
+TEST_F(SettingsDatabaseTest, IsFoundInAnyFolder) {
+    for (const std::string name :
+         {"l\xc3\xa4nge", "a\xff\xc3", "a;b", "Database Password=", "a;Database Password=x", ";",
+          "=", "\"", "\"a\";'b'", "\";Data Source=/", " ", "%1\n"}) {
+        const std::filesystem::path folder = folder_.path().toStdString() + '/' + name;
+        std::filesystem::create_directory(folder);
+        std::filesystem::copy_file(file().toStdString(), folder / "Tarnwick.mdb");
+        const QString found = test::resultOf([&] {
+            const Access access(
+                database_, settings::connectionString(runtime::textOfFileName(folder.native())));
+            database_.Execute("UPDATE Admin SET  F2 = 1600 WHERE F1 = 17");
+            return database_.Read("SELECT * FROM Admin WHERE F1 = 17").text("F2");
+        });
+        EXPECT_EQ(found, "1600") << name;
+        std::filesystem::remove_all(folder);  // Qt would leave it behind
+    }
+}
+
 TEST_F(SettingsDatabaseTest, ARecordSetThatIsNotOpenHasNoRow) {
     settings::Connection open;
     open.Open(connection());
@@ -239,9 +258,15 @@ TEST_F(SettingsDatabaseTest, AReadOnlyDatabaseFailsOnTheFirstSaveOnly) {
 }
 
 TEST(SettingsText, TheFileIsBesideTheExecutableAndApostrophesAreDoubled) {
-    EXPECT_EQ(settings::connectionString("/opt/a;b"),
-              "Provider=SQLCipher;Data Source=/opt/a;b/Tarnwick.mdb;Database Password=t9c27p5");
+    EXPECT_EQ(settings::connectionString("/opt/a=b"),
+              "Provider=SQLCipher;Data Source=/opt/a=b/Tarnwick.mdb;Database Password=t9c27p5");
     EXPECT_EQ(settings::connectionString("/"),
               "Provider=SQLCipher;Data Source=/Tarnwick.mdb;Database Password=t9c27p5");
+    EXPECT_TRUE(settings::connectionString("/a;\"b\"/")
+                    .contains(";Data Source=\"/a;\"\"b\"\"/Tarnwick.mdb\";"));
+    for (const char* bad : {"x", "a=b;x", "a=\"b", "a=\"b\"c", "a=\"\"\"", "b=a"})
+        EXPECT_EQ(faultOf([&] { settings::partOf(bad, "a"); }), "Invalid connection string.")
+            << bad;
+    EXPECT_EQ(settings::partOf("a=;b=\"\";c=\"\"\"\"", "c"), "\"");
     EXPECT_EQ(settings::Quote_Doubled("it's ''"), "it''s ''''");
 }

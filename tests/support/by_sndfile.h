@@ -7,7 +7,7 @@
 
 namespace tarnwick::sound {
 
-// Reads a file with an independent reader; a sample of any coding fits into a double.
+// Reads a file with an independent library. A double can hold samples of any coding exactly.
 inline std::vector<double> bySndfile(const std::filesystem::path& file, SF_INFO& info) {
     info = {};
     SNDFILE* in = sf_open(file.c_str(), SFM_READ, &info);

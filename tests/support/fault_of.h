@@ -4,7 +4,7 @@
 
 namespace tarnwick::test {
 
-// What `call` gives, or what the fault says in which it ends.
+// The result of `call`, or the description of the fault it throws.
 template <class Call>
 QString resultOf(Call&& call) {
     try {
@@ -14,7 +14,7 @@ QString resultOf(Call&& call) {
     }
 }
 
-// Only the fault; "none" where there is none.
+// Only the description of the fault; "none" if there is none.
 template <class Call>
 QString faultOf(Call&& call) {
     return resultOf([&] { return call(), QStringLiteral("none"); });

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-// A test program with windows: off-screen, one application for all tests.
+// A test program with windows, off-screen and with one application for all tests.
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);

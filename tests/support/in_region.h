@@ -4,7 +4,7 @@
 
 namespace tarnwick::test {
 
-// Numbers are written as in that locale ("de_DE.UTF-8") as long as this lives.
+// Switches to the number format of a locale ("de_DE.UTF-8") during its lifetime.
 class InRegion {
   public:
     explicit InRegion(const char* locale) : before_(qgetenv("LC_ALL")) {

@@ -12,8 +12,8 @@
 
 namespace tarnwick::sound {
 
-// An edit of the frames [first, end). Gains are powers of two, so that products are exact in
-// whatever order they are taken.
+// An edit of the frames [first, end). Gains are powers of two, so that products are exact in any
+// order.
 struct Edit {
     enum Kind { Insert, Remove, Scale };
     static constexpr std::array kGains = {0.0, 0.5, -2.0, -1.0, 4.0};
@@ -30,7 +30,8 @@ struct Edit {
     }
 };
 
-// What a timeline is held against: the samples themselves, edited and searched without any wit.
+// A reference to compare a timeline with: a vector of samples, edited and searched in the simplest
+// way.
 struct PlainSound {
     explicit PlainSound(const FrameReader& sound)
         : channels(sound.format().channels), values(samplesOf(sound)) {}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QStringList>
 #include <map>
 
@@ -9,10 +11,10 @@
 
 namespace tarnwick::test {
 
-// An editor without a sound engine: it writes down what it is asked and answers from its fields.
-// The test raises the events itself.
+// An editor without a sound engine. It records the calls and answers from its fields; the test
+// emits the events itself. Arguments that the program never varies are checked here.
 class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
-    // Keeps its range and selection as the test sets them.
+    // Records range and selection calls but keeps the values that the test set.
     struct Display : ScriptedWaveform {
         explicit Display(ScriptedEditor& editor) : editor(editor) { rangeEnd = 8000; }
         void AnalyzeSound() override { editor.calls << u"AnalyzeSound"_qs; }
@@ -43,7 +45,10 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     qint32 LoadFromEditor(engine::WindowHandle) override { return engine::kNotSupported; }
     qint32 LastError() const override { return lastError; }
     qint32 GetSoundDuration() const override { return duration; }
-    QString FormatMs(qint32 ms, qint32, qint32) const override { return QString::number(ms); }
+    QString FormatMs(qint32 ms, qint32 mode, qint32 decimals) const override {
+        EXPECT_EQ(std::pair(mode, decimals), std::pair(0, 1));
+        return QString::number(ms);
+    }
     void SoundPlay() override { calls << u"SoundPlay"_qs; }
     qint32 SoundPlayRange(qint32 begin, qint32 end) override {
         return note(u"SoundPlayRange"_qs, {begin, end});
@@ -63,7 +68,8 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     }
     bool UndoAvailable() const override { return false; }
     void Undo() override { calls << u"Undo"_qs; }
-    qint32 SilencePositionsDetect(qint16 threshold, qint32 minimum, qint32) override {
+    qint32 SilencePositionsDetect(qint16 threshold, qint32 minimum, qint32 mode) override {
+        EXPECT_EQ(mode, 0);
         note(u"SilencePositionsDetect"_qs, {threshold, minimum});
         return detectResult;
     }
@@ -72,8 +78,9 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         start = index * 1000;
         end = start + 400;
     }
-    qint32 SoundExport(qint32 frequency, qint32 channels, qint32, qint32 begin, qint32 end,
+    qint32 SoundExport(qint32 frequency, qint32 channels, qint32 mode, qint32 begin, qint32 end,
                        const QString& path) override {
+        EXPECT_EQ(mode, 0);
         if (path.isEmpty() || refuseExports) return engine::kBadFormat;
         ++pending;
         calls << u"SoundExport %1 %2 %3 %4 "_qs.arg(frequency).arg(channels).arg(begin).arg(end) +
@@ -84,7 +91,8 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     engine::Waveform& waveform() override { return display; }
     engine::Effects& effects() override { return *this; }
     engine::EncodeFormats& encodeFormats() override { return formats_; }
-    void ApplyVolume(qint32 begin, qint32 end, qint32, float, qint32) override {
+    void ApplyVolume(qint32 begin, qint32 end, qint32 mode, float level, qint32 reserved) override {
+        EXPECT_EQ(std::tuple(mode, level, reserved), std::tuple(0, 0.0F, 0));
         note(u"ApplyVolume"_qs, {begin, end});
     }
     qint32 Normalize(qint32 begin, qint32 end, float percent, float attack,

@@ -11,11 +11,11 @@
 #include "runtime/failure_path.h"
 #include "support/files.h"
 
-// Stand-ins for the outside world that answer from a script and remember what they were asked.
+// Fakes of the outside world that return scripted answers and record the calls.
 
 namespace tarnwick::test {
 
-// Thrown where the program would have ended. Not a std::exception: nothing in between catches it.
+// Thrown where the program would end. Not a std::exception, so that nothing in between catches it.
 struct ProcessEnded {};
 
 class ScriptedBoxes : public platform::Boxes {
@@ -35,7 +35,7 @@ class ScriptedBoxes : public platform::Boxes {
 
     QStringList shown;
     bool yes = false;
-    std::optional<QString> entry;  // none: the input box is cancelled
+    std::optional<QString> entry;  // none if the input box is cancelled
 };
 
 class ScriptedDialog : public platform::OpenDialog {
@@ -50,8 +50,8 @@ class ScriptedDialog : public platform::OpenDialog {
 
     QString title;
     QString filter;
-    QString path;                     // empty: the operator cancels
-    std::function<void()> meanwhile;  // what happens while the dialog is open
+    QString path;                     // empty if the operator cancels
+    std::function<void()> meanwhile;  // called while the dialog is open
 };
 
 class ScriptedOpener : public platform::Opener {
@@ -67,7 +67,7 @@ class StoppedClock : public platform::Clock {
     mutable double seconds = 0.0;
 };
 
-// A program folder of its own with a failure path whose end is an exception.
+// A temporary program folder with a failure path that ends in an exception.
 struct FailureDesk {
     QTemporaryDir folder;
     ScriptedBoxes boxes;

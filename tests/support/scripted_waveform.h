@@ -1,13 +1,16 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <vector>
 
 #include "engine/waveform.h"
 
 namespace tarnwick::test {
 
-// A waveform whose picture is told by a test: a constant swing in the first half of the sound,
-// silence in the second, or its samples one by one. Records what the view asks for.
+// A waveform whose picture the test determines: a constant swing in the first half of the sound and
+// silence in the second, or given samples. Records the calls of the view.
 class ScriptedWaveform : public engine::Waveform {
   public:
     int channelCount = 1;
@@ -66,15 +69,19 @@ class ScriptedWaveform : public engine::Waveform {
     bool playing() const override { return isPlaying; }
     bool columns(int channel, double beginMs, double endMs,
                  std::span<engine::WaveColumn> columns) const override {
+        EXPECT_LT(channel, channelCount);
         if (channel == 0) ++renderings;
         const double step = (endMs - beginMs) / double(columns.size());
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const double at = beginMs + double(i) * step;
-            const auto frame = static_cast<std::size_t>(at * rate / 1000.0);
-            if (frame < samples.size())
-                columns[i] = {samples[frame], samples[frame]};
-            else if (samples.empty() && at < durationMs / 2.0)
-                columns[i] = {-swing, swing};
+            if (samples.empty() && at < durationMs / 2.0) columns[i] = {-swing, swing};
+            const auto frame = static_cast<std::size_t>(std::max(at, 0.0) * rate / 1000.0);
+            const auto end = static_cast<std::size_t>(std::max(at + step, 0.0) * rate / 1000.0);
+            if (frame >= samples.size() || at + step <= 0.0) continue;
+            const auto last = std::min(std::max(end, frame + 1), samples.size());
+            const auto [low, high] = std::minmax_element(samples.begin() + qsizetype(frame),
+                                                         samples.begin() + qsizetype(last));
+            columns[i] = {*low, *high};
         }
         return true;
     }

@@ -15,7 +15,7 @@
 #include "sound/samples/frame_reader.h"
 #include "sound/samples/sound_error.h"
 
-// Sounds that are made where they are read, and a folder to write into.
+// Sounds that are computed when they are read, and a temporary folder to write into.
 
 namespace tarnwick::sound {
 
@@ -37,7 +37,7 @@ class TestSound : public FrameReader {
     std::int64_t frames_;
 };
 
-// Any sample of the format may occur.
+// Noise over the full range of the format.
 class NoiseSound : public TestSound {
   public:
     using TestSound::TestSound;
@@ -67,7 +67,7 @@ class ListSound : public TestSound {
     std::vector<double> values_;
 };
 
-// A sine at half of full scale; each channel is higher than the one before by `rise`.
+// A sine at half of full scale. The frequency rises by `rise` Hz from channel to channel.
 class ToneSound : public TestSound {
   public:
     ToneSound(AudioFormat format, std::int64_t frames, double hertz, double rise = 0.0)
@@ -88,7 +88,7 @@ class ToneSound : public TestSound {
     double rise_;
 };
 
-// Cannot be read from `broken` on.
+// Reading fails from frame `broken` on.
 class BrokenSound : public NoiseSound {
   public:
     BrokenSound(AudioFormat format, std::int64_t frames, std::int64_t broken)
@@ -125,7 +125,7 @@ class TempFolder {
     std::filesystem::path path_;
 };
 
-// A number as a file holds it.
+// The bytes of a number as stored in a file.
 inline std::string number(std::uint64_t value, int bytes, bool big = false) {
     std::string text;
     for (int i = 0; i < bytes; ++i)
@@ -138,7 +138,7 @@ inline std::string contentOf(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// The samples in a file of nothing but doubles.
+// The samples in a file of raw doubles.
 inline std::vector<double> doublesIn(const std::filesystem::path& file) {
     const std::string bytes = contentOf(file);
     std::vector<double> values(bytes.size() / sizeof(double));
@@ -146,7 +146,7 @@ inline std::vector<double> doublesIn(const std::filesystem::path& file) {
     return values;
 }
 
-// All samples of a stretch, interleaved, or of a whole sound.
+// All samples of a stretch or of a whole sound, interleaved.
 inline std::vector<double> samplesOf(const FrameReader& sound, std::int64_t first,
                                      std::int64_t end) {
     std::vector<double> values(static_cast<std::size_t>((end - first) * sound.format().channels));

@@ -9,7 +9,7 @@
 
 namespace tarnwick::test {
 
-// Runs the event loop until `condition` holds; false when it does not within `ms`.
+// Runs the event loop until `condition` holds; false if it does not within `ms`.
 inline bool waitUntil(const std::function<bool()>& condition, int ms = 30000) {
     const QDeadlineTimer deadline(ms);
     while (!condition()) {

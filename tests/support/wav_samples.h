@@ -9,7 +9,7 @@
 
 #include "support/files.h"
 
-// 24-bit recordings of one channel, made and read without the sound engine.
+// 24-bit mono recordings, made and read without the sound engine.
 
 namespace tarnwick::test {
 
@@ -52,7 +52,7 @@ inline QByteArray wavFile(const Samples& samples, int rate = kRate) {
     return samples.size() % 2 ? file.append('\0') : file;
 }
 
-// The samples of a file that the program wrote.
+// The samples of a file that the program wrote; also checks its header.
 inline Samples samplesOf(const QString& path, int rate = kRate) {
     const QByteArray all = contentOf(path);
     if (all.isEmpty()) return {};

@@ -13,8 +13,8 @@
 
 namespace tarnwick::widgets {
 
-// A view of ten seconds without scales, whose wave is 1000 x 201 pixels inside a frame of 2: 10 ms
-// are a pixel. Places are told from the corner of the wave.
+// A view of ten seconds without scales. The wave is 1000 x 201 pixels inside a frame of 2, so 10 ms
+// are one pixel. Coordinates count from the corner of the wave.
 class WaveformDesk : public testing::Test {
   protected:
     static constexpr int kFrame = 2;
@@ -38,6 +38,35 @@ class WaveformDesk : public testing::Test {
     QColor at(int x, int y) { return picture().pixelColor(x + kFrame, y + kFrame); }
     WaveformColours colours() const { return WaveformColours(view.palette()); }
 
+    // The picture as text, a line for each row and a letter for each pixel. Where it is selected,
+    // the ground is ':', the wave '%', the zero line '=', and '*' is clipped; 'x' is between two
+    // colours and seen.
+    std::string drawn(double ratio = 1.0) {
+        const WaveformColours c = colours();
+        const std::pair<QColor, char> letters[] = {
+            {c.background, '.'},    {c.selected(c.background), ':'},
+            {c.wave, '#'},          {c.selected(c.wave), '%'},
+            {c.zeroLine, '-'},      {c.selected(c.zeroLine), '='},
+            {c.clipped, '!'},       {c.selected(c.clipped), '*'},  // and the play head
+            {c.selectionEdge, '|'}, {c.cursor, 'c'},
+            {c.outside, ' '},       {c.scaleGround, '_'},
+            {c.frame, '+'}};
+        const QImage image = picture(ratio);
+        std::string text = "\n";
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor colour = image.pixelColor(x, y);
+                const auto found =
+                    std::ranges::find(letters, colour, [](auto& l) { return l.first; });
+                text += found != std::end(letters)             ? found->second
+                        : contrast(colour, c.background) > 2.0 ? 'x'
+                                                               : '.';
+            }
+            text += '\n';
+        }
+        return text;
+    }
+
     void mouse(QEvent::Type type, Qt::MouseButton button, double x,
                Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         const QPointF place(x + kFrame, 50);
@@ -49,12 +78,22 @@ class WaveformDesk : public testing::Test {
         mouse(QEvent::MouseButtonPress, Qt::LeftButton, x, modifiers);
     }
     void move(double x) { mouse(QEvent::MouseMove, Qt::LeftButton, x); }
+    void hover(double x) { mouse(QEvent::MouseMove, Qt::NoButton, x); }
     void release(double x) { mouse(QEvent::MouseButtonRelease, Qt::LeftButton, x); }
-    void wheel(int turn, double x, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    void wheel(const QPoint& turn, double x, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         const QPointF place(x + kFrame, 50);
-        QWheelEvent event(place, place, QPoint(), QPoint(0, turn), Qt::NoButton, modifiers,
-                          Qt::NoScrollPhase, false);
+        QWheelEvent event(place, place, QPoint(), turn, Qt::NoButton, modifiers, Qt::NoScrollPhase,
+                          false);
         QCoreApplication::sendEvent(&view, &event);
+    }
+    void wheel(int turn, double x, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        wheel(QPoint(0, turn), x, modifiers);
+    }
+    // The timer that runs now; null when none does.
+    QTimer* ticking() const {
+        const auto timers = view.findChildren<QTimer*>();
+        const auto active = std::ranges::find_if(timers, &QTimer::isActive);
+        return active == timers.end() ? nullptr : *active;
     }
     bool key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QKeyEvent event(QEvent::KeyPress, key, modifiers);

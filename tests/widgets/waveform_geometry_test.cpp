@@ -19,9 +19,12 @@ TEST(WaveformGeometry, ZoomKeepsTheTimeUnderThePointerInsideTheSound) {
         {{0, 1000}, 0.5, 0, 10000, 0, 500},
         {{1000, 2000}, 2.0, 1250, 10000, 750, 2750},
         {{0, 1000}, 4.0, 900, 10000, 0, 4000},           // would begin before the sound
-        {{9000, 10000}, 2.0, 9100, 10000, 8000, 10000},  // would end behind it
+        {{9000, 10000}, 2.0, 9100, 10000, 8000, 10000},  // would end after it
         {{0, 8000}, 2.0, 4000, 10000, 0, 10000},
-        {{1000, 5999}, 2.0, 0, 10000, 0, 10000},  // a rounded step short of the whole
+        {{1000, 5977}, 2.0, 0, 10000, 0, 10000},  // a rounded step short of the whole
+        {{0, 4975}, 2.0, 0, 10000, 0, 9950},      // further from it
+        {{0, 9960}, 1.0, 0, 10000, 0, 9960},
+        {{0, 9800}, 1.02, 0, 10000, 0, 10000},
         {{100, 112}, 0.5, 106, 10000, 101, 111},  // not under the least view
         {{0, 4}, 0.5, 2, 4, 0, 4}                 // a sound shorter than that
     };
@@ -33,13 +36,33 @@ TEST(WaveformGeometry, ZoomKeepsTheTimeUnderThePointerInsideTheSound) {
 }
 
 TEST(WaveformGeometry, ScrollStopsAtTheEndsButLeavesAViewThatIsAlreadyPastTheEnd) {
+    EXPECT_EQ(visibleRange(500, -1, 4000), (TimeRange{500, 4000}));
+    EXPECT_EQ(visibleRange(500, 500, 4000), (TimeRange{500, 501}));
     EXPECT_DOUBLE_EQ(scrolled({1000, 2000}, -3000, 10000).beginMs, 0);
+    EXPECT_DOUBLE_EQ(scrolled({0, 20000}, 300, 10000).beginMs, 0);
     EXPECT_DOUBLE_EQ(scrolled({8500, 9500}, 3000, 10000).beginMs, 9000);
     EXPECT_DOUBLE_EQ(scrolled({9800, 10800}, 300, 10000).beginMs, 9800);
     EXPECT_DOUBLE_EQ(scrolled({9800, 10800}, -300, 10000).endMs, 10500);
     EXPECT_DOUBLE_EQ(showing({1000, 2000}, 900, 10000).beginMs, 800);
     EXPECT_DOUBLE_EQ(showing({1000, 2000}, 2300, 10000).endMs, 2400);
-    EXPECT_DOUBLE_EQ(showing({1000, 2000}, 2000, 10000).endMs, 2000);
+    for (const double inside : {1000, 2000})
+        EXPECT_EQ(showing({1000, 2000}, inside, 10000), (TimeRange{1000, 2000}));
+}
+
+TEST(WaveformGeometry, ASampleLiesInTheBandOfItsChannel) {
+    EXPECT_EQ(TimeAxis({0, 100}, 0, 0).msPerPixel(), 100);
+    const int rows[][2] = {{5, 37}, {38, 70}, {71, 104}};
+    for (int channel = 0; channel < 3; ++channel) {
+        const ChannelBand band(channel, 3, 5, 100);
+        EXPECT_EQ(band.top(), rows[channel][0]);
+        EXPECT_EQ(band.bottom(), rows[channel][1]);
+        EXPECT_EQ(band.rowOf(1.0f, 1.0f), band.top());
+        EXPECT_EQ(band.rowOf(-0.1f, 20.0f), band.bottom()) << "stays in it";
+    }
+    const ChannelBand band(0, 1, 10, 201);
+    EXPECT_EQ(band.zeroRow(), 110);
+    EXPECT_EQ(band.yOf(0.25f, 2.0f), 60.0);
+    EXPECT_EQ(band.yOf(-0.125f, 2.0f), 135.0);
 }
 
 TEST(WaveformGeometry, RulerStepsAreRoundTimesWideEnoughToRead) {
@@ -51,6 +74,16 @@ TEST(WaveformGeometry, RulerStepsAreRoundTimesWideEnoughToRead) {
                  {9.0, 1000, 100, 65000, "1:05"},     {130.0, 15000, 1000, 3605000, "1:00:05"},
                  {300.0, 30000, 5000, 0, "0:00"},     {5000.0, 600000, 60000, 7800000, "2:10:00"},
                  {1e9, 86400000, 86400000, 0, "0:00"}};
+    qint32 last = 0;
+    for (const qint32 step :
+         {1,      2,      5,       10,      20,      50,       100,     200,    500,
+          1000,   2000,   5000,    10000,   15000,   30000,    60000,   120000, 300000,
+          600000, 900000, 1800000, 3600000, 7200000, 21600000, 86400000}) {
+        EXPECT_EQ(rulerStepMs(0.5, 2 * step), step);
+        EXPECT_EQ(rulerStepMs(0.5, 2 * last + 1), step);
+        last = step;
+    }
+    EXPECT_EQ(rulerMinorStepMs(10, 1.0, 5), 5);
     for (const auto& c : cases) {
         EXPECT_EQ(rulerStepMs(c.msPerPixel, 80), c.step) << c.msPerPixel;
         EXPECT_EQ(rulerMinorStepMs(c.step, c.msPerPixel, 7), c.minor) << c.msPerPixel;
@@ -59,15 +92,19 @@ TEST(WaveformGeometry, RulerStepsAreRoundTimesWideEnoughToRead) {
 }
 
 TEST(WaveformColoursTest, StandOutWhateverThePalette) {
-    EXPECT_NEAR(contrast(Qt::white, QColor(118, 118, 118)), 4.54, 0.005);
-    EXPECT_NEAR(contrast(Qt::red, Qt::blue), 2.15, 0.005);
+    EXPECT_NEAR(contrast(Qt::white, QColor(118, 118, 118)), 4.542, 0.0005);
+    EXPECT_NEAR(contrast(Qt::black, Qt::red), 5.252, 0.0005);
+    EXPECT_NEAR(contrast(Qt::black, Qt::green), 15.304, 0.0005);
+    EXPECT_NEAR(contrast(Qt::blue, Qt::black), 2.444, 0.0005);
+    EXPECT_NEAR(contrast(QColor(9, 9, 9), Qt::black), 1.055, 0.0005) << "the linear part";
     const struct {
         QColor base, text, accent;
     } palettes[] = {{Qt::white, Qt::black, QColor(48, 140, 198)},
                     {QColor(25, 25, 25), Qt::white, QColor(42, 130, 218)},
                     {Qt::black, Qt::yellow, Qt::green},
-                    {Qt::white, Qt::black, QColor(255, 250, 160)},  // an accent that nobody sees
+                    {Qt::white, Qt::black, QColor(255, 250, 160)},  // a nearly invisible accent
                     {QColor(40, 40, 40), QColor(220, 220, 220), QColor(45, 45, 60)},
+                    {QColor(110, 110, 110), Qt::white, Qt::white},  // one that hides the wave
                     {QColor(128, 128, 128), Qt::black, Qt::gray}};
     for (const auto& p : palettes) {
         QPalette palette;
@@ -84,6 +121,32 @@ TEST(WaveformColoursTest, StandOutWhateverThePalette) {
                   3.0)
             << name;
     }
+}
+
+TEST(WaveformColoursTest, AreThoseOfTheDesign) {
+    const auto told = [](const QColor& base, const QColor& text, const QColor& accent) {
+        QPalette palette;
+        palette.setColor(QPalette::Base, base);
+        palette.setColor(QPalette::Text, text);
+        palette.setColor(QPalette::Highlight, accent);
+        const WaveformColours c(palette);
+        std::string names;
+        for (const QColor& colour :
+             {c.background, c.outside, c.frame, c.focus, c.wave, c.clipped, c.zeroLine,
+              c.scaleGround, c.ruler, c.selection, c.selectionEdge, c.cursor, c.playHead})
+            names += ' ' + colour.name().mid(1).toStdString();
+        return names.substr(1);
+    };
+    EXPECT_EQ(told(Qt::white, Qt::black, QColor(48, 140, 198)),
+              "ffffff e6e6e6 b3b3b3 308cc6 26709e cc1e1e bfbfbf f5f5f5 4d4d4d b4d6ea 308cc6 000000 "
+              "cc1e1e");
+    EXPECT_EQ(told(QColor(25, 25, 25), Qt::white, QColor(42, 130, 218)),
+              "191919 303030 5e5e5e 2a82da 559be1 ff6b6b 535353 222222 bababa 0f2f4e 2a82da ffffff "
+              "ff6b6b");
+    EXPECT_EQ(told(Qt::white, Qt::black, QColor(255, 250, 160)),
+              "ffffff e6e6e6 b3b3b3 999660 7a784d cc1e1e bfbfbf f5f5f5 4d4d4d fffddd 999660 000000 "
+              "cc1e1e")
+        << "an accent too light";
 }
 
 }  // namespace

@@ -18,12 +18,18 @@ TEST_F(WaveformGesturesTest, LeftButtonSetsSelectsAndExtends) {
         Numbers after;
     } cases[] = {
         {"click, by a hand that is not steady", {0, 0, 0}, 300, {}, {301}, 301, {1, 3000, 3000}},
+        {"3 px make a drag", {0, 0, 0}, 300, {}, {303}, 303, {1, 3000, 3030}},
         {"drag back", {0, 0, 0}, 400, {}, {150}, 150, {1, 1500, 4000}},
         {"drag past the end", {0, 0, 0}, 400, {}, {150}, 2000, {1, 4000, 10000}},
         {"drag past the start", {0, 0, 0}, 400, {}, {-500}, -500, {1, 0, 4000}},
         {"left edge, taken 2 px beside it", {1, 3000, 6000}, 302, {}, {202}, 202, {1, 2000, 6000}},
         {"right edge past the left", {1, 3000, 6000}, 599, {}, {99}, 99, {1, 1000, 3000}},
         {"click on an edge", {1, 3000, 6000}, 301, {}, {}, 301, {1, 3010, 3010}},
+        {"edge, 4 px beside it", {1, 3000, 6000}, 304, {}, {354}, 354, {1, 3500, 6000}},
+        {"too far from it", {1, 3000, 6000}, 304.08, {}, {404}, 404, {1, 3041, 4040}},
+        {"between two, the right one", {1, 3000, 3040}, 302, {}, {352}, 352, {1, 3000, 3540}},
+        {"a cursor has none", {1, 3000, 3000}, 302, {}, {202}, 202, {1, 2020, 3020}},
+        {"Shift+click in the middle", {1, 3000, 6000}, 450, kShift, {}, 450, {1, 4500, 6000}},
         {"Shift+click behind", {1, 3000, 6000}, 800, kShift, {}, 800, {1, 3000, 8000}},
         {"Shift+click near the left", {1, 3000, 6000}, 350, kShift, {}, 350, {1, 3500, 6000}},
         {"Shift+drag from a cursor", {1, 3000, 3000}, 200, kShift, {100}, 100, {1, 1000, 3000}},
@@ -38,7 +44,46 @@ TEST_F(WaveformGesturesTest, LeftButtonSetsSelectsAndExtends) {
     }
     mouse(QEvent::MouseButtonPress, Qt::RightButton, 100);
     EXPECT_EQ(waveform.notifications, std::vector<qint16>{3});
-    EXPECT_EQ(selection(), (Numbers{1, 2000, 2000})) << "clearing is the owner's decision";
+    EXPECT_EQ(selection(), (Numbers{1, 2000, 2000})) << "the view must not clear it itself";
+}
+
+TEST_F(WaveformGesturesTest, OtherButtonsAndKeysEndADragOrLeaveIt) {
+    press(300);
+    move(301);
+    EXPECT_EQ(ticking(), nullptr) << "held, and not beyond an edge";
+    mouse(QEvent::MouseButtonRelease, Qt::RightButton, 301);
+    move(400);
+    EXPECT_EQ(selection(), (Numbers{1, 3000, 4000})) << "still held";
+    const std::function<void()> ends[] = {
+        [&] { mouse(QEvent::MouseButtonPress, Qt::RightButton, 400); },
+        [&] { key(Qt::Key_Escape); }, [&] { hover(500); }};
+    for (const auto& end : ends) {
+        waveform.SetSelection(0, 0, 0);
+        press(300);
+        move(400);
+        end();
+        move(600);
+        release(600);
+        EXPECT_EQ(selection(), (Numbers{1, 3000, 4000}));
+    }
+}
+
+TEST_F(WaveformGesturesTest, ThePointerShowsWhatAPressWouldDo) {
+    waveform.SetSelection(1, 3000, 6000);
+    for (const auto& [x, shape] : {std::pair{303, Qt::SizeHorCursor},
+                                   {450, Qt::IBeamCursor},
+                                   {600, Qt::SizeHorCursor},
+                                   {700, Qt::IBeamCursor}}) {
+        hover(x);
+        EXPECT_EQ(view.cursor().shape(), shape) << x;
+    }
+    press(600);
+    move(800);
+    release(800);
+    EXPECT_EQ(view.cursor().shape(), Qt::SizeHorCursor) << "over the edge that it let go";
+    waveform.channelCount = 0;
+    hover(800);
+    EXPECT_EQ(view.cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(WaveformGesturesTest, DragSurvivesAJumpOfTheViewScrollsItAndEndsWithTheSound) {
@@ -50,15 +95,18 @@ TEST_F(WaveformGesturesTest, DragSurvivesAJumpOfTheViewScrollsItAndEndsWithTheSo
     move(100);
     EXPECT_EQ(selection(), (Numbers{1, 2500, 2900}));
     move(1080);  // held 80 px beyond the edge
-    const auto timers = view.findChildren<QTimer*>();
-    const auto drag = std::ranges::find_if(timers, &QTimer::isActive);
-    ASSERT_NE(drag, timers.end());
+    QTimer* drag = ticking();
+    ASSERT_TRUE(drag);
+    EXPECT_EQ(drag->interval(), 16);
     for (int i = 0; i < 10; ++i)
-        QMetaObject::invokeMethod(*drag, "timeout");
+        QMetaObject::invokeMethod(drag, "timeout");
     EXPECT_EQ(range(), (Numbers{3000, 4000}));
     EXPECT_EQ(selection(), (Numbers{1, 2500, 4000}));
+    move(1600);
+    QMetaObject::invokeMethod(drag, "timeout");
+    EXPECT_EQ(range(), (Numbers{3100, 4100})) << "not faster than that";
     move(900);
-    EXPECT_FALSE((*drag)->isActive());
+    EXPECT_FALSE(drag->isActive());
     waveform.channelCount = 0;
     waveform.tell(engine::DisplayChange::Sound);
     waveform.channelCount = 1;
@@ -69,12 +117,21 @@ TEST_F(WaveformGesturesTest, DragSurvivesAJumpOfTheViewScrollsItAndEndsWithTheSo
 }
 
 TEST_F(WaveformGesturesTest, WheelZoomsAtThePointerAndScrollsWithShift) {
-    wheel(240, 500);
+    wheel(29, 500);
+    EXPECT_EQ(range(), (Numbers{0, -1})) << "less than a step";
+    wheel(211, 500);
     EXPECT_EQ(range(), (Numbers{2500, 7500}));
+    wheel(30, 500);
+    EXPECT_EQ(range(), (Numbers{2707, 7292}));
+    waveform.SetDisplayRange(2500, 7500);
+    wheel({-30, 0}, 500);
+    EXPECT_EQ(range(), (Numbers{2625, 7625}));
+    wheel({30, 0}, 500, kShift);
+    EXPECT_EQ(range(), (Numbers{2500, 7500})) << "turned sideways by the platform";
     wheel(-120, 0, kShift);
     EXPECT_EQ(range(), (Numbers{3000, 8000}));
     for (int i = 0; i < 16; ++i)
-        wheel(-15, 500);  // a fine wheel adds up
+        wheel(-15, 500);  // the small steps of a fine wheel add up
     EXPECT_EQ(range(), (Numbers{0, -1}));
     waveform.durationMs = 59231;
     for (const double x : {0.0, 333.0, 999.0}) {
@@ -91,10 +148,11 @@ TEST_F(WaveformGesturesTest, KeysDoWhatTheMouseDoes) {
         int key;
         Qt::KeyboardModifiers modifiers;
         Numbers before, after;
-        Numbers range = {4000, 6000};  // 2 ms are a pixel
+        Numbers range = {4000, 6000};  // 2 ms per pixel
     } cases[] = {{Qt::Key_Right, {}, {1, 5000, 5000}, {1, 5020, 5020}},
                  {Qt::Key_Right, kCtrl, {1, 5000, 5000}, {1, 5002, 5002}},
                  {Qt::Key_Left, {}, {1, 5, 5}, {1, 0, 0}, {0, 2000}},
+                 {Qt::Key_Left, {}, {1, 5000, 5000}, {1, 4980, 4980}},
                  {Qt::Key_Right, {}, {0, 0, 0}, {1, 4020, 4020}},
                  {Qt::Key_Right, kShift, {1, 5000, 5000}, {1, 5000, 5020}},
                  {Qt::Key_Left, kShift, {1, 5000, 5100}, {1, 5000, 5080}},
@@ -112,25 +170,56 @@ TEST_F(WaveformGesturesTest, KeysDoWhatTheMouseDoes) {
         EXPECT_EQ(selection(), c.after) << c.key << " from " << c.before[1];
         EXPECT_EQ(range(), c.range) << c.key << " from " << c.before[1];
     }
+    for (const auto& [modifiers, step] : {std::pair{Qt::NoModifier, 100}, {kCtrl, 10}}) {
+        waveform.SetDisplayRange(0, -1);
+        waveform.SetSelection(1, 5000, 5000);
+        key(Qt::Key_Right, modifiers);
+        EXPECT_EQ(waveform.selectionBegin, 5000 + step) << "ten pixels, or one";
+    }
+    waveform.SetDisplayRange(4000, 4100);
+    for (const auto modifiers : {Qt::NoModifier, kCtrl}) {
+        waveform.SetSelection(1, 4000, 4000);
+        key(Qt::Key_Right, modifiers);
+        EXPECT_EQ(selection(), (Numbers{1, 4001, 4001})) << "no less than a millisecond";
+    }
+    for (const auto& [heard, from] : {std::pair{0, 0}, {4500, 4500}, {-1, 4000}}) {
+        waveform.SetDisplayRange(4000, 6000);
+        waveform.SetSelection(0, 0, 0);
+        waveform.playMs = heard;
+        key(Qt::Key_Right);
+        EXPECT_EQ(waveform.selectionBegin, from + 20) << "from what is heard, or seen";
+    }
+    waveform.SetDisplayRange(-1000, 1000);
+    waveform.SetSelection(0, 0, 0);
+    key(Qt::Key_Right);
+    EXPECT_EQ(waveform.selectionBegin, 20);
+    waveform.SetSelection(0, 0, 0);
+    waveform.SetDisplayRange(4000, 6000);
+    EXPECT_FALSE(key(Qt::Key_Left, Qt::AltModifier)) << "others'";
     EXPECT_FALSE(key(Qt::Key_Escape)) << "nothing to clear: others may want it";
+    EXPECT_EQ(selection(), (Numbers{0, 0, 0}));
+    EXPECT_EQ(view.accessibleDescription(), "Shows 0:04.000 to 0:06.000, nothing selected");
     waveform.SetSelection(1, 5000, 5000);
+    EXPECT_EQ(view.accessibleDescription(), "Shows 0:04.000 to 0:06.000, cursor at 0:05.000");
+    waveform.SetDisplayRange(2000, 4000);
     for (int i = 0; i < 3; ++i)
         key(Qt::Key_Left, kShift);
     key(Qt::Key_Right, kShift);
-    EXPECT_EQ(selection(), (Numbers{1, 4960, 5000})) << "the end that moves stays the same";
+    EXPECT_EQ(selection(), (Numbers{1, 4960, 5000})) << "the same end must keep moving";
     for (const int zoomIn : {Qt::Key_Up, Qt::Key_Plus, Qt::Key_Equal})
-        key(zoomIn);
+        EXPECT_TRUE(key(zoomIn));
     EXPECT_EQ(waveform.zooms, 3);
     for (const int zoomOut : {Qt::Key_Down, Qt::Key_Minus})
-        key(zoomOut);
+        EXPECT_TRUE(key(zoomOut));
     EXPECT_EQ(waveform.zooms, 1);
     EXPECT_EQ(view.accessibleDescription(),
               "Shows 0:03.180 to 0:05.180, 0:04.960 to 0:05.000 selected");
-    key(Qt::Key_Escape);
+    EXPECT_TRUE(key(Qt::Key_Escape));
     EXPECT_EQ(waveform.notifications, std::vector<qint16>{3});
     int asked = 0;
     QObject::connect(&view, &WaveformView::playPauseAsked, [&] { ++asked; });
     EXPECT_TRUE(key(Qt::Key_Space));
+    EXPECT_FALSE(key(Qt::Key_Space, kCtrl));
     EXPECT_EQ(asked, 1);
     for (const int shortcut : {Qt::Key_F1, Qt::Key_F2, Qt::Key_Tab})
         EXPECT_FALSE(key(shortcut)) << shortcut;
@@ -145,7 +234,7 @@ TEST_F(WaveformGesturesTest, WithoutASoundNothingHappens) {
     mouse(QEvent::MouseButtonPress, Qt::RightButton, 300);
     wheel(120, 300);
     for (const int any : {Qt::Key_Right, Qt::Key_End, Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Escape})
-        key(any);
+        EXPECT_FALSE(key(any));
     EXPECT_EQ(selection(), (Numbers{0, 0, 0}));
     EXPECT_TRUE(waveform.notifications.empty());
     EXPECT_EQ(range(), (Numbers{0, -1}));

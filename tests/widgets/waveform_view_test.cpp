@@ -5,7 +5,7 @@ namespace {
 
 using engine::DisplayChange;
 
-// How much of a shown view is painted anew.
+// Records which area of a visible view is repainted.
 class PaintedArea : public QObject {
   public:
     explicit PaintedArea(QWidget& view) { view.installEventFilter(this); }
@@ -48,6 +48,66 @@ TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
     EXPECT_EQ(at(100, 60), colours().outside);
 }
 
+TEST_F(WaveformViewTest, PaintsEachColumnFromItsLowestToItsHighestSample) {
+    waveform.rate = 4;  // frames a second: each second is a column of four
+    waveform.durationMs = 12000;
+    waveform.samples = {0,    0, 0, 0,    .5f,   .5f,   .5f,   .5f,   .5f,  .25f, 0,    0,
+                        -.5f, 0, 0, -.5f, 0,     1,     0,     0,     0,    0,    -1,   0,
+                        0,    0, 0, 0,    -.75f, -.75f, -.75f, -.75f, .75f, .75f, .75f, .75f,
+                        0,    0, 0, 0,    0,     0,     0,     0,     0,    0,    0,    0};
+    waveform.SetDisplayRange(-1000, 15000);
+    waveform.SetSelection(1, 3000, 6000);
+    waveform.playMs = 9000;
+    view.resize(16 + 2 * kFrame, 9 + 2 * kFrame);
+    EXPECT_EQ(drawn(), R"(
+++++++++++++++++++++
++__________________+
++_....|*:|..!..   _+
++_....|*:|.#!..   _+
++_..##|%:|.#!..   _+
++_..##|%:|.#!..   _+
++_-###|%%|##!##---_+
++_....|:%|##!..   _+
++_....|:%|##!..   _+
++_....|:*|##!..   _+
++_....|:*|..!..   _+
++__________________+
+++++++++++++++++++++
+)");
+    waveform.SetSelection(1, 11000, 11000);
+    waveform.playMs = -1;
+    waveform.channelCount = 2;
+    waveform.tell(DisplayChange::Sound);
+    EXPECT_EQ(drawn(2.0), R"(
+++++++++++++++++++++++++++++++++++++++++
+++++++++++++++++++++++++++++++++++++++++
+++____________________________________++
+++____________________________________++
+++__..........!.............cc      __++
+++__..........!.......###...cc      __++
+++__....###...!.......###...cc      __++
+++__....####..!.......#.#...cc      __++
+++__--###--##########-#-####cc------__++
+++__--##---###-##!###-#-####cc------__++
+++__........##...!..#.#.....cc      __++
+++__.............!..###.....cc      __++
+++__.............!..##......cc      __++
+++__++++++++++!+++++++++++++cc++++++__++
+++__++++++++++!+++++++###+++cc++++++__++
+++__....###...!.......###...cc      __++
+++__....####..!.......#.#...cc      __++
+++__--###--##########-#-####cc------__++
+++__--##---###-##!###-#-####cc------__++
+++__........##...!..#.#.....cc      __++
+++__.............!..###.....cc      __++
+++__.............!..##......cc      __++
+++____________________________________++
+++____________________________________++
+++++++++++++++++++++++++++++++++++++++++
+++++++++++++++++++++++++++++++++++++++++
+)");
+}
+
 TEST_F(WaveformViewTest, IsExactToTheDevicePixelAtAnyDensityInLightAndDark) {
     waveform.SetSelection(1, 2500, 7500);
     for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
@@ -64,16 +124,16 @@ TEST_F(WaveformViewTest, IsExactToTheDevicePixelAtAnyDensityInLightAndDark) {
         EXPECT_EQ(image.pixelColor(left - 1, row), colours().wave) << ratio;
         EXPECT_EQ(image.pixelColor(right, row), colours().selectionEdge) << ratio;
         EXPECT_EQ(image.pixelColor(right - 1, row), colours().selected(colours().background));
-        // Half of the columns are sound, and nothing is smeared between two.
+        // Half of the columns are sound, with a sharp edge between two columns.
         const int sound = frame + width / 2;
         EXPECT_EQ(image.pixelColor(sound - 1, row), colours().selected(colours().wave)) << ratio;
         EXPECT_EQ(image.pixelColor(sound + 1, row), colours().selected(colours().background));
     }
 }
 
-TEST_F(WaveformViewTest, SamplesThatLieApartAreJoinedByALineWithDots) {
+TEST_F(WaveformViewTest, DistantSamplesAreJoinedByALineWithDots) {
     waveform.samples = {0.0f, 0.0f, 0.5f, -0.5f, 1.0f, 0.0f};
-    waveform.SetDisplayRange(0, 10);  // 12.5 pixels from sample to sample
+    waveform.SetDisplayRange(0, 10);  // 12.5 pixels between samples
     for (const int ratio : {1, 2}) {
         const QImage image = picture(ratio);
         const auto pixel = [&](double sample, double level) {
@@ -85,6 +145,138 @@ TEST_F(WaveformViewTest, SamplesThatLieApartAreJoinedByALineWithDots) {
         EXPECT_GT(contrast(pixel(2.5, 0.0), colours().background), 2.0) << "the line between two";
         EXPECT_EQ(pixel(4, 1.0), colours().clipped);
     }
+    waveform.rate = 1000;
+    waveform.durationMs = 9;
+    waveform.samples = {0, 0, .75f, -.75f, -.75f, 1, .5f, -1, .5f, 0};
+    waveform.SetDisplayRange(1, 11);
+    view.resize(30 + 2 * kFrame, 13 + 2 * kFrame);
+    EXPECT_EQ(drawn(), R"(
+++++++++++++++++++++++++++++++++++
++________________________________+
++_...........xx...........      _+
++_...........xxx..........      _+
++_..##.......x.xx.........      _+
++_.xx#......xx..xx....xx..      _+
++_.x.xx.....xx...x....##x.      _+
++_x..xx.....x....x....x.xx.     _+
++_x.-x#x---xx.---xx--xx-.xx-----_+
++_....xx...xx.....x..x.....     _+
++_....xx...x......x..x....      _+
++_.....#...x......xxxx....      _+
++_.....x#x#x.......##.....      _+
++_......xxx........xx.....      _+
++_.................xx.....      _+
++________________________________+
+++++++++++++++++++++++++++++++++++
+)") << "too near for dots";
+    view.resize(40 + 2 * kFrame, 13 + 2 * kFrame);
+    EXPECT_EQ(drawn(), R"(
+++++++++++++++++++++++++++++++++++++++++++++
++__________________________________________+
++_...xx.........x!!x..............        _+
++_..x##x........x!!x..............        _+
++_..x##x.........x..x##......##...        _+
++_..xxx.........xx..x##x....x##x..        _+
++_.xx.xx........#....##x....x##x...       _+
++_#x...x.......xx.....xx....xx..x##x      _+
++_#x---xx-----.xx-----xx.--.xx--x##x------_+
++_#.....x......x.......xx..xx....##x      _+
++_......xx....xx.......xx..xx......       _+
++_.......xx..xx.........x..x......        _+
++_......x##xx##x........xxxx......        _+
++_......x##xx##x........x!!x......        _+
++_.......xx..xx.........x!!x......        _+
++__________________________________________+
+++++++++++++++++++++++++++++++++++++++++++++
+)");
+}
+
+TEST_F(WaveformViewTest, MarksStandAtRoundTimesAndLevels) {
+    waveform.settings = {};
+    waveform.SetDisplayRange(-500, 9500);
+    waveform.durationMs = 8000;
+    const auto layout = [&] {
+        return WaveformLayout(view.size(), 1.0, waveform.settings, view.font());
+    };
+    waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 1);
+    const QRect ruler = layout().ruler();
+    const QImage below = picture();
+    Numbers minor, major;
+    for (int x = ruler.left(); x <= ruler.right(); ++x) {
+        if (below.pixelColor(x, ruler.top() + 1) == colours().ruler) minor.push_back(x - kFrame);
+        if (below.pixelColor(x, ruler.top() + ruler.height() / 4 + 1) == colours().ruler)
+            major.push_back(x - kFrame);
+    }
+    Numbers tenths, seconds;
+    for (int ms = 0; ms <= 8000; ms += 100) {
+        tenths.push_back((ms + 500) / 10);
+        if (ms % 1000 == 0) seconds.push_back((ms + 500) / 10);
+    }
+    EXPECT_EQ(minor, tenths);
+    EXPECT_EQ(below.pixelColor(500, ruler.top()), colours().frame);
+    EXPECT_EQ(major, seconds);
+}
+
+TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
+    waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 0);
+    const QColor ink = colours().ruler, ground = colours().scaleGround;
+    Numbers marks;                           // rows from the top of the wave
+    std::vector<std::pair<int, int>> texts;  // their first and last rows
+    const auto look = [&](float scale, int height) {
+        waveform.settings.setVerticalScale(scale);
+        view.resize(200, height + 2 * kFrame);
+        waveform.tell(DisplayChange::Settings);
+        const QImage image = picture();
+        const WaveformLayout layout(view.size(), 1.0, waveform.settings, view.font());
+        const QRect place = layout.levels();
+        marks.clear();
+        texts.clear();
+        bool inText = false;
+        for (int y = 0; y < height; ++y) {
+            const auto at = [&](int x) { return image.pixelColor(x, y + kFrame); };
+            if (at(place.right() - 4) == ink) {
+                marks.push_back(y);
+                EXPECT_TRUE(at(place.right() - 1) == ink && at(place.right() - 5) == ground);
+            }
+            EXPECT_EQ(at(place.right()), colours().frame);
+            bool text = false;
+            for (int x = place.left(); x <= place.right() - 6; ++x)
+                text = text || at(x) != ground;
+            if (text && !inText) texts.push_back({y, y});
+            if (text) texts.back().second = y;
+            inText = text;
+        }
+        EXPECT_EQ(marks.size(), texts.size()) << "none meets another";
+        const int line = QFontMetrics(layout.font()).ascent();
+        for (std::size_t i = 0; i < std::min(marks.size(), texts.size()); ++i) {
+            const int middle = (texts[i].first + texts[i].second) / 2;
+            const int toEdge =
+                std::min(marks[i] % (height / 2), height / 2 - marks[i] % (height / 2));
+            EXPECT_NEAR(middle, marks[i], toEdge < line / 2 ? line / 2 + 2 : 3) << height;
+            EXPECT_TRUE(texts[i].first > 0 && texts[i].second < height - 1);
+        }
+    };
+    waveform.channelCount = 2;
+    for (const auto& [scale, expected] :
+         {std::pair{1.0f, Numbers{0, 3, 6, 9, 12, 18, 24}}, {16.0f, Numbers{30, 36, 42, 48}}}) {
+        look(scale, 1602);
+        Numbers decibels[4];  // of both halves of both channels
+        for (const int row : marks) {
+            const int away = row % 801 - 400;
+            if (std::abs(away) >= 20)
+                decibels[row / 801 * 2 + (away > 0)].push_back(
+                    std::lround(-20 * std::log10(std::abs(away) / 400.0 / scale)));
+            else
+                EXPECT_TRUE(away == 0 || scale == 1.0f);
+        }
+        std::ranges::reverse(decibels[1]), std::ranges::reverse(decibels[3]);
+        for (const Numbers& half : decibels)
+            EXPECT_EQ(half, expected);
+    }
+    look(1.0f, 130);
+    EXPECT_GT(marks.size(), 5u);
+    look(1.0f, 14);
+    EXPECT_EQ(marks, Numbers()) << "no room";
 }
 
 TEST_F(WaveformViewTest, ScalesStandOutsideTheWaveAndAreShownUnlessHidden) {
@@ -100,14 +292,15 @@ TEST_F(WaveformViewTest, ScalesStandOutsideTheWaveAndAreShownUnlessHidden) {
         EXPECT_EQ(colourAt(60, 20), colours().wave);
         for (const QPoint& beside : {QPoint(8, 198), QPoint(5, 20), QPoint(500, 201)})
             EXPECT_EQ(colourAt(beside.x(), beside.y()), colours().scaleGround) << beside.x();
-        EXPECT_EQ(colourAt(998, 190), colours().scaleGround) << "no text that is cut off";
+        EXPECT_EQ(colourAt(998, 190), colours().scaleGround)
+            << "a text that does not fit must be left out";
     }
     press(0);
     release(0);
     EXPECT_EQ(waveform.selectionBegin, 0) << "left of the wave";
 }
 
-TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
+TEST_F(WaveformViewTest, OnlyChangedAreasAreRepainted) {
     view.show();
     PaintedArea painted(view);
     painted.take();
@@ -122,6 +315,8 @@ TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
         {"the right edge", [&] { waveform.SetSelection(1, 2000, 6500); }, 600, 51},
         {"the left edge", [&] { waveform.SetSelection(1, 1900, 6500); }, 190, 11},
         {"to a cursor", [&] { waveform.SetSelection(1, 3000, 3000); }, 190, 461},
+        {"to less than a pixel", [&] { waveform.SetSelection(1, 3000, 3001); }, 300, 1},
+        {"back", [&] { waveform.SetSelection(1, 3000, 3000); }, 300, 1},
         {"the cursor gone", [&] { waveform.SetSelection(0, 0, 0); }, 300, 1},
         {"nothing new", [&] { waveform.SetDisplayRange(0, -1); }, -kFrame, 0},
         {"play head comes", [&] { waveform.playMs = 7000, view.followPlayback(); }, 700, 1},
@@ -134,7 +329,7 @@ TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
         EXPECT_EQ(area.left(), c.width ? c.left + kFrame : 0) << c.what;
         EXPECT_EQ(area.width(), c.width) << c.what;
     }
-    EXPECT_EQ(waveform.renderings, renderings) << "the wave itself was not drawn again";
+    EXPECT_EQ(waveform.renderings, renderings) << "the wave itself must not be drawn again";
     waveform.SetDisplayRange(0, 5000);
     EXPECT_EQ(painted.take(), view.rect());
     EXPECT_GT(waveform.renderings, renderings);
@@ -142,14 +337,18 @@ TEST_F(WaveformViewTest, OnlyWhatChangedIsPaintedAnew) {
 
 TEST_F(WaveformViewTest, PlayHeadMovesByATimerOnlyWhileTheSoundPlays) {
     picture();
-    const auto ticking = [&] {
-        return std::ranges::any_of(view.findChildren<QTimer*>(), &QTimer::isActive);
-    };
+    waveform.playMs = 0;
+    waveform.tell(DisplayChange::Playback);
+    EXPECT_EQ(at(0, 50), colours().playHead);
     waveform.playMs = 7000;
     waveform.isPlaying = true;
     waveform.tell(DisplayChange::Playback);
-    EXPECT_TRUE(ticking());
+    ASSERT_TRUE(ticking());
     EXPECT_EQ(at(700, 50), colours().playHead);
+    waveform.playMs = 7100;
+    QMetaObject::invokeMethod(ticking(), "timeout");
+    EXPECT_EQ(at(710, 50), colours().playHead);
+    waveform.playMs = 7000;
     waveform.isPlaying = false;
     waveform.tell(DisplayChange::Playback);
     EXPECT_FALSE(ticking()) << "paused";
@@ -159,6 +358,12 @@ TEST_F(WaveformViewTest, PlayHeadMovesByATimerOnlyWhileTheSoundPlays) {
     EXPECT_EQ(at(700, 50), colours().background);
     waveform.SetSelection(1, 9000, -1);
     EXPECT_EQ(at(999, 50), colours().selectionEdge) << "the end of the sound is seen";
+    waveform.SetSelection(1, 9000, 9000);
+    EXPECT_EQ(at(900, 50), colours().cursor);
+    waveform.SetSelection(1, 0, 10000);
+    waveform.SetDisplayRange(7000, 7010);
+    for (const int x : {0, 10, 990, 999})
+        EXPECT_EQ(at(x, 50), colours().selected(colours().background)) << "no edge is near";
 }
 
 }  // namespace

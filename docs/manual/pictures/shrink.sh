@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Copies pictures with few colours and no metadata: shrink.sh <from> <to>. Needs ImageMagick.
+# shrink.sh <from> <to>: copies the pictures, reduced to 128 colours and without metadata. Needs
+# ImageMagick.
 set -euo pipefail
 for picture in "$1"/*.png; do
     convert "$picture" +dither -colors 128 -strip -define png:compression-level=9 \

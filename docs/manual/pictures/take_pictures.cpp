@@ -1,4 +1,4 @@
-// Takes the manual's pictures of the real program: the demo session, played through off-screen.
+// Takes the manual's pictures: drives the real program through the demo session off-screen.
 // Usage: take_pictures <folder of the PNGs>
 
 #include <QApplication>
@@ -26,11 +26,11 @@ constexpr QSize kMark(19, 19);
 
 struct Callout {
     int number;
-    const QWidget* at;  // the number stands to the left of it
+    const QWidget* at;  // the number is drawn to the left of it
 };
 
-// The program with its real engine and windows, in a folder of its own; boxes and the open dialog
-// answer by themselves.
+// The program with its real engine and windows, in a temporary folder. Boxes and the open dialog
+// are scripted.
 class Studio {
   public:
     explicit Studio(QString target) : target_(std::move(target)) {
@@ -58,7 +58,7 @@ class Studio {
         QWidget afterMenus(form_->menuBar);
         const QRect help = form_->menuBar->actionGeometry(form_->mnuHelp->menuAction());
         afterMenus.move(help.right() + 24, 12);
-        // Left of the list there is no room for a number.
+        // There is no space for a number to the left of the list.
         QWidget behindList(form_->frTarnwick);
         behindList.move(form_->lvAudioDetails->geometry().topRight() + QPoint(22, 12));
         QWidget& frame = application_.frame();
@@ -93,7 +93,7 @@ class Studio {
         form_->cbContent->click();
     }
 
-    // Two prompts run together: everything behind them is one row off.
+    // Joins two prompts, so that every row after them is one off.
     bool mismatch() {
         const QTreeWidget& list = *form_->lvAudioDetails;
         const int begin = list.topLevelItem(3)->text(5).toInt();
@@ -125,7 +125,7 @@ class Studio {
         save(u"sheet"_qs, chooser);
     }
 
-    // What the export leads to, with the prompts as they were before.
+    // Undoes the join, exports, and takes the window that the export opens.
     bool batchProcessor() {
         if (!test::waitUntil([&] { return form_->cbUndo->isEnabled(); })) return false;
         form_->cbUndo->click();
@@ -146,7 +146,7 @@ class Studio {
         return true;
     }
 
-    // On the same prompts, with a prefix tried out.
+    // Selects the same prompts and previews a prefix.
     bool renameWizard() {
         form_->mnuRenameWizard->trigger();
         auto* window = application_.frame().findChild<forms::frmRenameWiz*>();
@@ -227,7 +227,7 @@ class Studio {
     platform::Disk files_;
     runtime::ProcessState state_;
     settings::SettingsDatabase database_;
-    std::unique_ptr<engine::SoundEditor> EDT_ = engine::createSoundEditor();
+    engine::SoundEditor* EDT_ = nullptr;
     app::Services services_{.failure = desk_.failure,
                             .state = state_,
                             .database = database_,
@@ -238,7 +238,12 @@ class Studio {
                             .files = files_,
                             .opener = opener_,
                             .clock = desk_.clock,
-                            .EDT = *EDT_,
+                            .createEDT =
+                                [this] {
+                                    auto editor = engine::createSoundEditor();
+                                    EDT_ = editor.get();
+                                    return editor;
+                                },
                             .createEDTX = [] { return engine::createSoundEditor(); },
                             .endProcess = [] {}};
     app::Application application_{services_};

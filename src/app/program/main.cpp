@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QIcon>
-#include <QSettings>
 #include <csignal>
 #include <cstdlib>
 
@@ -8,19 +7,20 @@
 #include "app/application.h"
 #include "app/outlined_style.h"
 #include "engine/create_sound_editor.h"
-#include "forms/design.h"
+#include "forms/fonts.h"
 #include "platform/colour_scheme.h"
 #include "platform/desktop_boxes.h"
 #include "platform/desktop_open_dialog.h"
 #include "platform/desktop_opener.h"
 #include "platform/disk.h"
+#include "platform/program_folder.h"
 #include "platform/session_bus.h"
 
 using namespace tarnwick;
 
 namespace {
 
-// The last net under the event loop: an exception that gets here takes the default path.
+// The last safety net below the event loop: an exception goes to FailurePath::Default_Path.
 class Program : public QApplication {
   public:
     using QApplication::QApplication;
@@ -36,13 +36,13 @@ class Program : public QApplication {
     }
 };
 
-// At once: no window is asked, nothing is saved. Files that are being written stay as they were.
+// Ends at once: asks no window and saves nothing. The targets of unfinished files are unchanged.
 [[noreturn]] void endProcess() { std::_Exit(EXIT_SUCCESS); }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    // A file-size limit is a failed write like a full disk, not the end of the program.
+    // Exceeding a file-size limit must fail the write, like a full disk, and not end the program.
     std::signal(SIGXFSZ, SIG_IGN);
     const platform::SessionBus bus;
     bus.hideWhileSilent();
@@ -55,28 +55,25 @@ int main(int argc, char** argv) {
     app::followColourScheme(scheme);
     QApplication::setWindowIcon(QIcon(u":/tarnwick/icon.png"_qs));
 
-    // What Qt itself remembers (the dialog's last folders) stays in the program's folder, too.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                       QApplication::applicationDirPath());
-
     platform::DesktopBoxes boxes;
-    platform::DesktopOpenDialog cmdlg;
-    platform::DesktopOpenDialog batchDialog;
-    platform::DesktopOpenDialog renameDialog;
+    runtime::ProcessState state;
+    const auto projectFolder = [&] { return state.vsProjectFolder; };
+    platform::DesktopOpenDialog cmdlg(projectFolder);
+    platform::DesktopOpenDialog batchDialog(projectFolder);
+    platform::DesktopOpenDialog renameDialog(projectFolder);
     platform::Disk files;
     platform::DesktopOpener opener;
     platform::SystemClock clock;
     runtime::FailurePath failure(
-        QApplication::applicationDirPath(),
+        platform::programFolder(),
         {.criticalBox = [&](const QString& title,
                             const QString& text) { boxes.critical(title, text); },
          .endProcess = endProcess,
          .now = [&] { return clock.now(); }});
     program.failure = &failure;
-    runtime::ProcessState state;
     settings::SettingsDatabase database;
     const auto editors = engine::createEditorDirectory();
-    const auto EDT = engine::createSoundEditor(editors);
+    const auto createEditor = [&] { return engine::createSoundEditor(editors); };
 
     const app::Services services{.failure = failure,
                                  .state = state,
@@ -88,8 +85,8 @@ int main(int argc, char** argv) {
                                  .files = files,
                                  .opener = opener,
                                  .clock = clock,
-                                 .EDT = *EDT,
-                                 .createEDTX = [&] { return engine::createSoundEditor(editors); },
+                                 .createEDT = createEditor,
+                                 .createEDTX = createEditor,
                                  .endProcess = endProcess};
     app::Application application(services);
     failure.unguarded([&] { application.Sub_Main(); });

@@ -11,11 +11,11 @@ namespace tarnwick::sound {
 
 namespace {
 
-// How far ahead of the ear the device may take frames. Servers that can take back what they have
-// not played yet begin and end at once however much that is. With little they starve for up to two
-// seconds when they had prepared that much silence beforehand, as a sink without hardware does.
+// How much sound the device may buffer. Servers that can discard what they have not played yet
+// start and stop at once even with a large buffer. With a small one, a server that has already
+// queued up to two seconds of silence, as a sink without hardware does, starves for that long.
 constexpr int kLatencyMs = 2000;
-constexpr std::int64_t kMostLatency = 96000;  // in frames, what the library allows
+constexpr std::int64_t kMostLatency = 96000;  // the library's limit, in frames
 
 }  // namespace
 
@@ -44,7 +44,7 @@ bool AudioDevice::open(int rate, int channels, std::int64_t frames,
     lost_ = false;
     const bool kept = context_ != nullptr;
     if (connect() && openStream(rate, channels)) return true;
-    // The connection is of no use, or no longer: the sound server may be another one by now.
+    // The connection does not work. If it is an old one, the sound server may have been restarted.
     disconnect();
     if (kept && connect() && openStream(rate, channels)) return true;
     disconnect();
@@ -90,11 +90,11 @@ void AudioDevice::close() {
 std::optional<std::int64_t> AudioDevice::played() const {
     std::uint64_t position = 0;
     if (!stream_ || cubeb_stream_get_position(stream_, &position) != CUBEB_OK) return std::nullopt;
-    // Some servers let the position run on while they starve.
+    // Some servers keep advancing the position while they starve.
     return std::clamp<std::int64_t>(static_cast<std::int64_t>(position) - gaps_.load(), 0, taken());
 }
 
-// On the device's own thread, which must not wait for anything.
+// Called on the device's own thread, which must not block.
 long AudioDevice::fill(cubeb_stream*, void* self, const void*, void* out, long frames) {
     auto& device = *static_cast<AudioDevice*>(self);
     auto* samples = static_cast<float*>(out);
@@ -102,7 +102,7 @@ long AudioDevice::fill(cubeb_stream*, void* self, const void*, void* out, long f
     const std::size_t got = device.ring_->read(samples, wanted);
     std::fill(samples + got, samples + wanted, 0.0f);
     const auto gotFrames = static_cast<std::int64_t>(got) / device.channels_;
-    // Once all has been given, silence follows: a stream that ends by itself does so too late.
+    // After the last frame, silence follows, as a stream that ends by itself does so too late.
     if (device.taken_ + gotFrames < device.frames_) device.gaps_ += frames - gotFrames;
     device.taken_ += gotFrames;
     return frames;

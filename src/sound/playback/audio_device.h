@@ -14,8 +14,8 @@ class FrameRing;
 
 // The default sound device, through the cubeb library: one stream at a time. The connection is made
 // at the first connect() or open() and kept. Any call may take as long as the sound server does.
-// Used by one thread, but for the questions at the end, which another may ask while the stream is
-// open; nothing throws.
+// Used by one thread, except for lost(), taken() and played(), which another may call while the
+// stream is open. Nothing throws.
 class AudioDevice {
   public:
     AudioDevice() = default;
@@ -23,12 +23,12 @@ class AudioDevice {
     AudioDevice(const AudioDevice&) = delete;
     AudioDevice& operator=(const AudioDevice&) = delete;
 
-    // Makes the connection beforehand, which is most of what the first open() takes.
+    // Makes the connection in advance, which takes most of the time of the first open().
     bool connect();
-    // Prepares a stream that takes its `frames` frames from `ring` and plays silence where there
-    // are none. False when there is no device.
+    // Prepares a stream that takes its `frames` frames from `ring` and plays silence while the ring
+    // is empty. Returns false if there is no device.
     bool open(int rate, int channels, std::int64_t frames, std::shared_ptr<FrameRing> ring);
-    bool start();  // starts, or goes on after hold(); false when the device is lost
+    bool start();  // starts, or continues after hold(); false if the device is lost
     void hold();
     void close();  // ends the stream at once
 
@@ -37,7 +37,7 @@ class AudioDevice {
 
     // Frames of the ring that the device has taken so far.
     std::int64_t taken() const { return taken_.load(); }
-    // Frames of the ring that have been heard; nothing when the device cannot tell.
+    // Frames of the ring that have been heard; nothing if the device cannot tell.
     std::optional<std::int64_t> played() const;
 
   private:

@@ -7,19 +7,19 @@
 
 namespace tarnwick::sound {
 
-// Samples on their way from one thread to another without a lock: one thread writes, one reads.
+// A lock-free ring buffer of samples between two threads: one writes, one reads.
 class FrameRing {
   public:
     // Holds up to `capacity` samples.
     explicit FrameRing(std::size_t capacity) : samples_(capacity) {}
 
-    // Writer: how many samples there is room for now.
+    // Writer: the number of samples that fit now.
     std::size_t room() const {
         return samples_.size() -
                (written_.load(std::memory_order_relaxed) - read_.load(std::memory_order_acquire));
     }
 
-    // Writer: appends; `count` is at most room().
+    // Writer: appends samples; `count` must be at most room().
     void write(const float* samples, std::size_t count) {
         const std::size_t at = written_.load(std::memory_order_relaxed);
         const std::size_t place = at % samples_.size();
@@ -29,7 +29,7 @@ class FrameRing {
         written_.store(at + count, std::memory_order_release);
     }
 
-    // Reader: takes up to `count` samples and returns how many there were.
+    // Reader: takes up to `count` samples and returns how many it got.
     std::size_t read(float* samples, std::size_t count) {
         const std::size_t at = read_.load(std::memory_order_relaxed);
         count = std::min(count, written_.load(std::memory_order_acquire) - at);
@@ -43,7 +43,7 @@ class FrameRing {
 
   private:
     std::vector<float> samples_;
-    std::atomic<std::size_t> written_{0};  // in all; the place is this modulo the capacity
+    std::atomic<std::size_t> written_{0};  // in total; the index is this modulo the capacity
     std::atomic<std::size_t> read_{0};
 };
 

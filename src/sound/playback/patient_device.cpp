@@ -10,19 +10,19 @@ namespace tarnwick::sound {
 
 namespace {
 
-// A sound server that is well answers in milliseconds, one that has to be started in a second.
+// A working sound server answers within milliseconds, one that must be started within a second.
 constexpr std::chrono::seconds kPatience{2};
 
 }  // namespace
 
-// A thread that is left behind with a server that hangs keeps this, and the device in it.
+// Shared with the thread, so that a thread left waiting for a hung server keeps its device alive.
 class PatientDevice::Line {
   public:
     using Task = std::function<bool(AudioDevice&)>;
 
     AudioDevice& device() { return *device_; }
 
-    // Has a task done, and tells what it gave; false when that takes too long.
+    // Runs a task on the thread and returns its result; false if that takes too long.
     bool ask(Task task) {
         std::unique_lock lock(mutex_);
         if (hung_) return false;
@@ -35,7 +35,7 @@ class PatientDevice::Line {
         return false;
     }
 
-    // Has a task done some time.
+    // Queues a task and does not wait for it.
     void tell(Task task) {
         const std::lock_guard lock(mutex_);
         if (hung_) return;
@@ -44,7 +44,8 @@ class PatientDevice::Line {
         changed_.notify_all();
     }
 
-    // No task follows. False when those before take too long.
+    // Ends the thread after the tasks in the queue; none may follow. Returns false if that takes
+    // too long.
     bool end() {
         std::unique_lock lock(mutex_);
         ending_ = true;
@@ -75,7 +76,7 @@ class PatientDevice::Line {
     }
 
   private:
-    // The server answers again, but nobody counts any more on what was begun.
+    // The server answers again. Starts afresh, as the callers have given up on all earlier tasks.
     void renew(std::unique_lock<std::mutex>& lock) {
         lock.unlock();
         device_ = std::make_unique<AudioDevice>();

@@ -10,9 +10,9 @@
 
 namespace tarnwick::sound {
 
-// The default sound device on a thread of its own, so that nobody waits long for a sound server
-// that hangs: while it does, there is no device, and once it answers there is one again. Used by
-// one thread; nothing throws but for memory.
+// The default sound device on its own thread, so that callers never wait long for a hung sound
+// server. While the server hangs there is no device; once it answers there is one again. Used by
+// one thread. Throws nothing but std::bad_alloc.
 class PatientDevice {
   public:
     PatientDevice();
@@ -20,23 +20,23 @@ class PatientDevice {
     PatientDevice(const PatientDevice&) = delete;
     PatientDevice& operator=(const PatientDevice&) = delete;
 
-    void prepare();  // connects beforehand; not waited for
+    void prepare();  // connects in advance, without waiting
 
-    // As those of AudioDevice; false too when the device takes too long.
+    // As in AudioDevice; also false if the device takes too long.
     bool open(int rate, int channels, std::int64_t frames, std::shared_ptr<FrameRing> ring);
     bool start();
-    // These are asked for and not waited for.
+    // As in AudioDevice, without waiting.
     void hold();
     void close();
 
     bool isOpen() const { return open_; }
-    // While it is open, as those of AudioDevice.
+    // As in AudioDevice while it is open.
     bool lost() const;
     std::int64_t taken() const;
     std::optional<std::int64_t> played() const;
 
   private:
-    class Line;  // what both threads share
+    class Line;  // state that both threads share
 
     std::shared_ptr<Line> line_;
     std::thread thread_;

@@ -7,8 +7,8 @@ namespace tarnwick::sound {
 
 namespace {
 
-constexpr double kJumpSeconds = 0.02;  // a difference that would be noticed
-constexpr double kShare = 0.125;       // of a small difference, made up for at each report
+constexpr double kJumpSeconds = 0.02;  // larger differences are noticeable
+constexpr double kShare = 0.125;       // part of a small difference that each report corrects
 
 }  // namespace
 

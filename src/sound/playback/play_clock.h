@@ -5,24 +5,24 @@
 
 namespace tarnwick::sound {
 
-// Tells which frame is heard now: runs with the steady clock and lets itself be put right by what
-// the sound device reports, which may be coarse. Without reports it is a clock of its own, with
-// which a sound can be played in silence. Counts frames from 0, never goes back. Not synchronised.
+// Tells which frame is heard now. Runs with the steady clock and is corrected by the reports of the
+// sound device, which may be coarse. Without reports it runs freely, for playing in silence. Counts
+// frames from 0 and never goes back. Not thread-safe.
 class PlayClock {
   public:
     using Time = std::chrono::steady_clock::time_point;
 
     explicit PlayClock(int rate = 1) : rate_(rate) {}
 
-    void run(Time now);   // starts or goes on
-    void hold(Time now);  // stands still
+    void run(Time now);   // starts or continues
+    void hold(Time now);  // stops the clock
     bool running() const { return running_; }
 
-    // The clock never passes this frame: nothing after it has been handed to the device.
+    // Sets the frame that the clock never passes, as the device has been given nothing after it.
     void limit(std::int64_t frames) { limit_ = frames; }
 
-    // The device has played `frames` frames at `now`. Small differences are made up for little by
-    // little, others at once.
+    // Call when the device has played `frames` frames at `now`. Small differences are corrected
+    // gradually, others at once.
     void report(Time now, std::int64_t frames);
 
     std::int64_t position(Time now);
@@ -32,10 +32,10 @@ class PlayClock {
 
     int rate_;
     bool running_ = false;
-    Time anchor_{};  // when the clock stood at base_
+    Time anchor_{};  // the time when the clock was at base_
     double base_ = 0.0;
     std::int64_t limit_ = 0;
-    std::int64_t told_ = 0;  // the last position given out
+    std::int64_t told_ = 0;  // the last position returned
 };
 
 }  // namespace tarnwick::sound

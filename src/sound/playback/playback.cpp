@@ -8,11 +8,11 @@ namespace {
 
 constexpr std::int64_t kBlockFrames = 4096;
 
-// What is kept ready: more than the device takes at once when it begins, which may be two seconds.
+// Size of the buffer: more than the device takes at once at the start, which may be two seconds.
 constexpr std::size_t kReadySeconds = 3;
 
-// A device that gives no sign of life for so long is stuck. Virtual ones may take two seconds to
-// begin.
+// A device that makes no progress for this long is stuck. Virtual ones may take two seconds to
+// start.
 constexpr std::chrono::seconds kPatience{4};
 
 }  // namespace

@@ -21,25 +21,26 @@ struct Stretch {
     std::int64_t frames() const { return end - first; }
 };
 
-// One stretch on its way to the sound device, or to nobody when there is none. Used by one thread.
+// Plays one stretch on the sound device, or in silence if there is none. Used by one thread.
 class Playback {
   public:
     Playback(Stretch stretch, PatientDevice& device);
     ~Playback();  // falls silent at once
 
-    // Hands on some of what the device will soon want; false when it has enough for now. Throws
-    // what reading the sound throws.
+    // Buffers some of the sound for the device; false if it has enough for now. Throws what reading
+    // the sound throws.
     bool feed();
 
-    void start();  // begins, or goes on after hold()
+    void start();  // begins, or continues after hold()
     void hold();
 
-    // Looks after the device, which may have gone away or got stuck; from then on there is none.
+    // Checks the device. If it has gone away or is stuck, playing continues without one.
     void watch(std::chrono::steady_clock::time_point now);
 
-    bool audible() const { return device_.isOpen(); }  // false: nobody hears it, time passes alone
+    bool audible() const { return device_.isOpen(); }  // false if it plays in silence
     std::int64_t frames() const { return stretch_.frames(); }
-    // Frames that the device took and played; nothing where there is no device, or it cannot tell.
+    // Frames that the device has played (nothing if there is none or it cannot tell) and taken (all
+    // if there is none).
     std::optional<std::int64_t> played() const { return device_.played(); }
     std::int64_t taken() const { return audible() ? device_.taken() : frames(); }
 

@@ -15,18 +15,18 @@ namespace tarnwick::sound {
 
 namespace {
 
-// How often the device is looked after: it bounds how late the end is told.
+// How often the device is polled. This bounds the delay of the `ended` event.
 constexpr std::chrono::milliseconds kTick{10};
 
-// A device may tell a little more than was heard: so long it is left alone after the end.
+// How long the device stays open after the end, as it may report a little more than was heard.
 constexpr std::chrono::milliseconds kTail{50};
 
 PlayClock::Time now() { return std::chrono::steady_clock::now(); }
 
 }  // namespace
 
-// The caller leaves what it wants under a lock; the thread compares that with what it does. Each
-// play() and stop() is a new generation, and the thread's findings count only for their own.
+// The caller stores what it wants under a lock; the thread compares that with what it is doing.
+// Each play() and stop() starts a new generation, and the thread discards results of older ones.
 class Player::Machine {
   public:
     explicit Machine(PlayerEvents events) : events_(std::move(events)) {
@@ -38,7 +38,7 @@ class Player::Machine {
         thread_.join();
     }
 
-    // Gives up what plays; then plays `stretch`, if any.
+    // Stops what is playing, then plays `stretch`, if any. With `last`, the thread ends.
     void begin(std::optional<Stretch> stretch, bool last = false) {
         const std::lock_guard silence(reporting_);
         const std::lock_guard lock(mutex_);
@@ -64,7 +64,7 @@ class Player::Machine {
     void setPaused(bool paused) {
         const std::lock_guard lock(mutex_);
         if (!playing_) return;
-        if (paused) clock_.hold(now());  // the thread lets it run again, with the device
+        if (paused) clock_.hold(now());  // the thread restarts it together with the device
         paused_ = paused;
         changed_.notify_one();
     }
@@ -93,9 +93,9 @@ class Player::Machine {
     bool current(std::uint64_t generation) const { return generation_.load() == generation; }
 
     const PlayerEvents events_;
-    PatientDevice device_;  // of the thread
+    PatientDevice device_;  // used by the thread only
 
-    std::mutex reporting_;  // held while an event is told; taken before mutex_
+    std::mutex reporting_;  // held while an event is reported; locked before mutex_
     std::mutex mutex_;      // guards what follows
     std::condition_variable changed_;
     std::atomic<std::uint64_t> generation_{0};  // written under the lock
@@ -133,7 +133,7 @@ void Player::Machine::run() {
     }
 }
 
-// Plays until the end, or until something else is wanted.
+// Plays until the end, or until a newer generation begins.
 void Player::Machine::perform(std::uint64_t generation, Stretch stretch) {
     Playback playback(std::move(stretch), device_);
     bool sounding = false;
@@ -166,7 +166,7 @@ void Player::Machine::perform(std::uint64_t generation, Stretch stretch) {
     }
 }
 
-// Puts the clock right; tells the end and returns true when it is reached.
+// Corrects the clock. When the end is reached, reports it and returns true.
 bool Player::Machine::follow(std::uint64_t generation, Playback& playback) {
     playback.watch(now());
     const std::optional<std::int64_t> played = playback.played();
@@ -174,7 +174,7 @@ bool Player::Machine::follow(std::uint64_t generation, Playback& playback) {
         const std::lock_guard lock(mutex_);
         if (!current(generation) || paused_) return false;
         clock_.limit(playback.taken());
-        // A device needs its time before the first frame is heard.
+        // The clock starts only when the device has begun to play, which takes some time.
         if (!clock_.running() && played != 0) clock_.run(now());
         if (clock_.running() && played) clock_.report(now(), *played);
         if (clock_.position(now()) < playback.frames()) return false;
@@ -183,7 +183,7 @@ bool Player::Machine::follow(std::uint64_t generation, Playback& playback) {
     return true;
 }
 
-// Nothing plays any more; `event` tells why.
+// Marks the playing as over and calls `event`.
 void Player::Machine::finish(std::uint64_t generation, const std::function<void()>& event) {
     const std::lock_guard silence(reporting_);
     {

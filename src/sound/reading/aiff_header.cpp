@@ -14,8 +14,8 @@ namespace {
 
 [[noreturn]] void notASound(const char* what) { throw SoundError(SoundFailure::NotASound, what); }
 
-// The rate as an 80-bit extended number: sign and exponent, then a mantissa with its leading one.
-// 0 when it is not a sensible rate.
+// Reads the rate from an 80-bit extended number: sign and exponent, then a mantissa with an
+// explicit leading one. Returns 0 if it is not a sensible rate.
 int readRate(const std::uint8_t* bytes) {
     const int exponent = big16(bytes) - 16383;
     const double mantissa = big32(bytes + 2) + big32(bytes + 6) * 0x1p-32;
@@ -32,7 +32,7 @@ Coding integerCoding(int bits, bool little) {
     return little ? kLittle[bytes - 1] : kBig[bytes - 1];
 }
 
-// The coding that an AIFC file names.
+// The coding for the name in an AIFC file.
 Coding compressedCoding(std::string_view kind, int bits) {
     if (kind == "NONE" || kind == "twos" || kind == "in24" || kind == "in32")
         return integerCoding(bits, false);
@@ -45,7 +45,7 @@ Coding compressedCoding(std::string_view kind, int bits) {
     notASound("a coding that is not known");
 }
 
-// `frames` is what the chunk claims.
+// The frames of the result are what the chunk claims.
 StoredSound readCommon(const SourceFile& file, const ChunkWalker::Chunk& chunk, bool aifc) {
     std::array<std::uint8_t, 22> body = {};
     const std::size_t needed = aifc ? body.size() : 18;
@@ -67,7 +67,7 @@ StoredSound readCommon(const SourceFile& file, const ChunkWalker::Chunk& chunk, 
     return sound;
 }
 
-// Finds the stretch of samples; returns its bytes.
+// Sets the offset of the samples; returns how many bytes they take.
 std::int64_t readSamplePlace(const SourceFile& file, const ChunkWalker::Chunk& chunk,
                              StoredSound& sound) {
     std::array<std::uint8_t, 8> body;
@@ -103,8 +103,8 @@ std::optional<FoundSound> readAiffHeader(const SourceFile& file) {
     const std::int64_t bytes = readSamplePlace(file, *samples, sound);
     if (sound.format.channels > 0 && bytes > 0) {
         const std::int64_t held = bytes / (sound.format.channels * bytesOf(sound.coding));
-        // The chunk may hold a byte of padding more than the frames; a count of 0 was never
-        // filled in.
+        // The chunk may hold a byte of padding after the frames. A count of 0 means that the writer
+        // never filled it in.
         sound.frames = sound.frames > 0 ? std::min(sound.frames, held) : held;
     } else {
         sound.frames = 0;

@@ -10,10 +10,10 @@ namespace tarnwick::sound {
 
 namespace {
 
-// The samples of ADPCM blocks from a block on.
+// Decodes ADPCM blocks, starting at any block.
 class AdpcmStream : public SampleStream {
   public:
-    // `first` is the first frame of a block.
+    // `first` must be the first frame of a block.
     AdpcmStream(const SourceFile& file, const StoredSound& sound, const BlockLayout& layout,
                 std::int64_t first)
         : file_(file),
@@ -40,7 +40,7 @@ class AdpcmStream : public SampleStream {
     }
 
   private:
-    // Decodes the next blocks; false at the end.
+    // Decodes the next blocks; returns false at the end.
     bool decodeMore() {
         constexpr std::int64_t kBytesWanted = 16 * 1024;
         const std::int64_t size = layout_.blockBytes;
@@ -69,11 +69,11 @@ class AdpcmStream : public SampleStream {
     const BlockLayout& layout_;
     int channels_;
     std::int64_t at_;   // byte of the next block
-    std::int64_t end_;  // byte behind the last
+    std::int64_t end_;  // byte after the last
     std::int64_t left_;
     std::vector<std::uint8_t> bytes_;
     std::vector<std::int16_t> samples_;  // of the blocks decoded last
-    std::int64_t held_ = 0;              // frames of them
+    std::int64_t held_ = 0;              // frames in samples_
     std::int64_t given_ = 0;
 };
 

@@ -14,12 +14,12 @@
 namespace tarnwick::sound {
 
 // Walks the chunks of a RIFF or IFF file: a four-letter name, a size, a body padded to an even
-// length. Sizes are believed only as far as the file goes; padding, where no landmark stands in its
-// place.
+// length. Sizes are limited to the end of the file. The padding is assumed to be missing if a
+// well-known name stands in its place.
 class ChunkWalker {
   public:
     static constexpr std::int64_t kHeaderBytes = 8;
-    // Far more than any recorder writes, few enough for a made-up file not to take long.
+    // Far more than any recorder writes, yet few enough that a crafted file does not take long.
     static constexpr int kMostChunks = 20'000;
 
     struct Chunk {
@@ -38,7 +38,7 @@ class ChunkWalker {
     std::optional<Chunk> next() {
         std::array<std::uint8_t, kHeaderBytes + 1> bytes = {};
         if (at_ > file_.size() || ++walked_ > kMostChunks) return {};
-        const std::size_t early = afterOdd_ ? 1 : 0;  // the byte of padding is looked at too
+        const std::size_t early = afterOdd_ ? 1 : 0;  // also read the byte of padding
         const std::size_t got = file_.readSome(at_ - static_cast<std::int64_t>(early),
                                                std::span(bytes).first(kHeaderBytes + early));
         std::span<const std::uint8_t> header(bytes.data() + early, kHeaderBytes);
@@ -58,7 +58,7 @@ class ChunkWalker {
         return chunk;
     }
 
-    // Whether whole chunks with printable names fill the file from `at` to its end.
+    // Whether complete chunks with printable names fill the file from `at` to its end.
     static bool fillsFile(const SourceFile& file, std::int64_t at, bool bigEndian) {
         ChunkWalker walker(file, at, bigEndian);
         while (const auto chunk = walker.next()) {
@@ -70,8 +70,8 @@ class ChunkWalker {
     }
 
   private:
-    // Whether one of the chunks stands here that a reader cannot do without or that often come
-    // before those.
+    // Whether this is the name of a chunk that every reader needs, or of one that often precedes
+    // those.
     static bool isLandmark(const std::uint8_t* name) {
         const std::string_view text(reinterpret_cast<const char*>(name), 4);
         for (const char* known : {"fmt ", "data", "fact", "LIST", "COMM", "SSND"})

@@ -10,7 +10,7 @@ namespace tarnwick::sound {
 
 namespace {
 
-// What fits into the sizes of the header: more than 700 hours.
+// The most that fits the 32-bit sizes of the header: more than 700 hours.
 constexpr std::int64_t kMostBytes = 0xFFFF0000 / kGsmBlockBytes * kGsmBlockBytes;
 
 }  // namespace
@@ -35,7 +35,7 @@ GsmStream::~GsmStream() { sf_close(decoder_); }
 
 std::int64_t GsmStream::decode(std::int64_t frames, std::uint8_t* bytes) {
     const std::int64_t wanted = std::min(frames, left_);
-    // Our buffers are aligned for anything, and the stretches are of whole samples.
+    // The callers' buffers are aligned for any type and hold whole samples.
     const std::int64_t got = sf_read_short(decoder_, reinterpret_cast<short*>(bytes), wanted);
     if (failure_) std::rethrow_exception(failure_);
     left_ -= got;
@@ -106,7 +106,7 @@ SF_VIRTUAL_IO GsmStream::accessToBlocks() {
             return stream->readBytes(static_cast<std::uint8_t*>(bytes), count);
         } catch (...) {
             stream->failure_ = std::current_exception();
-            return 0;  // the library knows of no error here, but of an end
+            return 0;  // the library accepts no error here, only the end of the file
         }
     };
     return access;

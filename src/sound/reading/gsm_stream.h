@@ -13,9 +13,9 @@ namespace tarnwick::sound {
 constexpr int kGsmBlockBytes = 65;
 constexpr int kGsmBlockFrames = 320;
 
-// The samples of GSM 6.10 blocks, two frames of speech packed into each. The library is given a
-// header of our own in front of the file's blocks, so that it sees nothing else of the file. A
-// decoder carries its state from block to block: there is no beginning in the middle.
+// Decodes GSM 6.10 blocks, each of which packs two frames of speech. The library gets a header of
+// our own followed by the file's blocks and sees nothing else of the file. Decoding cannot begin in
+// the middle, as the decoder carries its state from block to block.
 class GsmStream : public SampleStream {
   public:
     // Throws SoundError: Damaged, and what reading the file throws.
@@ -40,7 +40,7 @@ class GsmStream : public SampleStream {
     std::int64_t left_;        // frames
     std::int64_t at_ = 0;      // in header and blocks
     SNDFILE* decoder_ = nullptr;
-    std::exception_ptr failure_;  // of reading; it must not travel through the library
+    std::exception_ptr failure_;  // of reading; must not be thrown through the library
 };
 
 }  // namespace tarnwick::sound

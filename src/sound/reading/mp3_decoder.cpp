@@ -11,26 +11,26 @@ namespace tarnwick::sound {
 
 namespace {
 
-// The samples that a decoder comes too late by, over what the encoder notes of itself.
+// The delay of a decoder in samples, which adds to the encoder's delay noted in the tag.
 constexpr int kDecoderDelay = 529;
 
-// Which of the samples that the frames give are the sound.
+// Which of the decoded samples belong to the sound.
 struct Cut {
-    std::int64_t delay = 0;         // samples at the beginning that are not given
-    std::int64_t length = 0;        // samples that are expected
-    std::int64_t most = INT64_MAX;  // no more than these are given
+    std::int64_t delay = 0;         // samples to drop at the beginning
+    std::int64_t length = 0;        // samples expected
+    std::int64_t most = INT64_MAX;  // upper limit of the samples kept
     bool splits = false;            // whether decoding may begin in the middle
 };
 
-// The length needs no decoding: the frames are counted, and the tag says what to cut off.
+// Computes the length without decoding, from the number of frames and what the tag says to cut off.
 Cut cutOf(const Mp3Start& start, const Mp3Index& index) {
     Cut cut;
     const Mp3Tag tag = start.tag.value_or(Mp3Tag{});
     const bool exact = tag.delay > 0 || tag.padding > 0;
     if (exact) cut.delay = tag.delay + kDecoderDelay;
     cut.length = index.frames() * start.header.samples - cut.delay;
-    // Where there are more frames than the tag counts, something was joined to the sound, whose
-    // padding then is in the middle and does no harm.
+    // If there are more frames than the tag counts, another file was appended. The padding then
+    // lies in the middle of the sound, where it does no harm.
     const std::int64_t frames = tag.frames > 0 ? tag.frames : index.frames();
     if (exact && index.frames() <= frames)
         cut.most = frames * start.header.samples - tag.delay - tag.padding;
@@ -41,11 +41,11 @@ Cut cutOf(const Mp3Start& start, const Mp3Index& index) {
 
 }  // namespace
 
-// A decoder that begins in the middle gives the same bits as one that came there from the
-// beginning, when the synthesis window of both stands at the same place: it goes round in 16 steps
-// of 32 samples. A frame has 18 or 36 steps, so they agree at every eighth frame, if each frame
-// took its steps. One whose bits begin in a frame that the decoder has not seen may take none; that
-// is what the lead-in is for.
+// A decoder that starts in the middle gives the same bits as one that decoded from the beginning if
+// the synthesis windows of both are at the same position. The window cycles through 16 steps of 32
+// samples, and a frame advances it by 18 or 36 steps. So the positions agree at every eighth frame,
+// provided that each frame advanced the window. A frame whose bits begin in one that the decoder
+// has not seen may fail to do so, which is why the lead-in replaces such frames.
 DecodedSound decodeMp3(const SourceFile& file, const Mp3Start& start, const Progress& progress) {
     const Mp3Index index(file, start, progress.stop);
     if (index.changesKind())

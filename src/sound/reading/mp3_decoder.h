@@ -7,8 +7,8 @@
 
 namespace tarnwick::sound {
 
-// Decodes a whole MP3 file, a long one on two threads; the encoder's delay and padding are cut off
-// where the file tells them. Throws SoundError: NotASound, Damaged, NoSpace, Cancelled.
+// Decodes a whole MP3 file, using two threads for a long one. Cuts off the encoder's delay and
+// padding if the file states them. Throws SoundError: NotASound, Damaged, NoSpace, Cancelled.
 DecodedSound decodeMp3(const SourceFile& file, const Mp3Start& start, const Progress& progress);
 
 }  // namespace tarnwick::sound

@@ -8,7 +8,7 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Kilobits per second by index, for MPEG 1 and for the lower rates of MPEG 2 and 2.5.
+// Kilobits per second by index, for MPEG 1 and for MPEG 2 and 2.5, which have lower sample rates.
 constexpr std::array<int, 15> kBitRates1 = {0,   32,  40,  48,  56,  64,  80, 96,
                                             112, 128, 160, 192, 224, 256, 320};
 constexpr std::array<int, 15> kBitRates2 = {0,  8,  16, 24,  32,  40,  48, 56,

@@ -9,7 +9,7 @@ namespace tarnwick::sound {
 
 Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::stop_token& stop) {
     std::vector<std::uint8_t> window(256 * 1024);
-    std::int64_t place = 0;  // byte of the file where the window begins
+    std::int64_t place = 0;  // byte offset of the window in the file
     std::int64_t held = 0;
     for (std::int64_t at = start.byte; at + Mp3Header::kBytes <= file.size();) {
         if (at < place || at + Mp3Header::kBytes > place + held) {
@@ -20,7 +20,7 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
         }
         const auto header = Mp3Header::read(big32(window.data() + (at - place)));
         if (header && header->shared == start.header.shared) {
-            if (header->bytes > file.size() - at) return;  // cut off
+            if (header->bytes > file.size() - at) return;  // truncated
             add(at, header->bytes);
             at += header->bytes;
         } else {

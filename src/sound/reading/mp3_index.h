@@ -10,10 +10,10 @@
 
 namespace tarnwick::sound {
 
-// Where the frames of a file lie.
+// The positions of the frames in a file.
 class Mp3Index {
   public:
-    // The number of every listed frame is a multiple of this.
+    // The numbers of the listed frames are multiples of this.
     static constexpr std::int64_t kGrid = 8;
 
     struct Entry {
@@ -25,11 +25,11 @@ class Mp3Index {
     Mp3Index(const SourceFile& file, const Mp3Start& start, const std::stop_token& stop);
 
     std::int64_t frames() const { return frames_; }
-    // The byte behind the last one.
+    // The byte after the last frame.
     std::int64_t end() const { return end_; }
-    // Whether they follow each other without a gap.
+    // Whether the frames are contiguous.
     bool unbroken() const { return gaps_ == 0; }
-    // Whether frames of another rate follow, which end the count.
+    // Whether the count ended because frames of another rate follow.
     bool changesKind() const { return changesKind_; }
     // The last listed frame at or before `frame`.
     Entry before(std::int64_t frame) const;

@@ -9,9 +9,9 @@
 namespace tarnwick::sound {
 
 Mp3LeadIn leadIn(const SourceFile& file, Mp3Index::Entry from) {
-    // A frame's bits may begin in frames before it. How far at most, the field's width says.
+    // The bits of a frame may begin in earlier frames. The width of the field limits how far back.
     Mp3LeadIn lead{from.frame, from.frame, from.byte, {}};
-    int reservoir = 0;  // bytes that the frames so far have left for later ones
+    int reservoir = 0;  // bytes of the frames so far that later frames may use
     for (bool full = false; !full; ++lead.settled) {
         const std::int64_t at = lead.begin + static_cast<std::int64_t>(lead.bytes.size());
         const auto header = Mp3Header::at(file, at);
@@ -27,7 +27,8 @@ Mp3LeadIn leadIn(const SourceFile& file, Mp3Index::Entry from) {
                                         static_cast<std::size_t>(header->sideBytes));
         const int field = side[0] << 8 | side[1];
         if (field >> (16 - header->backBits) > reservoir) {
-            // Such a frame without any coefficients is silent, and hands on what there is.
+            // Zeroed side information makes the frame silent: it has no coefficients. Its field is
+            // set to what is available, so that later frames can still use those bytes.
             std::fill(side.begin(), side.end(), std::uint8_t{0});
             const int back = reservoir << (16 - header->backBits);
             side[0] = static_cast<std::uint8_t>(back >> 8);
@@ -35,7 +36,7 @@ Mp3LeadIn leadIn(const SourceFile& file, Mp3Index::Entry from) {
         }
         reservoir = std::min(most, reservoir + header->bytes - header->sideAt - header->sideBytes);
     }
-    ++lead.settled;  // one more for the overlap of the frames before
+    ++lead.settled;  // each frame overlaps the one before
     return lead;
 }
 

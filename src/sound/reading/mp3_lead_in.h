@@ -8,16 +8,16 @@
 
 namespace tarnwick::sound {
 
-// The bytes of a stream that begins in the middle, at a listed frame: frames that need bits of
-// frames before the beginning are made silent ones.
+// The first bytes for decoding from the middle, starting at a frame in the index. Frames that need
+// bits from before that point are replaced by silent ones.
 struct Mp3LeadIn {
-    std::int64_t frame = 0;           // the first one
-    std::int64_t settled = 0;         // the first one that sounds right
-    std::int64_t begin = 0;           // byte of the file where it begins
-    std::vector<std::uint8_t> bytes;  // what stands there instead of the file's bytes
+    std::int64_t frame = 0;           // the first frame
+    std::int64_t settled = 0;         // the first frame that decodes correctly
+    std::int64_t begin = 0;           // byte of the file where the first frame begins
+    std::vector<std::uint8_t> bytes;  // replaces the bytes of the file from there on
 };
 
-// Throws SoundError(Damaged) when the frames there do not follow each other.
+// Throws SoundError(Damaged) if the frames there are not contiguous.
 Mp3LeadIn leadIn(const SourceFile& file, Mp3Index::Entry from);
 
 }  // namespace tarnwick::sound

@@ -11,12 +11,12 @@ namespace tarnwick::sound {
 
 namespace {
 
-// How much junk and how many tags are forgiven before the first frame, and how many frames must
-// fit together.
+// How much junk and how many tags are skipped before the first frame, and how many frames must
+// follow each other.
 constexpr std::size_t kSearchBytes = 64 * 1024;
 constexpr int kMostTags = 100;
 constexpr int kFramesWanted = 4;
-constexpr int kFramesAtEnd = 2;  // enough when the sound ends with them
+constexpr int kFramesAtEnd = 2;  // enough if the sound ends with them
 
 constexpr int kHeaderBytes = Mp3Header::kBytes;
 
@@ -24,7 +24,7 @@ std::string_view textAt(const std::uint8_t* bytes, std::size_t count) {
     return {reinterpret_cast<const char*>(bytes), count};
 }
 
-// Whether sound ends before these bytes of the file: at its end, at a tag or at padding.
+// Whether these bytes follow the end of the sound: the end of the file, a tag or padding.
 bool endsBefore(const std::uint8_t* bytes, std::size_t count) {
     return count < kHeaderBytes || textAt(bytes, 3) == "TAG" ||
            textAt(bytes, count) == "APETAGEX" || big32(bytes) == 0;
@@ -45,8 +45,7 @@ bool framesFollow(const SourceFile& file, std::int64_t at) {
     return true;
 }
 
-// Where the file goes on behind the tags at `at`; behind some of them, where they are too
-// many.
+// The position after the tags at `at`. Skips at most kMostTags of them.
 std::int64_t behindTags(const SourceFile& file, std::int64_t at) {
     std::array<std::uint8_t, 10> tag;
     for (int tags = 0; tags < kMostTags && at < file.size() &&
@@ -61,8 +60,8 @@ std::int64_t behindTags(const SourceFile& file, std::int64_t at) {
     return at;
 }
 
-// What a frame tells that carries notes instead of sound; none in others. A VBRI frame is known,
-// but what it tells is not needed.
+// Reads a frame that holds information about the file instead of sound; none for other frames. A
+// VBRI frame is recognised, but its content is not needed.
 std::optional<Mp3Tag> readTag(const SourceFile& file, std::int64_t at, const Mp3Header& header) {
     std::array<std::uint8_t, 192> frame = {};
     file.readSome(at, frame);
@@ -76,7 +75,7 @@ std::optional<Mp3Tag> readTag(const SourceFile& file, std::int64_t at, const Mp3
     for (const auto& [bit, size] :
          {std::pair(1, 4), std::pair(2, 4), std::pair(4, 100), std::pair(8, 4)})
         if ((fields & static_cast<std::uint32_t>(bit)) != 0) bytes += size;
-    // The encoder's name, nine bytes, and twelve more stand before the two numbers of twelve bits.
+    // The encoder's name, nine bytes, and twelve more bytes precede the two 12-bit numbers.
     constexpr int kCutsAt = 21;
     if (bytes - frame.data() + kCutsAt + 3 <= header.bytes) {
         const std::uint32_t cuts = big32(bytes + kCutsAt) >> 8;

@@ -36,8 +36,7 @@ std::uint8_t* put24(std::int32_t sample, std::uint8_t* bytes) {
     return bytes + 3;
 }
 
-// Rounds to the nearest of 24 bits, halves to the even one, and clips; what is not a number is
-// silent.
+// Rounds to 24 bits, to nearest and halves to even, and clips. NaN becomes 0.
 void pack24(std::span<const float> values, std::uint8_t* bytes) {
     std::size_t i = 0;
 #if defined(__SSE2__)
@@ -77,12 +76,13 @@ Mp3Stream::Mp3Stream(const SourceFile& file, const Mp3Header& header, Part part,
 Mp3Stream::~Mp3Stream() { mpg123_delete(handle_); }
 
 void Mp3Stream::start() {
-    // What is cut off at the ends is not left to the decoder: it would not decode the first frame
-    // of some files at all, which their second one needs.
+    // The decoder must not trim the ends: in some files it would then skip the first frame, which
+    // the second one needs.
     mpg123_param(handle_, MPG123_FLAGS, MPG123_QUIET | MPG123_FORCE_FLOAT | MPG123_IGNORE_INFOFRAME,
                  0.0);
     mpg123_param(handle_, MPG123_RESYNC_LIMIT, -1, 0.0);
-    // A part with other channels, as in joined files, is brought to those of the first.
+    // A section with another number of channels, as in joined files, is converted to that of the
+    // first.
     mpg123_format_none(handle_);
     mpg123_format2(handle_, 0, header_.channels == 1 ? MPG123_MONO : MPG123_STEREO,
                    MPG123_ENC_FLOAT_32);
@@ -100,7 +100,7 @@ void Mp3Stream::checkFormat() const {
         damaged();
 }
 
-// Why the library gave up.
+// Throws the error for which the library gave up.
 void Mp3Stream::fail() const {
     if (failure_) std::rethrow_exception(failure_);
     damaged();
@@ -128,7 +128,7 @@ std::int64_t Mp3Stream::decode(std::int64_t frames, std::uint8_t* bytes) {
     return static_cast<std::int64_t>(got);
 }
 
-// Fills the span; returns how many values, fewer only at the end.
+// Fills the span; returns the number of values, less than its size only at the end.
 std::size_t Mp3Stream::decodeFloats(std::span<float> interleaved) {
     std::size_t done = 0;
     while (done < interleaved.size()) {
@@ -143,11 +143,11 @@ std::size_t Mp3Stream::decodeFloats(std::span<float> interleaved) {
             fail();
         }
     }
-    if (failure_) fail();  // the library may take it for the end
+    if (failure_) fail();  // the library may have treated it as the end
     return done;
 }
 
-// The decoder asks for a header here and a frame there: it is served from a window.
+// Serves the many small reads of the decoder from a buffer.
 std::size_t Mp3Stream::readAt(std::int64_t offset, std::span<std::uint8_t> bytes) {
     const auto fromLead = static_cast<std::int64_t>(part_.lead.bytes.size()) - offset;
     if (fromLead > 0) {

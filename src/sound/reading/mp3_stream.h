@@ -19,16 +19,17 @@ namespace tarnwick::sound {
 // The samples of an MP3 stream, rounded to 24 bits.
 class Mp3Stream : public SampleStream {
   public:
-    // Which part of a file's frames are decoded, and what is given of their samples.
+    // Which part of a file's frames to decode, and which of their samples to deliver.
     struct Part {
         Mp3LeadIn lead;            // where it begins
-        std::int64_t end = 0;      // the byte behind its last frame
-        std::int64_t skipped = 0;  // samples that are decoded and not given
-        std::int64_t most = 0;     // samples given, at most
+        std::int64_t end = 0;      // the byte after its last frame
+        std::int64_t skipped = 0;  // samples decoded but not delivered
+        std::int64_t most = 0;     // upper limit of the samples delivered
     };
 
-    // `header` is a frame's: a change of rate or channels on the way is damage. Throws SoundError:
-    // Damaged, NoSpace, Cancelled soon after a stop is requested, and what reading the file throws.
+    // `header` is that of any frame; a change of rate or channels counts as damage. Throws
+    // SoundError: Damaged, NoSpace, Cancelled soon after a stop is requested, and what reading the
+    // file throws.
     Mp3Stream(const SourceFile& file, const Mp3Header& header, Part part, std::stop_token stop);
     ~Mp3Stream() override;
     Mp3Stream(const Mp3Stream&) = delete;
@@ -50,11 +51,11 @@ class Mp3Stream : public SampleStream {
     Mp3Header header_;
     Part part_;
     std::stop_token stop_;
-    std::exception_ptr failure_;  // of reading; it must not travel through the library
+    std::exception_ptr failure_;  // of reading; must not be thrown through the library
     mpg123_handle_struct* handle_ = nullptr;
-    std::int64_t at_ = 0;               // byte that the decoder reads next, from the lead-in on
+    std::int64_t at_ = 0;  // byte that the decoder reads next, counted from the lead-in
     std::vector<std::uint8_t> window_;  // bytes read ahead
-    std::int64_t windowAt_ = 0;         // where they begin in the file
+    std::int64_t windowAt_ = 0;         // their offset in the file
     std::vector<float> values_;
 };
 

@@ -15,10 +15,10 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Frames that a thread takes at a time: small enough to stay in its cache while being measured.
+// Frames that a thread takes at a time: few enough to stay in its cache while being measured.
 constexpr std::int64_t kTurnFrames = 32 * 1024;
 
-// The work of one build, taken in turns by any number of threads.
+// Builds the peaks of one sound. Any number of threads may call work() and share it.
 class Build {
   public:
     Build(const StoredSound& sound, const SourceFile& file, std::stop_token stop)

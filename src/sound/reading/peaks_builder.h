@@ -7,11 +7,12 @@
 
 namespace tarnwick::sound {
 
-// Reads a stored sound once, on two threads, and gives its complete peaks. Progress is reported
-// from the calling thread. Throws SoundError.
+// Reads a stored sound once, on two threads, and returns its complete peaks. Reports progress from
+// the calling thread. Throws SoundError.
 Peaks buildPeaks(const StoredSound& sound, const SourceFile& file, const Progress& progress);
 
-// The finest peaks of frames from `first` (a multiple of Peaks::kFinestFrames) that lie at `bytes`.
+// Computes the finest peaks of the `frames` frames stored at `bytes`. `first` is the number of the
+// first one, a multiple of Peaks::kFinestFrames.
 void measureStretch(const StoredSound& sound, const std::uint8_t* bytes, std::int64_t first,
                     std::int64_t frames, Peaks& peaks);
 

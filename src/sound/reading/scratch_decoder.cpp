@@ -15,12 +15,12 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Frames decoded at a time: what is written and measured is then still in the cache.
+// Frames decoded at a time: few enough to be still in the cache when written and measured.
 constexpr std::int64_t kTurnFrames = 16 * 1024;
-// How far the first stream goes beyond the joint to see that the second gives the same.
+// Frames that the first stream decodes past the joint to compare with the second.
 constexpr std::int64_t kCheckFrames = 2048;
 
-// The decoding of one sound into one scratch file, by one stream or by two at once.
+// Decodes one sound into one scratch file, by one stream or by two at once.
 class Decoding {
   public:
     Decoding(const StoredSound& sound, std::stop_token stop)
@@ -32,13 +32,13 @@ class Decoding {
         sound_.offset = 0;
     }
 
-    // Decodes from `first` until `end` or the end of the stream; returns where it ended.
+    // Decodes from `first` up to `end` or the end of the stream; returns the frame reached.
     template <class Report>
     std::int64_t run(SampleStream& stream, std::int64_t first, std::int64_t end, Report report) {
         std::vector<std::uint8_t> bytes(static_cast<std::size_t>(kTurnFrames * frameBytes_));
         while (first < end && !givenUp_) {
             checkStop(stop_);
-            // Turns end on the grid of the peaks, so that no two turns share one but at the joint.
+            // Turns end on peak boundaries, so that two turns share a peak only at the joint.
             const std::int64_t turnEnd = std::min(end, (first / kTurnFrames + 1) * kTurnFrames);
             const std::int64_t wanted = turnEnd - first;
             const std::int64_t frames = stream.decode(wanted, bytes.data());
@@ -52,8 +52,8 @@ class Decoding {
 
     void giveUp() { givenUp_ = true; }
 
-    // Lets the stream that has come to the joint go a little further. Where that is not what the
-    // other one gave, it decodes the rest itself. Returns where the sound ends.
+    // Decodes a little past the joint with the first stream. If the result differs from what the
+    // second stream wrote, the first decodes the rest itself. Returns the end of the sound.
     std::int64_t proveJoint(SampleStream& stream, std::int64_t joint, std::int64_t end) {
         std::vector<std::uint8_t> bytes(static_cast<std::size_t>(kCheckFrames * frameBytes_));
         const std::int64_t frames = stream.decode(kCheckFrames, bytes.data());
@@ -66,7 +66,7 @@ class Decoding {
         return run(stream, joint + frames, INT64_MAX, [](std::int64_t) {});
     }
 
-    // The sound of `frames` in all; the peaks are made anew where decoding could not make them.
+    // Returns the sound, `frames` long. Recomputes the peaks that decoding could not measure.
     DecodedSound finished(std::int64_t frames, std::int64_t joint) {
         const bool foreseen = frames == sound_.frames && !peaksSpoilt_;
         sound_.frames = frames;
@@ -104,7 +104,7 @@ class Decoding {
     std::atomic<bool> givenUp_ = false;
 };
 
-// Decodes from `joint` to the end on a thread of its own while the caller decodes what is before.
+// Decodes from `joint` to the end on a second thread while the caller decodes what comes before.
 template <class Report>
 std::int64_t runBoth(Decoding& decoding, const StreamMaker& streamFrom, std::int64_t joint,
                      Report report) {

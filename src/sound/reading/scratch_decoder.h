@@ -11,17 +11,17 @@
 
 namespace tarnwick::sound {
 
-// The samples of a compressed sound, one stretch after the other. One thread.
+// Decodes a compressed sound sequentially. One thread.
 class SampleStream {
   public:
     virtual ~SampleStream() = default;
 
-    // Puts up to `frames` next frames at `bytes`, in the coding of the decoded sound; returns how
-    // many, fewer than asked for only at the end. Throws SoundError.
+    // Writes the next frames, up to `frames`, to `bytes` in the coding of the decoded sound.
+    // Returns how many, less than `frames` only at the end. Throws SoundError.
     virtual std::int64_t decode(std::int64_t frames, std::uint8_t* bytes) = 0;
 };
 
-// Makes a stream that begins at a frame. Called in any thread.
+// Creates a stream that begins at frame `first`. Called in any thread.
 using StreamMaker = std::function<std::unique_ptr<SampleStream>(std::int64_t first)>;
 
 // A compressed sound as samples in a scratch file of its own.
@@ -31,14 +31,14 @@ struct DecodedSound {
     Peaks peaks;
 };
 
-// Under this length, in frames, a second thread costs more than it saves.
+// Below this length in frames a second thread costs more than it saves.
 constexpr std::int64_t kWorthSplitting = 1 << 20;
 
-// Decodes a sound into a scratch file. `sound` tells its format, its coding there and how many
-// frames are expected; what the streams give is what counts. With a `joint` above 0 the frames from
-// there on come from a second stream on a thread of their own, and the first one proves that it
-// goes on with the same samples; where it does not, it decodes the rest itself. Throws SoundError:
-// NotASound when there is no frame, Damaged, NoSpace, Cancelled.
+// Decodes a sound into a scratch file. `sound` holds its format, the coding to store it in and the
+// expected number of frames; the number that the streams deliver is the one used. If `joint` is
+// above 0, a second stream on its own thread decodes the frames from there on. The first stream
+// then checks that it would continue with the same samples; if not, it decodes the rest itself.
+// Throws SoundError: NotASound if there is no frame, Damaged, NoSpace, Cancelled.
 DecodedSound decodeToScratch(const StoredSound& sound, const StreamMaker& streamFrom,
                              std::int64_t joint, const Progress& progress);
 

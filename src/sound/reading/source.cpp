@@ -48,7 +48,7 @@ std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,
         file->checkUnchanged();
         return source;
     } catch (const SoundError& error) {
-        // A file that is being written makes no sense; that it changes is the better answer.
+        // A file that is still being written may fail in any way; SourceChanged explains it best.
         if (error.failure() != SoundFailure::Cancelled) file->checkUnchanged();
         throw;
     }

@@ -14,18 +14,18 @@ namespace tarnwick::sound {
 class LoudMaps;
 class SourceFile;
 
-// The samples of one recording, never changed. An uncompressed file is held open and read where
-// its samples lie; a compressed one is decoded once into a nameless file in the temporary folder.
-// Renaming, moving or replacing the file does not disturb it. Any thread.
+// The samples of one recording, immutable. An uncompressed file is held open and read in place; a
+// compressed one is decoded once into a file without a name in the temporary folder. Renaming,
+// moving or replacing the file does no harm. Any thread.
 class Source : public FrameReader {
   public:
-    // Opens a WAV, AIFF or MP3 file, told by its content, and returns when its peaks are complete.
-    // A file that ends early gives what it holds. A sample that is no finite number reads as 0.
+    // Opens a WAV, AIFF or MP3 file, recognised by its content, and returns once its peaks are
+    // complete. A truncated file yields the samples it holds. NaN and infinite samples read as 0.
     // Throws SoundError: NotFound, NotASound, Damaged, SourceChanged, NoSpace, Cancelled.
     static std::shared_ptr<const Source> open(const std::filesystem::path& path,
                                               const Progress& progress = {});
 
-    // Throws at once what opening the file would throw for its header alone.
+    // Reads only the header and throws whatever open() would throw for it.
     static void probe(const std::filesystem::path& path);
 
     ~Source() override;
@@ -38,11 +38,11 @@ class Source : public FrameReader {
 
     const Peaks& peaks() const { return peaks_; }
 
-    // Throws SoundError(SourceChanged) when the size or the time stamp of the open file is not
-    // what it was. A compressed source never fails here: it no longer needs its file.
+    // Throws SoundError(SourceChanged) if the size or the time stamp of the open file has changed.
+    // A compressed source never fails here, as it no longer needs its file.
     void checkUnchanged() const;
 
-    // What scans remember of the samples that they had to look at.
+    // The cache of blocks that scans had to examine sample by sample.
     LoudMaps& loudMaps() const { return *loudMaps_; }
 
   private:

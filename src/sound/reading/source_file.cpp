@@ -14,7 +14,7 @@ namespace tarnwick::sound {
 
 namespace {
 
-// What a scratch file leaves free for everybody else.
+// Space that a scratch file leaves free for other programs.
 constexpr std::int64_t kSpareBytes = 16 << 20;
 
 int openNameless(const std::filesystem::path& folder) {
@@ -41,7 +41,7 @@ SourceFile::SourceFile(int descriptor, bool scratch) : descriptor_(descriptor), 
 SourceFile::~SourceFile() { ::close(descriptor_); }
 
 std::shared_ptr<const SourceFile> SourceFile::open(const std::filesystem::path& path) {
-    // Without O_NONBLOCK the opening of a named pipe would wait for a writer.
+    // Without O_NONBLOCK, opening a named pipe would wait for a writer.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) throw SoundError(SoundFailure::NotFound, "the file cannot be opened");
     std::shared_ptr<const SourceFile> file(new SourceFile(descriptor, false));
@@ -97,7 +97,7 @@ void SourceFile::write(std::int64_t offset, std::span<const std::uint8_t> bytes)
 }
 
 void SourceFile::checkUnchanged() const {
-    if (scratch_) return;  // nobody else can reach it
+    if (scratch_) return;  // no other program can open it
     struct ::stat state = {};
     if (::fstat(descriptor_, &state) != 0 || state.st_size != size_ ||
         state.st_mtim.tv_sec != modified_.tv_sec || state.st_mtim.tv_nsec != modified_.tv_nsec)

@@ -9,14 +9,14 @@
 
 namespace tarnwick::sound {
 
-// A file held open for positioned reads, or a nameless scratch file that is filled first. Reads and
-// writes of distinct places may run in several threads at once. Throws SoundError.
+// A file held open for positioned reads, or a scratch file without a name, which is written first.
+// Several threads may read and write different places at once. Throws SoundError.
 class SourceFile {
   public:
-    // An existing file, for reading. Throws NotFound.
+    // Opens an existing file for reading. Throws NotFound.
     static std::shared_ptr<const SourceFile> open(const std::filesystem::path& path);
-    // A new file of `bytes` in the temporary folder that has no name, so that it goes with the
-    // process however that ends. Throws NoSpace when the folder has no room for it.
+    // Creates a file for `bytes` bytes in the temporary folder. It has no name, so it disappears
+    // with the process even after a crash. Throws NoSpace if the folder has no room for it.
     static std::shared_ptr<SourceFile> scratch(std::int64_t bytes);
 
     ~SourceFile();
@@ -25,14 +25,15 @@ class SourceFile {
 
     std::int64_t size() const { return size_; }  // bytes when it was opened
 
-    // Reads up to bytes.size() from `offset`; returns what there is. Throws Damaged.
+    // Reads up to bytes.size() bytes from `offset`; returns the number read, less only at the end
+    // of the file. Throws Damaged.
     std::size_t readSome(std::int64_t offset, std::span<std::uint8_t> bytes) const;
-    // Reads all of them. Throws SourceChanged when the file has become shorter, else Damaged.
+    // Reads bytes.size() bytes. Throws SourceChanged if the file has become shorter, else Damaged.
     void read(std::int64_t offset, std::span<std::uint8_t> bytes) const;
     // Throws NoSpace.
     void write(std::int64_t offset, std::span<const std::uint8_t> bytes);
 
-    // Throws SourceChanged when size or time stamp differ from those at opening.
+    // Throws SourceChanged if the size or the time stamp differs from that at opening.
     void checkUnchanged() const;
 
   private:

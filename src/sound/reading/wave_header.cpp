@@ -26,14 +26,14 @@ enum FormatTag : std::uint16_t {
     kExtensible = 0xFFFE
 };
 
-// The tail that all sub-formats made from a format tag share.
+// The last bytes of every sub-format GUID that is derived from a format tag.
 constexpr std::array<std::uint8_t, 14> kSubFormatTail = {0x00, 0x00, 0x00, 0x00, 0x10, 0x00, 0x80,
                                                          0x00, 0x00, 0xAA, 0x00, 0x38, 0x9B, 0x71};
 
 [[noreturn]] void notASound(const char* what) { throw SoundError(SoundFailure::NotASound, what); }
 
-// The bytes that one sample takes. The block size decides (24 bits may lie in 4 bytes), unless it
-// is nonsense.
+// The bytes that one sample takes, according to the block size (24 bits may be stored in 4 bytes)
+// unless that is implausible.
 int containerBytes(int bits, int channels, int blockBytes) {
     const int needed = (bits + 7) / 8;
     if (channels > 0 && blockBytes % channels == 0) {
@@ -64,9 +64,9 @@ void setCoding(StoredSound& sound, int tag, int bits, int blockBytes) {
     sound.coding = kCodings[static_cast<std::size_t>(bytes - 1)];
 }
 
-// The weights that a file of Microsoft ADPCM lists; the standard ones when it lists none.
+// The weights that a Microsoft ADPCM file lists; the standard ones if it lists none.
 std::vector<AdpcmWeights> readWeights(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
-    constexpr std::size_t kMost = 256;  // a block names its pair by a byte
+    constexpr std::size_t kMost = 256;  // a block selects its pair by one byte
     std::array<std::uint8_t, 22 + 4 * kMost> body = {};
     const auto size = std::min<std::size_t>(static_cast<std::size_t>(chunk.size), body.size());
     file.read(chunk.body, std::span(body).first(size));
@@ -82,7 +82,7 @@ std::vector<AdpcmWeights> readWeights(const SourceFile& file, const ChunkWalker:
     return weights;
 }
 
-// How the samples lie in blocks; none where they do not.
+// The block layout for a coding that stores samples in blocks; none for other codings.
 std::optional<BlockLayout> blockLayout(const SourceFile& file, const ChunkWalker::Chunk& chunk,
                                        int tag, int bits, int blockBytes) {
     BlockLayout layout{.blockBytes = blockBytes};
@@ -133,7 +133,7 @@ FoundSound readFormat(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
     return {sound, std::move(blocks)};
 }
 
-// The bytes of sound behind a data chunk's header.
+// The number of bytes of sound after a data chunk's header.
 std::int64_t dataBytes(const SourceFile& file, const ChunkWalker::Chunk& chunk,
                        std::optional<std::int64_t> longSize) {
     const std::int64_t rest = file.size() - chunk.body;
@@ -141,18 +141,19 @@ std::int64_t dataBytes(const SourceFile& file, const ChunkWalker::Chunk& chunk,
         const std::int64_t size = longSize.value_or(rest);
         return size > 0 ? std::min(size, rest) : rest;
     }
-    // A writer that never came back to fill in its size leaves 0; but 0 may also be the truth.
+    // A size of 0 may be correct, or it was never filled in because the writer was interrupted.
     if (chunk.claimed == 0 && !ChunkWalker::fillsFile(file, chunk.body, false)) return rest;
-    // Past the reach of 32 bits writers put what they could into the size. It is the truth only
-    // when chunks follow.
+    // If the sound is too long for a 32-bit size, writers store some other number. The size is
+    // correct only if chunks follow.
     if (rest > INT32_MAX && chunk.size < rest &&
         !ChunkWalker::fillsFile(file, chunk.body + chunk.size + chunk.size % 2, false))
         return rest;
     return chunk.size;
 }
 
-// The frames of `bytes` of sound. Of blocks, the count in the fact chunk says how much of the last
-// one is sound, if it lies there: some writers count samples, blocks or half of them instead.
+// The frames in `bytes` of sound. For blocks, the count in the fact chunk tells how much of the
+// last block is sound. It is used only if it ends in that block, as some writers count samples,
+// blocks or half of them instead.
 std::int64_t countFrames(const FoundSound& found, std::int64_t bytes,
                          std::optional<std::uint32_t> counted) {
     const int channels = found.sound.format.channels;
@@ -163,7 +164,7 @@ std::int64_t countFrames(const FoundSound& found, std::int64_t bytes,
     return plausible ? std::int64_t{*counted} : held;
 }
 
-// The size of the data as an RF64 file states it; none when it does not.
+// The size of the data as an RF64 file states it; none if it does not.
 std::optional<std::int64_t> readLongSize(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
     std::array<std::uint8_t, 16> body;
     if (chunk.size < static_cast<std::int64_t>(body.size())) return {};
@@ -173,7 +174,7 @@ std::optional<std::int64_t> readLongSize(const SourceFile& file, const ChunkWalk
     return static_cast<std::int64_t>(std::min<std::uint64_t>(size, INT64_MAX));
 }
 
-// The count of frames as the fact chunk states it; none when it does not.
+// The number of frames as the fact chunk states it; none if it does not.
 std::optional<std::uint32_t> readCount(const SourceFile& file, const ChunkWalker::Chunk& chunk) {
     std::array<std::uint8_t, 4> body;
     if (chunk.size < static_cast<std::int64_t>(body.size())) return {};

@@ -25,7 +25,7 @@ constexpr std::array<int, 89> kSteps = {
 constexpr std::array<int, 8> kStepMoves = {-1, -1, -1, -1, 2, 4, 6, 8};
 
 constexpr int kLeastStep = 16;
-constexpr int kMostStep = 1 << 20;  // never reached by sound; a made-up file must not overflow it
+constexpr int kMostStep = 1 << 20;  // real sound stays below it; stops overflow on crafted files
 
 std::int16_t clipped(int value) {
     return static_cast<std::int16_t>(std::clamp(value, -32768, 32767));
@@ -36,7 +36,7 @@ struct ImaState {
     int index;
 
     std::int16_t next(int code) {
-        // The parts are cut off one by one, as encoders do it, not once for their sum.
+        // Each part is truncated by itself, as encoders do it, rather than the sum once.
         const int step = kSteps[static_cast<std::size_t>(index)];
         int difference = step >> 3;
         if ((code & 4) != 0) difference += step;
@@ -88,7 +88,7 @@ void decodeImaBlock(std::span<const std::uint8_t> block, int channels, std::int1
         std::int16_t* out = interleaved + channel;
         *out = static_cast<std::int16_t>(state.value);
         out += channels;
-        // The channels take turns of four bytes, eight samples.
+        // The channels alternate every four bytes, which are eight samples.
         for (std::int64_t done = 1; done < frames; done += 8) {
             bytes += kImaHead * channels;
             for (int i = 0; i < 4; ++i) {

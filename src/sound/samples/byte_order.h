@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-// Numbers as files hold them, lowest or highest byte first.
+// Reads integers stored in little-endian or big-endian order.
 
 namespace tarnwick::sound {
 

@@ -3,13 +3,13 @@
 #include <bit>
 #include <cstdint>
 
-// The two laws of ITU-T G.711: a sample in eight bits, finer the quieter it is.
+// The two laws of ITU-T G.711: eight bits per sample, with finer resolution for quieter samples.
 
 namespace tarnwick::sound {
 
 enum class Companding { None, ALaw, MuLaw };
 
-// Both laws keep the position of the highest bit set in the magnitude, and the four bits behind it.
+// Both laws keep the position of the highest set bit of the magnitude and the four bits below it.
 inline int companded(int magnitude, int exponent) {
     return exponent << 4 | (magnitude >> (exponent + 3) & 15);
 }

@@ -19,7 +19,7 @@ class LoudBits {
   public:
     void set(int frame) { words_[static_cast<std::size_t>(frame / 64)] |= bit(frame); }
 
-    // The first or last loud frame in [first, end), 0 to 256; -1 without one.
+    // The first or last loud frame in [first, end), within 0 to 256; -1 if there is none.
     int firstIn(int first, int end) const {
         for (int word = first / 64; word * 64 < end; ++word)
             if (const std::uint64_t bits = masked(word, first, end))
@@ -46,8 +46,8 @@ class LoudBits {
     std::array<std::uint64_t, Peaks::kFinestFrames / 64> words_ = {};
 };
 
-// The blocks that scans of a source had to look at sample by sample, so that a scan after an edit
-// reads only what is new. Kept per threshold and gain; small, and emptied when it grows. Any
+// Caches the blocks of a source that scans had to examine sample by sample, so that a scan after an
+// edit reads only new blocks. Keyed by threshold and gain. Emptied when it reaches kMostBlocks. Any
 // thread.
 class LoudMaps {
   public:
@@ -76,7 +76,7 @@ class LoudMaps {
     }
 
   private:
-    static constexpr std::size_t kMostBlocks = 100'000;  // some 8 MB
+    static constexpr std::size_t kMostBlocks = 100'000;  // about 8 MB
 
     mutable std::mutex mutex_;
     std::map<Key, std::unordered_map<std::int64_t, LoudBits>> maps_;

@@ -9,8 +9,8 @@
 
 #include "sound/samples/sample_codecs.h"
 
-// Peaks straight from packed samples. On processors with AVX2 the same loops run eight samples
-// wide, and 24-bit samples are spread by one shuffle for eight of them.
+// Computes peaks directly from packed samples. On processors with AVX2 the same loops handle eight
+// samples at a time, and one shuffle unpacks eight 24-bit samples.
 
 namespace tarnwick::sound {
 
@@ -43,11 +43,11 @@ template <class Codec>
         values[i] = Codec::load(bytes + i * Codec::kBytes);
 }
 
-// The values of both channels lie in turn; `count` is a multiple of the channels.
+// The values of the channels are interleaved; `count` is a multiple of the number of channels.
 template <class Value, int kChannels>
 [[gnu::always_inline]] inline void findExtremes(const Value* values, std::size_t count,
                                                 Peak* peaks) {
-    constexpr std::size_t kLanes = 16;  // a multiple of the channels: lanes never mix them
+    constexpr std::size_t kLanes = 16;  // a multiple of kChannels, so each lane sees one channel
     std::array<Value, kLanes> minimum;
     std::array<Value, kLanes> maximum;
     minimum.fill(std::numeric_limits<Value>::max());
@@ -74,7 +74,7 @@ template <class Value, int kChannels>
 template <class Codec, int kChannels>
 void measureAs(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
     using Value = ValueOf<Codec>;
-    // Unpacked first: the loop of comparisons then runs on whole vectors.
+    // Unpack first, so that the comparison loop can be vectorised.
     std::array<Value, Peaks::kFinestFrames * kChannels> values;
     const auto count = static_cast<std::size_t>(frames * kChannels);
     unpackFrom<Codec>(0, bytes, count, values.data());
@@ -83,8 +83,8 @@ void measureAs(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
 
 #if defined(__x86_64__)
 
-// Spreads 24-bit samples over the upper bytes of 32-bit values, eight at a time; gives the number
-// of values done. The loads read four bytes behind their samples and stop short of the end.
+// Moves 24-bit samples into the upper bytes of 32-bit values, eight at a time, and returns the
+// number of values done. Each load reads four bytes past its samples, so the loop stops early.
 [[gnu::target("avx2")]] std::size_t spread24(const std::uint8_t* bytes, std::size_t count,
                                              std::int32_t* values) {
     const __m256i places =

@@ -15,9 +15,9 @@ struct Peak {
     friend bool operator==(const Peak&, const Peak&) = default;
 };
 
-// The extremes of a sound, for each channel at every 256 frames and at stretches longer by 16 from
-// level to level, until one stretch holds the sound. The last stretch of a level may be shorter.
-// Immutable once built; any thread.
+// The extremes of a sound per channel, for every 256 frames and then for stretches 16 times longer
+// from level to level, until one stretch covers the sound. The last stretch of a level may be
+// shorter. Immutable once built; any thread.
 class Peaks {
   public:
     static constexpr std::int64_t kFinestFrames = 256;
@@ -30,8 +30,8 @@ class Peaks {
     static std::int64_t framesAt(int level) { return kFinestFrames << (4 * level); }
     std::span<const Peak> level(int channel, int level) const;
 
-    // For the builder: the finest level, which distinct threads may fill in distinct places, and
-    // the making of the coarser ones when it is full.
+    // For the builder. Threads may fill different parts of the finest level at the same time; once
+    // it is full, makeCoarser() computes the other levels.
     std::span<Peak> finest(int channel);
     void makeCoarser();
 
@@ -40,7 +40,7 @@ class Peaks {
 
     int channels_;
     std::vector<std::size_t> sizes_;    // peaks of one channel at each level
-    std::vector<std::size_t> offsets_;  // of each level inside a channel's stretch of all_
+    std::vector<std::size_t> offsets_;  // of each level within a channel's part of all_
     std::size_t perChannel_ = 0;
     std::vector<Peak> all_;
 };

@@ -11,9 +11,9 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Adding 1.5 * 2^52 leaves a double no room for a fraction: the processor rounds to the nearest
-// integer, and the low 32 bits of the sum are that integer in two's complement. Unlike lrint the
-// loop over it is vectorised.
+// After adding 1.5 * 2^52 a double has no bits left for a fraction: the processor rounds to the
+// nearest integer, and the low 32 bits of the sum are that integer in two's complement. Unlike one
+// with lrint, a loop over this is vectorised.
 constexpr double kRounder = 6755399441055744.0;
 
 constexpr std::size_t kBlock = 1024;
@@ -49,8 +49,8 @@ void pack(const std::int32_t* samples, std::size_t count, const SampleLayout& la
             }
             break;
         case 24:
-            // Whole words, of which the next sample overwrites the fourth byte; the last sample
-            // has nothing behind it.
+            // Writes four bytes each time; the next sample overwrites the fourth. The last sample
+            // writes three, as nothing follows it.
             for (std::size_t i = 0; i + 1 < count; ++i)
                 std::memcpy(out + 3 * i, &samples[i], 4);
             if (count > 0) std::memcpy(out + 3 * (count - 1), &samples[count - 1], 3);

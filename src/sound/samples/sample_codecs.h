@@ -9,13 +9,13 @@
 
 #include "sound/samples/sample_coding.h"
 
-// One codec for each coding of uncompressed samples, for loops that are made for each of them.
+// One codec type per coding of uncompressed samples, so that loops can be instantiated for each.
 
 namespace tarnwick::sound {
 
 static_assert(std::endian::native == std::endian::little);
 
-// Each codec loads one sample: integers as the upper bits of an int32, floating ones as they are.
+// Each codec loads one sample: integers into the upper bits of an int32, floating ones unchanged.
 template <class Word, bool kBig>
 Word loadWord(const std::uint8_t* bytes) {
     Word word;
@@ -34,8 +34,8 @@ struct Integer8 {
     }
 };
 
-// The two codings of ITU-T G.711, spread over 16 bits: a sign, three bits of exponent, four of
-// mantissa. A-law has every other bit turned over, mu-law all of them.
+// The two codings of ITU-T G.711, expanded to 16 bits. A code is a sign, three bits of exponent and
+// four of mantissa; A-law stores every other bit inverted, mu-law all of them.
 constexpr std::int16_t aLawValue(int code) {
     code ^= 0x55;
     const int exponent = code >> 4 & 7;
@@ -80,7 +80,7 @@ struct Integer24 {
         const std::uint32_t low = kBig ? bytes[2] : bytes[0];
         return static_cast<std::int32_t>(high << 24 | std::uint32_t{bytes[1]} << 16 | low << 8);
     }
-    // The same in one step, where the byte behind the sample may be read too.
+    // The same in a single load, for use where the byte after the sample may be read too.
     static std::int32_t loadInside(const std::uint8_t* bytes) {
         const auto word = loadWord<std::uint32_t, kBig>(bytes);
         return static_cast<std::int32_t>(kBig ? word & 0xFFFFFF00 : word << 8);
@@ -95,8 +95,8 @@ struct Integer32 {
     }
 };
 
-// Beyond this nothing is a sample, nor is what is no number: one of them would make all that is
-// computed from it the same.
+// Larger values, infinities and NaN are not samples and load as 0: a single one would spoil
+// everything computed from it.
 constexpr float kLargestFloat = std::numeric_limits<float>::max();
 
 template <bool kBig>

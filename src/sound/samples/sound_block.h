@@ -5,8 +5,8 @@
 
 namespace tarnwick::sound {
 
-// Frames on their way into a file: either as values, interleaved, in parts of full scale, or as the
-// bytes that the file is to have. The other one is empty.
+// Frames to be written to a file: either interleaved values in parts of full scale, or the bytes
+// exactly as the file will hold them. The other vector is empty.
 struct SoundBlock {
     std::vector<double> values;
     std::vector<std::uint8_t> stored;

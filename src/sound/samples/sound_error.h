@@ -7,7 +7,7 @@ namespace tarnwick::sound {
 enum class SoundFailure {
     NoSpace,        // memory or disk space ran out
     NotFound,       // the file does not exist or cannot be opened
-    NotASound,      // no sound file of a known kind, or one that holds no sound
+    NotASound,      // not a sound file of a known kind, or one without sound
     Damaged,        // the file is damaged or cannot be read to its end
     SourceChanged,  // the file was changed in place while it was held open
     BadRange,       // a stretch outside the sound

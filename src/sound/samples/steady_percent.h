@@ -7,13 +7,13 @@
 
 namespace tarnwick::sound {
 
-// Turns amounts of work into progress reports: each percent once at most, rising. One thread.
+// Turns amounts of work into progress reports: rising percentages, each at most once. One thread.
 class SteadyPercent {
   public:
     SteadyPercent(const Progress& progress, std::int64_t whole)
         : progress_(progress), whole_(std::max<std::int64_t>(whole, 1)) {}
 
-    // Reports that `done` of the whole is done.
+    // Reports that `done` units of the whole are done.
     void reached(std::int64_t done) {
         const int percent =
             static_cast<int>(std::clamp<std::int64_t>(done, 0, whole_) * 100 / whole_);
@@ -22,7 +22,7 @@ class SteadyPercent {
         if (progress_.percent) progress_.percent(percent);
     }
 
-    // Throws SoundError(Cancelled) when the caller has asked to stop.
+    // Throws SoundError(Cancelled) if the caller has asked to stop.
     void checkStop() const { sound::checkStop(progress_.stop); }
 
   private:

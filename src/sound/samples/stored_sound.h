@@ -6,7 +6,7 @@
 
 namespace tarnwick::sound {
 
-// How one sample lies in a file.
+// How a file stores one sample.
 enum class Coding {
     Unsigned8,
     Signed8,

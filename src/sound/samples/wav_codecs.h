@@ -6,17 +6,18 @@
 
 namespace tarnwick::sound {
 
-// The codecs that are written into WAV: OutputFormat::codec, and indices of wavCodecs().
+// The codecs that WAV files are written with. Values of OutputFormat::codec and indices into
+// wavCodecs().
 enum WavCodec : int { kPcmCodec, kALawCodec, kMuLawCodec, kImaAdpcm, kMsAdpcm, kGsm610 };
 
 struct WavCodecInfo {
     const char* name;
-    // All that the codec can be written in, by rate, bits and channels. Bits are those of a coded
-    // sample, 0 where a sample has no number of its own.
+    // Every format the codec can be written in, ordered by rate, bits, channels. Bits are those of
+    // a coded sample, 0 where the codec has no whole number of bits per sample.
     std::vector<AudioFormat> formats;
 };
 
-// By WavCodec. Any thread.
+// Indexed by WavCodec. Any thread.
 const std::vector<WavCodecInfo>& wavCodecs();
 
 }  // namespace tarnwick::sound

@@ -7,7 +7,7 @@ namespace tarnwick::sound {
 LoudSearch::LoudSearch(const Timeline& timeline, double limit)
     : search_(*timeline.source(), limit), pieces_(timeline.pieces(0, timeline.frames())) {}
 
-// Makes the piece that holds a frame the present one, and its gain the one that is searched with.
+// Moves to the piece that holds `frame` and searches with its gain from then on.
 const Piece& LoudSearch::moveTo(std::int64_t frame) {
     while (frame < pieces_[piece_].at)
         --piece_;

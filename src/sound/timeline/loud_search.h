@@ -8,20 +8,20 @@
 
 namespace tarnwick::sound {
 
-// Finds loud frames on a timeline, piece by piece: silences are passed over, and a stretch of the
-// source is searched there. Questions near the last one are answered fastest. One thread.
+// Finds loud frames on a timeline piece by piece. Skips silences and searches the source for the
+// other pieces. Searches near the previous one are the fastest. One thread.
 class LoudSearch {
   public:
-    // Loud is what exceeds `limit`, in parts of full scale, in any channel. The timeline's source
+    // A frame is loud if any channel exceeds `limit`, in parts of full scale. The timeline's source
     // must outlive the search.
     LoudSearch(const Timeline& timeline, double limit);
 
-    // The first or last loud frame in [first, end); -1 without one. Throws SoundError.
+    // The first or last loud frame in [first, end); -1 if there is none. Throws SoundError.
     std::int64_t firstLoud(std::int64_t first, std::int64_t end);
     std::int64_t lastLoud(std::int64_t first, std::int64_t end);
 
-    // A frame in [first, end) at or behind which, still in [first, end), there certainly is a loud
-    // one; -1 when a quick look near the end shows none. Reads no samples.
+    // A frame in [first, end) for which a loud frame certainly lies at or after it, before `end`;
+    // -1 if the peaks near the end show none. Fast, as it reads no samples.
     std::int64_t quickLoud(std::int64_t first, std::int64_t end);
 
   private:
@@ -29,7 +29,7 @@ class LoudSearch {
 
     SourceSearch search_;
     std::vector<Piece> pieces_;
-    std::size_t piece_ = 0;  // the one asked last
+    std::size_t piece_ = 0;  // the one searched last
 };
 
 }  // namespace tarnwick::sound

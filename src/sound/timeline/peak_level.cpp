@@ -13,14 +13,14 @@ namespace {
 
 constexpr std::int64_t kBlock = Peaks::kFinestFrames;
 
-// Finds the largest |sample| of a source's stretches by their peaks: first what the peaks alone
-// prove, then the samples of the blocks that may hold more.
+// Finds the largest |sample| in stretches of a source. The peaks give a lower bound first; then
+// only the samples of blocks that may exceed it are read.
 class PeakSearch {
   public:
     explicit PeakSearch(const Source& source)
         : source_(source), bounded_(!source.format().floating) {}
 
-    // Raises the level that is known to be reached.
+    // Raises the lower bound by the peaks of a piece.
     void prove(const Piece& piece) {
         descend(piece, [&](std::int64_t block, std::int64_t first, std::int64_t end) {
             const std::int64_t blockEnd = std::min((block + 1) * kBlock, source_.frames());
@@ -30,7 +30,7 @@ class PeakSearch {
         });
     }
 
-    // Reads what may hold the peak. After all pieces were proved.
+    // Reads the samples of a piece that may be the largest. Call after prove() for all pieces.
     void read(const Piece& piece, const SteadyPercent& percent) {
         descend(piece, [&](std::int64_t, std::int64_t first, std::int64_t end) {
             percent.checkStop();
@@ -56,14 +56,14 @@ class PeakSearch {
         return most;
     }
 
-    // What no sample under a peak exceeds.
+    // The upper bound of the samples that a peak covers.
     double boundOf(int peak) const {
         if (peak < 32767) return peak / 32768.0;
         return bounded_ ? 1.0 : std::numeric_limits<double>::infinity();
     }
 
     // Calls visit(block, first, end) for the part of each finest block that lies in the piece and
-    // may hold more than is known.
+    // may exceed the level known so far.
     template <class Visit>
     void descend(const Piece& piece, const Visit& visit) {
         const std::int64_t end = piece.source + piece.count;
@@ -89,8 +89,8 @@ class PeakSearch {
 
     const Source& source_;
     bool bounded_;
-    double proven_ = 0.0;  // a sample is at least this
-    double found_ = 0.0;   // the largest sample that was read
+    double proven_ = 0.0;  // lower bound of the result
+    double found_ = 0.0;   // the largest sample read so far
 };
 
 }  // namespace

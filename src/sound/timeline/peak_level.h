@@ -6,9 +6,9 @@
 
 namespace tarnwick::sound {
 
-// The largest |sample| of all channels in [range.first, range.end), in parts of full scale, exact;
-// 0 for an empty or silent stretch. Reads samples only where the peaks do not settle it. Any
-// thread. Throws SoundError: BadRange, Cancelled, and what reading the sound throws.
+// The exact largest |sample| of all channels in [range.first, range.end), in parts of full scale;
+// 0 for an empty or silent stretch. Reads samples only where the peaks leave it open. Any thread.
+// Throws SoundError: BadRange, Cancelled, and what reading the sound throws.
 double peakLevel(const Timeline& timeline, FrameRange range, const Progress& progress = {});
 
 }  // namespace tarnwick::sound

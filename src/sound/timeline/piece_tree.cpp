@@ -7,9 +7,8 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Evenly spread numbers from a counter (Steele, Lea and Flood, "Fast splittable pseudorandom number
-// generators", 2014): no state to guard but the counter, and the same run of edits gives the same
-// trees.
+// Pseudorandom numbers from a counter (Steele, Lea and Flood, "Fast splittable pseudorandom number
+// generators", 2014). The counter is the only shared state, and the same edits give the same trees.
 std::uint64_t nextPriority() {
     static std::atomic<std::uint64_t> counter = 0;
     std::uint64_t mixed = counter.fetch_add(0x9E3779B97F4A7C15, std::memory_order_relaxed);
@@ -18,7 +17,7 @@ std::uint64_t nextPriority() {
     return mixed ^ (mixed >> 31);
 }
 
-// A copy of a node with other subtrees, which have had its gain handed down.
+// A copy of a node with other subtrees, to which its pending gain has already been applied.
 PieceTree withChildren(const PieceNode& node, PieceTree left, PieceTree right) {
     auto copy = std::make_shared<PieceNode>(node);
     copy->below = 1.0;
@@ -28,7 +27,7 @@ PieceTree withChildren(const PieceNode& node, PieceTree left, PieceTree right) {
     return copy;
 }
 
-// A product of gains that neither vanishes nor leaves the numbers, however many there are.
+// The product of two gains, limited so that no number of them underflows to 0 or overflows.
 double product(double first, double second) {
     constexpr double kSmallest = 1e-30;
     constexpr double kLargest = 1e30;
@@ -77,8 +76,8 @@ std::pair<PieceTree, PieceTree> split(const PieceTree& tree, std::int64_t at) {
         auto [before, from] = split(right, inside - tree->count);
         return {withChildren(*tree, left, before), from};
     }
-    // Both halves draw new priorities: if they kept the old one, the pieces of a recording cut up
-    // again and again would hang in a chain.
+    // Both halves get new priorities. With the old one, the pieces of a recording that is cut again
+    // and again would form a chain.
     const bool silent = tree->source == Piece::kSilence;
     return {joined(left, newPiece(tree->source, inside, tree->gain)),
             joined(newPiece(silent ? Piece::kSilence : tree->source + inside, tree->count - inside,

@@ -9,9 +9,9 @@
 
 namespace tarnwick::sound {
 
-// A balanced tree of pieces in order: a treap whose nodes never change, so that trees share what
-// they have in common. A gain over a whole subtree is noted at its root and handed down when the
-// subtree is taken apart. (Seidel and Aragon, "Randomized search trees", 1996.)
+// A balanced tree of pieces in order: a treap with immutable nodes, so that trees share common
+// subtrees. A gain over a whole subtree is stored at its root and pushed down when the subtree is
+// split or joined. (Seidel and Aragon, "Randomized search trees", 1996.)
 struct PieceNode {
     using Tree = std::shared_ptr<const PieceNode>;
 
@@ -21,8 +21,8 @@ struct PieceNode {
     std::int64_t count = 0;                 // frames of this piece
     std::int64_t total = 0;                 // frames of the whole subtree
     double gain = 1.0;                      // of this piece
-    double below = 1.0;                     // of both subtrees, not handed down yet
-    std::uint64_t priority = 0;             // never less than a child's
+    double below = 1.0;                     // pending gain of both subtrees
+    std::uint64_t priority = 0;             // at least that of each child
 };
 
 using PieceTree = PieceNode::Tree;
@@ -32,13 +32,13 @@ inline std::int64_t totalOf(const PieceTree& tree) { return tree ? tree->total :
 PieceTree sourcePiece(std::int64_t source, std::int64_t count, double gain = 1.0);
 PieceTree silentPiece(std::int64_t count);  // empty for 0 frames
 
-// The tree before and from a frame, 0 to its total.
+// Splits the tree into the frames before `at` and those from `at` on. `at` is 0 to its total.
 std::pair<PieceTree, PieceTree> split(const PieceTree& tree, std::int64_t at);
 PieceTree joined(const PieceTree& left, const PieceTree& right);
 PieceTree withGain(const PieceTree& tree, double gain);
 
-// Calls visit(Piece) for the pieces of [first, end), cut to it, in order. `at` is the frame at
-// which the tree begins, `gain` what the nodes above note.
+// Calls visit(Piece) in order for the pieces in [first, end), clipped to it. `at` is the frame at
+// which the tree begins, `gain` the pending gain of the nodes above.
 template <class Visit>
 void visitPieces(const PieceNode* node, std::int64_t first, std::int64_t end, const Visit& visit,
                  std::int64_t at = 0, double gain = 1.0) {

@@ -10,23 +10,23 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Frames between two looks at the stop request.
+// Frames between two progress reports and checks for a stop request.
 constexpr std::int64_t kReportFrames = 1 << 16;
 
 double limitOf(int threshold) { return std::clamp(threshold, 0, 32767) / 32767.0; }
 
-// Every longest stretch without a loud frame in `range` that lasts at least `minimum`, in order.
+// Every maximal stretch in `range` without a loud frame that lasts at least `minimum`, in order.
 //
-// A silence of the minimum length that begins at or behind a frame covers the last frame of the
-// window of that length; so a loud frame there moves the window on by nearly its whole length, and
-// most of the sound is never looked at. (The idea of Boyer and Moore's string search, 1977.)
+// A silence of at least the minimum length that begins inside a window of that length covers the
+// window's last frame. So a loud frame there lets the window jump ahead by nearly its whole length,
+// and most of the sound is never examined. (The idea of the Boyer-Moore string search, 1977.)
 std::vector<FrameRange> silencesIn(LoudSearch& search, FrameRange range, std::int64_t minimum,
                                    const Progress& progress) {
     SteadyPercent percent(progress, range.end - range.first);
     std::vector<FrameRange> found;
     std::int64_t report = range.first;
-    // No silence that has not been found begins before `first`; if one begins there, the frame
-    // before it is loud or the edge of the range.
+    // All silences that begin before `first` have been found. If one begins at `first`, the frame
+    // before it is loud or outside the range.
     std::int64_t first = range.first;
     while (first <= range.end - minimum) {
         if (first >= report) {
@@ -72,7 +72,7 @@ Timeline withoutSilence(const Timeline& timeline, FrameRange range, int threshol
     const FrameRange inner{loud, search.lastLoud(loud, range.end) + 1};
     const auto silences =
         silencesIn(search, inner, std::max<std::int64_t>(minimumFrames, 1), progress);
-    // From the back, so that the places still ahead stay where they are.
+    // From back to front, so that the positions of the silences still to be removed stay valid.
     Timeline left = timeline.removed(inner.end, range.end);
     for (auto silence = silences.rbegin(); silence != silences.rend(); ++silence) {
         checkStop(progress.stop);

@@ -8,14 +8,14 @@ namespace tarnwick::sound {
 namespace {
 
 constexpr std::int64_t kBlock = Peaks::kFinestFrames;
-// How many blocks a quick look goes back.
+// How many blocks quickLoud() examines, going back from the end.
 constexpr int kQuickBlocks = 12;
 
 }  // namespace
 
 SourceSearch::SourceSearch(const Source& source, double limit)
     : source_(source), limit_(limit), channels_(source.format().channels) {
-    // Asked for once: the searches below are little else than looks at peaks.
+    // Fetched once, as the searches below spend most of their time on peaks.
     for (int level = 0; level < source.peaks().levels(); ++level)
         peaks_.push_back({source.peaks().level(0, level).data(),
                           source.peaks().level(channels_ - 1, level).data()});
@@ -31,14 +31,14 @@ void SourceSearch::setGain(double gain) {
         --peak;
     while (peak < 32768 && within(peak + 1))
         ++peak;
-    loudPeak_ = peak + 1;  // a peak one more than this may have been rounded up from this
-    // A peak at the end of its range only says "or beyond", unless nothing can lie beyond.
+    loudPeak_ = peak + 1;  // a peak of this value may be rounded up from a quiet sample
+    // A peak at the end of its range means "or beyond", unless samples cannot exceed full scale.
     const bool bounded = !source_.format().floating;
     quietPeak_ = bounded && peak == 32768 ? 32768 : std::min(peak, 32766);
 }
 
 bool SourceSearch::quiet(int level, std::int64_t frame) const {
-    // The places are not negative: shifting divides.
+    // Frames are not negative, so a shift divides.
     const auto index = static_cast<std::size_t>(frame) >> (8 + 4 * level);
     static_assert(Peaks::kFinestFrames == 1 << 8 && Peaks::kStep == 1 << 4);
     for (const Peak* const channel : peaks_[static_cast<std::size_t>(level)]) {
@@ -56,7 +56,7 @@ bool SourceSearch::certainlyLoud(std::int64_t block) const {
     return false;
 }
 
-// The coarsest level whose stretch around a frame is quiet; -1 if none is.
+// The coarsest level whose stretch around a frame is certainly quiet; -1 if there is none.
 int SourceSearch::quietLevel(std::int64_t frame) const {
     int level = -1;
     const int levels = static_cast<int>(peaks_.size());

@@ -9,23 +9,23 @@
 
 namespace tarnwick::sound {
 
-// Finds loud frames of a source that is played with a gain: through its peaks, and sample by sample
-// only in the blocks that hold both kinds or that a question cuts. One thread.
+// Finds loud frames of a source under a gain. Examines samples only in blocks that the peaks do not
+// prove quiet. One thread.
 class SourceSearch {
   public:
-    // Loud is what exceeds `limit`, in parts of full scale, in any channel, after the gain. The
+    // A frame is loud if, after the gain, any channel exceeds `limit`, in parts of full scale. The
     // source must outlive the search.
     SourceSearch(const Source& source, double limit);
 
-    // The gain for the questions that follow, not 0. Is to be called before the first of them.
+    // Sets the gain for the searches that follow, not 0. Must be called before the first search.
     void setGain(double gain);
 
-    // The first or last loud frame in [first, end); -1 without one. Throws SoundError.
+    // The first or last loud frame in [first, end); -1 if there is none. Throws SoundError.
     std::int64_t firstLoud(std::int64_t first, std::int64_t end);
     std::int64_t lastLoud(std::int64_t first, std::int64_t end);
 
-    // The beginning of a whole block in [first, end) that certainly holds a loud frame; -1 when a
-    // quick look near the end shows none. Reads no samples.
+    // The beginning of a whole block in [first, end) that certainly holds a loud frame; -1 if the
+    // peaks near the end show none. Fast, as it reads no samples.
     std::int64_t quickLoud(std::int64_t first, std::int64_t end) const;
 
   private:
@@ -39,11 +39,11 @@ class SourceSearch {
     double limit_;
     int channels_;
     double gain_ = 0.0;
-    // What a peak says under the gain: surely quiet at or under the one, surely loud above the
-    // other.
+    // With the present gain a stretch is certainly quiet if its peak is at most quietPeak_, and
+    // certainly holds a loud frame if its peak is above loudPeak_.
     int quietPeak_ = 0;
     int loudPeak_ = 32769;
-    // The block looked into last.
+    // The block examined last.
     LoudMaps::Key bitsKey_;
     std::int64_t bitsBlock_ = -1;
     LoudBits bits_;

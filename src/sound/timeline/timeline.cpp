@@ -11,7 +11,7 @@ namespace tarnwick::sound {
 
 namespace {
 
-// More than any recording, and far from where sums of frames would overflow.
+// More than any recording, and small enough that sums of frames cannot overflow.
 constexpr std::int64_t kMaximumFrames = std::int64_t{1} << 48;
 
 [[noreturn]] void badRange() {
@@ -84,7 +84,7 @@ Timeline Timeline::scaled(std::int64_t first, std::int64_t end, double gain) con
     if (!(std::abs(gain) <= kMaximumGain)) badRange();
     const auto [before, from] = split(tree_, first);
     const auto [inside, behind] = split(from, end - first);
-    // Silence instead of a product with 0: exact, and a stretch that scans need not look into.
+    // A gain of 0 becomes silence: it is exact, and scans can skip it.
     const PieceTree changed = gain == 0.0 ? silentPiece(end - first) : withGain(inside, gain);
     return {source_, joined(joined(before, changed), behind)};
 }

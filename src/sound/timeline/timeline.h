@@ -31,12 +31,12 @@ struct Piece {
 struct PieceNode;
 
 // A sound with its edits: stretches of a source and silences in order. An immutable value: an edit
-// gives a new one that shares all it can with the old, so that keeping the old value is an undo.
-// Copying is cheap, and an edit costs the same at any length. Any thread.
+// returns a new one that shares most of its structure with the old, so undo means keeping the old
+// value. Copying is cheap, and the cost of an edit does not depend on the length. Any thread.
 class Timeline : public FrameReader {
   public:
-    // Enough to bring the faintest 32-bit sample to full scale, and products of a great many gains
-    // stay numbers.
+    // Enough to bring the faintest 32-bit sample to full scale, while products of very many gains
+    // stay finite.
     static constexpr double kMaximumGain = 1e10;
 
     explicit Timeline(std::shared_ptr<const Source> source);
@@ -47,19 +47,19 @@ class Timeline : public FrameReader {
     bool readStored(std::int64_t first, std::int64_t count, Coding coding,
                     std::uint8_t* bytes) const override;
 
-    // Edits; stretches are [first, end). Throw SoundError(BadRange) for a place outside the sound,
-    // a negative count or a gain beyond the maximum or not a number.
+    // Edits; stretches are [first, end). Throw SoundError(BadRange) for a position outside the
+    // sound, a negative count, or a gain that is NaN or beyond the maximum.
     Timeline inserted(std::int64_t at, std::int64_t count) const;  // silence
     Timeline removed(std::int64_t first, std::int64_t end) const;
     Timeline scaled(std::int64_t first, std::int64_t end, double gain) const;
 
-    // The stretches that make up [first, end), cut to it, in order.
+    // The pieces that make up [first, end), clipped to it, in order.
     std::vector<Piece> pieces(std::int64_t first, std::int64_t end) const;
 
     // Divides [beginFrame, endFrame) evenly into out.size() columns and fills each with the
-    // channel's extremes, from peaks where a column is wide, else from the samples. Columns outside
-    // the sound are 0. False when the channel or the stretch does not exist, or the samples cannot
-    // be read.
+    // channel's extremes: from the peaks if columns are wide, else from the samples. Columns
+    // outside the sound are 0. Returns false if there is no such channel or stretch, or the samples
+    // cannot be read.
     bool columns(int channel, double beginFrame, double endFrame, std::span<PeakRange> out) const;
 
     const std::shared_ptr<const Source>& source() const { return source_; }

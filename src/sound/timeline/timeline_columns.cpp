@@ -9,12 +9,13 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Columns under this width are made from samples: beyond it peaks err by half a column at most.
+// Columns narrower than this are computed from samples. For wider ones the peaks are off by half a
+// column at most.
 constexpr double kNarrowFrames = 2.0 * Peaks::kFinestFrames;
 // Frames of samples held at a time.
 constexpr std::int64_t kMostFrames = 16 * 1024;
 
-// Where the columns of a picture lie on a timeline.
+// Maps the columns of a picture to the frames of a timeline.
 class Grid {
   public:
     Grid(double begin, double end, std::size_t columns, std::int64_t frames)
@@ -24,8 +25,8 @@ class Grid {
           frames_(frames) {}
 
     double width() const { return width_; }
-    // The frames of a column, cut to the sound: each frame belongs to one column, but a column
-    // narrower than a frame shows the frame that it lies in.
+    // The frames of a column, clipped to the sound. Each frame belongs to one column, but a column
+    // narrower than a frame shows the frame it lies in.
     std::int64_t first(std::size_t column) const { return cut(edge(column)); }
     std::int64_t end(std::size_t column) const {
         const double next = std::max(edge(column + 1), edge(column) + 1.0);
@@ -36,7 +37,7 @@ class Grid {
         const double place = std::floor((static_cast<double>(frame) - begin_) / width_);
         auto column =
             static_cast<std::size_t>(std::clamp(place, 0.0, static_cast<double>(columns_ - 1)));
-        // The quotient and the edges are rounded apart.
+        // The quotient and the edges are rounded separately and may disagree.
         while (column > 0 && frame < first(column))
             --column;
         while (column + 1 < columns_ && frame >= end(column))

@@ -17,8 +17,8 @@ namespace tarnwick::sound {
 
 namespace {
 
-// After this many bytes the system is told to begin writing them to disk, so that the flush at the
-// end has little left to do.
+// Each time this many bytes have been written, the system is told to start bringing them to disk,
+// so that the flush at the end has little left to do.
 constexpr std::int64_t kFlushStep = 8 << 20;
 constexpr int kNameTries = 100;
 
@@ -43,7 +43,7 @@ bool makesNameless(int descriptor) {
 
 AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
     : target_(std::move(target)) {
-    // The system would take what stands before it for the name.
+    // The system would use only the part before the null as the name.
     if (target_.native().find('\0') != std::string::npos) fail(EINVAL, "a null in the name");
     std::error_code error;
     if (is_symlink(symlink_status(target_, error))) {
@@ -54,7 +54,7 @@ AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
     if (!target_.has_filename()) fail(ENOENT, "the target has no name");
     openTarget();
     openTemporary(temporary);
-    // The new file keeps the rights of the old; a file system without rights has none to keep.
+    // The new file gets the permissions of the old one. Fails on file systems without permissions.
     struct stat old;
     if (replaced_ >= 0 && fstat(replaced_, &old) == 0)
         static_cast<void>(!fchmod(descriptor_, old.st_mode & 07777));
@@ -66,9 +66,9 @@ void AtomicFile::openTarget() {
     replaced_ = open(target_.c_str(), O_PATH | O_CLOEXEC);
     struct stat old;
     if (replaced_ < 0 || fstat(replaced_, &old) != 0) return;
-    // Taking the place of a device or a pipe would cut off who else uses it.
+    // Replacing a device or a pipe would cut off other programs that use it.
     if (!S_ISREG(old.st_mode)) fail(EINVAL, "the target is no regular file");
-    // Replacing needs no right to the old file itself, but a protected file is meant to stay.
+    // Replacing a file needs no permission to write it, but a protected file should stay.
     if (access(target_.c_str(), W_OK) != 0) fail(errno, "the target is protected");
 }
 
@@ -111,14 +111,14 @@ void AtomicFile::writeAt(std::int64_t offset, const void* data, std::size_t byte
 }
 
 void AtomicFile::commit() {
-    // The size is part of what fdatasync brings to disk.
+    // fdatasync also flushes the size.
     while (fdatasync(descriptor_) != 0) {
         if (errno != EINTR) fail(errno, "the file cannot be flushed");
     }
     takePlace();
     if (close(std::exchange(descriptor_, -1)) != 0) fail(errno, "the file cannot be closed");
     const int folder = open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0) return;  // a folder that may be written but not read; the file itself is safe
+    if (folder < 0) return;  // the folder may be writable but not readable; the file itself is safe
     const bool flushed = fsync(folder) == 0 || errno == EINVAL;
     const int error = errno;
     close(folder);
@@ -139,7 +139,7 @@ void AtomicFile::takePlace() {
         return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
     };
     if (hidden_.empty()) {
-        // A link cannot replace a file, but where none stands it needs no second name.
+        // linkat cannot replace a file. If there is none, the file gets its final name at once.
         if (giveName(target_)) return;
         for (int tried = 0; errno == EEXIST && tried < kNameTries; ++tried) {
             std::filesystem::path name = randomName(folder_);

@@ -20,16 +20,16 @@ int libraryFormat(WavCodec codec) {
     return SF_FORMAT_WAV | (codec == kImaAdpcm ? SF_FORMAT_IMA_ADPCM : SF_FORMAT_GSM610);
 }
 
-// Whether the sizes certainly fit into 32 bits: with its block headers no codec takes more than
-// 0.51 bytes for a sample.
+// Whether the sizes certainly fit into 32 bits: including block headers, no codec takes more than
+// 0.51 bytes per sample.
 bool fits(std::int64_t frames, int channels) {
     constexpr std::int64_t kLargest = 0xFFFFFFFF;
     constexpr std::int64_t kHeaders = 65536;  // and the last block
     return frames <= kLargest && frames * channels / 100 * 51 + kHeaders <= kLargest;
 }
 
-// Where the body of a chunk of four bytes begins in the first bytes of a WAV; 0 when it is not
-// there.
+// The offset of a chunk's body of at least four bytes within the first bytes of a WAV; 0 if it is
+// not there.
 std::size_t bodyOf(const char* name, std::span<const unsigned char> start) {
     for (std::size_t at = 12; at + 12 <= start.size();
          at += std::size_t{8} + little32(&start[at + 4]))
@@ -39,8 +39,8 @@ std::size_t bodyOf(const char* name, std::span<const unsigned char> start) {
 
 }  // namespace
 
-// The file as the library sees it. Exceptions do not travel through the library: the first is kept,
-// and nothing more is written.
+// The file as the library sees it. Exceptions must not be thrown through the library: the first one
+// is stored, and nothing more is written.
 class BlockEncoder::Target {
   public:
     explicit Target(AtomicFile& file) : file_(file) {}
@@ -73,7 +73,7 @@ class BlockEncoder::Target {
     sf_count_t put(const char* bytes, sf_count_t count) {
         if (failure_) return 0;
         try {
-            // The library never leaves a gap; what it rewrites may reach over the end.
+            // The library never leaves a gap, but a rewrite may extend past the end.
             const sf_count_t old = std::clamp<sf_count_t>(file_.size() - at_, 0, count);
             file_.writeAt(at_, bytes, static_cast<std::size_t>(old));
             file_.write(bytes + old, static_cast<std::size_t>(count - old));
@@ -125,7 +125,7 @@ void BlockEncoder::finish() {
     correctLength();
 }
 
-// The library counts whole blocks of IMA ADPCM as sound.
+// For IMA ADPCM the library stores the length of whole blocks; this replaces it.
 void BlockEncoder::correctLength() {
     std::array<unsigned char, 256> start = {};
     const ssize_t known = pread(file_.descriptor(), start.data(), start.size(), 0);

@@ -11,11 +11,11 @@
 
 namespace tarnwick::sound {
 
-// Writes WAV of IMA ADPCM and GSM 6.10, through libsndfile. The last block is filled up with
-// silence; the fact chunk tells the true length.
+// Writes WAV with IMA ADPCM or GSM 6.10, through libsndfile. The last block is padded with silence;
+// the fact chunk holds the true length.
 class BlockEncoder : public Encoder {
   public:
-    // Throws SoundError; BadFormat for more frames than the 32-bit sizes of a WAV can tell.
+    // Throws SoundError; BadFormat for more frames than the 32-bit sizes of a WAV allow.
     BlockEncoder(WavCodec codec, const AudioFormat& format, std::int64_t frames, AtomicFile& file);
     ~BlockEncoder() override;
 
@@ -35,7 +35,7 @@ class BlockEncoder : public Encoder {
     int channels_;
     std::vector<short> samples_;
     std::unique_ptr<Target> target_;
-    std::unique_ptr<SNDFILE, Close> library_;  // last: writes when it is closed
+    std::unique_ptr<SNDFILE, Close> library_;  // declared last, as closing it still writes
 };
 
 }  // namespace tarnwick::sound

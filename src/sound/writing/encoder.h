@@ -10,7 +10,7 @@
 
 namespace tarnwick::sound {
 
-// Turns frames into the bytes of a sound file of one container. Used by one thread.
+// Encodes frames into a sound file of one container. Used by one thread.
 class Encoder {
   public:
     virtual ~Encoder() = default;
@@ -18,17 +18,18 @@ class Encoder {
     // Appends `frames` frames, interleaved, in parts of full scale. Throws SoundError.
     virtual void write(const double* interleaved, std::int64_t frames) = 0;
 
-    // The coding in which the encoder appends bytes as they are, if there is one.
+    // The coding in which writeStored() accepts frames, if there is one.
     virtual std::optional<Coding> storedCoding() const { return {}; }
-    // Appends whole frames that are already in that coding. Throws SoundError.
+    // Appends whole frames in that coding unchanged. Throws SoundError.
     virtual void writeStored(std::span<const std::uint8_t>) {}
 
-    // Completes the file; no write follows. Throws SoundError.
+    // Completes the file; no write may follow. Throws SoundError.
     virtual void finish() = 0;
 };
 
-// The encoder for `output.container`. `frames`: how many will be written in all, so that headers
-// are right from the start. `file` outlives the encoder. Throws SoundError(BadFormat).
+// Creates the encoder for `output.container`. `frames` is the total number that will be written, so
+// that headers are right from the start. `file` must outlive the encoder. Throws
+// SoundError(BadFormat).
 std::unique_ptr<Encoder> makeEncoder(const OutputFormat& output, std::int64_t frames,
                                      AtomicFile& file);
 

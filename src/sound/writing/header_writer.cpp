@@ -12,8 +12,8 @@ namespace tarnwick::sound {
 namespace {
 
 constexpr std::int64_t kLargest = 0xFFFFFFFF;      // of a 32-bit size
-constexpr std::int64_t kUnknown = 0xFFFFFFFF;      // a size that stands in the ds64 chunk
-constexpr std::int64_t kAifcVersion = 0xA2805140;  // the only one there is
+constexpr std::int64_t kUnknown = 0xFFFFFFFF;      // the size is in the ds64 chunk
+constexpr std::int64_t kAifcVersion = 0xA2805140;  // the only one that exists
 
 // Collects the fields of a header.
 class Bytes {
@@ -49,7 +49,7 @@ int formatTag(const AudioFormat& format, Companding law) {
     return format.floating ? kFloat : kPcm;
 }
 
-// An 80-bit extended number: sign and exponent, then a mantissa with its leading one.
+// An 80-bit extended number: sign and exponent, then a mantissa with an explicit leading one.
 void appendRate(Bytes& header, int rate) {
     const auto value = static_cast<std::uint64_t>(rate);
     const int width = std::bit_width(value);
@@ -61,7 +61,7 @@ void appendRate(Bytes& header, int rate) {
 std::vector<unsigned char> wavHeader(const AudioFormat& format, std::int64_t frames,
                                      Companding law) {
     constexpr std::int64_t kDs64 = 28;
-    // All but plain PCM carry an (empty) extension and the count of frames.
+    // All formats but plain PCM have an (empty) extension and a count of frames.
     const bool plain = !format.floating && law == Companding::None;
     const std::int64_t data = frames * frameBytes(format);
     const std::int64_t riff = 4 + (plain ? 8 + 16 : 8 + 18 + 12) + 8 + data + data % 2;
@@ -104,7 +104,7 @@ std::vector<unsigned char> adpcmHeader(const AudioFormat& format, std::int64_t f
 }
 
 std::vector<unsigned char> aiffHeader(const AudioFormat& format, std::int64_t frames) {
-    // A text with its length in front, of even size.
+    // A text preceded by its length; even in total.
     constexpr std::string_view kFloatCoding = "fl32\x11IEEE 32-bit float";
     constexpr std::int64_t kVersion = 8 + 4;
     const bool aifc = format.floating;

@@ -14,14 +14,14 @@ namespace {
 
 constexpr std::size_t kHeadBytes = 7;  // of a block, for each channel
 constexpr int kLeastStep = 16;
-constexpr int kMostStep = 32767;  // decoders may keep it in 16 bits
+constexpr int kMostStep = 32767;  // decoders may store it in 16 bits
 
-// One channel of a block as it will be written.
+// One channel of a block, encoded.
 struct Coded {
     std::size_t predictor = 0;
     int firstStep = kLeastStep;
     int lastStep = kLeastStep;
-    double noise = std::numeric_limits<double>::max();  // sum of the squares
+    double noise = std::numeric_limits<double>::max();  // sum of squared errors
     std::vector<unsigned char> codes;
 };
 
@@ -29,8 +29,9 @@ int predicted(const AdpcmWeights& weights, int last, int before) {
     return (last * weights[0] + before * weights[1]) >> 8;
 }
 
-// Codes a channel with one predictor and first step; gives up once it is worse than `best`, or
-// needs a larger step than there is; the predictor that weighs nothing never does.
+// Encodes a channel with one predictor and first step, and keeps the result if it is better than
+// `best`. Gives up once it is worse or needs a step above kMostStep, which the predictor with zero
+// weights never does.
 void code(const std::vector<int>& samples, std::size_t predictor, int firstStep, Coded& best) {
     const AdpcmWeights& weights = kStandardWeights[predictor];
     Coded tried{predictor, firstStep, firstStep, 0.0, {}};
@@ -54,7 +55,7 @@ void code(const std::vector<int>& samples, std::size_t predictor, int firstStep,
     if (tried.noise < best.noise) best = std::move(tried);
 }
 
-// The step with which a predictor's first errors would just be told.
+// A first step that suits a predictor: half the mean of its errors in the first frames.
 int openingStep(const std::vector<int>& samples, const AdpcmWeights& weights) {
     constexpr std::size_t kOpening = 24;
     const std::size_t end = std::min(samples.size(), kOpening);
@@ -64,7 +65,7 @@ int openingStep(const std::vector<int>& samples, const AdpcmWeights& weights) {
     return std::clamp(sum / static_cast<int>(2 * (end - 2)), kLeastStep, kMostStep);
 }
 
-// Begins with what was best in the block before: others give up the sooner.
+// Starts with what was best in the previous block, so that the others give up sooner.
 Coded nearest(const std::vector<int>& samples, std::size_t predictorBefore, int stepBefore) {
     Coded best;
     for (std::size_t tried = 0; tried < kStandardWeights.size(); ++tried) {
@@ -75,7 +76,7 @@ Coded nearest(const std::vector<int>& samples, std::size_t predictorBefore, int 
     return best;
 }
 
-// 256 bytes a channel for each 11025 Hz: what other writers take.
+// 256 bytes per channel for each 11025 Hz, as other writers use.
 std::size_t blockBytes(const AudioFormat& format) {
     return static_cast<std::size_t>(256 * format.channels * std::max(1, format.rate / 11025));
 }
@@ -133,7 +134,7 @@ void MicrosoftEncoder::encodeBlock() {
         put16(3 * channels_ + 2 * channel, samples[1]);
         put16(5 * channels_ + 2 * channel, samples[0]);
         for (std::size_t i = 0; i < coded.codes.size(); ++i) {
-            // The codes of the channels alternate, the upper half of a byte before the lower.
+            // The codes of the channels alternate; the upper half of a byte comes first.
             const std::size_t at = i * channels_ + channel;
             const int shift = at % 2 == 0 ? 4 : 0;
             block_[kHeadBytes * channels_ + at / 2] |=

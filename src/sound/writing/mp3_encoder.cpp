@@ -14,21 +14,22 @@ namespace tarnwick::sound {
 
 namespace {
 
-// LAME's own default. One step better takes two and a half times as long.
+// LAME's default. The next better one takes two and a half times as long.
 constexpr int kQuality = 3;
 
 constexpr std::int64_t kBlockFrames = 8192;
 
-// What the encoder may fill for a block, by its manual; and at the end.
+// The most that the encoder outputs for a block, according to its manual, and at the end.
 constexpr std::size_t kBlockBytes = kBlockFrames * 5 / 4 + 7200;
 
-// An MP3 can tell values well past full scale, but not without end.
+// MP3 can represent values well above full scale, but not arbitrarily large ones.
 constexpr double kLoudest = 8.0;
 
-// The first entry is none; an MPEG version has at most 14 bit rates.
+// Entries of the encoder's table: the first is no bit rate, and an MPEG version has at most 14.
 constexpr int kBitRates = 15;
 
-// MPEG versions as the encoder numbers them: 1, 2, and the extension 2.5 for low rates.
+// The encoder's number of the MPEG version: 1 for MPEG 1, 0 for MPEG 2 and 2 for the extension 2.5
+// for low rates.
 constexpr int mpegVersion(int rate) { return rate >= 32000 ? 1 : rate >= 16000 ? 0 : 2; }
 
 double bounded(double value) {
@@ -50,7 +51,7 @@ std::vector<int> mp3BitRates(int rate) {
 
 void Mp3Encoder::Close::operator()(lame_global_struct* lame) const { lame_close(lame); }
 
-// None when the encoder would settle on other rates than these.
+// Returns none if the encoder would use other rates than these.
 Mp3Encoder::Lame Mp3Encoder::makeLame(int rate, int channels, int bitRate) {
     if (rate <= 0) return nullptr;
     Lame lame(lame_init());
@@ -111,7 +112,7 @@ void Mp3Encoder::write(const double* interleaved, std::int64_t frames) {
 
 void Mp3Encoder::finish() {
     append(lame_encode_flush(lame_.get(), bytes_.data(), static_cast<int>(bytes_.size())));
-    // Only now are the lengths known that the first frame is to tell.
+    // The lengths that the first frame must hold are known only now.
     if (ownTagBytes_ > 0) return writeOwnTag();
     const std::size_t tag = lame_get_lametag_frame(lame_.get(), bytes_.data(), bytes_.size());
     if (tag <= bytes_.size()) file_.writeAt(0, bytes_.data(), tag);

@@ -10,10 +10,10 @@ namespace tarnwick::sound {
 namespace {
 
 constexpr std::size_t kHeaderBytes = 4;
-constexpr std::size_t kTagBytes = 16 + 36;              // the lengths, what LAME adds to them
+constexpr std::size_t kTagBytes = 16 + 36;              // the lengths, and LAME's additions
 constexpr std::size_t kLameTagBytes = kTagBytes + 104;  // with a seek table
 
-// Bytes between the header of a frame and its sound.
+// Bytes between the header of a frame and its sound data.
 std::size_t sideBytes(bool mpeg1, bool mono) {
     if (mono) return mpeg1 ? 17 : 9;
     return mpeg1 ? 32 : 17;
@@ -28,13 +28,13 @@ class Fields {
                                        frame_.data());
         return *this;
     }
-    // The lowest bytes of a number, 8 at most.
+    // The lowest `bytes` bytes of a number, at most 8.
     Fields& number(std::int64_t value, int bytes) {
         while (bytes-- > 0)
             frame_[at_++] = static_cast<unsigned char>(value >> (8 * bytes));
         return *this;
     }
-    // CRC-16 of all that stands before, bits reversed.
+    // CRC-16, with reflected bits, of everything before.
     void sum() {
         unsigned crc = 0;
         for (std::size_t i = 0; i < at_; ++i) {
@@ -72,9 +72,9 @@ std::vector<unsigned char> mp3LengthTag(const std::array<unsigned char, 4>& head
     constexpr std::int64_t kLargest = 0xFFFFFFFF;
     std::vector<unsigned char> frame(bytes);
     std::copy(header.begin(), header.end(), frame.begin());
-    frame[1] |= 0x01;                                        // no checksum of its own
+    frame[1] |= 0x01;                                        // no checksum for this frame
     frame[2] = static_cast<unsigned char>(frame[2] & 0xFD);  // no padding
-    frame[3] = static_cast<unsigned char>(frame[3] & 0xCF);  // nothing joined
+    frame[3] = static_cast<unsigned char>(frame[3] & 0xCF);  // no joint stereo
     const bool mpeg1 = (header[1] & 0x08) != 0;
     const bool mono = header[3] >> 6 == 3;
     Fields fields(frame, kHeaderBytes + sideBytes(mpeg1, mono));
@@ -83,7 +83,7 @@ std::vector<unsigned char> mp3LengthTag(const std::array<unsigned char, 4>& head
     fields.number(std::min(length.mp3Frames, kLargest), 4).number(fileBytes, 4);
     fields.text("LAME").text(std::string_view(get_lame_short_version()).substr(0, 5));
     fields.number(kConstantRate, 1).number(std::min(length.lowpass / 100, 255), 1);
-    fields.number(0, 8).number(0, 1);  // no gains are told
+    fields.number(0, 8).number(0, 1);  // no gains
     fields.number(std::min(length.bitRate / 1000, 255), 1);
     fields.number(length.delay << 12 | length.padding, 3).number(0, 4).number(fileBytes, 4);
     fields.number(0, 2).sum();

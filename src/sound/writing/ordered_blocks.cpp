@@ -11,7 +11,7 @@ OrderedBlocks::OrderedBlocks(std::int64_t count, int threads, Make make)
 }
 
 OrderedBlocks::~OrderedBlocks() {
-    // All are told before the first is waited for.
+    // Stop all of them before the first is joined.
     for (std::jthread& thread : threads_)
         thread.request_stop();
 }

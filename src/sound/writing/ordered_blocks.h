@@ -14,24 +14,25 @@
 
 namespace tarnwick::sound {
 
-// Blocks of sound that threads of its own make ahead of the one who uses them, and that are
-// handed out in order. No thread outlives it. Used by one thread.
+// Makes blocks of sound in advance on threads of its own and hands them out in order. The threads
+// end with it. Used by one thread.
 class OrderedBlocks {
   public:
     using Block = SoundBlock;
-    // Fills the block of that number, counted from 0. Called on several threads, but by each in
-    // rising order. What it throws comes out of next(). It ends early when a stop is requested.
+    // Fills the block with this number, counted from 0. Called on several threads, on each in
+    // rising order. What it throws is rethrown by next(). Should return early on a stop request.
     using Make =
         std::function<void(std::int64_t number, Block& block, const std::stop_token& stop)>;
 
-    // Makes `count` blocks on `threads` threads; each is at most a block ahead of the user.
+    // Makes `count` blocks on `threads` threads. Each thread keeps at most one block waiting while
+    // it makes another.
     OrderedBlocks(std::int64_t count, int threads, Make make);
     ~OrderedBlocks();
     OrderedBlocks(const OrderedBlocks&) = delete;
     OrderedBlocks& operator=(const OrderedBlocks&) = delete;
 
-    // Waits for the next block, at most `count` times; it is valid until the next call. Rethrows
-    // what making it threw.
+    // Waits for the next block, which stays valid until the next call. Call at most `count` times.
+    // Rethrows what making the block threw.
     const Block& next();
 
   private:
@@ -43,16 +44,16 @@ class OrderedBlocks {
     void run(const std::stop_token& stop);
 
     const std::int64_t count_;
-    const std::int64_t ahead_;  // blocks that may be made or wait at a time
+    const std::int64_t ahead_;  // limit of blocks in the making or waiting
     const Make make_;
     std::mutex mutex_;
     std::condition_variable_any changed_;
     std::int64_t begun_ = 0;
     std::int64_t used_ = 0;
     std::map<std::int64_t, Made> made_;
-    std::vector<Block> spare_;  // given back, for the memory that they hold
+    std::vector<Block> spare_;  // used blocks, kept to reuse their memory
     Block current_;
-    std::vector<std::jthread> threads_;  // last: they use the others
+    std::vector<std::jthread> threads_;  // declared last, as they use the other members
 };
 
 }  // namespace tarnwick::sound

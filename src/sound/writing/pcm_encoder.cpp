@@ -35,7 +35,7 @@ void PcmEncoder::writeStored(std::span<const std::uint8_t> bytes) {
 }
 
 void PcmEncoder::finish() {
-    // Headers and chunks have an even length.
+    // The header has an even length, and the chunk must have one too.
     if (file_.size() % 2 != 0) file_.write("", 1);
 }
 

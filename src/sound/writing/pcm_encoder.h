@@ -8,7 +8,7 @@
 
 namespace tarnwick::sound {
 
-// Writes a file in which the samples stand one after the other behind a header.
+// Writes a file of uncompressed samples after a header.
 class PcmEncoder : public Encoder {
   public:
     // Writes the header. Throws SoundError.

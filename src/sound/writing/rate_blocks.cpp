@@ -12,19 +12,19 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Values in a block of a size that stays in the processor's cache through all the steps.
+// Values in a block, few enough to stay in the processor's cache through all the steps.
 constexpr std::int64_t kBlockValues = 32768;
-// Values in an independent block: long against its lead.
+// Values in an independent block, long compared with its lead-in.
 constexpr std::int64_t kLargeBlockValues = 262144;
-// Fewer independent blocks than these are not worth it: a second's fraction in all.
+// With fewer independent blocks splitting is not worth it: the whole takes a fraction of a second.
 constexpr std::int64_t kLeastBlocks = 4;
-// A stretch from here on is worth a thread.
+// A stretch of at least this length is worth a thread.
 constexpr std::int64_t kLongFrames = 1 << 20;
-// Frames that go into the resampler at a time.
+// Frames fed to the resampler at a time.
 constexpr std::int64_t kChunkFrames = 16384;
-// The library's filters reach over less than this many frames of the lower rate.
+// The library's filters extend over less than this many frames of the lower rate.
 constexpr std::int64_t kFilterFrames = 1024;
-// Steps of the ratio on which blocks begin: the library counts several at a time.
+// Blocks begin at multiples of this many steps of the ratio, as the library counts several at once.
 constexpr std::int64_t kStepsTogether = 16;
 
 std::int64_t roundedUp(std::int64_t value, std::int64_t step) {
@@ -33,12 +33,13 @@ std::int64_t roundedUp(std::int64_t value, std::int64_t step) {
 
 }  // namespace
 
-// Found by comparing block against piece over many ratios; the tests compare some of each kind.
+// Determined by comparing blocks with a single pass for many ratios; the tests repeat some of each
+// kind.
 bool splitsExactly(int fromRate, int toRate) {
     const int common = std::gcd(fromRate, toRate);
     const int from = fromRate / common;
     const int to = toRate / common;
-    // Small ratios have steps in the frequency domain, most with a block length of their own.
+    // Small ratios are computed in the frequency domain, most with their own block length.
     constexpr int kSmall = 24;
     if (from <= kSmall && to <= kSmall) {
         constexpr std::pair<int, int> kExact[] = {{1, 2},  {1, 3},  {1, 4},  {1, 8},  {1, 12},
@@ -46,10 +47,10 @@ bool splitsExactly(int fromRate, int toRate) {
                                                   {3, 1},  {6, 1},  {12, 1}, {24, 1}, {8, 3}};
         return std::ranges::find(kExact, std::pair{from, to}) != std::end(kExact);
     }
-    // Larger numbers than these are no longer counted exactly.
+    // With larger numbers than this the library's ratio is no longer exact.
     constexpr int kLargest = 2000;
     if (std::min(from, to) < 10 || std::max(from, to) > kLargest) return false;
-    // Between a half and two thirds a first step lowers the rate in the frequency domain.
+    // Between a half and about two thirds, a first step lowers the rate in the frequency domain.
     return to <= from / 2 || 10 * to >= 7 * from;
 }
 
@@ -67,7 +68,7 @@ const double* withChannels(const double* in, std::int64_t frames, int from, int 
     return out.data();
 }
 
-// Where channels are merged or doubled, the rate is changed while there is one.
+// If channels are merged or doubled, the rate is changed while there is only one.
 RateBlocks::RateBlocks(const FrameReader& sound, std::int64_t first, std::int64_t end, int rate,
                        int channels)
     : sound_(sound),
@@ -134,7 +135,7 @@ void RateBlocks::makeAlone(std::int64_t number, std::vector<double>& block,
     const auto wanted =
         static_cast<std::size_t>(std::min(blockOut_, framesOut_ - firstOut) * channels_);
     std::int64_t at = std::max<std::int64_t>(number * blockIn_ - lead_, 0);
-    // Values of the lead, which the block before has.
+    // Values of the lead-in, which belong to the block before.
     auto skip = static_cast<std::size_t>((firstOut - resampledLength(at, from_, to_)) * channels_);
     Resampler resampler(from_, to_, channels_, framesIn_ - at);
     std::vector<double> scratch;

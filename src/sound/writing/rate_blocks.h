@@ -11,35 +11,36 @@
 
 namespace tarnwick::sound {
 
-// A stretch of a sound at the rate it is to be written in, block by block.
+// Converts a stretch of a sound to the output rate, block by block.
 //
-// A long stretch whose rate changes is divided in time, and each block is resampled on its own with
-// a lead of the sound before it, so that several can be made at once. The result is that of
-// resampling it in one piece, but for some 1e-15 of full scale. Where the ratio does not allow that
-// (see splitsExactly) the blocks follow from each other and have to be made in order.
+// A long stretch whose rate changes is divided in time. Each block is resampled separately, with
+// some of the sound before it as lead-in, so that several can be made at once. The result differs
+// from a single pass by about 1e-15 of full scale. If the ratio does not allow this (see
+// splitsExactly), each block depends on the previous one, and they must be made in order.
 class RateBlocks {
   public:
-    // The frames [first, end) of `sound`, which outlives this, to be written at `rate` in
-    // `channels`. Throws SoundError.
+    // Takes the frames [first, end) of `sound`, which must outlive this, for output at `rate` with
+    // `channels` channels. Throws SoundError.
     RateBlocks(const FrameReader& sound, std::int64_t first, std::int64_t end, int rate,
                int channels);
 
     std::int64_t count() const { return count_; }           // blocks
-    bool isLong() const;                                    // worth threads of its own
-    int threads() const { return blockOut_ != 0 ? 2 : 1; }  // that may make blocks at once
+    bool isLong() const;                                    // worth extra threads
+    int threads() const { return blockOut_ != 0 ? 2 : 1; }  // that may call make() at once
     std::int64_t frames() const { return framesOut_; }      // of all blocks
     int channels() const { return channels_; }              // of the blocks
 
-    // Lets blocks that need no computing come as bytes of `coding`. Before the first is made.
+    // Lets make() deliver blocks that need no conversion as bytes of `coding`. Call before the
+    // first make().
     void copyStored(Coding coding);
 
-    // Fills an empty block. With more than one thread in any order, else each
-    // once and in order; a block can be empty then. Asks `givenUp` now and then. Throws
-    // SoundError(Cancelled) and what reading throws.
+    // Fills an empty block. Call in any order if threads() is more than 1, else once for each block
+    // in order; a block may then stay empty. Stops when `givenUp`, called now and then, returns
+    // true. Throws SoundError(Cancelled) and what reading throws.
     void make(std::int64_t number, SoundBlock& block, const std::function<bool()>& givenUp);
 
   private:
-    // Reads frames of the stretch in the blocks' channels.
+    // Reads frames of the stretch and converts them to the blocks' channels.
     void readInto(std::int64_t at, std::int64_t count, std::vector<double>& scratch,
                   std::vector<double>& frames) const;
     void makeAlone(std::int64_t number, std::vector<double>& block,
@@ -52,25 +53,25 @@ class RateBlocks {
     const int to_;
     const int channels_;
     const std::int64_t framesOut_;
-    std::int64_t blockIn_ = 0;   // frames that one block stands for, but for the last
-    std::int64_t blockOut_ = 0;  // the same at the output's rate, where blocks are independent
-    std::int64_t lead_ = 0;      // frames that are resampled before an independent block
+    std::int64_t blockIn_ = 0;   // input frames of each block but the last
+    std::int64_t blockOut_ = 0;  // output frames of such a block; 0 if blocks are not independent
+    std::int64_t lead_ = 0;      // input frames resampled as lead-in of an independent block
     std::int64_t count_ = 0;
     std::optional<Resampler> following_;
     std::optional<Coding> stored_;
-    // Of the one thread that makes blocks in order.
+    // Used only if blocks are made in order.
     std::vector<double> scratch_;
     std::vector<double> frames_;
 };
 
-// Mono to stereo copies, stereo to mono averages. Gives `in` when nothing is to be changed, else
-// `out` with the result.
+// Converts channels: mono to stereo copies, stereo to mono averages. Returns `in` if `from` equals
+// `to`, else the data of `out`, which holds the result.
 const double* withChannels(const double* in, std::int64_t frames, int from, int to,
                            std::vector<double>& out);
 
-// Whether blocks that are resampled on their own join to what one piece gives. Other ratios go
+// Whether separately resampled blocks join into the same result as a single pass. Other ratios go
 // through steps of the library whose result depends on where the stretch began, or whose ratio is
-// only near the wanted one.
+// only close to the wanted one.
 bool splitsExactly(int fromRate, int toRate);
 
 }  // namespace tarnwick::sound

@@ -11,7 +11,7 @@ namespace tarnwick::sound {
 
 namespace {
 
-// Room for what one step can give beyond the plain ratio.
+// Extra room, as one step can output more than the plain ratio.
 constexpr std::int64_t kSlack = 4096;
 
 }  // namespace
@@ -50,14 +50,14 @@ const std::vector<double>& Resampler::process(const double* interleaved, std::in
 const std::vector<double>& Resampler::finish() {
     out_.clear();
     pull(nullptr, 0);
-    // The library rounds the length in its own way: at most a frame is missing.
+    // The library rounds the length differently, so at most one frame is missing.
     out_.resize(out_.size() + static_cast<std::size_t>(left_ * channels_), 0.0);
     left_ = 0;
     return out_;
 }
 
-// Feeds the library and appends to out_ until it has taken everything, or at the end has given
-// everything.
+// Feeds the library and appends its output to out_ until it has consumed everything or, at the end,
+// returned everything.
 void Resampler::pull(const double* interleaved, std::int64_t frames) {
     const bool atEnd = interleaved == nullptr;
     for (;;) {

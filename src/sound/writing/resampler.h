@@ -11,17 +11,18 @@ namespace tarnwick::sound {
 // quality. The result has exactly resampledLength() frames. Used by one thread.
 class Resampler {
   public:
-    // `frames`: how many frames will come in. Throws SoundError: BadFormat, or NoSpace when memory
-    // runs out.
+    // `frames` is the total number of input frames. Throws SoundError: BadFormat, or NoSpace if
+    // memory runs out.
     Resampler(int fromRate, int toRate, int channels, std::int64_t frames);
     ~Resampler();
     Resampler(const Resampler&) = delete;
     Resampler& operator=(const Resampler&) = delete;
 
-    // Takes `frames` frames in and gives what became ready, interleaved; valid until the next call.
+    // Takes `frames` frames and returns the output that is ready, interleaved; valid until the next
+    // call.
     const std::vector<double>& process(const double* interleaved, std::int64_t frames);
 
-    // All has come in: gives the rest.
+    // Returns the rest after all input.
     const std::vector<double>& finish();
 
   private:
@@ -30,7 +31,7 @@ class Resampler {
     ::soxr* soxr_ = nullptr;
     int channels_;
     double ratio_;
-    std::int64_t left_;  // frames still to be given out
+    std::int64_t left_;  // output frames still to be returned
     std::vector<double> out_;
 };
 

@@ -30,7 +30,7 @@ void check(const FrameReader& sound, std::int64_t first, std::int64_t end,
     }
 }
 
-// Tells each percent once and heeds a request to stop.
+// Reports each percent once and checks for a stop request.
 class Course {
   public:
     Course(const Progress& progress, std::int64_t whole) : progress_(progress), whole_(whole) {}
@@ -74,7 +74,7 @@ void encode(const FrameReader& sound, std::int64_t first, std::int64_t end,
     };
     const auto stopped = [&] { return progress.stop.stop_requested(); };
     if (blocks.isLong()) {
-        // What the encoder takes as time, others use to read and resample the blocks to come.
+        // While the encoder works, other threads read and resample the next blocks.
         OrderedBlocks ahead(
             blocks.count(), blocks.threads(),
             [&](std::int64_t number, SoundBlock& block, const std::stop_token& stop) {

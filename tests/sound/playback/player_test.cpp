@@ -26,7 +26,7 @@ double msSince(Clock::time_point then) {
     return std::chrono::duration<double, std::milli>(Clock::now() - then).count();
 }
 
-// Keeps what a player reports, and when.
+// Records what a player reports, and when.
 class Witness {
   public:
     PlayerEvents events() {
@@ -64,7 +64,7 @@ class Witness {
     std::map<std::string, Clock::time_point> at_;
 };
 
-// Points the sound libraries to a folder in which no server listens, unless the test starts one.
+// Points the sound libraries to a folder without a server, unless the test starts one there.
 class PlayerTest : public testing::Test {
   protected:
     PlayerTest() {
@@ -87,7 +87,7 @@ class PlayerTest : public testing::Test {
         setenv(name.c_str(), value.c_str(), 1);
     }
 
-    // Runs a program with its output in a file; 127 is its exit code where it is not installed.
+    // Runs a program with its output in a file. Its exit code is 127 if it is not installed.
     pid_t run(std::vector<std::string> words, const std::filesystem::path& output) {
         std::vector<char*> arguments;
         for (std::string& word : words)
@@ -114,8 +114,8 @@ class PlayerTest : public testing::Test {
     std::vector<pid_t> children_;
 };
 
-// A sound server of the test's own, with a sink that plays in real time to nobody, and a recorder
-// of what it plays. With rewinds the recorder would miss what the sink had prepared beforehand.
+// Starts a separate sound server with a null sink, which plays in real time without output, and a
+// recorder of what it plays. With rewinds the recorder would miss what the sink had queued before.
 class PulseTest : public PlayerTest {
   protected:
     void SetUp() override {
@@ -157,7 +157,7 @@ std::shared_ptr<const FrameReader> tone(int ms) {
     return std::make_shared<ToneSound>(kMono, 44100 * ms / 1000, 997.0);
 }
 
-TEST_F(PlayerTest, WithoutADeviceTimePassesAsIfItPlayed) {
+TEST_F(PlayerTest, PlaysInRealTimeWithoutADevice) {
     Witness witness;
     Player player(witness.events());
     EXPECT_EQ(player.position(), 0);
@@ -183,7 +183,7 @@ TEST_F(PlayerTest, WithoutADeviceTimePassesAsIfItPlayed) {
     EXPECT_THROW(player.play(tone(10), 5, 4), SoundError);
 }
 
-TEST_F(PlayerTest, PausingHoldsAndStoppingIsSilent) {
+TEST_F(PlayerTest, PausingHoldsThePositionAndStoppingReportsNothing) {
     Witness witness;
     Player player(witness.events());
     player.pause();
@@ -223,7 +223,7 @@ TEST_F(PlayerTest, PausingHoldsAndStoppingIsSilent) {
     EXPECT_EQ(another.position(), 7);
 }
 
-TEST_F(PulseTest, TheStretchIsHeardWholeAndOnce) {
+TEST_F(PulseTest, TheStretchIsHeardCompletelyAndOnce) {
     Witness witness;
     Player player(witness.events());
     player.prepare();
@@ -248,7 +248,7 @@ TEST_F(PulseTest, TheStretchIsHeardWholeAndOnce) {
     EXPECT_LT(worst, 1.0e-4);  // the sink has 16 bits
 }
 
-// A server that goes away, and one that hangs, for which nobody waits long.
+// Tests a server that goes away, and one that hangs, which must not block the player for long.
 class LostServer : public PulseTest, public testing::WithParamInterface<std::pair<int, int>> {};
 
 TEST_P(LostServer, DoesNotStopTheClock) {
@@ -264,7 +264,7 @@ TEST_P(LostServer, DoesNotStopTheClock) {
         ASSERT_TRUE(witness.await("ended", 20s));
         EXPECT_GE(witness.msBetween("started", "ended"), ms - 5.0);
         EXPECT_THAT(witness.all(), ElementsAre("started", "ended"));
-        player.play(tone(30), 0, 1323);  // and the next one passes in silence
+        player.play(tone(30), 0, 1323);  // the next one plays in silence
         while (player.playing() && msSince(asked) < 30'000.0)
             std::this_thread::sleep_for(5ms);
         EXPECT_EQ(player.position(), 1323);
@@ -275,7 +275,7 @@ TEST_P(LostServer, DoesNotStopTheClock) {
 INSTANTIATE_TEST_SUITE_P(Player, LostServer,
                          testing::Values(std::pair(SIGKILL, 500), std::pair(SIGSTOP, 2500)));
 
-TEST_F(PulseTest, ASoundThatCannotBeReadFurtherIsReported) {
+TEST_F(PulseTest, ReportsASoundThatCannotBeRead) {
     Witness witness;
     Player player(witness.events());
     player.play(std::make_shared<BrokenSound>(kMono, 300'000, 140'000), 0, 300'000);
@@ -289,20 +289,20 @@ TEST(PlayClock, FollowsCoarseReportsSmoothly) {
     PlayClock::Time time{};
     const auto after = [&](int ms) { return time += std::chrono::milliseconds(ms); };
     clock.limit(400);
-    EXPECT_EQ(clock.position(after(50)), 0);  // does not run yet
+    EXPECT_EQ(clock.position(after(50)), 0);  // not running yet
     clock.run(time);
     EXPECT_EQ(clock.position(after(30)), 30);
-    clock.report(time, 38);  // near: an eighth of the way
+    clock.report(time, 38);  // a small difference: corrected by an eighth
     EXPECT_EQ(clock.position(time), 31);
-    clock.report(time, 90);  // far: at once
+    clock.report(time, 90);  // a large one: corrected at once
     EXPECT_EQ(clock.position(time), 90);
-    clock.report(after(10), 60);  // never back
+    clock.report(after(10), 60);  // never goes back
     EXPECT_EQ(clock.position(after(20)), 90);
     EXPECT_EQ(clock.position(after(20)), 100);
     clock.hold(time);
     EXPECT_EQ(clock.position(after(1000)), 100);
     clock.run(time);
-    EXPECT_EQ(clock.position(after(1000)), 400);  // no further than the device was given
+    EXPECT_EQ(clock.position(after(1000)), 400);  // stops at the limit
     clock.limit(2000);
     EXPECT_EQ(clock.position(time), 1100);
 }

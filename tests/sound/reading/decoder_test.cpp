@@ -10,7 +10,7 @@
 #include "support/by_sndfile.h"
 #include "support/test_sounds.h"
 
-// Compressed files, made by other programs and then bent, against other decoders of them.
+// Compressed files, made by other programs and then modified, compared with other decoders.
 
 namespace tarnwick::sound {
 namespace {
@@ -32,7 +32,7 @@ class Decoders : public testing::Test {
         ASSERT_EQ(std::system(whole.c_str()), 0) << command;
     }
 
-    // What a command makes of pink noise in the file "noise.wav".
+    // Runs a command that encodes "noise.wav" into "made"; returns the content of "made".
     Bytes made(const std::string& command) const {
         run(command);
         return read("made");
@@ -50,19 +50,19 @@ class Decoders : public testing::Test {
     TempFolder folder_;
 };
 
-// Puts another count into the fact chunk, or takes the chunk out of the reader's sight.
+// Writes another count into the fact chunk, or renames the chunk to hide it from the reader.
 Bytes counting(Bytes file, std::optional<std::uint32_t> frames) {
     const std::size_t at = file.find("fact");
     file.replace(at, 4, frames ? "fact" : "junk");
     return file.replace(at + 8, 4, number(frames.value_or(0), 4));
 }
 
-TEST_F(Decoders, BlocksAreCountedRightAndDecodedAsElsewhere) {
+TEST_F(Decoders, BlocksAreCountedCorrectlyAndMatchAnotherDecoder) {
     struct Case {
         const char* codec;
         int channels;
         std::uint32_t block;    // frames in a block
-        std::uint32_t seconds;  // long ones are decoded on two threads
+        std::uint32_t seconds;  // long files are decoded on two threads
     };
     for (const auto& [codec, channels, block, seconds] :
          {Case{"adpcm_ima_wav", 1, 2041, 140}, Case{"adpcm_ima_wav", 2, 1017, 3},
@@ -81,7 +81,7 @@ TEST_F(Decoders, BlocksAreCountedRightAndDecodedAsElsewhere) {
         const std::pair<std::optional<std::uint32_t>, std::uint32_t> counts[] = {
             {held - 100, held - 100},  // the true end, in the last block
             {std::nullopt, held},     {0, held},
-            {held / 2, held},  // half of the truth, as some writers have it
+            {held / 2, held},  // half of the true count, as some writers store it
             {held + 1, held},         {held - block, held}};
         for (const auto& [counted, expected] : counts) {
             const std::vector<double> values = open(counting(file, counted));
@@ -95,7 +95,7 @@ TEST_F(Decoders, BlocksAreCountedRightAndDecodedAsElsewhere) {
     }
 }
 
-TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
+TEST_F(Decoders, Mp3HasTheLengthOfItsSoundAndMatchesAnotherDecoder) {
     makeNoise(44100, 2, 3);
     const auto lame = [&](const std::string& options) {
         return made("lame --quiet " + options + " noise.wav made");
@@ -106,7 +106,7 @@ TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
     const Bytes bareMono = lame("-t -m m -b 64");
     const Bytes apeEnd = "APETAGEX" + number(2000, 4) + number(32, 4) + Bytes(16, '\0');
     const Bytes even = lame("-t --resample 32 -b 128");  // all frames of 576 bytes
-    Bytes index = bare.substr(0, 417);  // a frame that only holds a table of the others
+    Bytes index = bare.substr(0, 417);  // a frame that holds only a table of the others
     index.replace(36, 4, "VBRI");
     constexpr std::int64_t kSound = 132300;
     constexpr std::int64_t kBare = 116 * 1152;  // with the encoder's delay and padding
@@ -114,7 +114,7 @@ TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
         const char* name;
         Bytes file;
         std::int64_t frames;
-        bool compares = true;  // with what ffmpeg gives; it cannot cope with some of these
+        bool compares = true;  // with ffmpeg, which cannot handle some of these
     };
     const Case cases[] = {
         {"constant rate", constant, kSound},
@@ -155,14 +155,14 @@ TEST_F(Decoders, Mp3IsAsLongAsItsSoundAndSoundsAsElsewhere) {
     }
 }
 
-// What one stream gives that decodes the whole file.
+// Decodes up to `frames` frames with one stream.
 Bytes inOneGo(Mp3Stream& stream, std::int64_t frames, int channels) {
     Bytes bytes(static_cast<std::size_t>(frames * channels * 3), '\0');
     const auto got = stream.decode(frames, reinterpret_cast<std::uint8_t*>(bytes.data()));
     return bytes.substr(0, static_cast<std::size_t>(got * channels * 3));
 }
 
-TEST_F(Decoders, Mp3JoinsBitForBitAtEveryEighthFrame) {
+TEST_F(Decoders, Mp3FromEveryEighthFrameMatchesBitForBit) {
     for (const auto& [rate, options] :
          {std::pair(8000, "-m m -b 64"), std::pair(16000, "-m j -b 64"), std::pair(22050, "-V 4"),
           std::pair(24000, "-t -m m -b 16"), std::pair(32000, "-m m -b 64"),
@@ -194,7 +194,7 @@ TEST_F(Decoders, Mp3JoinsBitForBitAtEveryEighthFrame) {
     }
 }
 
-// A sawtooth of 24 bits, from a frame on, of `frames` in all, `wrong` units too high.
+// A 24-bit sawtooth of `frames` frames in total, starting at `first`, `wrong` units too high.
 class Sawtooth : public SampleStream {
   public:
     Sawtooth(std::int64_t first, std::int64_t frames, int wrong)
@@ -213,7 +213,7 @@ class Sawtooth : public SampleStream {
     int wrong_;
 };
 
-TEST(ScratchDecoder, WhatTheFirstStreamGivesIsTheSound) {
+TEST(ScratchDecoder, TheFirstStreamDeterminesTheSound) {
     constexpr std::int64_t kFrames = 100'123;
     constexpr std::int64_t kJoint = 50'001;
     struct Case {

@@ -8,7 +8,7 @@
 
 #include "support/test_sounds.h"
 
-// Files are made byte by byte, so that the readers are not measured by our own writers.
+// Files are built byte by byte, so that the readers are tested independently of our writers.
 
 namespace tarnwick::sound {
 namespace {
@@ -24,7 +24,7 @@ std::string format(int tag, int channels, int rate, int bits) {
                              number(block, 2) + number(bits, 2));
 }
 
-// A format whose samples lie in blocks.
+// A format chunk for samples in blocks.
 std::string blocks(int tag, int channels, int bytes, int bits) {
     return chunk("fmt ", number(tag, 2) + number(channels, 2) + number(8000, 4) + number(4096, 4) +
                              number(bytes, 2) + number(bits, 2) + number(2, 2) + number(0, 2));
@@ -112,7 +112,7 @@ TEST_F(SourceTest, ReadsEveryCodingExactly) {
         EXPECT_EQ(samples(file), (std::vector<double>{0.5, -1})) << name;
 }
 
-TEST_F(SourceTest, RefusesWhatIsNoSound) {
+TEST_F(SourceTest, RefusesFilesWithoutUsableSound) {
     const std::string data = chunk("data", "abcd");
     const std::string format16 = format(1, 1, 8000, 16);
     std::string noise(100'000, '\0');
@@ -157,7 +157,7 @@ TEST_F(SourceTest, RefusesWhatIsNoSound) {
     EXPECT_THROW(Source::open(folder_.path()), SoundError);
 }
 
-TEST_F(SourceTest, HoldsTheFileThroughRenamesButNotThroughChanges) {
+TEST_F(SourceTest, SurvivesRenamesOfTheFileButDetectsChanges) {
     const auto path = write(wave(format(1, 1, 8000, 16) + chunk("data", "abcdefgh")));
     const auto source = Source::open(path);
     std::filesystem::rename(path, folder_.path() / "other");

@@ -23,7 +23,7 @@ std::vector<double> unpacked(Coding coding, const std::string& bytes) {
     return values;
 }
 
-TEST(SampleCoding, TellsTheValueOfEachSample) {
+TEST(SampleCoding, UnpacksEverySampleExactly) {
     struct Case {
         Coding coding;
         std::string bytes;
@@ -47,7 +47,7 @@ TEST(SampleCoding, TellsTheValueOfEachSample) {
         {Coding::Big32, number(0x12345678, 4, kBig), {0x12345678 * kUnit32}},
         {Coding::LittleFloat32, number(0x40000000, 4) + number(0x7FC00000, 4), {2, 0}},  // a NaN
         {Coding::BigFloat32, number(0xBF000000, 4, kBig), {-0.5}},
-        {Coding::LittleFloat64,  // the second is more than a float can hold
+        {Coding::LittleFloat64,  // the second is too large for a float
          number(0xBFD0000000000000, 8) + number(0x7FE0000000000000, 8),
          {-0.25, 0}},
         {Coding::BigFloat64, number(0xBFD0000000000000, 8, kBig), {-0.25}}};
@@ -55,7 +55,7 @@ TEST(SampleCoding, TellsTheValueOfEachSample) {
         EXPECT_EQ(unpacked(coding, bytes), values) << static_cast<int>(coding);
 }
 
-TEST(SampleCoding, IsWhatTheQuantiserWrites) {
+TEST(SampleCoding, MatchesTheQuantiser) {
     const std::pair<Coding, SampleLayout> layouts[] = {
         {Coding::Unsigned8, {.bits = 8}},
         {Coding::Signed8, {.bits = 8, .unsigned8 = false}},
@@ -69,7 +69,7 @@ TEST(SampleCoding, IsWhatTheQuantiserWrites) {
         {Coding::Big32, {.bits = 32, .bigEndian = true}},
         {Coding::LittleFloat32, {.bits = 32, .floating = true}},
         {Coding::BigFloat32, {.bits = 32, .floating = true, .bigEndian = true}}};
-    std::string noise;  // no word of four bytes is a number that is too large, in either order
+    std::string noise;  // every four bytes are a valid float in either byte order
     for (int i = 0; i < 1232; ++i)
         noise += static_cast<char>(i % 4 == 0 || i % 4 == 3 ? i % 0x70 : i * 37);
     for (int code = 0; code < 0x100; ++code)
@@ -77,7 +77,7 @@ TEST(SampleCoding, IsWhatTheQuantiserWrites) {
     for (const auto& [coding, layout] : layouts) {
         SCOPED_TRACE(static_cast<int>(coding));
         std::string bytes = noise;
-        if (coding == Coding::MuLaw)  // it knows two zeros
+        if (coding == Coding::MuLaw)  // it has two zeros
             std::replace(bytes.begin(), bytes.end(), '\x7F', '\xFF');
         const std::vector<double> values = unpacked(coding, bytes);
         std::string written(bytes.size(), 'x');
@@ -106,7 +106,7 @@ TEST(Quantiser, RoundsToTheNearestAndClips) {
     const double value = std::ldexp(0x123456, -23);
     unsigned char out[4] = {};
     quantise(&value, 1, {.bits = 24, .bigEndian = true}, out);
-    EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing behind the last sample
+    EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing is written after the sample
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 #include "support/plain_sound.h"
 #include "support/test_sounds.h"
 
-// The laws of timelines and scans, on sounds and edits drawn at random (drawn_sounds.h).
+// Properties of timelines and scans, checked on random sounds and edits (drawn_sounds.h).
 
 namespace tarnwick::sound {
 namespace {
@@ -19,7 +19,7 @@ std::ostream& operator<<(std::ostream& out, const Edit& edit) {
                << edit.end << " by " << edit.gain;
 }
 
-// A place from 0 to `last`, the ends and the joints of blocks more often than chance has it.
+// A random place from 0 to `last`, with a preference for the ends and block boundaries.
 std::int64_t drawnPlace(std::int64_t last) {
     const auto place = *rc::gen::inRange<std::int64_t>(0, last + 1);
     return *rc::gen::weightedElement<std::int64_t>(
@@ -30,7 +30,7 @@ Edit drawnEdit(std::int64_t frames) {
     Edit edit;
     edit.kind = *rc::gen::element(Edit::Insert, Edit::Remove, Edit::Scale);
     edit.first = drawnPlace(frames);
-    // Enough of the sound remains to cut again; gains go over many pieces.
+    // Removes at most a quarter, so that enough remains for more cuts; gains may cover many pieces.
     const std::int64_t rest = frames - edit.first;
     edit.end = edit.first + drawnPlace(edit.kind == Edit::Insert   ? 3000
                                        : edit.kind == Edit::Remove ? std::min(rest, frames / 4)
@@ -39,7 +39,7 @@ Edit drawnEdit(std::int64_t frames) {
     return edit;
 }
 
-// A timeline and the plain sound that it must equal, after some edits.
+// A timeline and the plain sound that it must equal after the same edits.
 struct Twins {
     explicit Twins(std::shared_ptr<const Source> source) : timeline(source), plain(timeline) {}
 
@@ -62,13 +62,13 @@ Twins drawnTwins() {
     return twins;
 }
 
-// RC_ASSERT would print every sample of two long sounds.
+// Compared outside RC_ASSERT, which would print every sample of two long sounds.
 void same(const std::vector<double>& values, const std::vector<double>& expected) {
     const bool equal = values == expected;
     RC_ASSERT(equal);
 }
 
-RC_GTEST_PROP(Laws, EditsAreThoseOfAPlainVectorAndUndoIsTheOldValue, ()) {
+RC_GTEST_PROP(Laws, EditsMatchThoseOfAPlainVectorAndOldValuesStay, ()) {
     std::vector<Twins> states{Twins(drawnSource())};
     for (int left = *rc::gen::inRange(1, 25); left > 0; --left) {
         states.push_back(states.back());
@@ -77,7 +77,7 @@ RC_GTEST_PROP(Laws, EditsAreThoseOfAPlainVectorAndUndoIsTheOldValue, ()) {
         const std::int64_t first = drawnPlace(plain.frames());
         const std::int64_t end = first + drawnPlace(plain.frames() - first);
         same(samplesOf(timeline, first, end), plain.part(first, end));
-        // Its pieces tell the same.
+        // Its pieces must describe the same samples.
         std::int64_t at = first;
         for (const Piece& piece : timeline.pieces(first, end)) {
             RC_ASSERT(piece.at == at);
@@ -96,11 +96,11 @@ RC_GTEST_PROP(Laws, EditsAreThoseOfAPlainVectorAndUndoIsTheOldValue, ()) {
         same(samplesOf(timeline, 0, timeline.frames()), plain.values);
 }
 
-RC_GTEST_PROP(Laws, WhatIsCopiedIntoAFileIsWhatWouldBeComputed, ()) {
+RC_GTEST_PROP(Laws, CopiedSamplesEqualComputedOnes, ()) {
     const Twins twins = drawnTwins();
     OutputFormat output{*rc::gen::element(Container::Wav, Container::Aiff),
                         twins.timeline.format()};
-    output.format.floating = false;  // floating samples are never copied, and know two zeros
+    output.format.floating = false;  // floating samples are never copied and have two zeros
     const auto first = drawnPlace(twins.timeline.frames());
     const TempFolder folder;
     const auto written = [&](const FrameReader& sound, std::int64_t from, std::int64_t to) {
@@ -113,9 +113,9 @@ RC_GTEST_PROP(Laws, WhatIsCopiedIntoAFileIsWhatWouldBeComputed, ()) {
     RC_ASSERT(equal);
 }
 
-RC_GTEST_PROP(Laws, ScansFindWhatALookAtEverySampleFinds, ()) {
+RC_GTEST_PROP(Laws, ScansMatchACheckOfEverySample, ()) {
     const auto [timeline, plain] = drawnTwins();
-    // Several in a row: what a scan remembers must not mislead the next.
+    // Several in a row, as the blocks cached by one scan must not mislead the next.
     for (int left = *rc::gen::inRange(1, 6); left > 0; --left) {
         const int threshold = *levels();
         const auto minimum = *rc::gen::oneOf(rc::gen::element<std::int64_t>(1, 255, 256, 257),
@@ -125,7 +125,7 @@ RC_GTEST_PROP(Laws, ScansFindWhatALookAtEverySampleFinds, ()) {
     }
 }
 
-RC_GTEST_PROP(Laws, PeakLevelIsTheLargestSampleAndQuietFramesAreAllThatIsCut, ()) {
+RC_GTEST_PROP(Laws, PeakLevelIsTheLargestSampleAndOnlyQuietFramesAreCut, ()) {
     auto [timeline, plain] = drawnTwins();
     FrameRange range{drawnPlace(timeline.frames()), 0};
     range.end = range.first + drawnPlace(timeline.frames() - range.first);
@@ -137,7 +137,7 @@ RC_GTEST_PROP(Laws, PeakLevelIsTheLargestSampleAndQuietFramesAreAllThatIsCut, ()
     const int threshold = *levels();
     const auto minimum = *rc::gen::element<std::int64_t>(1, 2, 300, 4000);
     timeline = withoutSilence(timeline, range, threshold, minimum);
-    // At the edges of the range any silence goes, inside it those that are long enough.
+    // At the edges of the range any silence is removed, inside it only those that are long enough.
     PlainSound inside = plain;
     inside.values = plain.part(range.first, range.end);
     const auto silences = inside.silences(threshold, 1);
@@ -151,9 +151,9 @@ RC_GTEST_PROP(Laws, PeakLevelIsTheLargestSampleAndQuietFramesAreAllThatIsCut, ()
 
 constexpr float kFar = std::numeric_limits<float>::max();
 
-// What a column must show of a piece: the extremes of its samples, or, `outward`, the most that it
-// may. A narrow one is made from samples; a wide one from peaks, which are rounded outward, end at
-// full scale, and belong to stretches that begin before the piece and end behind it.
+// The range that a column must show at least for a piece, which is the extremes of its samples, or
+// with `outward` the range it may show at most. A narrow column comes from samples, a wide one from
+// peaks, which are rounded outward, limited to full scale, and may extend beyond the piece.
 PeakRange shown(const PlainSound& source, int channel, const Piece& piece, bool wide,
                 bool outward) {
     if (piece.silent()) return {};
@@ -171,7 +171,7 @@ PeakRange shown(const PlainSound& source, int channel, const Piece& piece, bool 
     return range;
 }
 
-RC_GTEST_PROP(Laws, ColumnsBoundTheirSamplesAndReachNoFurtherThanAPeak, ()) {
+RC_GTEST_PROP(Laws, ColumnsCoverTheirSamplesAndExceedThemByAPeakAtMost, ()) {
     const auto [timeline, plain] = drawnTwins();
     const PlainSound source(*timeline.source());
     const int channel = *rc::gen::inRange(0, plain.channels);

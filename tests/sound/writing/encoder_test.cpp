@@ -20,12 +20,12 @@
 namespace tarnwick::sound {
 namespace {
 
-// One way to write a sound, and how near to it the file must come: each sample within `step`, in
-// parts of full scale, and the `part` of its value; or, for codecs that model the sound, the whole
-// with at least `decibels` of signal to noise.
+// One way to write a sound, and how close the file must be to it: each sample may differ by `step`,
+// in parts of full scale, plus `part` times its value. For codecs that model the sound, the whole
+// must have a signal-to-noise ratio of at least `decibels` instead.
 struct Way {
     OutputFormat output;
-    std::string codec;  // as the independent decoder calls it
+    std::string codec;  // its name in the independent decoder
     double step = 0.0;
     double part = 0.0;
     double decibels = 0.0;
@@ -67,7 +67,7 @@ std::vector<Way> uncompressed(Container container) {
 }
 
 std::vector<Way> codecs() {
-    // Half a step of a law is a 32nd of the value at most; the smallest are 8 (A) and 4 (mu).
+    // Half a step of a law is at most 1/32 of the value; the smallest are 8 (A-law) and 4 (mu-law).
     const std::vector<Way> kinds = {{{}, "pcm_"},
                                     {{}, "pcm_alaw", 8.0 / 32768, 1.0 / 32},
                                     {{}, "pcm_mulaw", 4.5 / 32768, 1.0 / 32},
@@ -93,7 +93,7 @@ std::vector<Way> mp3s() {
     for (const int rate : {8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000})
         for (const int channels : {1, 2})
             for (const int bitRate : mp3BitRates(rate)) {
-                // With a bit for each sample even a change of the level by 3 % would be seen.
+                // With a bit per sample or more, even a level change of 3 % would be detected.
                 Way way{{Container::Mp3, {rate, channels, 16, false}, bitRate}, "mp3"};
                 way.decibels = bitRate >= rate * channels ? 30.0 : 4.0;
                 ways.push_back(way);
@@ -109,8 +109,8 @@ struct Decoded {
     std::vector<double> samples;
 };
 
-// What ffmpeg makes of the files, none where it is missing; all in one process, because its start
-// takes longer than its work.
+// Decodes the files with ffmpeg; none if it is not installed. Uses one process for all files,
+// because starting it takes longer than decoding.
 std::vector<Decoded> decodedByOthers(const std::vector<std::filesystem::path>& files) {
     if (std::system("command -v ffmpeg >/dev/null") != 0) return {};
     std::string inputs;
@@ -141,7 +141,8 @@ std::vector<Decoded> decodedByOthers(const std::vector<std::filesystem::path>& f
     return all;
 }
 
-// How far `samples` are from what was wanted, in the way's own measure: up to 1 is near enough.
+// The distance of `samples` from the wanted ones, in the way's own measure; up to 1 is close
+// enough.
 double distance(const Way& way, const std::vector<double>& wanted,
                 const std::vector<double>& samples) {
     double worst = 0.0;
@@ -165,7 +166,7 @@ class Encoders : public testing::Test {
         return file;
     }
 
-    // Writes in each way and reads back, with our own decoder and another.
+    // Writes in each way and reads back with our own decoder and another.
     void check(const std::vector<Way>& ways) {
         std::vector<std::filesystem::path> files;
         for (const Way& way : ways)
@@ -188,7 +189,7 @@ class Encoders : public testing::Test {
         EXPECT_EQ(decoded.channels, way.output.format.channels);
         const bool blocks = way.output.container == Container::WavCodec && way.models();
         EXPECT_TRUE(way.output.bitRate == 0 || way.output.bitRate == decoded.kilobits * 1000);
-        checkSamples(way, decoded.samples, blocks);  // it does not heed the stated length, we do
+        checkSamples(way, decoded.samples, blocks);  // ffmpeg ignores the stated length
     }
 
     void checkSamples(const Way& way, const std::vector<double>& samples, bool padded) {
@@ -210,11 +211,11 @@ class Encoders : public testing::Test {
 
 TEST_F(Encoders, WavIsExact) { check(uncompressed(Container::Wav)); }
 TEST_F(Encoders, AiffIsExact) { check(uncompressed(Container::Aiff)); }
-TEST_F(Encoders, CodecsInWavComeNear) { check(codecs()); }
+TEST_F(Encoders, CodecsInWavAreClose) { check(codecs()); }
 TEST_F(Encoders, Mp3HasItsRateAndLength) { check(mp3s()); }
 
 TEST_F(Encoders, OverloadIsClippedAndNeverWraps) {
-    // A slow wave with flat tops, and what no file can hold.
+    // A slow square wave beyond full scale, and below one value that no file can hold.
     std::vector<double> values;
     for (int i = 0; i < 22050; ++i)
         values.push_back(i / 300 % 2 ? 3.0 : -3.0);
@@ -223,7 +224,7 @@ TEST_F(Encoders, OverloadIsClippedAndNeverWraps) {
     for (const auto& list :
          {uncompressed(Container::Wav), uncompressed(Container::Aiff), codecs(), mp3s()})
         for (const Way& way : list)
-            // GSM knows voices, not flat tops.
+            // GSM models voices and cannot reproduce a square wave.
             if (way.output.format.rate == 44100 && way.output.format.channels == 1 &&
                 way.codec != "gsm_ms") {
                 values[5] = way.output.container == Container::Mp3 ? NAN : -1e300;
@@ -237,7 +238,7 @@ TEST_F(Encoders, OverloadIsClippedAndNeverWraps) {
                 << ways[i] << " at " << middle;
 }
 
-TEST_F(Encoders, RefuseWhatNoFileCanHold) {
+TEST_F(Encoders, RefuseFormatsAndLengthsThatNoFileCanHold) {
     AtomicFile file(std::filesystem::temp_directory_path() / "never");
     const AudioFormat telephone{8000, 1, 0, false};
     constexpr std::int64_t kTooLong = 9'000'000'000;

@@ -48,8 +48,8 @@ TEST_F(Writer, ChannelsAreCopiedAndAveraged) {
     EXPECT_THAT(bySndfile(target_, info), ElementsAre(0.375f, 0.0f));
 }
 
-// The largest that the old header can tell, and the first that it cannot.
-TEST(WavHeader, BecomesALargerOneWhereTheSizeNeedsIt) {
+// Tests the largest size that a plain WAV header can hold, and the next one.
+TEST(WavHeader, BecomesRf64IfTheSizeNeedsIt) {
     const AudioFormat format{44100, 1, 8, false};
     const std::int64_t edge = 0xFFFFFFFEll - 36;
     EXPECT_EQ(wavHeader(format, edge)[1], 'I');
@@ -70,11 +70,11 @@ TEST_F(Writer, RateChangesKeepLengthAndTone) {
         SF_INFO info;
         const std::vector<double> samples = bySndfile(target_, info);
         ASSERT_EQ(info.frames, std::llround(static_cast<double>(tone.frames()) * to / from));
-        double worst = 0.0;  // away from the ends, where the filter has all it needs
+        double worst = 0.0;  // away from the ends, where the filter has all its input
         for (std::int64_t i = to / 10; i < info.frames - to / 10; ++i) {
             worst = std::max(worst, std::fabs(samples[2 * i + 1] - tone.valueAt(double(i) / to)));
         }
-        EXPECT_LT(worst, 2.0e-7);  // the fineness of a float, and some ripple
+        EXPECT_LT(worst, 2.0e-7);  // the precision of a float and some ripple
     }
 }
 
@@ -95,7 +95,7 @@ std::vector<double> inOnePiece(const FrameReader& sound, std::int64_t first, int
     return made;
 }
 
-// The largest difference of two values; infinite where there are not equally many.
+// The largest difference between two values; infinite if the sizes differ.
 double worstDifference(const std::vector<double>& one, const std::vector<double>& other) {
     if (one.size() != other.size()) return std::numeric_limits<double>::infinity();
     double worst = 0.0;
@@ -104,8 +104,8 @@ double worstDifference(const std::vector<double>& one, const std::vector<double>
     return worst;
 }
 
-// The stereo ones are split, but too short for threads of their own.
-TEST(RateBlocks, JoinToWhatOnePieceGives) {
+// The stereo ones are split but too short for extra threads.
+TEST(RateBlocks, JoinToTheResultOfASinglePass) {
     const struct {
         int from, to, channels;
         bool splits;
@@ -130,7 +130,7 @@ TEST(RateBlocks, JoinToWhatOnePieceGives) {
     }
 }
 
-TEST_F(Writer, RefusalsLeaveTheOldFileWhole) {
+TEST_F(Writer, RefusalsLeaveTheOldFileUntouched) {
     std::ofstream(target_) << "old";
     const NoiseSound sound({44100, 1, 16, false}, 100'000);
     const OutputFormat wav{Container::Wav, sound.format()};
@@ -160,11 +160,11 @@ TEST_F(Writer, RefusalsLeaveTheOldFileWhole) {
     EXPECT_EQ(folder_.names(), names);
 }
 
-TEST_F(Writer, WhatIsNotFinishedLeavesTheOldFileWhole) {
+TEST_F(Writer, UnfinishedWritesLeaveTheOldFileUntouched) {
     std::ofstream(target_) << "old";
     chmod(target_.c_str(), 0640);
     const AudioFormat format{44100, 1, 16, false};
-    // Short ones are written by the caller, long ones with one or two threads' help.
+    // Short sounds are written by the caller alone, long ones with one or two extra threads.
     std::signal(SIGXFSZ, SIG_IGN);
     const std::pair<int, OutputFormat> cases[] = {
         {100'000, {Container::Wav, format}},
@@ -193,7 +193,7 @@ TEST_F(Writer, WhatIsNotFinishedLeavesTheOldFileWhole) {
         EXPECT_TRUE(std::ranges::adjacent_find(seen, std::greater_equal<>()) == seen.end());
         EXPECT_LT(seen.back(), 70);
         EXPECT_EQ(written(broken, {}), SoundFailure::SourceChanged);
-        // As full as a disk: no file may become larger.
+        // Simulates a full disk by limiting the size of files.
         struct rlimit limit;
         getrlimit(RLIMIT_FSIZE, &limit);
         const struct rlimit small { 100'000, limit.rlim_max };
