@@ -77,11 +77,7 @@ bool endsHere(const pugi::xml_node& paragraph) {
 // Line ends in the XML count as blanks. Blanks at both ends are dropped unless they are preserved
 // explicitly.
 QString plainText(const pugi::xml_node& node) {
-    QByteArray bytes;
-    for (const pugi::xml_node& child : node.children())
-        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata)
-            bytes += child.value();
-    QString text = QString::fromUtf8(bytes);
+    QString text = QString::fromUtf8(textIn(node));
     for (QChar& character : text)
         if (character < u' ' && character != u'\t') character = u' ';
     const std::string_view space = attributeNamed(node, "space").value();

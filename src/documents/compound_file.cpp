@@ -11,7 +11,7 @@ constexpr quint32 kNone = 0xffffffff;
 constexpr int kSmallShift = 6;
 constexpr quint64 kSmallLimit = 4096;  // bytes; shorter streams are in small sectors
 constexpr int kEntryShift = 7;
-constexpr int kHeaderSize = 512;
+constexpr qint64 kNowhere = 0;  // no sector lies there, but the header
 constexpr std::size_t kMostEntries = 1 << 16;
 
 }  // namespace
@@ -21,7 +21,7 @@ bool isCompoundFile(const QByteArray& bytes) {
 }
 
 CompoundFile::CompoundFile(const QByteArray& bytes) : bytes_(bytes) {
-    if (!isCompoundFile(bytes_) || bytes_.size() <= kHeaderSize) return;
+    if (!isCompoundFile(bytes_)) return;
     shift_ = static_cast<int>(number(30) & 0xffff);
     if (shift_ != 9 && shift_ != 12) return;
     sectorCount_ = static_cast<quint32>(std::min<qint64>((bytes_.size() - 1) >> shift_, 1 << 30));
@@ -30,22 +30,22 @@ CompoundFile::CompoundFile(const QByteArray& bytes) : bytes_(bytes) {
     loadStreams(chain(number(48)));
 }
 
-// kNone outside the file.
+// kNone past the end of the file.
 quint32 CompoundFile::number(qint64 at) const {
-    if (at < 0 || at > bytes_.size() - 4) return kNone;
+    if (at > bytes_.size() - 4) return kNone;
     return qFromLittleEndian<quint32>(bytes_.constData() + at);
 }
 
-// Both return -1 for a sector that the file does not have. This includes the marks for the end of a
-// chain and for a free sector.
+// Both return kNowhere for a sector that the file does not have. This includes the marks for the
+// end of a chain and for a free sector.
 qint64 CompoundFile::position(quint32 sector) const {
-    return sector < sectorCount_ ? (static_cast<qint64>(sector) + 1) << shift_ : -1;
+    return sector < sectorCount_ ? (static_cast<qint64>(sector) + 1) << shift_ : kNowhere;
 }
 
 qint64 CompoundFile::smallPosition(quint32 sector) const {
     const qint64 at = static_cast<qint64>(sector) << kSmallShift;
     const auto holder = static_cast<std::size_t>(at >> shift_);
-    if (holder >= smallContent_.size()) return -1;
+    if (holder >= smallContent_.size()) return kNowhere;
     return position(smallContent_[holder]) + (at & ((1 << shift_) - 1));
 }
 
@@ -54,7 +54,7 @@ quint32 CompoundFile::after(quint32 sector, const Sectors& table) const {
     const std::size_t holder = sector >> perSector;
     if (holder >= table.size()) return kNone;
     const qint64 at = position(table[holder]);
-    return at < 0 ? kNone : number(at + 4 * (sector & ((1u << perSector) - 1)));
+    return at == kNowhere ? kNone : number(at + 4 * (sector & ((1u << perSector) - 1)));
 }
 
 // Stops at the number of sectors in the file, so a circular chain ends.
@@ -74,7 +74,7 @@ void CompoundFile::loadTable() {
     const std::size_t needed = (sectorCount_ >> (shift_ - 2)) + 1;
     for (qint64 i = 0; i < kInHeader; ++i)
         table_.push_back(number(76 + 4 * i));
-    for (qint64 at = position(number(68)); at >= 0 && table_.size() < needed;
+    for (qint64 at = position(number(68)); at != kNowhere && table_.size() < needed;
          at = position(number(at + last)))
         for (qint64 i = 0; i < last; i += 4)
             table_.push_back(number(at + i));
@@ -87,15 +87,15 @@ void CompoundFile::loadStreams(const Sectors& directory) {
     const int perSector = shift_ - kEntryShift;
     const auto entryAt = [&](quint32 index) {
         const std::size_t holder = index >> perSector;
-        if (holder >= directory.size()) return qint64{-1};
+        if (holder >= directory.size()) return kNowhere;
         const qint64 at =
             position(directory[holder]) + ((index & ((1 << perSector) - 1)) << kEntryShift);
-        return at + (1 << kEntryShift) <= bytes_.size() ? at : -1;
+        return at + (1 << kEntryShift) <= bytes_.size() ? at : kNowhere;
     };
     const auto typeAt = [&](qint64 at) { return static_cast<quint8>(bytes_[at + 66]); };
 
     const qint64 root = entryAt(0);
-    if (root < 0 || typeAt(root) != kRoot) return;
+    if (root == kNowhere || typeAt(root) != kRoot) return;
     smallContent_ = chain(number(root + 116));
     std::vector<bool> seen(std::min(directory.size() << perSector, kMostEntries));
     std::vector<quint32> waiting{number(root + 76)};
@@ -103,7 +103,7 @@ void CompoundFile::loadStreams(const Sectors& directory) {
         const quint32 index = waiting.back();
         waiting.pop_back();
         const qint64 at = entryAt(index);
-        if (at < 0 || index >= seen.size() || seen[index]) continue;
+        if (at == kNowhere || index >= seen.size() || seen[index]) continue;
         seen[index] = true;
         waiting.push_back(number(at + 68));
         waiting.push_back(number(at + 72));
@@ -135,7 +135,7 @@ QByteArray CompoundFile::stream(QStringView name, qint64 most) const {
     quint32 sector = entry->start;
     while (content.size() < wanted) {
         const qint64 at = isSmall ? smallPosition(sector) : position(sector);
-        if (at < 0) break;
+        if (at == kNowhere) break;
         const QByteArrayView piece =
             QByteArrayView(bytes_).sliced(std::min<qsizetype>(at, bytes_.size()));
         content.append(piece.first(std::min({piece.size(), sectorSize, wanted - content.size()})));

@@ -21,23 +21,15 @@ QString unescaped(QString text) {
     return text;
 }
 
-QByteArray rawText(const pugi::xml_node& node) {
-    QByteArray text;
-    for (const pugi::xml_node& child : node.children())
-        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata)
-            text += child.value();
-    return text;
-}
-
 // The text of a shared or an inline string, either plain or in several runs. Phonetic runs (the
 // pronunciation) are not part of it.
 QString stringText(const pugi::xml_node& string) {
     QByteArray text;
     for (const pugi::xml_node& child : string.children()) {
         if (isNamed(child, "t"))
-            text += rawText(child);
+            text += textIn(child);
         else if (isNamed(child, "r"))
-            text += rawText(childNamed(child, "t"));
+            text += textIn(childNamed(child, "t"));
     }
     return unescaped(QString::fromUtf8(text));
 }
@@ -75,7 +67,7 @@ QString cellText(const pugi::xml_node& cell, const WorkbookTables& tables) {
     const QByteArray type = attributeNamed(cell, "t").as_string("n");
     const NumberFormat& format = formatOf(cell, tables);
     if (type == "inlineStr") return format.format(stringText(childNamed(cell, "is")));
-    const QByteArray value = rawText(childNamed(cell, "v"));
+    const QByteArray value = textIn(childNamed(cell, "v"));
     if (value.isEmpty()) return {};
     if (type == "s") {
         bool valid = false;

@@ -128,6 +128,13 @@ bool isNamed(const pugi::xml_node& node, const char* name) {
     return std::strcmp(afterColon(node.name()), name) == 0;
 }
 
+QByteArray textIn(const pugi::xml_node& node) {
+    QByteArray text;
+    for (const pugi::xml_node& child : node.children())
+        text += child.value();  // empty of an element
+    return text;
+}
+
 pugi::xml_node childNamed(const pugi::xml_node& parent, const char* name) {
     for (const pugi::xml_node& child : parent.children())
         if (isNamed(child, name)) return child;

@@ -59,6 +59,7 @@ class ZipPackage {
 // null node or attribute.
 std::string_view localName(const pugi::xml_node& node);
 bool isNamed(const pugi::xml_node& node, const char* name);
+QByteArray textIn(const pugi::xml_node& node);  // what stands directly in it, in all its pieces
 pugi::xml_node childNamed(const pugi::xml_node& parent, const char* name);
 pugi::xml_attribute attributeNamed(const pugi::xml_node& node, const char* name);
 

@@ -66,8 +66,7 @@ void ColourScheme::ask(const QString& address, int patienceMs) {
 ColourScheme::~ColourScheme() { QDBusConnection::disconnectFromBus(connectionName()); }
 
 void ColourScheme::settingChanged(const QDBusMessage& message) {
-    const QVariantList told = message.arguments();
-    if (told.value(0) == group() && told.value(1) == key()) take(told.value(2));
+    take(message.arguments().value(2));
 }
 
 void ColourScheme::lateAnswer(QDBusPendingCallWatcher* call) {

@@ -59,15 +59,6 @@ QStringList namesIn(const QString& folder, Wanted wanted) {
     return names;
 }
 
-// False for mount points that belong to the system and are no place for the operator's files.
-bool isPlaceForFiles(const QString& mountPoint) {
-    if (mountPoint.startsWith(u"/run/media/")) return true;
-    constexpr QStringView kInnards[] = {u"/dev", u"/proc", u"/sys", u"/run", u"/boot", u"/snap"};
-    return std::none_of(std::begin(kInnards), std::end(kInnards), [&](QStringView place) {
-        return mountPoint == place || mountPoint.startsWith(place.toString() + u'/');
-    });
-}
-
 void requireFolderOf(const fs::path& path) {
     std::error_code ignored;
     if (!fs::is_directory(path.parent_path(), ignored)) runtime::pathNotFound();
@@ -88,6 +79,14 @@ QString pathIn(const QString& folder, const QString& name) {
 QString folderOf(const QString& path) {
     const QString folder = path.left(std::max<qsizetype>(path.lastIndexOf(QDir::separator()), 0));
     return folder.isEmpty() ? QDir::rootPath() : folder;
+}
+
+bool isPlaceForFiles(const QString& mountPoint) {
+    if (mountPoint.startsWith(u"/run/media/")) return true;
+    constexpr QStringView kInnards[] = {u"/dev", u"/proc", u"/sys", u"/run", u"/boot", u"/snap"};
+    return std::none_of(std::begin(kInnards), std::end(kInnards), [&](QStringView place) {
+        return mountPoint == place || mountPoint.startsWith(place.toString() + u'/');
+    });
 }
 
 bool Disk::FolderExists(const QString& path) const {

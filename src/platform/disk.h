@@ -22,4 +22,7 @@ class Disk : public FileSystem {
     bool setDateLastModified(const QString& path, const QDateTime& time) override;
 };
 
+// False for mount points that belong to the system and are no place for the operator's files.
+bool isPlaceForFiles(const QString& mountPoint);
+
 }  // namespace tarnwick::platform

@@ -7,24 +7,22 @@ namespace tarnwick::platform {
 namespace {
 
 qsizetype afterCharacter(QStringView text, qsizetype at) {
-    const bool pair =
-        text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
-    return at + (pair ? 2 : 1);
+    return at + (text[at].isHighSurrogate() ? 2 : 1);
 }
 
 // Each star takes as few characters as possible; on a mismatch the last star takes one more. There
 // is no need to go back further: the last star can take anything that an earlier one could.
 bool fits(QStringView name, QStringView wildcard) {
-    qsizetype n = 0, w = 0, afterStar = -1, resume = 0;
+    qsizetype n = 0, w = 0, afterStar = 0, resume = 0;
     while (n < name.size()) {
         const QChar wanted = w < wildcard.size() ? wildcard[w] : QChar();
-        if (w < wildcard.size() && wanted == u'*') {
+        if (wanted == u'*') {
             afterStar = ++w;
             resume = n;
-        } else if (w < wildcard.size() && (wanted == u'?' || wanted == name[n])) {
+        } else if (wanted == u'?' || wanted == name[n]) {
             n = wanted == u'?' ? afterCharacter(name, n) : n + 1;
             ++w;
-        } else if (afterStar >= 0) {
+        } else if (afterStar > 0) {
             w = afterStar;
             n = resume = afterCharacter(name, resume);
         } else {

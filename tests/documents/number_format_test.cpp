@@ -27,11 +27,22 @@ dd/mm/yyyy|43897.5|07/03/2020|d.m.yy;@|43897.5|7.3.20|ddd mmm mmmmm|43897.5|Sat 
 h:mm AM/PM|43897.5|12:00 PM|h a/p|0.01|12 A|mm:ss.0|0.00073|01:03.1|yy\|43897.5|20|
 yyyy-mm-dd hh:mm|43897.9999999|2020-03-08 00:00|[h]:mm:ss|1.5|36:00:00|[mm]:ss|0.5|720:00|
 d-mmm-yyyy|59|28-Feb-1900|d-mmm-yyyy|61|1-Mar-1900|d-mmm-yyyy|1|1-Jan-1900|d-mmm-yyyy|-1|-1|
-d-mmm-yyyy|1e300|1E+300|"WAHR";"WAHR";"FALSCH"|1|True|"unclosed|3|3|[|3|3||3|3)");
+h:mm|0.50046|12:01|AM/PM h|0.75|PM 6|yyy|43897.5|2020|d-mmm-yyyy|1e300|1E+300|"WAHR";"WAHR";"FALSCH"|1|True|"unclosed|3|3|[|3|3||3|3)");
     EXPECT_EQ(NumberFormat(QStringLiteral("d-m-yyyy")).format(42435, true), "7-3-2020");
-    EXPECT_EQ(NumberFormat::builtIn(14).format(43897.5, false), "07/03/2020");
-    EXPECT_EQ(NumberFormat::builtIn(2).format(1.5, false), "1.5");
-    EXPECT_EQ(NumberFormat::builtIn(9999).format(1.5, false), "1.5");
+}
+
+TEST(NumberFormat, CodesThatAWorkbookNamesByNumber) {
+    const QStringList codes =
+        QStringLiteral(
+            "0|43897.54321|8|43897.54321|9|4389754%|10|4389754.32%|11|43897.54321|13|43897.54321|"
+            "14|07/03/2020|15|7-Mar-20|16|7-Mar|17|Mar-20|18|1:02 PM|19|1:02:13 PM|20|13:02|"
+            "21|13:02:13|22|07/03/2020 13:02|26|43897.54321|27|2020/03/07|36|2020/03/07|"
+            "37|43897.54321|44|43897.54321|45|02:13|46|1053541:02:13|47|02:13.3|48|43897.54321|"
+            "49|43897.54321|50|2020/03/07|58|2020/03/07|59|43897.54321")
+            .split(u'|');
+    for (qsizetype i = 0; i < codes.size(); i += 2)
+        EXPECT_EQ(NumberFormat::builtIn(codes[i].toInt()).format(43897.54321, false), codes[i + 1])
+            << codes[i].toStdString();
 }
 
 // As an office program shows them.
@@ -58,6 +69,7 @@ TEST(NumberFormat, OtherCodesShowThePlainValue) {
 00E+00|12|12|00/00|12|12|[<100]"VO_"00;"X"000|12|12|[Red]General|12|12|General%|0.5|0.5|
 0000;|-5|-5|000;;"z"|0|0|;;;|3|3|"only"|12|12|"%"|12|12|@|12|12|"VO_"@|12|12|
 000|1e15|1E+15|00.0000000000000000|1|1)");
+    EXPECT_EQ(NumberFormat(QString(255, u'0')).format(1.0, false).size(), 255);
     EXPECT_EQ(NumberFormat(QString(256, u'0')).format(1.0, false), "1") << "no office program's";
 }
 

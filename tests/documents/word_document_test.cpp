@@ -136,21 +136,32 @@ TEST(WordDocument, BadFilesAreNamedForWhatTheyAre) {
         return zipOf(documentParts("<tbl><tr><tc>" + open.repeated(times) + close.repeated(times) +
                                    "</tc></tr></tbl>"));
     };
-    ASSERT_EQ(readBytes(nested("<sdt>", "</sdt>", 200)), "[]");
+    const auto text = [](qsizetype length, const QByteArray& more) {
+        return zipOf(
+            documentParts("<tbl><tr>" + cell(QByteArray(length, 'x') + more) + "</tr></tbl>"));
+    };
     const QString damaged = QStringLiteral("The document \"w\" is damaged.");
     const QString other = QStringLiteral("The file \"w\" is not a Word document.");
+    const QString large = QStringLiteral("The document \"w\" is too large to be read.");
+    for (const char* name : {"sdt", "p", "r", "AlternateContent"}) {
+        const bool choice = name[0] == 'A';
+        const QByteArray open = QByteArray("<") + name + (choice ? "><Choice>" : ">");
+        const QByteArray close = QByteArray(choice ? "</Choice></" : "</") + name + ">";
+        EXPECT_EQ(readBytes(nested(open, close, 250)), "[]") << name;
+        EXPECT_EQ(readBytes(nested(open, close, 251)), damaged) << name;
+    }
+    EXPECT_EQ(readBytes(text(1 << 16, "")).size(), (1 << 16) + 2);
+    EXPECT_EQ(readBytes(text(1 << 16, "</t><t>y")), large);
     const QByteArray good = bytesOf("script.docx");
     const std::pair<QByteArray, QString> files[] = {
         {"", other},
         {"<html><table><tr><td>a</td></tr></table></html>", other},
         {bytesOf("script.xlsx"), other},
         {good.left(good.size() / 2), damaged},
-        {nested("<sdt>", "</sdt>", 4000), damaged},
         {nested("<tbl><tr><tc>", "</tc></tr></tbl>", 4000), damaged},
         {zipOf({documentParts("").front()}), damaged},
         {zipOf(documentParts("<p/>")), kNoMember},
-        {zipOf(documentParts(QByteArray(8 << 20, ' '))),
-         QStringLiteral("The document \"w\" is too large to be read.")}};
+        {zipOf(documentParts(QByteArray(8 << 20, ' '))), large}};
     for (const auto& [bytes, fault] : files)
         EXPECT_EQ(readBytes(bytes), fault) << bytes.size() << ' ' << bytes.left(99).constData();
 

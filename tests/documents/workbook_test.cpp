@@ -80,7 +80,9 @@ TEST(Workbook, ReadsWhatOtherWritersMake) {
         "<c><v>1e300</v></c><c><v>nan</v></c></row>"
         "<row r='4'><c s='1'><v>7</v></c><c s='1' t='s'><v>1</v></c>"
         "<c s='1' t='inlineStr'><is><t>in</t></is></c><c s='1' t='str'><v>x</v></c>"
-        "<c s='1' t='b'><v>1</v></c><c s='1' t='e'><v>#N/A</v></c></row>");
+        "<c s='1' t='b'><v>1</v></c><c s='1' t='e'><v>#N/A</v></c></row>"
+        "<row><c t='inlineStr'><is><t>_x0041_<![CDATA[<b>]]>_xzzzz_ _x0042.</t></is></c>"
+        "<c t='str'><v>_x00</v></c><c t='b'><v>0</v></c></row>");
     const struct {
         int row, column;
         const char* text;
@@ -89,7 +91,8 @@ TEST(Workbook, ReadsWhatOtherWritersMake) {
                  {3, 4, "True"},      {3, 5, " x "},           {3, 6, "1E+300"},
                  {3, 7, "nan"},       {1048576, 16384, "0.3"}, {4, 1, "VO_007"},
                  {4, 2, "VO_a\rb"},   {4, 3, "VO_in"},         {4, 4, "VO_x"},
-                 {4, 5, "True"},      {4, 6, "#N/A"}};
+                 {4, 5, "True"},      {4, 6, "#N/A"},          {5, 1, "A<b>_xzzzz_ _x0042."},
+                 {5, 2, "_x00"},      {5, 3, "False"}};
     for (const auto& [row, column, text] : cells)
         EXPECT_EQ(sheet.text(row, column), text) << row << ' ' << column;
 }

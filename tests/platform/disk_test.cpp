@@ -65,6 +65,8 @@ TEST_F(DiskTest, WildcardsTakeWhatIsCustomary) {
         {u".*"_qs, u".h.txt"_qs},
         {u"?.a.?"_qs, u"🎤.a.b"_qs},
         {u"*.*.b;?.a"_qs, u"🎤.a.b"_qs},
+        {u"*b.*"_qs, u"b.doc"_qs},
+        {u"*.d*"_qs, u"b.doc"_qs},
         {u"*a*b"_qs, u"🎤.a.b"_qs},
         {u"?"_qs, u"c"_qs},
         {u""_qs, u""_qs}};
@@ -149,8 +151,15 @@ TEST(Paths, AreJoinedAndTakenApartAlsoAtTheRoot) {
 }
 
 TEST_F(DiskTest, DrivesAreTheRootAndPlacesForFiles) {
+    const std::pair<QString, bool> mountPoints[] = {
+        {u"/"_qs, true},        {u"/mnt/usb"_qs, true},  {u"/run/media/me/usb"_qs, true},
+        {u"/devices"_qs, true}, {u"/dev"_qs, false},     {u"/sys/fs/cgroup"_qs, false},
+        {u"/run"_qs, false},    {u"/run/lock"_qs, false}};
+    for (const auto& [mountPoint, isPlace] : mountPoints)
+        EXPECT_EQ(platform::isPlaceForFiles(mountPoint), isPlace) << mountPoint.toStdString();
     const QStringList drives = disk.drives();
     EXPECT_EQ(drives.value(0), u"/");
+    EXPECT_EQ(QStringList(drives).removeDuplicates(), 0);
     for (const QString& drive : drives) {
         EXPECT_TRUE(disk.FolderExists(drive)) << drive.toStdString();
         EXPECT_FALSE(drive.startsWith(u"/proc") || drive.startsWith(u"/dev"));
@@ -158,13 +167,16 @@ TEST_F(DiskTest, DrivesAreTheRootAndPlacesForFiles) {
 }
 
 TEST_F(DiskTest, CopiesOverWhatIsThere) {
-    const QByteArray big(3'000'000, 'q');
+    const QByteArray big((2 << 20) + 1, 'q');
     write(u"a"_qs, big);
     write(u"b"_qs, "old");
     disk.setDateLastModified(at(u"a"_qs), QDateTime::fromSecsSinceEpoch(1000));
     disk.CopyFile(at(u"a"_qs), at(u"b"_qs));
     EXPECT_EQ(read(u"b"_qs), big);
     EXPECT_EQ(disk.DateLastModified(at(u"b"_qs)).toSecsSinceEpoch(), 1000);
+    chmod(at(u"a"_qs).toStdString().c_str(), 0640);
+    disk.CopyFile(at(u"a"_qs), at(u"b"_qs));
+    EXPECT_EQ(QFile::permissions(at(u"b"_qs)), QFile::permissions(at(u"a"_qs)));
     EXPECT_EQ(faultOf([&] { disk.CopyFile(at(u"no"_qs), at(u"c"_qs)); }), u"File not found");
     EXPECT_EQ(faultOf([&] { disk.CopyFile(at(u"a"_qs), at(u"no/c"_qs)); }), u"Path not found");
     write(u"b"_qs, "another's");
@@ -204,6 +216,10 @@ TEST_F(DiskTest, MovesIntoAFolderButNeverOverAFile) {
     EXPECT_EQ(read(u"F/a"_qs), "new");
     EXPECT_EQ(read(u"a"_qs), "second");
     EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"gone"_qs), at(u"F/"_qs)); }), u"File not found");
+    EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"F"_qs), at(u"G"_qs)); }), u"File not found");
+    EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"a"_qs), at(u"no/"_qs)); }), u"Path not found");
+    EXPECT_TRUE(disk.FileExists(at(u"a"_qs)));
+    EXPECT_FALSE(disk.FileExists(at(u"gone"_qs)) || disk.FileExists(at(u"F"_qs)));
     EXPECT_NE(faultOf([&] { disk.createFolder(at(u"F"_qs)); }), u"none");
     QFile::link(u"nowhere"_qs, at(u"link"_qs));
     disk.MoveFile(at(u"link"_qs), at(u"F/"_qs));
@@ -223,8 +239,9 @@ TEST_F(DiskTest, AnOpenDialogForRecordingsOffersTheOnlyOne) {
 TEST(OpenDialog, UnderstandsTheClassicFilters) {
     EXPECT_EQ(platform::nameFilters(u"Audio Files (*.wav)|*.wav"_qs),
               QStringList(u"Audio Files (*.wav)"_qs));
-    EXPECT_EQ(platform::nameFilters(u"Audio Files (*.aif; *.aiff)|*.aif; *aiff|"_qs),
-              QStringList(u"Audio Files (*.aif *aiff)"_qs));
+    EXPECT_EQ(platform::nameFilters(u"Audio Files (*.aif; *.aiff)|*.aif; *aiff|All|*"_qs),
+              QStringList({u"Audio Files (*.aif *aiff)"_qs, u"All (*)"_qs}));
+    EXPECT_EQ(platform::nameFilters(u"Excel|*.xls|"_qs), QStringList(u"Excel (*.xls)"_qs));
 }
 
 }  // namespace

@@ -1,0 +1,118 @@
+#include "platform/session_bus.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <QSemaphore>
+#include <QTemporaryDir>
+#include <cstring>
+#include <thread>
+
+#include "support/wait_until.h"
+
+using namespace tarnwick;
+using platform::SessionBus;
+
+namespace {
+
+constexpr char kAddress[] = "DBUS_SESSION_BUS_ADDRESS";
+
+// Listens under a socket's name, hears one caller out, says `word` when it may, and hangs up.
+class Listener {
+  public:
+    Listener(const QByteArray& name, QByteArray word) : line_(::socket(AF_UNIX, SOCK_STREAM, 0)) {
+        sockaddr_un place{};
+        place.sun_family = AF_UNIX;
+        std::memcpy(place.sun_path, name.data(), name.size());
+        const auto length = socklen_t(offsetof(sockaddr_un, sun_path) + name.size());
+        EXPECT_EQ(::bind(line_, reinterpret_cast<sockaddr*>(&place), length), 0);
+        EXPECT_EQ(::listen(line_, 1), 0);
+        thread_ = std::thread([this, word] {
+            const int caller = ::accept(line_, nullptr, nullptr);
+            char bytes[256];
+            heard_ = QByteArray(bytes, ::recv(caller, bytes, sizeof bytes, 0));
+            maySpeak_.acquire();
+            if (!word.isEmpty()) ::send(caller, word.data(), word.size(), MSG_NOSIGNAL);
+            ::close(caller);
+        });
+    }
+    ~Listener() {
+        if (thread_.joinable()) thread_.join();
+        ::close(line_);
+    }
+    void speak() { maySpeak_.release(); }
+    QByteArray heard() {
+        thread_.join();
+        return heard_;
+    }
+
+  private:
+    int line_;
+    QByteArray heard_;
+    QSemaphore maySpeak_;
+    std::thread thread_;
+};
+
+struct SessionBusTest : ::testing::Test {
+    void SetUp() override { qputenv(kAddress, "as it was"); }
+    void TearDown() override { qputenv(kAddress, before); }
+
+    const QByteArray before = qgetenv(kAddress);
+    QTemporaryDir folder;
+    const QByteArray path = folder.filePath(u"a bus"_qs).toUtf8();
+    const QString address = u"unix:path="_qs + QString::fromUtf8(path.toPercentEncoding("/"));
+};
+
+TEST_F(SessionBusTest, IsGreetedAsEveryClientDoes) {
+    const QByteArray abstract = "tarnwick-test-" + QByteArray::number(::getpid());
+    const std::pair<QString, QByteArray> buses[] = {
+        {address, path},
+        {u"unix:guid=1,path="_qs + address.mid(10) + u";unix:path=/nowhere"_qs, path},
+        {address + u";unix:path=/nowhere"_qs, path},
+        {u"unix:abstract="_qs + QString::fromUtf8(abstract), '\0' + abstract}};
+    for (const auto& [told, name] : buses) {
+        Listener listener(name, "OK");
+        listener.speak();
+        const SessionBus bus(told);
+        EXPECT_TRUE(test::waitUntil([&] { return bus.answers(); }, 5000)) << told.toStdString();
+        bus.hideWhileSilent();
+        EXPECT_EQ(listener.heard(), QByteArray("\0AUTH EXTERNAL ", 15) +
+                                        QByteArray::number(::getuid()).toHex() + "\r\n");
+        ::unlink(path.data());
+    }
+    EXPECT_EQ(qgetenv(kAddress), "as it was");
+}
+
+TEST_F(SessionBusTest, OneThatCannotBeGreetedIsTakenAtItsWordAndNoneIsNone) {
+    for (const QString& told : {u"tcp:host=localhost"_qs, u"unix:tmpdir=/tmp"_qs, QString()}) {
+        const SessionBus bus(told);
+        EXPECT_EQ(bus.answers(), !told.isEmpty());
+        bus.hideWhileSilent();
+    }
+    EXPECT_EQ(qgetenv(kAddress), "as it was");
+    for (const QString& none : {u"/nowhere/bus"_qs, u"/"_qs + QString(200, u'a')})
+        EXPECT_FALSE(SessionBus(u"unix:path="_qs + none).answers());
+}
+
+TEST_F(SessionBusTest, OneThatIsSilentIsHiddenAndMayAnswerLater) {
+    for (const QByteArray word : {"OK", ""}) {
+        Listener late(path, word);
+        const SessionBus bus(address);
+        int told = 0;
+        QObject::connect(&bus, &SessionBus::answered, [&] { ++told; });
+        EXPECT_FALSE(bus.answers());
+        EXPECT_EQ(bus.patienceLeftMs(), 1);
+        bus.hideWhileSilent();
+        EXPECT_EQ(qgetenv(kAddress), "disabled:");
+        late.speak();
+        late.heard();
+        const bool answers = !word.isEmpty();
+        EXPECT_EQ(test::waitUntil([&] { return told > 0; }, answers ? 5000 : 50), answers);
+        EXPECT_EQ(bus.answers(), answers);
+        ::unlink(path.data());
+    }
+}
+
+}  // namespace
