@@ -51,10 +51,11 @@ TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
 TEST_F(WaveformViewTest, PaintsEachColumnFromItsLowestToItsHighestSample) {
     waveform.rate = 4;  // frames a second: each second is a column of four
     waveform.durationMs = 12000;
-    waveform.samples = {0,    0, 0, 0,    .5f,   .5f,   .5f,   .5f,   .5f,  .25f, 0,    0,
-                        -.5f, 0, 0, -.5f, 0,     1,     0,     0,     0,    0,    -1,   0,
-                        0,    0, 0, 0,    -.75f, -.75f, -.75f, -.75f, .75f, .75f, .75f, .75f,
-                        0,    0, 0, 0,    0,     0,     0,     0,     0,    0,    0,    0};
+    constexpr float kFull = 32767.0f / 32768.0f;
+    waveform.samples = {0,    0, 0, 0,    .5f,   .5f,   .5f,   .5f,   .5f,  .25f, 0,      0,
+                        -.5f, 0, 0, -.5f, 0,     kFull, 0,     0,     0,    0,    -kFull, 0,
+                        0,    0, 0, 0,    -.75f, -.75f, -.75f, -.75f, .75f, .75f, .75f,   .75f,
+                        0,    0, 0, 0,    0,     0,     0,     0,     0,    0,    0,      0};
     waveform.SetDisplayRange(-1000, 15000);
     waveform.SetSelection(1, 3000, 6000);
     waveform.playMs = 9000;
@@ -145,10 +146,10 @@ TEST_F(WaveformViewTest, SamplesThatLieApartAreJoinedByALineWithDots) {
         EXPECT_GT(contrast(pixel(2.5, 0.0), colours().background), 2.0) << "the line between two";
         EXPECT_EQ(pixel(4, 1.0), colours().clipped);
     }
-    waveform.rate = 1000;
-    waveform.durationMs = 9;
-    waveform.samples = {0, 0, .75f, -.75f, -.75f, 1, .5f, -1, .5f, 0};
-    waveform.SetDisplayRange(1, 11);
+    waveform.rate = 2000;
+    waveform.durationMs = 5;
+    waveform.samples = {0, 0, 0, .75f, -.75f, -.75f, 32767.0f / 32768.0f, .5f, -1, .5f, 0};
+    waveform.SetDisplayRange(1, 6);
     view.resize(30 + 2 * kFrame, 13 + 2 * kFrame);
     EXPECT_EQ(drawn(), R"(
 ++++++++++++++++++++++++++++++++++
@@ -191,30 +192,37 @@ TEST_F(WaveformViewTest, SamplesThatLieApartAreJoinedByALineWithDots) {
 )");
 }
 
-TEST_F(WaveformViewTest, MarksStandAtRoundTimesAndLevels) {
-    waveform.settings = {};
-    waveform.SetDisplayRange(-500, 9500);
+TEST_F(WaveformViewTest, TheRulerHasMarksAtRoundTimesOfTheSound) {
+    waveform.settings.setByteAt(engine::WaveformSettings::kHideRuler, 0);
     waveform.durationMs = 8000;
-    const auto layout = [&] {
-        return WaveformLayout(view.size(), 1.0, waveform.settings, view.font());
-    };
-    waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 1);
-    const QRect ruler = layout().ruler();
-    const QImage below = picture();
-    Numbers minor, major;
-    for (int x = ruler.left(); x <= ruler.right(); ++x) {
-        if (below.pixelColor(x, ruler.top() + 1) == colours().ruler) minor.push_back(x - kFrame);
-        if (below.pixelColor(x, ruler.top() + ruler.height() / 4 + 1) == colours().ruler)
-            major.push_back(x - kFrame);
+    waveform.rate = 1000;
+    const WaveformLayout layout(view.size(), 1.0, waveform.settings, view.font());
+    const QRect ruler = layout.ruler();
+    const struct {
+        qint32 begin, end, minor, major;
+    } cases[] = {{-500, 9500, 100, 1000}, {1050, 11050, 100, 1000}, {7801, 8301, 5, 50}};
+    for (const auto& c : cases) {
+        waveform.SetDisplayRange(c.begin, c.end);
+        const QImage image = picture();
+        Numbers small, large, expected, among;
+        for (int x = 0; x < 1000; ++x) {
+            const auto marked = [&](int y) {
+                return image.pixelColor(x + kFrame, ruler.top() + y) == colours().ruler;
+            };
+            if (marked(1)) small.push_back(x);
+            if (marked(ruler.height() / 4 + 1)) large.push_back(x);
+            EXPECT_EQ(image.pixelColor(x + kFrame, ruler.top()),
+                      small.empty() || small.back() != x ? colours().frame : colours().ruler);
+        }
+        for (qint32 ms = 0; ms <= 8000; ms += c.minor) {
+            const int x = (ms - c.begin) * 1000 / (c.end - c.begin);
+            if (ms < c.begin || x >= 1000) continue;
+            expected.push_back(x);
+            if (ms % c.major == 0) among.push_back(x);
+        }
+        EXPECT_EQ(small, expected);
+        EXPECT_EQ(large, among);
     }
-    Numbers tenths, seconds;
-    for (int ms = 0; ms <= 8000; ms += 100) {
-        tenths.push_back((ms + 500) / 10);
-        if (ms % 1000 == 0) seconds.push_back((ms + 500) / 10);
-    }
-    EXPECT_EQ(minor, tenths);
-    EXPECT_EQ(below.pixelColor(500, ruler.top()), colours().frame);
-    EXPECT_EQ(major, seconds);
 }
 
 TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
@@ -359,6 +367,15 @@ TEST_F(WaveformViewTest, PlayHeadMovesByATimerOnlyWhileTheSoundPlays) {
     EXPECT_EQ(at(999, 50), colours().selectionEdge) << "the end of the sound is seen";
     waveform.SetSelection(1, 9000, 9000);
     EXPECT_EQ(at(900, 50), colours().cursor);
+    EXPECT_EQ(at(-kFrame, 50), colours().frame);
+    EXPECT_EQ(at(-1, 50), colours().scaleGround);
+    view.show();
+    view.activateWindow();
+    view.setFocus();
+    ASSERT_TRUE(test::waitUntil([&] { return view.hasFocus(); }, 2000));
+    for (const int x : {-kFrame, -1})
+        EXPECT_EQ(at(x, 50), colours().focus);
+    EXPECT_NE(at(0, 50), colours().focus);
     waveform.SetSelection(1, 0, 10000);
     waveform.SetDisplayRange(7000, 7010);
     for (const int x : {0, 10, 990, 999})
