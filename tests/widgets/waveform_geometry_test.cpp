@@ -84,6 +84,7 @@ TEST(WaveformGeometry, RulerStepsAreRoundTimesWideEnoughToRead) {
         last = step;
     }
     EXPECT_EQ(rulerMinorStepMs(10, 1.0, 5), 5);
+    EXPECT_EQ(rulerText(6345777, 1).toStdString(), "1:45:45.777");
     for (const auto& c : cases) {
         EXPECT_EQ(rulerStepMs(c.msPerPixel, 80), c.step) << c.msPerPixel;
         EXPECT_EQ(rulerMinorStepMs(c.step, c.msPerPixel, 7), c.minor) << c.msPerPixel;

@@ -26,6 +26,16 @@ class PaintedArea : public QObject {
 
 using WaveformViewTest = WaveformDesk;
 
+// Whether there is a text in that colour, as far as its thin lines reach it.
+bool hasText(const QImage& image, const QColor& ground, const QColor& colour) {
+    double most = 1.0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            most = std::max(most, contrast(image.pixelColor(x, y), ground));
+    EXPECT_LE(most, contrast(colour, ground));
+    return most > 2.0;
+}
+
 TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
     EXPECT_EQ(at(100, 60), colours().wave);
     EXPECT_EQ(at(100, 40), colours().background);  // above half of full scale
@@ -222,14 +232,20 @@ TEST_F(WaveformViewTest, TheRulerHasMarksAtRoundTimesOfTheSound) {
         }
         EXPECT_EQ(small, expected);
         EXPECT_EQ(large, among);
+        const QRect text(among.at(0) + kFrame + 4, ruler.bottom() - layout.pixels(8), 25, 6);
+        EXPECT_TRUE(hasText(image.copy(text), colours().scaleGround, colours().ruler));
     }
 }
 
 TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
     waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 0);
     const QColor ink = colours().ruler, ground = colours().scaleGround;
-    Numbers marks;                           // rows from the top of the wave
-    std::vector<std::pair<int, int>> texts;  // their first and last rows
+    struct Text {
+        int first, last;  // rows from the top of the wave
+        int left;
+    };
+    Numbers marks;  // rows
+    std::vector<Text> texts;
     const auto look = [&](float scale, int height) {
         waveform.settings.setVerticalScale(scale);
         view.resize(200, height + 2 * kFrame);
@@ -247,21 +263,24 @@ TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
                 EXPECT_TRUE(at(place.right() - 1) == ink && at(place.right() - 5) == ground);
             }
             EXPECT_EQ(at(place.right()), colours().frame);
-            bool text = false;
-            for (int x = place.left(); x <= place.right() - 6; ++x)
-                text = text || at(x) != ground;
-            if (text && !inText) texts.push_back({y, y});
-            if (text) texts.back().second = y;
+            int left = place.left();
+            while (left < place.right() - 5 && at(left) == ground)
+                ++left;
+            const bool text = left < place.right() - 5;
+            if (text && !inText) texts.push_back({y, y, left});
+            if (text) texts.back() = {texts.back().first, y, std::min(left, texts.back().left)};
             inText = text;
         }
         EXPECT_EQ(marks.size(), texts.size()) << "none meets another";
+        const QRect left = place.adjusted(0, 0, -6, 0);
+        EXPECT_EQ(hasText(image.copy(left), ground, ink), !texts.empty());
         const int line = QFontMetrics(layout.font()).ascent();
         for (std::size_t i = 0; i < std::min(marks.size(), texts.size()); ++i) {
-            const int middle = (texts[i].first + texts[i].second) / 2;
+            const int middle = (texts[i].first + texts[i].last) / 2;
             const int toEdge =
                 std::min(marks[i] % (height / 2), height / 2 - marks[i] % (height / 2));
             EXPECT_NEAR(middle, marks[i], toEdge < line / 2 ? line / 2 + 2 : 3) << height;
-            EXPECT_TRUE(texts[i].first > 0 && texts[i].second < height - 1);
+            EXPECT_TRUE(texts[i].first > 0 && texts[i].last < height - 1);
         }
     };
     waveform.channelCount = 2;
@@ -269,20 +288,24 @@ TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
          {std::pair{1.0f, Numbers{0, 3, 6, 9, 12, 18, 24}}, {16.0f, Numbers{30, 36, 42, 48}}}) {
         look(scale, 1602);
         Numbers decibels[4];  // of both halves of both channels
+        int zeros = 0;
         for (const int row : marks) {
             const int away = row % 801 - 400;
             if (std::abs(away) >= 20)
                 decibels[row / 801 * 2 + (away > 0)].push_back(
                     std::lround(-20 * std::log10(std::abs(away) / 400.0 / scale)));
-            else
-                EXPECT_TRUE(away == 0 || scale == 1.0f);
+            zeros += away == 0;
+        }
+        EXPECT_EQ(zeros, 2);
+        if (scale == 1.0f) {
+            EXPECT_GT(texts.at(0).left, texts.at(1).left + 3) << "0 has no sign";
         }
         std::ranges::reverse(decibels[1]), std::ranges::reverse(decibels[3]);
         for (const Numbers& half : decibels)
             EXPECT_EQ(half, expected);
     }
     look(1.0f, 130);
-    EXPECT_GT(marks.size(), 5u);
+    EXPECT_GE(marks.size(), 6u) << "the ends and the middle of both";
     look(1.0f, 14);
     EXPECT_EQ(marks, Numbers()) << "no room";
 }
