@@ -10,8 +10,8 @@ namespace tarnwick::widgets {
 
 // A stretch of time that a picture shows. `endMs` is greater than `beginMs`.
 struct TimeRange {
-    double beginMs = 0.0;
-    double endMs = 0.0;
+    double beginMs;
+    double endMs;
 
     double width() const { return endMs - beginMs; }
     friend bool operator==(const TimeRange&, const TimeRange&) = default;

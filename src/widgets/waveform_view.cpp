@@ -34,7 +34,7 @@ engine::WaveformSettings settingsOf(const engine::Waveform& waveform) {
 // which with a fractional ratio may lie between two.
 void countDevicePixels(QPainter& painter) {
     const QTransform device = painter.deviceTransform();
-    const QPoint corner = device.map(QPointF(0.0, 0.0)).toPoint();
+    const QPoint corner = device.map(QPointF()).toPoint();
     painter.setWorldTransform(QTransform::fromTranslate(corner.x(), corner.y()) *
                               device.inverted());
 }

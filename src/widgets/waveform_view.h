@@ -70,7 +70,7 @@ class WaveformView : public QWidget {
     QImage picture_;
     WaveformLayout layout_;
     WaveformColours colours_;
-    TimeRange view_;
+    TimeRange view_{};
     WaveformOverlay overlay_;  // as painted, or with the repaint pending
 };
 

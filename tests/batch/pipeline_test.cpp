@@ -223,8 +223,12 @@ TEST_F(Chain, TheEndOfAConcatenationIsWritten) {
     for (QWidget* off :
          std::initializer_list<QWidget*>{form.cbClose, form.opBPMode[0], form.opBPMode[1]})
         off->setEnabled(false);
+    form.chCutEnd->setChecked(true);
+    form.txbCutStart->setText(u"0"_qs);
+    loaded();
     Q_EMIT EDTX.AppendAutomationDone(1);
     EXPECT_EQ(asked(), u"SoundExport 48000 2 0 -1 a.wav");
+    EXPECT_TRUE(edited(2).startsWith(u"SoundExport")) << "the cut's step is forgotten";
     EXPECT_TRUE(form.cbClose->isEnabled() && form.opBPMode[0]->isEnabled() &&
                 form.opBPMode[1]->isEnabled());
 }
@@ -246,6 +250,10 @@ TEST_F(Chain, OnlyServiceSeesTheTrace) {
         EXPECT_EQ(!form.txbDebug->isHidden(), shown);
     }
     EXPECT_EQ(form.txbDebug->pos(), QPoint(584, 88));
+    batch::Trace trace(*form.txbDebug);
+    for (int line = 0; line <= 10000; ++line)
+        trace.add(QString::number(line));
+    EXPECT_EQ(form.txbDebug->document()->firstBlock().text(), u"1") << "it forgets the oldest";
 }
 
 }  // namespace

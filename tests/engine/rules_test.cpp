@@ -88,12 +88,12 @@ TEST(OneShotTimer, FiresOnceForManyArmingsAndNotWhenDisarmed) {
     shot.arm();
     shot.arm();
     EXPECT_TRUE(shot.armed());
-    test::pass(10);
+    test::waitUntil([&] { return fired != 0; });
     EXPECT_EQ(fired, 1);
+    EXPECT_FALSE(shot.armed());
     shot.arm();
     shot.disarm();
-    test::pass(5);
-    EXPECT_EQ(fired, 1);
+    EXPECT_FALSE(timer.isActive());
 }
 
 TEST(ViewRange, ZoomsByTwoAndStaysInsideTheSound) {

@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 
 #include "support/scripted_waveform.h"
+#include "support/wait_until.h"
 #include "widgets/waveform_view.h"
 
 namespace tarnwick::widgets {

@@ -105,6 +105,10 @@ TEST_F(WaveformGesturesTest, DragSurvivesAJumpOfTheViewScrollsItAndEndsWithTheSo
     move(1600);
     QMetaObject::invokeMethod(drag, "timeout");
     EXPECT_EQ(range(), (Numbers{3100, 4100})) << "not faster than that";
+    waveform.SetDisplayRange(2000, 4000);
+    move(1080);
+    QMetaObject::invokeMethod(drag, "timeout");
+    EXPECT_EQ(range(), (Numbers{2040, 4040})) << "as many pixels";
     move(900);
     EXPECT_FALSE(drag->isActive());
     waveform.channelCount = 0;

@@ -26,6 +26,16 @@ class PaintedArea : public QObject {
 
 using WaveformViewTest = WaveformDesk;
 
+// Whether there is a text in that colour, as far as its thin lines reach it.
+bool hasText(const QImage& image, const QColor& ground, const QColor& colour) {
+    double most = 1.0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            most = std::max(most, contrast(image.pixelColor(x, y), ground));
+    EXPECT_LE(most, contrast(colour, ground));
+    return most > 2.0;
+}
+
 TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
     EXPECT_EQ(at(100, 60), colours().wave);
     EXPECT_EQ(at(100, 40), colours().background);  // above half of full scale
@@ -51,10 +61,11 @@ TEST_F(WaveformViewTest, PaintsTheWaveWhereThePeaksAre) {
 TEST_F(WaveformViewTest, PaintsEachColumnFromItsLowestToItsHighestSample) {
     waveform.rate = 4;  // frames a second: each second is a column of four
     waveform.durationMs = 12000;
-    waveform.samples = {0,    0, 0, 0,    .5f,   .5f,   .5f,   .5f,   .5f,  .25f, 0,    0,
-                        -.5f, 0, 0, -.5f, 0,     1,     0,     0,     0,    0,    -1,   0,
-                        0,    0, 0, 0,    -.75f, -.75f, -.75f, -.75f, .75f, .75f, .75f, .75f,
-                        0,    0, 0, 0,    0,     0,     0,     0,     0,    0,    0,    0};
+    constexpr float kFull = 32767.0f / 32768.0f;
+    waveform.samples = {0,    0, 0, 0,    .5f,   .5f,   .5f,   .5f,   .5f,  .25f, 0,      0,
+                        -.5f, 0, 0, -.5f, 0,     kFull, 0,     0,     0,    0,    -kFull, 0,
+                        0,    0, 0, 0,    -.75f, -.75f, -.75f, -.75f, .75f, .75f, .75f,   .75f,
+                        0,    0, 0, 0,    0,     0,     0,     0,     0,    0,    0,      0};
     waveform.SetDisplayRange(-1000, 15000);
     waveform.SetSelection(1, 3000, 6000);
     waveform.playMs = 9000;
@@ -145,10 +156,10 @@ TEST_F(WaveformViewTest, DistantSamplesAreJoinedByALineWithDots) {
         EXPECT_GT(contrast(pixel(2.5, 0.0), colours().background), 2.0) << "the line between two";
         EXPECT_EQ(pixel(4, 1.0), colours().clipped);
     }
-    waveform.rate = 1000;
-    waveform.durationMs = 9;
-    waveform.samples = {0, 0, .75f, -.75f, -.75f, 1, .5f, -1, .5f, 0};
-    waveform.SetDisplayRange(1, 11);
+    waveform.rate = 2000;
+    waveform.durationMs = 5;
+    waveform.samples = {0, 0, 0, .75f, -.75f, -.75f, 32767.0f / 32768.0f, .5f, -1, .5f, 0};
+    waveform.SetDisplayRange(1, 6);
     view.resize(30 + 2 * kFrame, 13 + 2 * kFrame);
     EXPECT_EQ(drawn(), R"(
 ++++++++++++++++++++++++++++++++++
@@ -191,37 +202,50 @@ TEST_F(WaveformViewTest, DistantSamplesAreJoinedByALineWithDots) {
 )");
 }
 
-TEST_F(WaveformViewTest, MarksStandAtRoundTimesAndLevels) {
-    waveform.settings = {};
-    waveform.SetDisplayRange(-500, 9500);
+TEST_F(WaveformViewTest, TheRulerHasMarksAtRoundTimesOfTheSound) {
+    waveform.settings.setByteAt(engine::WaveformSettings::kHideRuler, 0);
     waveform.durationMs = 8000;
-    const auto layout = [&] {
-        return WaveformLayout(view.size(), 1.0, waveform.settings, view.font());
-    };
-    waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 1);
-    const QRect ruler = layout().ruler();
-    const QImage below = picture();
-    Numbers minor, major;
-    for (int x = ruler.left(); x <= ruler.right(); ++x) {
-        if (below.pixelColor(x, ruler.top() + 1) == colours().ruler) minor.push_back(x - kFrame);
-        if (below.pixelColor(x, ruler.top() + ruler.height() / 4 + 1) == colours().ruler)
-            major.push_back(x - kFrame);
+    waveform.rate = 1000;
+    const WaveformLayout layout(view.size(), 1.0, waveform.settings, view.font());
+    const QRect ruler = layout.ruler();
+    const struct {
+        qint32 begin, end, minor, major;
+    } cases[] = {{-500, 9500, 100, 1000}, {1050, 11050, 100, 1000}, {7801, 8301, 5, 50}};
+    for (const auto& c : cases) {
+        waveform.SetDisplayRange(c.begin, c.end);
+        const QImage image = picture();
+        Numbers small, large, expected, among;
+        for (int x = 0; x < 1000; ++x) {
+            const auto marked = [&](int y) {
+                return image.pixelColor(x + kFrame, ruler.top() + y) == colours().ruler;
+            };
+            if (marked(1)) small.push_back(x);
+            if (marked(ruler.height() / 4 + 1)) large.push_back(x);
+            EXPECT_EQ(image.pixelColor(x + kFrame, ruler.top()),
+                      small.empty() || small.back() != x ? colours().frame : colours().ruler);
+        }
+        for (qint32 ms = 0; ms <= 8000; ms += c.minor) {
+            const int x = (ms - c.begin) * 1000 / (c.end - c.begin);
+            if (ms < c.begin || x >= 1000) continue;
+            expected.push_back(x);
+            if (ms % c.major == 0) among.push_back(x);
+        }
+        EXPECT_EQ(small, expected);
+        EXPECT_EQ(large, among);
+        const QRect text(among.at(0) + kFrame + 4, ruler.bottom() - layout.pixels(8), 25, 6);
+        EXPECT_TRUE(hasText(image.copy(text), colours().scaleGround, colours().ruler));
     }
-    Numbers tenths, seconds;
-    for (int ms = 0; ms <= 8000; ms += 100) {
-        tenths.push_back((ms + 500) / 10);
-        if (ms % 1000 == 0) seconds.push_back((ms + 500) / 10);
-    }
-    EXPECT_EQ(minor, tenths);
-    EXPECT_EQ(below.pixelColor(500, ruler.top()), colours().frame);
-    EXPECT_EQ(major, seconds);
 }
 
 TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
     waveform.settings.setByteAt(engine::WaveformSettings::kHideLevels, 0);
     const QColor ink = colours().ruler, ground = colours().scaleGround;
-    Numbers marks;                           // rows from the top of the wave
-    std::vector<std::pair<int, int>> texts;  // their first and last rows
+    struct Text {
+        int first, last;  // rows from the top of the wave
+        int left;
+    };
+    Numbers marks;  // rows
+    std::vector<Text> texts;
     const auto look = [&](float scale, int height) {
         waveform.settings.setVerticalScale(scale);
         view.resize(200, height + 2 * kFrame);
@@ -239,21 +263,24 @@ TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
                 EXPECT_TRUE(at(place.right() - 1) == ink && at(place.right() - 5) == ground);
             }
             EXPECT_EQ(at(place.right()), colours().frame);
-            bool text = false;
-            for (int x = place.left(); x <= place.right() - 6; ++x)
-                text = text || at(x) != ground;
-            if (text && !inText) texts.push_back({y, y});
-            if (text) texts.back().second = y;
+            int left = place.left();
+            while (left < place.right() - 5 && at(left) == ground)
+                ++left;
+            const bool text = left < place.right() - 5;
+            if (text && !inText) texts.push_back({y, y, left});
+            if (text) texts.back() = {texts.back().first, y, std::min(left, texts.back().left)};
             inText = text;
         }
         EXPECT_EQ(marks.size(), texts.size()) << "none meets another";
+        const QRect left = place.adjusted(0, 0, -6, 0);
+        EXPECT_EQ(hasText(image.copy(left), ground, ink), !texts.empty());
         const int line = QFontMetrics(layout.font()).ascent();
         for (std::size_t i = 0; i < std::min(marks.size(), texts.size()); ++i) {
-            const int middle = (texts[i].first + texts[i].second) / 2;
+            const int middle = (texts[i].first + texts[i].last) / 2;
             const int toEdge =
                 std::min(marks[i] % (height / 2), height / 2 - marks[i] % (height / 2));
             EXPECT_NEAR(middle, marks[i], toEdge < line / 2 ? line / 2 + 2 : 3) << height;
-            EXPECT_TRUE(texts[i].first > 0 && texts[i].second < height - 1);
+            EXPECT_TRUE(texts[i].first > 0 && texts[i].last < height - 1);
         }
     };
     waveform.channelCount = 2;
@@ -261,20 +288,24 @@ TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
          {std::pair{1.0f, Numbers{0, 3, 6, 9, 12, 18, 24}}, {16.0f, Numbers{30, 36, 42, 48}}}) {
         look(scale, 1602);
         Numbers decibels[4];  // of both halves of both channels
+        int zeros = 0;
         for (const int row : marks) {
             const int away = row % 801 - 400;
             if (std::abs(away) >= 20)
                 decibels[row / 801 * 2 + (away > 0)].push_back(
                     std::lround(-20 * std::log10(std::abs(away) / 400.0 / scale)));
-            else
-                EXPECT_TRUE(away == 0 || scale == 1.0f);
+            zeros += away == 0;
+        }
+        EXPECT_EQ(zeros, 2);
+        if (scale == 1.0f) {
+            EXPECT_GT(texts.at(0).left, texts.at(1).left + 3) << "0 has no sign";
         }
         std::ranges::reverse(decibels[1]), std::ranges::reverse(decibels[3]);
         for (const Numbers& half : decibels)
             EXPECT_EQ(half, expected);
     }
     look(1.0f, 130);
-    EXPECT_GT(marks.size(), 5u);
+    EXPECT_GE(marks.size(), 6u) << "the ends and the middle of both";
     look(1.0f, 14);
     EXPECT_EQ(marks, Numbers()) << "no room";
 }
@@ -360,6 +391,15 @@ TEST_F(WaveformViewTest, PlayHeadMovesByATimerOnlyWhileTheSoundPlays) {
     EXPECT_EQ(at(999, 50), colours().selectionEdge) << "the end of the sound is seen";
     waveform.SetSelection(1, 9000, 9000);
     EXPECT_EQ(at(900, 50), colours().cursor);
+    EXPECT_EQ(at(-kFrame, 50), colours().frame);
+    EXPECT_EQ(at(-1, 50), colours().scaleGround);
+    view.show();
+    view.activateWindow();
+    view.setFocus();
+    ASSERT_TRUE(test::waitUntil([&] { return view.hasFocus(); }, 2000));
+    for (const int x : {-kFrame, -1})
+        EXPECT_EQ(at(x, 50), colours().focus);
+    EXPECT_NE(at(0, 50), colours().focus);
     waveform.SetSelection(1, 0, 10000);
     waveform.SetDisplayRange(7000, 7010);
     for (const int x : {0, 10, 990, 999})
