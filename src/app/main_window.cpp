@@ -83,7 +83,12 @@ segmentation::ReloadChain::Services MainWindow::chainServices() {
             .boxes = services_.boxes,
             .status = status_,
             .backUp = [this] { workingFiles_.mnuBackupSourceFile_Click(); },
-            .process = [this] { detection_.cbProcess_Click(); }};
+            .process = [this] { detection_.cbProcess_Click(); },
+            .soundGone =
+                [this] {
+                    detection_.drop();
+                    export_.lookAgain();
+                }};
 }
 
 segmentation::IndividualExport::Services MainWindow::exportServices() {
@@ -164,6 +169,7 @@ void MainWindow::dropSound() {
 
 // After a refused load, the project folder may differ from the folder of the loaded recording.
 void MainWindow::showExported() {
+    if (windows_.batchProcessorIsOpen()) return;  // on a folder of its own
     services_.state.vsProjectFolder = session_.loadedFolder;
     windows_.showBatchProcessor();
 }

@@ -94,6 +94,10 @@ void Windows::showInstead() {
     });
 }
 
+bool Windows::batchProcessorIsOpen() const {
+    return instead_ && dynamic_cast<forms::frmBatchProcessor*>(instead_->widget()) != nullptr;
+}
+
 void Windows::showBatchProcessor() {
     auto* form = openInstead<forms::frmBatchProcessor>(batchProcessorClosed);
     if (form == nullptr) return;

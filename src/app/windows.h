@@ -27,6 +27,7 @@ class Windows : public QObject {
 
     void showMain();
     bool mainIsShown() const { return instead_.isNull(); }
+    bool batchProcessorIsOpen() const;
     // Scrolls to a control of the shown window, so that all of it is visible if there is room.
     void reveal(const QWidget& control);
     // Each opens a new window; if one of that kind is already open, nothing happens.

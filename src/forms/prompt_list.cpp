@@ -115,9 +115,11 @@ class PromptTree : public QTreeWidget {
     }
 
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
-                                                         const QEvent*) const override {
-        return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
-                               : QItemSelectionModel::NoUpdate;
+                                                         const QEvent* event) const override {
+        const bool release = event != nullptr && event->type() == QEvent::MouseButtonRelease;
+        return index.isValid() && !release
+                   ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                   : QItemSelectionModel::NoUpdate;
     }
 };
 

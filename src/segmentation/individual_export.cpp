@@ -26,8 +26,10 @@ IndividualExport::IndividualExport(forms::frmMain& form, Services services)
                      [this] { mnuExport_Click(); });
     runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundExportDone,
                      &form_, [this] { EDTTimerSoundExportDone.arm(); });
-    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundEditStarted,
-                     &form_, [this] { keptRows_.clear(); });
+    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundEditDone, &form_,
+                     [this](qint16, qint32 bResult) {
+                         if (bResult == 1) keptRows_.clear();
+                     });
 }
 
 // There is nothing to write while the list is empty or is being rebuilt.

@@ -42,6 +42,9 @@ class IndividualExport {
     // Whether a run is open that will continue by itself until all rows are written.
     bool running() const;
 
+    // The sound was closed: what was being written is not reported any more.
+    void lookAgain() { EDTTimerSoundExportDone.arm(); }
+
     // Gives up an unfinished run because the sound is replaced by another recording.
     void drop();
 

@@ -118,7 +118,8 @@ void ReloadChain::TimerReload_Timer() {
     const qint32 duration = EDT.GetSoundDuration();
     if (duration == 0) {
         EDT.SoundClose();
-        return drop();
+        drop();
+        return services_.soundGone();
     }
     form_.LabelTotalDuration->setText(EDT.FormatMs(duration, 0, 1));
     forms::repaintNow(form_);

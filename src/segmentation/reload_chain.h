@@ -26,8 +26,9 @@ class ReloadChain {
         engine::SoundEditor& EDT;
         platform::Boxes& boxes;
         StatusLine& status;
-        std::function<void()> backUp;   // the action of mnuBackupSourceFile
-        std::function<void()> process;  // the action of cbProcess
+        std::function<void()> backUp;     // the action of mnuBackupSourceFile
+        std::function<void()> process;    // the action of cbProcess
+        std::function<void()> soundGone;  // an edit has left nothing, and the sound is closed
     };
 
     ReloadChain(forms::frmMain& form, Services services);

@@ -13,7 +13,7 @@ struct Chain : test::MainDesk {
     segmentation::ReloadChain chain{
         form,
         {desk.failure, session, EDT, desk.boxes, status, [this] { done << u"backup"_qs; },
-         [this] { done << u"process"_qs; }}};
+         [this] { done << u"process"_qs; }, [this] { done << u"gone"_qs; }}};
 };
 
 TEST_F(Chain, ALaterEditTakesTheShortWayAndBringsTheViewBack) {

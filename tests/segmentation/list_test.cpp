@@ -86,6 +86,10 @@ TEST_F(List, EachPressPlaysAndItsRowAloneIsHighlighted) {
     mouse(QEvent::MouseMove, QPoint(20, -30), form.lvAudioDetails->viewport());
     mouse(QEvent::MouseButtonRelease, QPoint(20, -30), form.lvAudioDetails->viewport());
     EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 1000 60000|1") << "drawn out of the list";
+    mouse(QEvent::MouseButtonPress, QPoint(20, 400), form.lvAudioDetails->viewport());
+    mouse(QEvent::MouseMove, 5);
+    mouse(QEvent::MouseButtonRelease, 5);
+    EXPECT_EQ(playedAndHighlighted(), u"|1") << "pressed below the rows";
     mouse(QEvent::MouseButtonPress, 0, Qt::ControlModifier);
     EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 1000 60000|1");
     key(Qt::Key_8, u"8"_qs);

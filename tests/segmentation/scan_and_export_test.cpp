@@ -217,7 +217,9 @@ TEST_F(Export, KeptRowsGoWithTheSoundThatTheyBelongTo) {
     form.mnuExport->trigger();
     exporting.keepRows();
     form.lvAudioDetails->clear();
-    Q_EMIT EDT.SoundEditStarted();
+    Q_EMIT EDT.SoundEditDone(engine::kDeleteRange, 0);
+    EXPECT_TRUE(exporting.running()) << "a failed edit changes nothing";
+    Q_EMIT EDT.SoundEditDone(engine::kDeleteRange, 1);
     EDT.endExport();
     test::pass(250);
     EXPECT_EQ(EDT.calls.size(), 1);
