@@ -86,6 +86,7 @@ segmentation::ReloadChain::Services MainWindow::chainServices() {
             .process = [this] { detection_.cbProcess_Click(); },
             .soundGone =
                 [this] {
+                    workingFiles_.saveWhatWaits();
                     detection_.drop();
                     export_.lookAgain();
                 }};
@@ -175,6 +176,7 @@ void MainWindow::showExported() {
 }
 
 void MainWindow::batchProcessorClosed() {
+    workingFiles_.saveWhatWaits();  // unguarded, like every save
     runtime::guarded(services_.failure, u"frmBatchProcessor.cbClose_Click: ",
                      [&](runtime::Line& line) {
                          line(10);

@@ -118,7 +118,7 @@ void WorkingFiles::mnuBackupSourceFile_Click() {
 }
 
 void WorkingFiles::saveWhatWaits() {
-    if (std::exchange(backupWaits_, false)) save();
+    if (std::exchange(backupWaits_, false) && services_.EDT.GetSoundDuration() > 0) save();
 }
 
 void WorkingFiles::save() {

@@ -27,8 +27,8 @@ class WorkingFiles {
         platform::Boxes& boxes;
         platform::OpenDialog& cmdlg;
         platform::FileSystem& files;
-        std::function<void()>
-            startImport;  // clears the last import's result before the list is emptied
+        // Clears the last import\'s result before the list is emptied.
+        std::function<void()> startImport;
         std::function<bool()> isExporting;  // until the window that an export opens is closed
         std::function<void()> Import_Excel;
         std::function<void()> Import_Word;
@@ -44,6 +44,10 @@ class WorkingFiles {
     // Loads the waiting file, if any.
     void loadWhatWaits();
 
+    // Starts a save that waits for another one; call before the sound is closed. Faults as
+    // mnuBackupSourceFile_Click does. Without a sound there is nothing to save.
+    void saveWhatWaits();
+
     // Starts the load of the working file; the chain continues at SoundLoadingDone.
     void Load_Working_Sound();
 
@@ -56,7 +60,6 @@ class WorkingFiles {
     void chooseFilter();
     void load(const platform::OpenDialog::Choice& choice);
     void save();
-    void saveWhatWaits();
     QString copyName() const;
 
     forms::frmMain& form_;

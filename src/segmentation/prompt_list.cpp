@@ -47,6 +47,9 @@ bool PromptList::eventFilter(QObject* watched, QEvent* event) {
     } else if (event->type() == QEvent::KeyRelease) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (!key->isAutoRepeat()) failure_.unguarded([this, key] { keyReleased(key->key()); });
+    } else if (event->type() == QEvent::FocusOut) {
+        // The release of a key that is still held will go elsewhere.
+        failure_.unguarded([this] { keyReleased(Qt::Key_unknown); });
     }
     return QObject::eventFilter(watched, event);
 }

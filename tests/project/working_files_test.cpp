@@ -135,6 +135,17 @@ TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     EDT.endExport();
     EDT.endExport();
     EXPECT_TRUE(EDT.taken().isEmpty());
+
+    // A save that waits when nothing is left of the sound is forgotten.
+    session.vsLoadStage = u"End Silence Added"_qs;
+    working.mnuBackupSourceFile_Click();
+    working.mnuBackupSourceFile_Click();
+    EXPECT_EQ(EDT.taken().size(), 1);
+    EDT.duration = 0;
+    working.saveWhatWaits();
+    EDT.duration = 60000;
+    EDT.endExport();
+    EXPECT_TRUE(EDT.taken().isEmpty());
 }
 
 TEST_F(WorkingFilesDesk, TheNameOfABackupLosesFourCharacters) {

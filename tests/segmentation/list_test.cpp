@@ -97,6 +97,13 @@ TEST_F(List, EachPressPlaysAndItsRowAloneIsHighlighted) {
     EXPECT_EQ(session.viCurrentRow, 8);
     key(Qt::Key_Shift);
     EXPECT_EQ(playedAndHighlighted(), u"|8");
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Up, {});
+    QApplication::sendEvent(form.lvAudioDetails, &held);
+    for (int i = 0; i < 2; ++i) {
+        QFocusEvent left(QEvent::FocusOut);
+        QApplication::sendEvent(form.lvAudioDetails, &left);
+        EXPECT_EQ(playedAndHighlighted(), i == 0 ? u"SoundPlayRange 7000 60000|7" : u"|7");
+    }
 }
 
 TEST_F(List, AKeyThatMovesPlaysAlsoWhereTheListEnds) {
