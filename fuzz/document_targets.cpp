@@ -75,7 +75,7 @@ void workbookParts(Bytes bytes) {
     Parts parts = workbookParts(given.value(0));
     replacePart(parts, "xl/_rels/workbook.xml.rels", kRelations);
     replacePart(parts, "xl/sharedStrings.xml", given.value(1));
-    parts.push_back({"xl/styles.xml", given.value(2)});
+    replacePart(parts, "xl/styles.xml", given.value(2));
     if (given.size() > 3) replacePart(parts, "xl/workbook.xml", given[3]);
     if (given.size() > 4) replacePart(parts, "xl/_rels/workbook.xml.rels", given[4]);
     readWorkbook(zipOf(parts));
