@@ -4,6 +4,7 @@
 #include <QScreen>
 
 #include "app/main_window.h"
+#include "app/notice_strip.h"
 #include "app/windows.h"
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
@@ -18,6 +19,7 @@ Application::~Application() {
     // The behaviour must be deleted before the form that it works on, which the frame deletes.
     mainWindow_.reset();
     windows_.reset();
+    strip_.reset();
 }
 
 void Application::Sub_Main() {
@@ -29,6 +31,7 @@ void Application::Sub_Main() {
         failure.Database_Missing();
     services_.state.vsConnection = settings::connectionString(failure.appPath());
     frame_ = std::make_unique<forms::frmFrame>();
+    strip_ = std::make_unique<NoticeStrip>(*frame_, services_.notices, services_.notifyDesktop);
     form_ = new forms::frmMain(frame_.get());
     MDIForm_Load();
     loadMainWindow();

@@ -12,6 +12,7 @@ class frmMain;
 namespace tarnwick::app {
 
 class MainWindow;
+class NoticeStrip;
 class Windows;
 
 // The program: its start, its windows, and everything that they share. Several instances can exist
@@ -36,6 +37,7 @@ class Application {
     const Services& services_;
     std::unique_ptr<engine::SoundEditor> EDT_;  // the main window's; outlives what shows its sound
     std::unique_ptr<forms::frmFrame> frame_;
+    std::unique_ptr<NoticeStrip> strip_;
     forms::frmMain* form_ = nullptr;  // the frame owns it once it is a child window
     std::unique_ptr<Windows> windows_;
     std::unique_ptr<MainWindow> mainWindow_;

@@ -19,6 +19,7 @@ void BatchWindow::load() {
                                                   .boxes = services_.boxes,
                                                   .cmdlg = services_.batchDialog,
                                                   .files = services_.files,
+                                                  .notices = services_.notices,
                                                   .clock = services_.clock,
                                                   .EDT = EDT_,
                                                   .EDTX = *EDTX_,

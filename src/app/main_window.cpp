@@ -43,6 +43,7 @@ project::ScriptImport::Services MainWindow::importServices() {
     return {.state = services_.state,
             .boxes = services_.boxes,
             .files = services_.files,
+            .notices = services_.notices,
             .Load_Working_Sound = [this] {
                 dropSound();
                 workingFiles_.Load_Working_Sound();
@@ -57,6 +58,7 @@ project::WorkingFiles::Services MainWindow::fileServices() {
             .boxes = services_.boxes,
             .cmdlg = services_.cmdlg,
             .files = services_.files,
+            .notices = services_.notices,
             .startImport =
                 [this] {
                     import_.vsImportResult.clear();
@@ -73,6 +75,7 @@ segmentation::SilenceDetection::Services MainWindow::detectionServices() {
             .EDT = EDT_,
             .database = services_.database,
             .clock = services_.clock,
+            .notices = services_.notices,
             .align = [this] { alignment_.Align(); }};
 }
 
@@ -81,6 +84,7 @@ segmentation::ReloadChain::Services MainWindow::chainServices() {
             .session = session_,
             .EDT = EDT_,
             .boxes = services_.boxes,
+            .notices = services_.notices,
             .status = status_,
             .backUp = [this] { workingFiles_.mnuBackupSourceFile_Click(); },
             .process = [this] { detection_.cbProcess_Click(); },
@@ -98,6 +102,7 @@ segmentation::IndividualExport::Services MainWindow::exportServices() {
             .EDT = EDT_,
             .boxes = services_.boxes,
             .files = services_.files,
+            .notices = services_.notices,
             .listIsChanging = [this] { return chain_.soundIsChanging() || detection_.scanning(); },
             .showBatchProcessor = [this] { showExported(); },
             .stuck = [this] { workingFiles_.loadWhatWaits(); }};

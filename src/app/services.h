@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/notice_board.h"
 #include "engine/sound_editor.h"
 #include "platform/boxes.h"
 #include "platform/clock.h"
@@ -25,11 +26,14 @@ struct Services {
     platform::OpenDialog& batchDialog;   // the Batch Processor's
     platform::OpenDialog& renameDialog;  // the Rename Wizard's
     platform::FileSystem& files;
+    NoticeBoard& notices;
     platform::Opener& opener;
     platform::Clock& clock;
     // Make the sound editors of the main window and of the Batch Processor, as those load. They can
     // exchange sounds.
     std::function<std::unique_ptr<engine::SoundEditor>()> createEDT, createEDTX;
+    // Shows a sentence as a notification of the desktop, where there is such a service.
+    std::function<void(const QString& sentence)> notifyDesktop;
     std::function<void()> endProcess;
 };
 

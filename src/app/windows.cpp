@@ -115,6 +115,7 @@ void Windows::showRenameWizard() {
                                                     .boxes = services_.boxes,
                                                     .cmdlg = services_.renameDialog,
                                                     .files = services_.files,
+                                                    .notices = services_.notices,
                                                     .openWorkbook = documents::Workbook::open});
     wizard->Form_Load();
     showInstead();

@@ -6,6 +6,7 @@
 #include "platform/boxes.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"
+#include "platform/notices.h"
 #include "platform/open_dialog.h"
 #include "runtime/failure_path.h"
 #include "runtime/process_state.h"
@@ -21,6 +22,7 @@ struct Services {
     platform::Boxes& boxes;
     platform::OpenDialog& cmdlg;
     platform::FileSystem& files;
+    platform::Notices& notices;
     const platform::Clock& clock;
     engine::SoundEditor& EDT;      // the main window's
     engine::SoundEditor& EDTX;     // this window's own

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 #include <optional>
 #include <vector>
 
@@ -19,6 +19,7 @@ struct SilenceMs {
 // is delivered. UI thread only.
 struct DeliveredSound {
     std::optional<sound::Timeline> timeline;  // none if there is no sound
+    QString path;                             // full path of the file that it came from
     bool analysed = false;
     bool undoAvailable = false;
     std::vector<SilenceMs> silences;  // of the last scan

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -32,9 +33,10 @@ std::unique_ptr<SoundEditor> createSoundEditor(std::shared_ptr<EditorDirectory> 
 
 Editor::Editor(std::shared_ptr<EditorDirectory> directory)
     : directory_(std::move(directory)),
-      playback_(*this, events_, [this](ErrorCode code) { fail(code); }),
+      playback_(*this, events_, [this](ErrorCode code) { fail(Operation::Play, {code}); }),
       waveform_(*this, sound_, playback_, [this] { analyse(); }),
-      exports_(events_, [this](ErrorCode code) { exportDone(code); }) {}
+      exports_(events_,
+               [this](const Reason& reason, const QString& path) { exportDone(reason, path); }) {}
 
 Editor::~Editor() {
     directory_->remove(&sound_);
@@ -47,13 +49,16 @@ void Editor::SetEditorOption(qint16 option) {
 
 QString Editor::FormatMs(qint32 ms, qint32, qint32) const { return timeText(ms); }
 
-void Editor::fail(ErrorCode code) {
-    if (code != kOk) lastError_ = code;
+void Editor::fail(Operation operation, const Reason& reason, const QString& path) {
+    if (reason == kOk) return;
+    lastError_ = reason.code;
+    Q_EMIT failed(
+        {operation, path.isEmpty() ? sound_.path : path, reason.code, reason.systemError});
 }
 
-qint32 Editor::refuse(ErrorCode code) {
-    fail(code);
-    return code;
+qint32 Editor::refuse(Operation operation, const Reason& reason, const QString& path) {
+    fail(operation, reason, path);
+    return reason.code;
 }
 
 void Editor::submit(Work work) {
@@ -90,11 +95,12 @@ qint32 Editor::LoadSound(const QString& path) {
     // Opening a pipe or a device could block forever.
     const std::filesystem::path file = runtime::pathOf(path);
     std::error_code ignored;
-    if (!is_regular_file(file, ignored) || ::access(file.c_str(), R_OK) != 0)
-        return refuse(kFileNotFound);
-    const ErrorCode known = attempt([&] { sound::Source::probe(file); });
-    if (known != kOk) return refuse(known);
-    startLoading([file](const sound::Progress& progress) {
+    if (!is_regular_file(file, ignored)) return refuse(Operation::Load, {kFileNotFound}, path);
+    if (::access(file.c_str(), R_OK) != 0)
+        return refuse(Operation::Load, {kFileNotFound, errno}, path);
+    const Reason reason = attempt([&] { sound::Source::probe(file); });
+    if (!(reason == kOk)) return refuse(Operation::Load, reason, path);
+    startLoading(path, [file](const sound::Progress& progress) {
         return sound::Timeline(sound::Source::open(file, progress));
     });
     return kOk;
@@ -102,34 +108,38 @@ qint32 Editor::LoadSound(const QString& path) {
 
 qint32 Editor::LoadFromEditor(WindowHandle form) {
     const DeliveredSound* const other = directory_->find(form);
-    if (!other || !other->timeline) return refuse(kNoSound);
+    if (!other || !other->timeline) return refuse(Operation::Load, {kNoSound});
     // Copied before this editor's sound is dropped, as that may be the requested one.
     const sound::Timeline taken = *other->timeline;
+    const QString path = other->path;
     dropSound();
-    startLoading([taken](const sound::Progress&) {
+    startLoading(path, [taken](const sound::Progress&) {
         taken.source()->checkUnchanged();
         return taken;
     });
     return kOk;
 }
 
-void Editor::startLoading(Opening open) {
+void Editor::startLoading(const QString& path, Opening open) {
     // An editor without a display works in the background and is not used for playing.
     if (waveform_.displayed()) playback_.prepare();
     events_.post([this] { Q_EMIT SoundLoadingStarted(); });
-    submit([this, open = std::move(open)](const Ticket& ticket) {
+    submit([this, path, open = std::move(open)](const Ticket& ticket) {
         const sound::Progress progress = progressOf(ticket, &SoundEditor::SoundLoadingPerc);
         std::optional<sound::Timeline> loaded;
-        const ErrorCode code = attempt([&] {
+        const Reason reason = attempt([&] {
             loaded.emplace(open(progress));
             working_.set(*loaded);
         });
-        if (code == kOk) progress.percent(100);  // another editor's sound reports no progress
-        events_.post(ticket.generation, [this, code, loaded = std::move(loaded)] {
-            fail(code);
-            if (code == kOk) sound_.timeline = loaded;
+        if (reason == kOk) progress.percent(100);  // another editor's sound reports no progress
+        events_.post(ticket.generation, [this, path, reason, loaded = std::move(loaded)] {
+            fail(Operation::Load, reason, path);
+            if (reason == kOk) {
+                sound_.timeline = loaded;
+                sound_.path = path;
+            }
             Q_EMIT waveform_.displayChanged(DisplayChange::Sound);
-            Q_EMIT SoundLoadingDone(code == kOk ? 1 : 0);
+            Q_EMIT SoundLoadingDone(reason == kOk ? 1 : 0);
         });
     });
 }
@@ -139,34 +149,35 @@ void Editor::SoundPlay() {
 }
 
 qint32 Editor::SoundPlayRange(qint32 beginMs, qint32 endMs) {
-    if (!sound_.timeline) return refuse(kNoSound);
+    if (!sound_.timeline) return refuse(Operation::Play, {kNoSound});
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
-    if (!stretch || stretch->reversed()) return refuse(kBadRange);
-    const ErrorCode code = attempt([&] {
+    if (!stretch || stretch->reversed()) return refuse(Operation::Play, {kBadRange});
+    const Reason reason = attempt([&] {
         sound_.timeline->source()->checkUnchanged();
         playback_.play(*sound_.timeline, stretch->firstIn(*sound_.timeline),
                        stretch->endIn(*sound_.timeline));
     });
-    if (code != kOk) playback_.stop();
-    return code == kOk ? code : refuse(code);
+    if (reason == kOk) return kOk;
+    playback_.stop();
+    return refuse(Operation::Play, reason);
 }
 
 qint32 Editor::SoundExport(qint32 frequencyHz, qint32 channels, qint32, qint32 beginMs,
                            qint32 endMs, const QString& path) {
-    if (!sound_.timeline) return refuse(kNoSound);
+    if (!sound_.timeline) return refuse(Operation::Export, {kNoSound}, path);
     sound::OutputFormat output;
     const ErrorCode code = outputFormat(formats_, frequencyHz, channels, output);
-    if (code != kOk) return refuse(code);
+    if (code != kOk) return refuse(Operation::Export, {code}, path);
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
-    if (path.isEmpty() || !stretch) return refuse(kBadRange);
+    if (path.isEmpty() || !stretch) return refuse(Operation::Export, {kBadRange}, path);
     exports_.add(*sound_.timeline, stretch->firstIn(*sound_.timeline),
                  stretch->endIn(*sound_.timeline), output, path);
     return kOk;
 }
 
-void Editor::exportDone(ErrorCode code) {
-    fail(code);
-    Q_EMIT SoundExportDone(code == kOk ? 1 : 0);
+void Editor::exportDone(const Reason& reason, const QString& path) {
+    fail(Operation::Export, reason, path);
+    Q_EMIT SoundExportDone(reason == kOk ? 1 : 0);
 }
 
 }  // namespace tarnwick::engine

@@ -78,7 +78,7 @@ class Editor final : public SoundEditor, private Effects {
     void dropSound();
     // Opens the new sound. Called on the worker.
     using Opening = std::function<sound::Timeline(const sound::Progress&)>;
-    void startLoading(Opening open);
+    void startLoading(const QString& path, Opening open);
     void analyse();
     void submit(Work work);
     // Posts a signal that changes nothing in the editor. Any thread.
@@ -104,9 +104,11 @@ class Editor final : public SoundEditor, private Effects {
     void scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimumMs);
     void scanAudibleRange(const Ticket& ticket, qint16 threshold);
 
-    void exportDone(ErrorCode code);
-    qint32 refuse(ErrorCode code);
-    void fail(ErrorCode code);  // sets lastError_; no effect for kOk
+    void exportDone(const Reason& reason, const QString& path);
+    // Both set lastError_ and emit failed(); fail() has no effect for kOk. `path` is that of the
+    // sound unless another one is given.
+    qint32 refuse(Operation operation, const Reason& reason, const QString& path = {});
+    void fail(Operation operation, const Reason& reason, const QString& path = {});
 
     // Used by the UI thread.
     const std::shared_ptr<EditorDirectory> directory_;

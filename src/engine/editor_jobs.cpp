@@ -27,17 +27,17 @@ qint32 Editor::startEdit(EditCommand command, Edit run) {
         announce(ticket, &SoundEditor::SoundEditStarted);
         std::optional<sound::Timeline> edited;
         const sound::Progress progress = progressOf(ticket, &SoundEditor::SoundEditPerc);
-        const ErrorCode code = attempt([&] { edited = run(working_, progress); });
-        if (code == kOk) progress.percent(100);
-        events_.post(ticket.generation, [this, command, code, edited = std::move(edited),
+        const Reason reason = attempt([&] { edited = run(working_, progress); });
+        if (reason == kOk) progress.percent(100);
+        events_.post(ticket.generation, [this, command, reason, edited = std::move(edited),
                                          undoAvailable = working_.undoAvailable()] {
-            fail(code);
-            if (code == kOk) {
+            fail(Operation::Edit, reason);
+            if (reason == kOk) {
                 sound_.timeline = edited;
                 sound_.undoAvailable = undoAvailable;
                 waveform_.soundEdited();
             }
-            Q_EMIT SoundEditDone(command, code == kOk ? 1 : 0);
+            Q_EMIT SoundEditDone(command, reason == kOk ? 1 : 0);
         });
     });
     return kOk;
@@ -54,11 +54,12 @@ qint32 Editor::refuseEdit(EditCommand command, ErrorCode code) {
     // Posted by the worker, so that the event comes after those of earlier requests.
     submit([this, command, code](const Ticket& ticket) {
         events_.post(ticket.generation, [this, command, code] {
-            fail(code);
+            fail(Operation::Edit, {code});
             Q_EMIT SoundEditDone(command, 0);
         });
     });
-    return refuse(code);
+    lastError_ = code;
+    return code;
 }
 
 qint32 Editor::DeleteRange(qint32 beginMs, qint32 endMs) {
@@ -153,8 +154,8 @@ void Editor::analyse() {
 }
 
 qint32 Editor::SilencePositionsDetect(qint16 threshold, qint32 minimumMs, qint32) {
-    if (!sound_.timeline) return refuse(kNoSound);
-    if (threshold < 0) return refuse(kBadRange);
+    if (!sound_.timeline) return refuse(Operation::Scan, {kNoSound});
+    if (threshold < 0) return refuse(Operation::Scan, {kBadRange});
     submit([this, threshold, minimumMs, audible = headAndTail_](const Ticket& ticket) {
         if (audible)
             scanAudibleRange(ticket, threshold);
@@ -166,7 +167,7 @@ qint32 Editor::SilencePositionsDetect(qint16 threshold, qint32 minimumMs, qint32
 
 void Editor::scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimumMs) {
     std::vector<SilenceMs> silences;
-    const ErrorCode code = attempt([&] {
+    const Reason reason = attempt([&] {
         const sound::Timeline& head = working_.head();
         const int rate = head.format().rate;
         const std::int64_t minimum = sound::frameAt(std::max(minimumMs, 0), rate);
@@ -177,17 +178,17 @@ void Editor::scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimum
             silences.push_back({start, std::max(start, finish)});
         }
     });
-    events_.post(ticket.generation, [this, code, silences = std::move(silences)] {
-        fail(code);
+    events_.post(ticket.generation, [this, reason, silences = std::move(silences)] {
+        fail(Operation::Scan, reason);
         sound_.silences = silences;  // none after a failure, as old ones would not fit the sound
-        Q_EMIT SilencePosDetectionDone(code == kOk ? 1 : 0);
+        Q_EMIT SilencePosDetectionDone(reason == kOk ? 1 : 0);
     });
 }
 
 void Editor::scanAudibleRange(const Ticket& ticket, qint16 threshold) {
     qint32 begin = 0;
     qint32 end = 0;
-    const ErrorCode code = attempt([&] {
+    const Reason reason = attempt([&] {
         const sound::Timeline& head = working_.head();
         const int rate = head.format().rate;
         const auto range =
@@ -198,8 +199,8 @@ void Editor::scanAudibleRange(const Ticket& ticket, qint16 threshold) {
         end = milliseconds(std::min<std::int64_t>(sound::msCeil(range->end, rate), lengthOf(head)));
     });
     // The event cannot report a failure; (0, 0) is emitted so that callers do not wait forever.
-    events_.post(ticket.generation, [this, code, begin, end] {
-        fail(code);
+    events_.post(ticket.generation, [this, reason, begin, end] {
+        fail(Operation::Scan, reason);
         Q_EMIT AudibleRangeDetected(begin, end);
     });
 }

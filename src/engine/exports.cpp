@@ -9,7 +9,6 @@
 #include <system_error>
 #include <utility>
 
-#include "engine/failure_codes.h"
 #include "runtime/file_names.h"
 
 namespace tarnwick::engine {
@@ -67,7 +66,7 @@ class Turn {
 
 }  // namespace
 
-Exports::Exports(EventQueue& events, std::function<void(ErrorCode)> done)
+Exports::Exports(EventQueue& events, Done done)
     : events_(events), done_(std::move(done)), writers_(kWriters) {}
 
 Exports::~Exports() { ending_.request_stop(); }
@@ -77,14 +76,14 @@ void Exports::add(const sound::Timeline& timeline, qint64 first, qint64 end,
     ++pending_;
     const std::filesystem::path target = runtime::pathOf(path);
     const std::string key = keyOf(target);
-    const auto write = [this, timeline, first, end, output, target, key, call = calls_++,
+    const auto write = [this, timeline, first, end, output, path, target, key, call = calls_++,
                         generation = events_.generation(), stop = ending_.get_token()] {
-        const ErrorCode code = attempt([&] {
+        const Reason reason = attempt([&] {
             const Turn turn(key);
             timeline.source()->checkUnchanged();
             sound::writeSound(timeline, first, end, output, target, {.percent = {}, .stop = stop});
         });
-        ended(call, {generation, code});
+        ended(call, {generation, reason, path});
     };
     writers_.add(write, key);
 }
@@ -93,9 +92,9 @@ void Exports::ended(quint64 call, Outcome outcome) {
     const std::lock_guard lock(mutex_);
     outcomes_.emplace(call, outcome);
     for (auto next = outcomes_.begin(); next != outcomes_.end() && next->first == told_; ++told_) {
-        events_.post(next->second.generation, [this, code = next->second.code] {
+        events_.post(next->second.generation, [this, outcome = std::move(next->second)] {
             --pending_;
-            done_(code);
+            done_(outcome.reason, outcome.path);
         });
         next = outcomes_.erase(next);
     }

@@ -7,8 +7,8 @@
 #include <stop_token>
 
 #include "engine/event_queue.h"
+#include "engine/failure_codes.h"
 #include "engine/job_queue.h"
-#include "engine/sound_events.h"
 #include "sound/timeline/timeline.h"
 #include "sound/writing/sound_writer.h"
 
@@ -18,8 +18,11 @@ namespace tarnwick::engine {
 // Calls with the same target are written one after the other in their order. UI thread.
 class Exports {
   public:
-    // `done` is called with the code of each export on the UI thread, in the order of the calls.
-    Exports(EventQueue& events, std::function<void(ErrorCode)> done);
+    // Called with the outcome of each export and its target on the UI thread, in the order of the
+    // calls.
+    using Done = std::function<void(const Reason&, const QString& path)>;
+
+    Exports(EventQueue& events, Done done);
     ~Exports();  // cancels incomplete exports
 
     void add(const sound::Timeline& timeline, qint64 first, qint64 end,
@@ -33,13 +36,14 @@ class Exports {
   private:
     struct Outcome {
         quint64 generation;
-        ErrorCode code;
+        Reason reason;
+        QString path;
     };
 
     void ended(quint64 call, Outcome outcome);  // called on the writers' threads
 
     EventQueue& events_;
-    std::function<void(ErrorCode)> done_;
+    Done done_;
     qint32 pending_ = 0;
     quint64 calls_ = 0;
     std::mutex mutex_;

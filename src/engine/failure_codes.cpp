@@ -47,4 +47,9 @@ ErrorCode codeOf(const std::exception& error) {
     return kDamaged;
 }
 
+Reason reasonOf(const std::exception& error) {
+    const auto* sound = dynamic_cast<const sound::SoundError*>(&error);
+    return {codeOf(error), sound != nullptr ? sound->systemError() : 0};
+}
+
 }  // namespace tarnwick::engine

@@ -23,14 +23,24 @@ ErrorCode codeOf(sound::SoundFailure failure);
 // The code of any exception. A cancelled job has one too, but it is never reported.
 ErrorCode codeOf(const std::exception& error);
 
-// Runs `work` and converts an exception to its code.
+// Why an operation failed; kOk if it did not.
+struct Reason {
+    ErrorCode code = kOk;
+    int systemError = 0;  // errno of the system call that failed; 0 if none did
+
+    bool operator==(ErrorCode other) const { return code == other; }
+};
+
+Reason reasonOf(const std::exception& error);
+
+// Runs `work` and converts an exception to its reason.
 template <class Work>
-ErrorCode attempt(Work&& work) {
+Reason attempt(Work&& work) {
     try {
         std::forward<Work>(work)();
-        return kOk;
+        return {};
     } catch (const std::exception& error) {
-        return codeOf(error);
+        return reasonOf(error);
     }
 }
 

@@ -19,9 +19,15 @@ sound::PlayerEvents Playback::playerEvents() {
         events_.post(EventQueue::kAnyGeneration,
                      [this, play = playing_.load(), code] { ended(play, code); });
     };
+    const auto silent = [this] {
+        events_.post(EventQueue::kAnyGeneration, [this] {
+            Q_EMIT editor_.failed({Operation::Play, {}, kPlaybackFailed, 0});
+        });
+    };
     return {.started = {},
             .ended = [over] { over(kOk); },
-            .failed = [over](sound::SoundFailure failure) { over(codeOf(failure)); }};
+            .failed = [over](sound::SoundFailure failure) { over(codeOf(failure)); },
+            .silent = silent};
 }
 
 void Playback::play(const sound::Timeline& timeline, qint64 first, qint64 end) {

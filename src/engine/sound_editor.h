@@ -5,6 +5,7 @@
 
 #include "engine/effects.h"
 #include "engine/encode_formats.h"
+#include "engine/failure.h"
 #include "engine/sound_events.h"
 #include "engine/waveform.h"
 
@@ -96,6 +97,12 @@ class SoundEditor : public QObject {
     virtual EncodeFormats& encodeFormats() = 0;
 
   Q_SIGNALS:
+    // An operation failed or was refused, and why. Emitted just before the event that ends the
+    // operation, and before a function that refuses it returns. Operation Play with
+    // kPlaybackFailed also comes once for each playing that goes on in silence because there is no
+    // sound device.
+    void failed(const engine::Failure& failure);
+
     void SoundLoadingStarted();
     void SoundLoadingPerc(qint16 percent);
     void SoundLoadingDone(qint32 bResult);  // 0 is failure

@@ -97,7 +97,7 @@ bool WaveformModel::columns(int channel, double beginMs, double endMs,
     if (!sound_.timeline || !sound_.analysed) return false;
     const double framesPerMs = sound_.timeline->format().rate / 1000.0;
     bool drawn = false;
-    const ErrorCode code = attempt([&] {
+    const Reason reason = attempt([&] {
         std::vector<sound::PeakRange> peaks(columns.size());
         drawn =
             sound_.timeline->columns(channel, beginMs * framesPerMs, endMs * framesPerMs, peaks);
@@ -105,7 +105,7 @@ bool WaveformModel::columns(int channel, double beginMs, double endMs,
             return WaveColumn{peak.minimum, peak.maximum};
         });
     });
-    return drawn && code == kOk;
+    return drawn && reason == kOk;
 }
 
 void WaveformModel::notifyMouse(qint16 kind) { Q_EMIT editor_.WaveMouseNotification(kind, 0, 0); }

@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 using runtime::pathOf;
 
 // Throws the Fault with the classic words for a file system error.
-[[noreturn]] void throwFault(const std::error_code& error) {
+[[noreturn]] void throwClassicFault(const std::error_code& error) {
     switch (error.value()) {
         case ENOENT:
             runtime::fileNotFound();
@@ -45,6 +45,12 @@ using runtime::pathOf;
     }
 }
 
+// The same, with the file that it is about.
+[[noreturn]] void throwFault(const std::error_code& error, const QString& path) {
+    runtime::withDetail(runtime::readableFileName(path), [&] { throwClassicFault(error); });
+    std::abort();  // never reached: the call above always throws
+}
+
 // The sorted bare names of the entries of `folder` for which `wanted` is true.
 template <class Wanted>
 QStringList namesIn(const QString& folder, Wanted wanted) {
@@ -61,13 +67,23 @@ QStringList namesIn(const QString& folder, Wanted wanted) {
 
 void requireFolderOf(const fs::path& path) {
     std::error_code ignored;
-    if (!fs::is_directory(path.parent_path(), ignored)) runtime::pathNotFound();
+    const fs::path folder = path.parent_path();
+    if (!fs::is_directory(folder, ignored))
+        runtime::withDetail(runtime::readableFileName(runtime::textOfFileName(folder.native())),
+                            runtime::pathNotFound);
+}
+
+// Which of two files an error is about: only reading can miss a file, only writing finds a full
+// disk or a taken name, and the target is likelier to be protected.
+const QString& faultyOf(const std::error_code& error, const QString& source,
+                        const QString& destination) {
+    return error == std::errc::no_such_file_or_directory ? source : destination;
 }
 
 void copy(const QString& source, const QString& destination, IfTaken ifTaken) {
     requireFolderOf(pathOf(destination));
     if (const std::error_code error = copyDurably(pathOf(source), pathOf(destination), ifTaken))
-        throwFault(error);
+        throwFault(error, faultyOf(error, source, destination));
 }
 
 }  // namespace
@@ -133,7 +149,7 @@ QStringList Disk::drives() const {
 void Disk::createFolder(const QString& path) {
     std::error_code error;
     if (!fs::create_directory(pathOf(path), error))
-        error ? throwFault(error) : throw runtime::Fault(u"Path/File access error"_qs);
+        error ? throwFault(error, path) : throw runtime::Fault(u"Path/File access error"_qs);
 }
 
 void Disk::CopyFile(const QString& source, const QString& destination) {
@@ -150,9 +166,11 @@ void Disk::MoveFile(const QString& source, const QString& destination) {
     if (!to.has_filename()) to /= from.filename();  // ends with a separator
     // A symbolic link is moved itself, even if its target does not exist.
     std::error_code ignored;
-    if (!FileExists(source) && !is_symlink(from, ignored)) runtime::fileNotFound();
+    if (!FileExists(source) && !is_symlink(from, ignored))
+        throwFault(std::make_error_code(std::errc::no_such_file_or_directory), source);
     requireFolderOf(to);
-    if (const std::error_code error = moveWithoutOverwriting(from, to)) throwFault(error);
+    if (const std::error_code error = moveWithoutOverwriting(from, to))
+        throwFault(error, faultyOf(error, source, destination));
 }
 
 QDateTime Disk::DateLastModified(const QString& path) const {

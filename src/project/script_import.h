@@ -5,6 +5,7 @@
 #include "model/script.h"
 #include "platform/boxes.h"
 #include "platform/file_system.h"
+#include "platform/notices.h"
 #include "runtime/guarded.h"
 #include "runtime/process_state.h"
 
@@ -22,6 +23,7 @@ class ScriptImport {
         const runtime::ProcessState& state;
         platform::Boxes& boxes;
         const platform::FileSystem& files;
+        platform::Notices& notices;
         std::function<void()> Load_Working_Sound;
     };
 

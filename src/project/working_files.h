@@ -6,6 +6,7 @@
 #include "model/session.h"
 #include "platform/boxes.h"
 #include "platform/file_system.h"
+#include "platform/notices.h"
 #include "platform/open_dialog.h"
 #include "runtime/failure_path.h"
 #include "runtime/process_state.h"
@@ -27,6 +28,7 @@ class WorkingFiles {
         platform::Boxes& boxes;
         platform::OpenDialog& cmdlg;
         platform::FileSystem& files;
+        platform::Notices& notices;
         // Clears the last import\'s result before the list is emptied.
         std::function<void()> startImport;
         std::function<bool()> isExporting;  // until the window that an export opens is closed

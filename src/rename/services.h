@@ -5,6 +5,7 @@
 #include "documents/workbook.h"
 #include "platform/boxes.h"
 #include "platform/file_system.h"
+#include "platform/notices.h"
 #include "platform/open_dialog.h"
 #include "runtime/failure_path.h"
 #include "runtime/process_state.h"
@@ -19,6 +20,7 @@ struct Services {
     platform::Boxes& boxes;
     platform::OpenDialog& cmdlg;
     platform::FileSystem& files;
+    platform::Notices& notices;
     std::function<documents::Workbook(const QString& path)> openWorkbook;
 };
 

@@ -34,11 +34,11 @@ QString FailurePath::logDate() const {
     return QLocale::c().toString(outlets_.now().date(), QStringLiteral("dd-MMM-yyyy"));
 }
 
-void FailurePath::Fatal_Error(const QString& text) const {
+void FailurePath::Fatal_Error(const QString& text, const QString& shown) const {
     writeRecord(text);
     outlets_.criticalBox(
         QStringLiteral("An error has occured in the program execution!"),
-        QStringLiteral("Error: ") + text +
+        QStringLiteral("Error: ") + (shown.isEmpty() ? text : shown) +
             QStringLiteral("\r\n\r\nIf this error persists after restarting the program and/or the "
                            "PC,\r\nplease e-mail the Error.log file (located in the ") +
             readableFileName(appPath_) + QStringLiteral(" folder)\r\nto ") +

@@ -35,9 +35,10 @@ class FailurePath {
     // The current date in the log's format, "dd-mmm-yyyy" with English month names.
     QString logDate() const;
 
-    // Writes five log lines, shows the box and ends the process. If the log cannot be written, it
-    // still shows the box and ends the process.
-    [[noreturn]] void Fatal_Error(const QString& text) const;
+    // Writes five log lines with `text`, shows the box and ends the process. If the log cannot be
+    // written, it still shows the box and ends the process. `shown` replaces the text in the box,
+    // where it can tell more; empty: the same text.
+    [[noreturn]] void Fatal_Error(const QString& text, const QString& shown = {}) const;
 
     // The delivered database is not beside the executable: writes two log lines, shows the box
     // and ends the process.
@@ -53,7 +54,7 @@ class FailurePath {
         try {
             body();
         } catch (const std::exception& error) {
-            Default_Path(descriptionOf(error));
+            Default_Path(detailedDescriptionOf(error));
         }
     }
 

@@ -2,8 +2,10 @@
 
 namespace tarnwick::runtime {
 
-Fault::Fault(QString description)
-    : description_(std::move(description)), utf8_(description_.toUtf8()) {}
+Fault::Fault(QString description, QString detail)
+    : description_(std::move(description)),
+      detail_(std::move(detail)),
+      utf8_(description_.toUtf8()) {}
 
 void typeMismatch() { throw Fault(QStringLiteral("Type mismatch")); }
 void overflow() { throw Fault(QStringLiteral("Overflow")); }
@@ -20,6 +22,14 @@ void diskFull() { throw Fault(QStringLiteral("Disk full")); }
 QString descriptionOf(const std::exception& error) {
     if (const auto* fault = dynamic_cast<const Fault*>(&error)) return fault->description();
     return QString::fromUtf8(error.what());
+}
+
+QString detailedDescriptionOf(const std::exception& error) {
+    const auto* fault = dynamic_cast<const Fault*>(&error);
+    const QString description = descriptionOf(error);
+    return fault == nullptr || fault->detail().isEmpty()
+               ? description
+               : description + u" ("_qs + fault->detail() + u')';
 }
 
 }  // namespace tarnwick::runtime

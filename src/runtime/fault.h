@@ -5,18 +5,31 @@
 
 namespace tarnwick::runtime {
 
-// A failed step of a procedure. The log and the boxes show the description.
+// A failed step of a procedure. The log shows the classic description; boxes and notices also show
+// the detail: of which file, of which field.
 class Fault : public std::exception {
   public:
-    explicit Fault(QString description);
+    explicit Fault(QString description, QString detail = {});
 
     const QString& description() const { return description_; }
+    const QString& detail() const { return detail_; }
     const char* what() const noexcept override { return utf8_.constData(); }
 
   private:
     QString description_;
+    QString detail_;  // may be empty
     QByteArray utf8_;
 };
+
+// Runs `work`; a Fault from it that has no detail yet gets this one.
+template <class Work>
+auto withDetail(const QString& detail, Work&& work) {
+    try {
+        return work();
+    } catch (const Fault& fault) {
+        throw Fault(fault.description(), fault.detail().isEmpty() ? detail : fault.detail());
+    }
+}
 
 // The classic descriptions, one function each so that every text exists only once.
 [[noreturn]] void typeMismatch();
@@ -33,5 +46,8 @@ class Fault : public std::exception {
 
 // The description of any exception, for the log.
 QString descriptionOf(const std::exception& error);
+
+// The same with the detail behind it in brackets, for boxes and notices.
+QString detailedDescriptionOf(const std::exception& error);
 
 }  // namespace tarnwick::runtime

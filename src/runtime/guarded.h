@@ -15,20 +15,25 @@ class Line {
 };
 
 // Runs a guarded procedure. Any exception becomes label + description + ", Line " + step, which
-// goes to Fatal_Error and ends the program.
+// goes to Fatal_Error and ends the program. The box also shows the detail of a Fault.
 //     guarded(failure_, u"frmMain.Import_Excel: ", [&](Line& line) { line(10); …; line(20); … });
 template <class Body>
 void guarded(const FailurePath& failure, QStringView label, Body&& body) {
     Line line;
     QString text;
+    QString shown;
     try {
         body(line);
         return;
     } catch (const std::exception& error) {
-        text = label.toString() + descriptionOf(error) + QStringLiteral(", Line ") +
-               QString::number(line.number());
+        const auto record = [&](const QString& description) {
+            return label.toString() + description + QStringLiteral(", Line ") +
+                   QString::number(line.number());
+        };
+        text = record(descriptionOf(error));
+        shown = record(detailedDescriptionOf(error));
     }
-    failure.Fatal_Error(text);
+    failure.Fatal_Error(text, shown);
 }
 
 }  // namespace tarnwick::runtime

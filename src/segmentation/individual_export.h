@@ -7,6 +7,7 @@
 #include "model/session.h"
 #include "platform/boxes.h"
 #include "platform/file_system.h"
+#include "platform/notices.h"
 #include "runtime/failure_path.h"
 #include "segmentation/export_run.h"
 
@@ -26,6 +27,7 @@ class IndividualExport {
         engine::SoundEditor& EDT;
         platform::Boxes& boxes;
         platform::FileSystem& files;
+        platform::Notices& notices;
         std::function<bool()> listIsChanging;
         std::function<void()> showBatchProcessor;  // also hides the main window
         std::function<void()> stuck;  // the run does not continue by itself; called at each check

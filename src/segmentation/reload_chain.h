@@ -6,6 +6,7 @@
 #include "engine/sound_editor.h"
 #include "model/session.h"
 #include "platform/boxes.h"
+#include "platform/notices.h"
 #include "runtime/failure_path.h"
 #include "segmentation/status_line.h"
 
@@ -25,6 +26,7 @@ class ReloadChain {
         model::Session& session;
         engine::SoundEditor& EDT;
         platform::Boxes& boxes;
+        platform::Notices& notices;
         StatusLine& status;
         std::function<void()> backUp;     // the action of mnuBackupSourceFile
         std::function<void()> process;    // the action of cbProcess

@@ -8,6 +8,7 @@
 #include "model/limits.h"
 #include "model/silence_record.h"
 #include "platform/clock.h"
+#include "platform/notices.h"
 #include "runtime/failure_path.h"
 #include "runtime/process_state.h"
 #include "settings/settings_database.h"
@@ -30,6 +31,7 @@ class SilenceDetection {
         engine::SoundEditor& EDT;
         settings::SettingsDatabase& database;
         const platform::Clock& clock;
+        platform::Notices& notices;
         std::function<void()> align;
     };
 

@@ -20,28 +20,33 @@ struct Journey : ::testing::Test {
     ScriptedDialog renameDialog;
     ScriptedOpener opener;
     platform::Disk files;
+    app::NoticeBoard notices{desk.clock};
+    QStringList desktopNotes;
     runtime::ProcessState state;
     settings::SettingsDatabase database;
     std::shared_ptr<engine::EditorDirectory> editors = engine::createEditorDirectory();
     engine::SoundEditor* EDT = nullptr;  // the main window's, once that has loaded
-    app::Services services{.failure = desk.failure,
-                           .state = state,
-                           .database = database,
-                           .boxes = desk.boxes,
-                           .cmdlg = cmdlg,
-                           .batchDialog = batchDialog,
-                           .renameDialog = renameDialog,
-                           .files = files,
-                           .opener = opener,
-                           .clock = desk.clock,
-                           .createEDT =
-                               [this] {
-                                   auto editor = engine::createSoundEditor(editors);
-                                   EDT = editor.get();
-                                   return editor;
-                               },
-                           .createEDTX = [this] { return engine::createSoundEditor(editors); },
-                           .endProcess = [] { throw ProcessEnded(); }};
+    app::Services services{
+        .failure = desk.failure,
+        .state = state,
+        .database = database,
+        .boxes = desk.boxes,
+        .cmdlg = cmdlg,
+        .batchDialog = batchDialog,
+        .renameDialog = renameDialog,
+        .files = files,
+        .notices = notices,
+        .opener = opener,
+        .clock = desk.clock,
+        .createEDT =
+            [this] {
+                auto editor = engine::createSoundEditor(editors);
+                EDT = editor.get();
+                return editor;
+            },
+        .createEDTX = [this] { return engine::createSoundEditor(editors); },
+        .notifyDesktop = [this](const QString& sentence) { desktopNotes << sentence; },
+        .endProcess = [] { throw ProcessEnded(); }};
     app::Application application{services};
     QTemporaryDir session;
 

@@ -25,8 +25,8 @@ struct Cell {
 // Writes a second of sound with every choice that the window offers.
 struct Cells : test::BatchDesk {
     std::unique_ptr<engine::SoundEditor> editor = engine::createSoundEditor();
-    batch::Services services{desk.failure, state,      database, desk.boxes, cmdlg,
-                             files,        desk.clock, EDT,      *editor,    [] {}};
+    batch::Services services{desk.failure, state,      database, desk.boxes, cmdlg, files,
+                             desk.notices, desk.clock, EDT,      *editor,    [] {}};
     batch::Trace trace{*form.txbDebug};
     batch::OutputEncoding output{form, run, services, trace};
     std::map<QString, Cell> cells;  // by file name

@@ -24,8 +24,9 @@ struct BatchDesk : ::testing::Test {
     int unloads = 0;
     forms::frmBatchProcessor form;
     batch::Run run;
-    batch::Services services{desk.failure, state,      database, desk.boxes, cmdlg,
-                             files,        desk.clock, EDT,      EDTX,       [this] { ++unloads; }};
+    batch::Services services{
+        desk.failure, state, database, desk.boxes,           cmdlg, files, desk.notices,
+        desk.clock,   EDT,   EDTX,     [this] { ++unloads; }};
 
     void SetUp() override {
         const QString file = desk.folder.filePath(u"Tarnwick.mdb"_qs);

@@ -122,8 +122,8 @@ struct RootedDisk : platform::Disk {
 
 struct RootFiles : test::BatchDesk {
     RootedDisk disk;
-    batch::Services rooted{desk.failure, state,      database, desk.boxes, cmdlg,
-                           disk,         desk.clock, EDT,      EDTX,       [] {}};
+    batch::Services rooted{desk.failure, state,      database, desk.boxes, cmdlg, disk,
+                           desk.notices, desk.clock, EDT,      EDTX,       [] {}};
     batch::ProjectFiles projectFiles{form, run, rooted};
 
     void open() {

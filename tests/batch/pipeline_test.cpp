@@ -210,8 +210,8 @@ TEST_F(Chain, TheDelayHoldsEachStepAlsoOverMidnight) {
         double Timer() const override { return (*next)++ < 3 ? 86399.0 : (*next - 3) * 0.25; }
         std::unique_ptr<int> next = std::make_unique<int>(0);
     } night;
-    open({u"a.wav"_qs},
-         {desk.failure, state, database, desk.boxes, cmdlg, files, night, EDT, EDTX, [] {}});
+    open({u"a.wav"_qs}, {desk.failure, state, database, desk.boxes, cmdlg, files, desk.notices,
+                         night, EDT, EDTX, [] {}});
     form.txbDelay->setText(u"1000"_qs);
     Q_EMIT EDTX.SoundEditDone(0, 1);
     asked();

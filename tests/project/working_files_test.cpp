@@ -26,8 +26,8 @@ struct WorkingFilesDesk : ::testing::Test {
     forms::frmMain form;
     project::WorkingFiles working{
         form,
-        {desk.failure, state, session, EDT, desk.boxes, cmdlg, files, [this] { ++starts; },
-         [this] { return exporting; }, [this] { imports << u"Excel"_qs; },
+        {desk.failure, state, session, EDT, desk.boxes, cmdlg, files, desk.notices,
+         [this] { ++starts; }, [this] { return exporting; }, [this] { imports << u"Excel"_qs; },
          [this] { imports << u"Word"_qs; }}};
 
     void SetUp() override {

@@ -27,6 +27,7 @@ struct RenameDesk : ::testing::Test {
                                         .boxes = desk.boxes,
                                         .cmdlg = cmdlg,
                                         .files = files,
+                                        .notices = desk.notices,
                                         .openWorkbook = [this](const QString& path) {
                                             return documents::Workbook::fromBytes(workbook, path);
                                         }});

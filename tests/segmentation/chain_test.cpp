@@ -12,8 +12,9 @@ struct Chain : test::MainDesk {
     segmentation::StatusLine status{form};
     segmentation::ReloadChain chain{
         form,
-        {desk.failure, session, EDT, desk.boxes, status, [this] { done << u"backup"_qs; },
-         [this] { done << u"process"_qs; }, [this] { done << u"gone"_qs; }}};
+        {desk.failure, session, EDT, desk.boxes, desk.notices, status,
+         [this] { done << u"backup"_qs; }, [this] { done << u"process"_qs; },
+         [this] { done << u"gone"_qs; }}};
 };
 
 TEST_F(Chain, ALaterEditTakesTheShortWayAndBringsTheViewBack) {

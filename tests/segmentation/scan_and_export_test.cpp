@@ -10,7 +10,8 @@ struct Scan : test::MainDesk {
     settings::SettingsDatabase database;
     int aligned = 0;
     segmentation::SilenceDetection detection{
-        form, {desk.failure, state, EDT, database, desk.clock, [this] { ++aligned; }}};
+        form,
+        {desk.failure, state, EDT, database, desk.clock, desk.notices, [this] { ++aligned; }}};
 
     void SetUp() override {
         MainDesk::SetUp();
@@ -103,7 +104,7 @@ struct Export : test::MainDesk {
     int stuck = 0;
     segmentation::IndividualExport exporting{
         form,
-        {desk.failure, session, EDT, desk.boxes, files, [this] { return changing; },
+        {desk.failure, session, EDT, desk.boxes, files, desk.notices, [this] { return changing; },
          [this] { ++batch; }, [this] { ++stuck; }}};
 
     void SetUp() override {

@@ -6,6 +6,7 @@
 #include "platform/boxes.h"
 #include "platform/clock.h"
 #include "platform/disk.h"
+#include "platform/notices.h"
 #include "platform/open_dialog.h"
 #include "platform/opener.h"
 #include "runtime/failure_path.h"
@@ -36,6 +37,17 @@ class ScriptedBoxes : public platform::Boxes {
     QStringList shown;
     bool yes = false;
     std::optional<QString> entry;  // none if the input box is cancelled
+};
+
+class ScriptedNotices : public platform::Notices {
+  public:
+    void tell(const platform::Notice& notice) override { told << notice; }
+    void note(const platform::Notice& notice) override { noted << notice; }
+
+    void startSession() override { ++sessions; }
+
+    QList<platform::Notice> told, noted;
+    int sessions = 0;
 };
 
 class ScriptedDialog : public platform::OpenDialog {
@@ -71,6 +83,7 @@ class StoppedClock : public platform::Clock {
 struct FailureDesk {
     QTemporaryDir folder;
     ScriptedBoxes boxes;
+    ScriptedNotices notices;
     StoppedClock clock;
     runtime::FailurePath failure{
         folder.path(),

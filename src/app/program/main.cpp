@@ -10,6 +10,7 @@
 #include "forms/fonts.h"
 #include "platform/colour_scheme.h"
 #include "platform/desktop_boxes.h"
+#include "platform/desktop_notifications.h"
 #include "platform/desktop_open_dialog.h"
 #include "platform/desktop_opener.h"
 #include "platform/disk.h"
@@ -31,7 +32,7 @@ class Program : public QApplication {
         try {
             return QApplication::notify(receiver, event);
         } catch (const std::exception& error) {
-            failure->Default_Path(runtime::descriptionOf(error));
+            failure->Default_Path(runtime::detailedDescriptionOf(error));
         }
     }
 };
@@ -64,6 +65,8 @@ int main(int argc, char** argv) {
     platform::Disk files;
     platform::DesktopOpener opener;
     platform::SystemClock clock;
+    app::NoticeBoard notices(clock);
+    platform::DesktopNotifications desktop(bus);
     runtime::FailurePath failure(
         platform::programFolder(),
         {.criticalBox = [&](const QString& title,
@@ -75,19 +78,22 @@ int main(int argc, char** argv) {
     const auto editors = engine::createEditorDirectory();
     const auto createEditor = [&] { return engine::createSoundEditor(editors); };
 
-    const app::Services services{.failure = failure,
-                                 .state = state,
-                                 .database = database,
-                                 .boxes = boxes,
-                                 .cmdlg = cmdlg,
-                                 .batchDialog = batchDialog,
-                                 .renameDialog = renameDialog,
-                                 .files = files,
-                                 .opener = opener,
-                                 .clock = clock,
-                                 .createEDT = createEditor,
-                                 .createEDTX = createEditor,
-                                 .endProcess = endProcess};
+    const app::Services services{
+        .failure = failure,
+        .state = state,
+        .database = database,
+        .boxes = boxes,
+        .cmdlg = cmdlg,
+        .batchDialog = batchDialog,
+        .renameDialog = renameDialog,
+        .files = files,
+        .notices = notices,
+        .opener = opener,
+        .clock = clock,
+        .createEDT = createEditor,
+        .createEDTX = createEditor,
+        .notifyDesktop = [&](const QString& sentence) { desktop.show(sentence); },
+        .endProcess = endProcess};
     app::Application application(services);
     failure.unguarded([&] { application.Sub_Main(); });
     return QApplication::exec();

@@ -138,6 +138,7 @@ void Player::Machine::perform(std::uint64_t generation, Stretch stretch) {
     Playback playback(std::move(stretch), device_);
     bool sounding = false;
     bool begun = false;
+    bool silent = false;
     while (current(generation)) {
         while (playback.feed()) {
             if (!current(generation)) return;
@@ -151,6 +152,10 @@ void Player::Machine::perform(std::uint64_t generation, Stretch stretch) {
         }
         if (sounding && !begun) report(generation, events_.started);
         begun = begun || sounding;
+        if (sounding && !silent && !playback.audible() && playback.frames() > 0) {
+            report(generation, events_.silent);
+            silent = true;
+        }
         const bool ended = sounding && follow(generation, playback);
         lock.lock();
         if (ended) {

@@ -43,7 +43,8 @@ SourceFile::~SourceFile() { ::close(descriptor_); }
 std::shared_ptr<const SourceFile> SourceFile::open(const std::filesystem::path& path) {
     // Without O_NONBLOCK, opening a named pipe would wait for a writer.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) throw SoundError(SoundFailure::NotFound, "the file cannot be opened");
+    if (descriptor < 0)
+        throw SoundError(SoundFailure::NotFound, "the file cannot be opened", errno);
     std::shared_ptr<const SourceFile> file(new SourceFile(descriptor, false));
     struct ::stat state = {};
     if (::fstat(descriptor, &state) != 0 || !S_ISREG(state.st_mode))
@@ -60,9 +61,10 @@ std::shared_ptr<SourceFile> SourceFile::scratch(std::int64_t bytes) {
     const auto available =
         static_cast<std::int64_t>(space.f_bavail) * static_cast<std::int64_t>(space.f_frsize);
     if (available - kSpareBytes < bytes)
-        throw SoundError(SoundFailure::NoSpace, "the temporary folder is too full");
+        throw SoundError(SoundFailure::NoSpace, "the temporary folder is too full", ENOSPC);
     const int descriptor = openNameless(folder);
-    if (descriptor < 0) throw SoundError(SoundFailure::NoSpace, "no scratch file can be made");
+    if (descriptor < 0)
+        throw SoundError(SoundFailure::NoSpace, "no scratch file can be made", errno);
     return std::shared_ptr<SourceFile>(new SourceFile(descriptor, true));
 }
 
@@ -72,7 +74,7 @@ std::size_t SourceFile::readSome(std::int64_t offset, std::span<std::uint8_t> by
         const ::ssize_t got = ::pread(descriptor_, bytes.data() + done, bytes.size() - done,
                                       offset + static_cast<std::int64_t>(done));
         if (got < 0 && errno == EINTR) continue;
-        if (got < 0) throw SoundError(SoundFailure::Damaged, "the file cannot be read");
+        if (got < 0) throw SoundError(SoundFailure::Damaged, "the file cannot be read", errno);
         if (got == 0) break;
         done += static_cast<std::size_t>(got);
     }
@@ -91,7 +93,9 @@ void SourceFile::write(std::int64_t offset, std::span<const std::uint8_t> bytes)
         const ::ssize_t put = ::pwrite(descriptor_, bytes.data() + done, bytes.size() - done,
                                        offset + static_cast<std::int64_t>(done));
         if (put < 0 && errno == EINTR) continue;
-        if (put <= 0) throw SoundError(SoundFailure::NoSpace, "the scratch file is full");
+        if (put <= 0)
+            throw SoundError(SoundFailure::NoSpace, "the scratch file is full",
+                             put < 0 ? errno : ENOSPC);
         done += static_cast<std::size_t>(put);
     }
 }

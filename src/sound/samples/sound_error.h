@@ -19,12 +19,15 @@ enum class SoundFailure {
 
 class SoundError : public std::runtime_error {
   public:
-    SoundError(SoundFailure failure, const char* what)
-        : std::runtime_error(what), failure_(failure) {}
+    // `systemError`: errno of the system call that failed; 0 if none did.
+    SoundError(SoundFailure failure, const char* what, int systemError = 0)
+        : std::runtime_error(what), failure_(failure), systemError_(systemError) {}
     SoundFailure failure() const { return failure_; }
+    int systemError() const { return systemError_; }
 
   private:
     SoundFailure failure_;
+    int systemError_;
 };
 
 }  // namespace tarnwick::sound

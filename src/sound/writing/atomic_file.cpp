@@ -164,7 +164,7 @@ void AtomicFile::discard() noexcept {
 void AtomicFile::fail(int error, const char* what) {
     discard();
     const bool full = error == ENOSPC || error == EDQUOT || error == EFBIG || error == ENOMEM;
-    throw SoundError(full ? SoundFailure::NoSpace : SoundFailure::WriteFailed, what);
+    throw SoundError(full ? SoundFailure::NoSpace : SoundFailure::WriteFailed, what, error);
 }
 
 }  // namespace tarnwick::sound

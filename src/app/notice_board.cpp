@@ -1,0 +1,42 @@
+#include "app/notice_board.h"
+
+#include <algorithm>
+
+namespace tarnwick::app {
+
+// An equal notice moves to the end of the list and is counted.
+void NoticeBoard::enter(QList<Entry>& list, const Entry& entry) {
+    const auto equal = std::ranges::find(list, entry.notice, &Entry::notice);
+    const int before = equal == list.end() ? 0 : equal->count;
+    if (before > 0) list.erase(equal);
+    list << Entry{entry.time, entry.notice, before + 1};
+    if (list.size() > kMost) list.removeFirst();
+}
+
+void NoticeBoard::tell(const platform::Notice& notice) {
+    enter(entries_, {clock_.now(), notice});
+    enter(shown_, {clock_.now(), notice});
+    Q_EMIT changed();
+    Q_EMIT told(notice.what);
+}
+
+void NoticeBoard::note(const platform::Notice& notice) {
+    enter(entries_, {clock_.now(), notice});
+    Q_EMIT changed();
+}
+
+void NoticeBoard::dismiss() {
+    if (shown_.isEmpty()) return;
+    shown_.clear();
+    Q_EMIT changed();
+}
+
+QString sentencesOf(const NoticeBoard::Entry& entry) {
+    QStringList sentences{entry.notice.what};
+    if (entry.count > 1) sentences << u"(%1 times.)"_qs.arg(entry.count);
+    sentences << entry.notice.safe << entry.notice.remedy;
+    sentences.removeAll(QString());
+    return sentences.join(u' ');
+}
+
+}  // namespace tarnwick::app

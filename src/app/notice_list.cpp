@@ -1,0 +1,83 @@
+#include "app/notice_list.h"
+
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/notice_board.h"
+#include "runtime/file_names.h"
+
+namespace tarnwick::app {
+
+namespace {
+
+QString textOf(const NoticeBoard::Entry& entry) {
+    QStringList lines{entry.time.toString(u"HH:mm:ss  ") + sentencesOf(entry)};
+    for (const QString& file : entry.notice.files)
+        lines << u"    "_qs + runtime::readableFileName(file);
+    return lines.join(u'\n');
+}
+
+}  // namespace
+
+NoticeList::NoticeList(QWidget* parent, const NoticeBoard& board)
+    : QDialog(parent), board_(board), lbxNotices(new QListWidget(this)) {
+    setObjectName(u"frmNotices"_qs);
+    setWindowTitle(u"Notices"_qs);
+    resize(720, 360);
+    lbxNotices->setObjectName(u"lbxNotices"_qs);
+    lbxNotices->setAccessibleName(u"Notices"_qs);
+    lbxNotices->setWordWrap(true);
+    lbxNotices->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    lbxNotices->setAlternatingRowColors(true);
+    lbxNotices->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    lbxNotices->installEventFilter(this);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    QPushButton* cbNoticesCopy = buttons->addButton(u"Copy"_qs, QDialogButtonBox::ActionRole);
+    cbNoticesCopy->setObjectName(u"cbNoticesCopy"_qs);
+    connect(cbNoticesCopy, &QPushButton::clicked, this, [this] { copy(); });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(lbxNotices);
+    column->addWidget(buttons);
+    connect(&board_, &NoticeBoard::changed, this, [this] {
+        if (isVisible()) fill();
+    });
+}
+
+void NoticeList::open() {
+    fill();
+    show();
+    raise();
+    activateWindow();
+}
+
+void NoticeList::fill() {
+    lbxNotices->clear();
+    for (const NoticeBoard::Entry& entry : board_.entries())
+        lbxNotices->insertItem(0, textOf(entry));
+}
+
+void NoticeList::copy() const {
+    QStringList lines;
+    for (int i = 0; i < lbxNotices->count(); ++i)
+        if (lbxNotices->selectedItems().isEmpty() || lbxNotices->item(i)->isSelected())
+            lines << lbxNotices->item(i)->text();
+    QGuiApplication::clipboard()->setText(lines.join(u'\n'));
+}
+
+bool NoticeList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        copy();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+}  // namespace tarnwick::app

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QDialog>
+
+class QListWidget;
+
+namespace tarnwick::app {
+
+class NoticeBoard;
+
+// All notices of this run, the newest first: time, sentences and files. Ctrl+C or the button copies
+// the highlighted ones, or all if none is. A window of its own that leaves the others usable. UI
+// thread.
+class NoticeList : public QDialog {
+  public:
+    NoticeList(QWidget* parent, const NoticeBoard& board);
+
+    void open() override;  // shows it, or brings it to the front
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void fill();
+    void copy() const;
+
+    const NoticeBoard& board_;
+    QListWidget* lbxNotices;
+};
+
+}  // namespace tarnwick::app

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QFrame>
+#include <QPointer>
+#include <functional>
+
+class QLabel;
+class QMainWindow;
+class QPushButton;
+
+namespace tarnwick::app {
+
+class NoticeBoard;
+class NoticeList;
+
+// A strip at the lower edge of the frame, over the window shown there, as long as the board has a
+// notice that was not dismissed. It never takes the focus by itself, and moves to the upper edge
+// while it would cover the control that has it. Screen readers announce it as an alert. UI thread.
+class NoticeStrip : public QFrame {
+    Q_OBJECT
+
+  public:
+    // `notifyDesktop` gets each told sentence while the frame is not the active window. F9 opens
+    // the list of all notices.
+    NoticeStrip(QMainWindow& frame, NoticeBoard& board,
+                std::function<void(const QString& sentence)> notifyDesktop);
+    ~NoticeStrip() override;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void showNewest();
+    void place();
+    void close();
+    bool covers(const QWidget* control, const QRect& strip) const;
+
+    QMainWindow& frame_;
+    NoticeBoard& board_;
+    std::function<void(const QString&)> notifyDesktop_;
+    NoticeList* list_;
+    QLabel* lbNotice;
+    QPushButton* cbNoticeDetails;
+    QPushButton* cbNoticeClose;
+    QPointer<QWidget> focusBefore_;  // had the focus before the strip's buttons
+};
+
+}  // namespace tarnwick::app

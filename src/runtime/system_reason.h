@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <exception>
+
+// Why something failed, in a few words that continue a sentence: no capital, no full stop.
+
+namespace tarnwick::runtime {
+
+// Of an errno value: "no space left on the device". Empty for 0.
+QString systemReason(int error);
+
+// Of a caught exception: its description with the detail, with a small first letter.
+QString reasonOf(const std::exception& error);
+
+}  // namespace tarnwick::runtime
