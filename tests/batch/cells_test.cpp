@@ -1,8 +1,6 @@
 #include <QProcess>
 #include <map>
 
-#include "batch/output_encoding.h"
-#include "batch/trace.h"
 #include "desk.h"
 #include "engine/create_sound_editor.h"
 #include "support/wav_samples.h"
@@ -49,27 +47,29 @@ struct Cells : test::BatchDesk {
         cells[stem + extension] = cell;
     }
     // Of each rate, with each choice of channels.
-    void writeRates(int rates, const std::function<void(Cell)>& write) {
-        for (int rate = 0; rate < rates; ++rate)
-            for (int channels = 1; channels <= 2; ++channels) {
-                form.opFrequency[static_cast<std::size_t>(rate)]->setChecked(true);
-                form.opChannel[static_cast<std::size_t>(channels - 1)]->setChecked(true);
-                write({.codec = {}, .rate = kRates[rate], .channels = channels});
+    void writeRates(std::size_t rates, const std::function<void(Cell)>& write) {
+        ASSERT_EQ(std::size(kRates), form.opFrequency.size());
+        for (std::size_t rate = 0; rate < rates; ++rate)
+            for (std::size_t channels = 1; channels <= form.opChannel.size(); ++channels) {
+                form.opFrequency[rate]->setChecked(true);
+                form.opChannel[channels - 1]->setChecked(true);
+                write({.codec = {}, .rate = kRates[rate], .channels = static_cast<int>(channels)});
             }
     }
-    void writeDepths(int format, const QString& extension, const QStringList& codecs) {
-        form.opFormat[static_cast<std::size_t>(format)]->setChecked(true);
-        writeRates(8, [&](Cell cell) {
-            for (int depth = 0; depth < 5; ++depth) {
-                form.opRate[static_cast<std::size_t>(depth)]->setChecked(true);
-                cell.codec = codecs[depth];
+    void writeDepths(std::size_t format, const QString& extension, const QStringList& codecs) {
+        form.opFormat[format]->setChecked(true);
+        ASSERT_EQ(std::size(codecs), form.opRate.size());
+        writeRates(form.opFrequency.size(), [&](Cell cell) {
+            for (std::size_t depth = 0; depth < form.opRate.size(); ++depth) {
+                form.opRate[depth]->setChecked(true);
+                cell.codec = codecs[static_cast<qsizetype>(depth)];
                 write(extension, cell);
             }
         });
     }
     void writeMp3() {
         form.opFormat[1]->setChecked(true);
-        writeRates(6, [&](Cell cell) {
+        writeRates(batch::kMp3Frequencies, [&](Cell cell) {
             ASSERT_GT(form.cbxOutputCBR->count(), 3);
             for (int i = 0; i < form.cbxOutputCBR->count(); ++i) {
                 form.cbxOutputCBR->setCurrentIndex(i);
