@@ -19,6 +19,7 @@
 #include "engine/view_range.h"
 #include "support/fault_of.h"
 #include "support/few_threads.h"
+#include "support/text_table.h"
 #include "support/wait_until.h"
 
 namespace tarnwick::engine {
@@ -50,6 +51,9 @@ TEST(ErrorCodes, AreTheNumbersThatBoxesShow) {
     EXPECT_EQ(codeOf(std::length_error("")), -2);
     EXPECT_EQ(codeOf(std::runtime_error("")), -6);
     EXPECT_EQ(attempt([] {}), kOk);
+    using std::errc;  // a thread that cannot be started is no damaged file
+    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::resource_unavailable_try_again))), -2);
+    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::io_error))), -6);
 }
 
 TEST(WaveformSettings, HasItsFieldsAtTheirPlaces) {
@@ -139,12 +143,6 @@ TEST(CreateSoundEditor, FaultsWhereNotAllOfItsThreadsCanBeStarted) {
     }
 }
 
-TEST(FailureCodes, AThreadThatCannotBeStartedIsNoDamagedFile) {
-    using std::errc;
-    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::resource_unavailable_try_again))), -2);
-    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::io_error))), -6);
-}
-
 TEST(EventQueue, KeepsTheOrderThroughNestedLoopsAndDropsOldGenerations) {
     EventQueue queue;
     std::string heard;
@@ -219,7 +217,9 @@ TEST_F(OutputFormats, UncompressedDepthsByMode) {
         for (qint32 mode = -1; mode <= 6; ++mode) {
             formats.FormatToUse = container;
             formats.WAV.EncodeMode = formats.AIFF.EncodeMode = mode;
-            told << QString::fromStdString(chosen(44100, 2)).remove(QStringLiteral("44100 2 ")).remove(QStringLiteral(" 0 0"));
+            told << QString::fromStdString(chosen(44100, 2))
+                        .remove(QStringLiteral("44100 2 "))
+                        .remove(QStringLiteral(" 0 0"));
         }
         EXPECT_EQ(told.join(u'|').toStdString(), expected);
     }
@@ -247,17 +247,12 @@ TEST_F(OutputFormats, Mp3TakesTheListedRatesOnly) {
             EXPECT_EQ(formats.MP3.CBR_GetValue(hertz, count), 0.0) << hertz;
         }
 
-    const std::tuple<double, qint32, const char*> cases[] = {
-        {320000.0, 44100, "2 44100 1 16 320000 0"},
-        {64000.0, 11025, "2 11025 1 16 64000 0"},
-        {128000.0, 11025, "-9"},
-        {128000.0, 96000, "-9"},
-        {128000.5, 44100, "-9"},
-        {0.0, 96000, "-9"},
-        {std::nan(""), 44100, "-9"}};
-    for (const auto& [bitRate, hertz, expected] : cases) {
-        formats.MP3.CBR = bitRate;
-        EXPECT_EQ(chosen(hertz, 1), expected) << bitRate << " " << hertz;
+    const char* const cases = R"(
+320000|44100|2 44100 1 16 320000 0|64000|11025|2 11025 1 16 64000 0|
+128000|11025|-9|128000|96000|-9|128000.5|44100|-9|0|96000|-9|nan|44100|-9)";
+    for (const QStringList& row : test::rowsOf(cases, 3)) {
+        formats.MP3.CBR = row[0].toDouble();
+        EXPECT_EQ(chosen(row[1].toInt(), 1), row[2].toStdString()) << qPrintable(row[0]);
     }
     formats.MP3.CBR = 128000.0;
     formats.MP3.EncodeMode = 2;
@@ -285,19 +280,13 @@ TEST_F(OutputFormats, CodecsAreListedOnceAskedForAndDecideRateAndChannels) {
               "IMA ADPCM: 8.000 kHz, 4 Bit, Mono - 48.000 kHz, 4 Bit, Stereo\n"
               "Microsoft ADPCM: 8.000 kHz, 4 Bit, Mono - 48.000 kHz, 4 Bit, Stereo\n"
               "GSM 6.10: 8.000 kHz, Mono - 44.100 kHz, Mono");
-    const std::tuple<qint16, qint16, const char*> cases[] = {{0, 1, "3 8000 2 8 0 0"},
-                                                             {1, 3, "3 11025 2 8 0 1"},
-                                                             {5, 0, "3 8000 1 0 0 5"},
-                                                             {5, 4, "-9"},
-                                                             {0, -1, "-9"},
-                                                             {6, 1, "3 8000 2 8 0 0"},
-                                                             {11, 0, "3 8000 1 0 0 5"},
-                                                             {11, 4, "-9"},
-                                                             {-1, 0, "-9"}};
-    for (const auto& [codec, format, expected] : cases) {
-        formats.ACM.CodecIndex = codec;
-        formats.ACM.FormatIndex = format;
-        EXPECT_EQ(chosen(0, 0), expected) << codec << " " << format;
+    const char* const cases = R"(
+0|1|3 8000 2 8 0 0|1|3|3 11025 2 8 0 1|5|0|3 8000 1 0 0 5|5|4|-9|0|-1|-9|
+6|1|3 8000 2 8 0 0|11|0|3 8000 1 0 0 5|11|4|-9|-1|0|-9)";
+    for (const QStringList& row : test::rowsOf(cases, 3)) {
+        formats.ACM.CodecIndex = row[0].toShort();
+        formats.ACM.FormatIndex = row[1].toShort();
+        EXPECT_EQ(chosen(0, 0), row[2].toStdString()) << qPrintable(row.join(u' '));
     }
 }
 

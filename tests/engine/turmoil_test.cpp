@@ -62,39 +62,31 @@ TEST_F(Desk, AnEditorThatGoesLeavesNoHalfFile) {
     EXPECT_LT(QDir(folder.path()).count(), 20u);
 }
 
-// How many of its ending events an editor still owes.
-class Debts {
-  public:
-    explicit Debts(SoundEditor& editor) : editor_(editor) {
-        settles(&SoundEditor::SoundLoadingDone);
-        settles(&SoundEditor::SoundEditDone);
-        settles(&SoundEditor::SilencePosDetectionDone);
-        settles(&SoundEditor::SoundExportDone);
-        settles(&SoundEditor::WaveAnalysisDone);
-        QObject::connect(&editor.waveform(), &Waveform::displayChanged, &editor, [this] {
+// How many of its ending events an editor still owes, and how many told of a failure.
+struct Debts {
+    explicit Debts(SoundEditor& editor) {
+        const auto settled = [this, &editor](qint32 result) {
+            --owed;
+            // Two undos may have been asked for where one was left.
+            failed += result != 1 && editor.LastError() != kNotSupported;
+        };
+        for (const auto signal :
+             {&SoundEditor::SoundLoadingDone, &SoundEditor::SilencePosDetectionDone,
+              &SoundEditor::SoundExportDone})
+            QObject::connect(&editor, signal, &editor, settled);
+        QObject::connect(&editor, &SoundEditor::SoundEditDone, &editor,
+                         [settled](qint32, qint32 result) { settled(result); });
+        QObject::connect(&editor, &SoundEditor::WaveAnalysisDone, &editor,
+                         [settled] { settled(1); });
+        QObject::connect(&editor.waveform(), &Waveform::displayChanged, &editor, [&editor] {
             WaveColumn columns[200];
-            editor_.waveform().columns(0, 0.0, editor_.GetSoundDuration() + 1.0, columns);
+            editor.waveform().columns(0, 0.0, editor.GetSoundDuration() + 1.0, columns);
         });
     }
-
     void owe(qint32 result = kOk) { owed += result == kOk ? 1 : 0; }
 
     int owed = 0;  // 0 where another sound comes
     int failed = 0;
-
-  private:
-    template <class... Arguments>
-    void settles(void (SoundEditor::*signal)(Arguments...)) {
-        QObject::connect(&editor_, signal, &editor_, [this](Arguments... arguments) {
-            --owed;
-            const qint32 results[] = {1, arguments...};  // an analysis has none
-            // Two undos may have been asked for where one was left.
-            if (results[sizeof...(Arguments)] != 1 && editor_.LastError() != kNotSupported)
-                ++failed;
-        });
-    }
-
-    SoundEditor& editor_;
 };
 
 class Turmoil : public Desk {
