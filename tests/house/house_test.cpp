@@ -19,7 +19,6 @@ namespace {
 
 // One #include line of a source file.
 struct Include {
-    std::string file;    // the file with the line, relative to the source folder: "src/room/a.cpp"
     std::string target;  // the included header, without brackets or quotes
     bool quoted = false;
 };
@@ -51,7 +50,7 @@ inline std::vector<Include> includesOf(const std::string& file) {
         const std::size_t begin = directive.size() + 1;
         const std::size_t end = line.find(opening == '"' ? '"' : '>', begin);
         if (end != std::string::npos)
-            includes.push_back({file, line.substr(begin, end - begin), opening == '"'});
+            includes.push_back({line.substr(begin, end - begin), opening == '"'});
     }
     return includes;
 }
