@@ -2,13 +2,18 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sndfile.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <set>
 #include <utility>
 #include <vector>
 
+#include "sound/samples/byte_order.h"
 #include "sound/samples/quantiser.h"
+#include "sound/samples/wav_codecs.h"
 #include "support/test_sounds.h"
 
 namespace tarnwick::sound {
@@ -103,10 +108,75 @@ TEST(Quantiser, RoundsToTheNearestAndClips) {
         quantise(&value, 1, {.bits = 16}, reinterpret_cast<unsigned char*>(&out));
         EXPECT_EQ(out, sample) << value;
     }
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    for (const auto& [value, sample] :
+         {std::pair(nan, 0.0f), {1e300, kLargest}, {-1e300, -kLargest}, {1.5, 1.5f}}) {
+        float out;
+        quantise(&value, 1, {.bits = 32, .floating = true}, reinterpret_cast<unsigned char*>(&out));
+        EXPECT_EQ(out, sample) << value;
+    }
     const double value = std::ldexp(0x123456, -23);
     unsigned char out[4] = {};
     quantise(&value, 1, {.bits = 24, .bigEndian = true}, out);
     EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing is written after the sample
+}
+
+TEST(Companding, MatchesAnotherEncoderForEverySample) {
+    const TempFolder folder;
+    const auto path = folder.path() / "laws";
+    for (const int law : {SF_FORMAT_ALAW, SF_FORMAT_ULAW}) {
+        // The other encoder treats a negative sample of A-law as the code of its positive twin.
+        const bool aLaw = law == SF_FORMAT_ALAW;
+        std::vector<short> samples;
+        for (int sample = -32767; sample < 32768; ++sample)
+            samples.push_back(static_cast<short>(aLaw && sample < 0 ? ~sample : sample));
+        SF_INFO info{0, 8000, 1, SF_FORMAT_RAW | law, 0, 0};
+        SNDFILE* const file = sf_open(path.c_str(), SFM_WRITE, &info);
+        sf_write_short(file, samples.data(), std::ssize(samples));
+        sf_close(file);
+        const std::string wanted = contentOf(path);
+        ASSERT_EQ(wanted.size(), samples.size());
+        for (int sample = -32767; sample < 32768; ++sample) {
+            const int code = aLaw ? toALaw(sample) : toMuLaw(sample);
+            const int other = static_cast<std::uint8_t>(wanted[sample + 32767]);
+            ASSERT_EQ(code, aLaw && sample < 0 ? other ^ 0x80 : other) << sample;
+        }
+        EXPECT_EQ(aLaw ? toALaw(-32768) : toMuLaw(-32768), aLaw ? 0x2A : 0x00);
+    }
+}
+
+TEST(ByteOrder, PutsEveryByteInItsPlace) {
+    const std::uint8_t bytes[] = {0x81, 0x92, 0xA3, 0xB4};
+    EXPECT_EQ(little16(bytes), 0x9281u);
+    EXPECT_EQ(little32(bytes), 0xB4A39281u);
+    EXPECT_EQ(big16(bytes), 0x8192u);
+    EXPECT_EQ(big32(bytes), 0x8192A3B4u);
+}
+
+TEST(WavCodecs, HaveTheUsualRatesBitsAndChannels) {
+    std::set<int> usual;  // the whole rates, their halves and their quarters
+    for (const int whole : {32000, 44100, 48000})
+        usual.insert({whole, whole / 2, whole / 4});
+    std::string all;
+    for (const auto& [name, formats] : wavCodecs()) {
+        std::set<int> rates, bits, channels;
+        for (const AudioFormat& format : formats) {
+            rates.insert(format.rate);
+            bits.insert(format.bits);
+            channels.insert(format.channels);
+            EXPECT_FALSE(format.floating);
+        }
+        const bool gsm = name == std::string("GSM 6.10");
+        EXPECT_TRUE(rates == (gsm ? std::set{8000, 11025, 22050, 44100} : usual)) << name;
+        EXPECT_EQ(formats.size(), rates.size() * bits.size() * channels.size()) << name;
+        all += name;
+        for (const int each : bits)
+            all.append(" ").append(std::to_string(each));
+        all += channels.size() == 2 ? ", stereo\n" : "\n";
+    }
+    EXPECT_EQ(all,
+              "PCM 8 16 24, stereo\nA-law 8, stereo\nmu-law 8, stereo\nIMA ADPCM 4, stereo\n"
+              "Microsoft ADPCM 4, stereo\nGSM 6.10 0\n");
 }
 
 }  // namespace
