@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sndfile.h>
 
 #include <algorithm>
 #include <cmath>
@@ -115,34 +114,14 @@ TEST(Quantiser, RoundsToTheNearestAndClips) {
         quantise(&value, 1, {.bits = 32, .floating = true}, reinterpret_cast<unsigned char*>(&out));
         EXPECT_EQ(out, sample) << value;
     }
+    EXPECT_EQ(toMuLaw(32767) << 8 | toMuLaw(-32768), 0x8000);
+    EXPECT_EQ(toMuLaw(3) << 8 | toMuLaw(4), 0xFFFE);
+    EXPECT_EQ(toALaw(32767) << 8 | toALaw(-32768), 0xAA2A);
+    EXPECT_EQ(toALaw(-16) << 8 | toALaw(-17), 0x5554);
     const double value = std::ldexp(0x123456, -23);
     unsigned char out[4] = {};
     quantise(&value, 1, {.bits = 24, .bigEndian = true}, out);
     EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing is written after the sample
-}
-
-TEST(Companding, MatchesAnotherEncoderForEverySample) {
-    const TempFolder folder;
-    const auto path = folder.path() / "laws";
-    for (const int law : {SF_FORMAT_ALAW, SF_FORMAT_ULAW}) {
-        // The other encoder treats a negative sample of A-law as the code of its positive twin.
-        const bool aLaw = law == SF_FORMAT_ALAW;
-        std::vector<short> samples;
-        for (int sample = -32767; sample < 32768; ++sample)
-            samples.push_back(static_cast<short>(aLaw && sample < 0 ? ~sample : sample));
-        SF_INFO info{0, 8000, 1, SF_FORMAT_RAW | law, 0, 0};
-        SNDFILE* const file = sf_open(path.c_str(), SFM_WRITE, &info);
-        sf_write_short(file, samples.data(), std::ssize(samples));
-        sf_close(file);
-        const std::string wanted = contentOf(path);
-        ASSERT_EQ(wanted.size(), samples.size());
-        for (int sample = -32767; sample < 32768; ++sample) {
-            const int code = aLaw ? toALaw(sample) : toMuLaw(sample);
-            const int other = static_cast<std::uint8_t>(wanted[sample + 32767]);
-            ASSERT_EQ(code, aLaw && sample < 0 ? other ^ 0x80 : other) << sample;
-        }
-        EXPECT_EQ(aLaw ? toALaw(-32768) : toMuLaw(-32768), aLaw ? 0x2A : 0x00);
-    }
 }
 
 TEST(ByteOrder, PutsEveryByteInItsPlace) {
@@ -153,30 +132,26 @@ TEST(ByteOrder, PutsEveryByteInItsPlace) {
     EXPECT_EQ(big32(bytes), 0x8192A3B4u);
 }
 
-TEST(WavCodecs, HaveTheUsualRatesBitsAndChannels) {
+TEST(WavCodecs, HaveTheUsualRates) {
     std::set<int> usual;  // the whole rates, their halves and their quarters
     for (const int whole : {32000, 44100, 48000})
         usual.insert({whole, whole / 2, whole / 4});
     std::string all;
     for (const auto& [name, formats] : wavCodecs()) {
-        std::set<int> rates, bits, channels;
+        std::set<int> rates, bits;
         for (const AudioFormat& format : formats) {
             rates.insert(format.rate);
             bits.insert(format.bits);
-            channels.insert(format.channels);
-            EXPECT_FALSE(format.floating);
         }
-        const bool gsm = name == std::string("GSM 6.10");
-        EXPECT_TRUE(rates == (gsm ? std::set{8000, 11025, 22050, 44100} : usual)) << name;
-        EXPECT_EQ(formats.size(), rates.size() * bits.size() * channels.size()) << name;
-        all += name;
+        EXPECT_EQ(rates,
+                  formats.back().channels == 2 ? usual : std::set({8000, 11025, 22050, 44100}));
+        EXPECT_EQ(formats.size(), rates.size() * bits.size() * formats.back().channels) << name;
         for (const int each : bits)
-            all.append(" ").append(std::to_string(each));
-        all += channels.size() == 2 ? ", stereo\n" : "\n";
+            all += name + (' ' + std::to_string(each)) + '\n';
     }
     EXPECT_EQ(all,
-              "PCM 8 16 24, stereo\nA-law 8, stereo\nmu-law 8, stereo\nIMA ADPCM 4, stereo\n"
-              "Microsoft ADPCM 4, stereo\nGSM 6.10 0\n");
+              "PCM 8\nPCM 16\nPCM 24\nA-law 8\nmu-law 8\nIMA ADPCM 4\nMicrosoft ADPCM 4\n"
+              "GSM 6.10 0\n");
 }
 
 }  // namespace
