@@ -129,6 +129,7 @@ TEST_F(Decoders, Mp3HasTheLengthOfItsSoundAndMatchesAnotherDecoder) {
         {"last frame cut off", bare.substr(0, bare.size() - 9), kBare - 1152, false},
         {"half", constant.substr(0, constant.size() / 2), 57 * 1152 - 1105, false},
         {"joined", constant + variable, 2 * 116 * 1152 + 1152 - 1105, false},
+        {"joined with junk between", bare + Bytes(60'000, 'x') + bare, 2 * kBare, false},
         {"joined of mono and stereo", lame("-t -m m -b 64") + bare, 2 * kBare, false}};
     EXPECT_EQ(failureOf([&] { open(constant + lame("--resample 22.05")); }), SoundFailure::Damaged);
     for (const auto& [name, file, frames, compares] : cases) {
