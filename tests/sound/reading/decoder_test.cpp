@@ -100,7 +100,7 @@ TEST_F(Decoders, BlocksAreCountedCorrectlyAndMatchAnotherDecoder) {
 }
 
 TEST_F(Decoders, Mp3HasTheLengthOfItsSoundAndMatchesAnotherDecoder) {
-    makeNoise(44100, 2, 3);
+    makeNoise(44100, 2, 3.00007);  // an odd number of frames
     const auto lame = [&](const std::string& options) {
         return made("lame --quiet " + options + " noise.wav made");
     };
@@ -110,7 +110,7 @@ TEST_F(Decoders, Mp3HasTheLengthOfItsSoundAndMatchesAnotherDecoder) {
     Bytes longer;
     for (int i = 0; i < 10; ++i)
         longer += bare;
-    constexpr std::int64_t kSound = 132300;
+    constexpr std::int64_t kSound = 132'303;
     constexpr std::int64_t kBare = 116 * 1152;  // with the encoder's delay and padding
     struct Case {
         const char* name;
@@ -124,7 +124,7 @@ TEST_F(Decoders, Mp3HasTheLengthOfItsSoundAndMatchesAnotherDecoder) {
         {"with checksums", lame("-p -b 192"), kSound},
         {"mono", lame("-m m -b 64"), kSound},
         {"8 kHz", lame("--resample 8 -b 32"), 24000},
-        {"22.05 kHz", lame("--resample 22.05 -V 5"), 66150},
+        {"22.05 kHz", lame("--resample 22.05 -V 5"), 66'152},
         {"long enough for two threads", longer, 10 * kBare},
         {"last frame cut off", bare.substr(0, bare.size() - 9), kBare - 1152, false},
         {"half", constant.substr(0, constant.size() / 2), 57 * 1152 - 1105, false},
