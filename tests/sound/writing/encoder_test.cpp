@@ -214,6 +214,27 @@ TEST_F(Encoders, AiffIsExact) { check(uncompressed(Container::Aiff)); }
 TEST_F(Encoders, CodecsInWavAreClose) { check(codecs()); }
 TEST_F(Encoders, Mp3HasItsRateAndLength) { check(mp3s()); }
 
+// The distance from the sound tells whether the encoder still finds the same codes: with others,
+// it changes in either direction.
+TEST_F(Encoders, MicrosoftAdpcmKeepsItsQuality) {
+    const std::tuple<int, int, double> rows[] = {
+        {8000, 1, 26.3855}, {22050, 2, 24.5521}, {44100, 1, 25.0883}, {44100, 2, 24.5034}};
+    for (const auto& [rate, channels, decibels] : rows) {
+        const Way way{{Container::WavCodec, {rate, channels, 4, false}, 0, kMsAdpcm}, "", 0, 0, 1};
+        const NoiseSound noise({rate, channels, 16, false}, 12'000);
+        std::vector<double> values = samplesOf(noise);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            // A triangle whose hum grows, then a square wave at full scale.
+            const double triangle = std::abs(static_cast<double>(i % 256) - 128) / 160 - 0.4;
+            values[i] = i > 9000u * channels ? (i / 200 % 2 ? 1.0 : -1.0)
+                                             : triangle + values[i] * static_cast<double>(i) / 2e5;
+        }
+        const auto file = write(way, ListSound(noise.format(), values));
+        const double distant = distance(way, values, samplesOf(*Source::open(file)));
+        EXPECT_NEAR(1 - 10 * std::log10(distant), decibels, 0.0001) << way;
+    }
+}
+
 TEST_F(Encoders, OverloadIsClippedAndNeverWraps) {
     // A slow square wave beyond full scale, and below one value that no file can hold.
     std::vector<double> values;
@@ -261,10 +282,116 @@ TEST_F(Encoders, RefuseFormatsAndLengthsThatNoFileCanHold) {
                   SoundFailure::BadFormat)
             << "case " << i;
     EXPECT_EQ(file.size(), 0);
-    constexpr std::int64_t kLongest = 0xFFFFFFFE - 46;
+}
+
+// Numbers with their width in bytes, as a file stores them.
+std::string fields(const std::vector<std::pair<std::int64_t, int>>& values, bool big = false) {
+    std::string bytes;
+    for (const auto& [value, width] : values)
+        bytes += number(static_cast<std::uint64_t>(value), width, big);
+    return bytes;
+}
+
+std::string big(const std::vector<std::pair<std::int64_t, int>>& values) {
+    return fields(values, true);
+}
+
+TEST(Headers, HoldEveryField) {
+    constexpr std::int64_t kMany = 0x100000001;
+    std::vector<std::pair<std::int64_t, int>> weights{{7, 2}};
+    for (const int weight : {256, 0, 512, -256, 0, 0, 192, 64, 240, 0, 460, -208, 392, -232})
+        weights.push_back({weight, 2});
+    const auto adpcm = [&](std::int64_t frames, std::int64_t data) {
+        return "RIFF" + fields({{82 + data, 4}}) + "WAVEfmt " +
+               fields({{50, 4}, {2, 2}, {2, 2}, {11025, 4}, {11289, 4}, {512, 2}, {4, 2}}) +
+               fields({{32, 2}, {500, 2}}) + fields(weights) + "fact" +
+               fields({{4, 4}, {frames, 4}}) + "data" + fields({{data, 4}});
+    };
+    const auto extended = [](int size, int tag, int bits, std::int64_t frames) {
+        return "RIFF" + fields({{size, 4}}) + "WAVEfmt " +
+               fields({{18, 4}, {tag, 2}, {2, 2}, {48000, 4}, {12000 * bits, 4}}) +
+               fields({{bits / 4, 2}, {bits, 2}, {0, 2}}) + "fact" + fields({{4, 4}, {frames, 4}}) +
+               "data" + fields({{frames * bits / 4, 4}});
+    };
+    const std::pair<std::vector<unsigned char>, std::string> rows[] = {
+        {wavHeader({44100, 1, 8, false}, 3),
+         "RIFF" + fields({{40, 4}}) + "WAVEfmt " +
+             fields({{16, 4}, {1, 2}, {1, 2}, {44100, 4}, {44100, 4}, {1, 2}, {8, 2}}) + "data" +
+             fields({{3, 4}})},
+        {wavHeader({48000, 2, 32, true}, 5), extended(90, 3, 32, 5)},
+        {wavHeader({48000, 2, 8, false}, 5, Companding::ALaw), extended(60, 6, 8, 5)},
+        {wavHeader({48000, 2, 8, false}, 5, Companding::MuLaw), extended(60, 7, 8, 5)},
+        {wavHeader({8000, 1, 8, false}, kMany, Companding::MuLaw),
+         "RF64" + fields({{-1, 4}}) + "WAVEds64" +
+             fields({{28, 4}, {kMany + 87, 8}, {kMany, 8}, {kMany, 8}, {0, 4}}) + "fmt " +
+             fields({{18, 4}, {7, 2}, {1, 2}, {8000, 4}, {8000, 4}, {1, 2}, {8, 2}, {0, 2}}) +
+             "fact" + fields({{4, 4}, {-1, 4}}) + "data" + fields({{-1, 4}})},
+        {adpcmHeader({11025, 2, 4, false}, 500, 512, 500), adpcm(500, 512)},
+        {adpcmHeader({11025, 2, 4, false}, 501, 512, 500), adpcm(501, 1024)},
+        {aiffHeader({44100, 1, 8, false}, 3),
+         "FORM" + big({{50, 4}}) + "AIFFCOMM" +
+             big({{18, 4}, {1, 2}, {3, 4}, {8, 2}, {0x400E, 2}, {0xAC44, 2}, {0, 6}}) + "SSND" +
+             big({{11, 4}, {0, 8}})},
+        {aiffHeader({48000, 2, 32, true}, 2),
+         "FORM" + big({{96, 4}}) + "AIFCFVER" + big({{4, 4}, {0xA2805140, 4}}) + "COMM" +
+             big({{40, 4}, {2, 2}, {2, 4}, {32, 2}, {0x400E, 2}, {0xBB80, 2}, {0, 6}}) +
+             "fl32\x11IEEE 32-bit floatSSND" + big({{24, 4}, {0, 8}})}};
+    for (const auto& [header, expected] : rows)
+        EXPECT_EQ(std::string(header.begin(), header.end()), expected);
+}
+
+TEST(Headers, HaveALongestSound) {
+    constexpr std::int64_t kLargest = 0xFFFFFFFF;
     const AudioFormat bytes{8000, 1, 8, false};
-    EXPECT_EQ(aiffHeader(bytes, kLongest)[4], 0xFF);
-    EXPECT_EQ(failureOf([&] { aiffHeader(bytes, kLongest + 1); }), SoundFailure::BadFormat);
+    EXPECT_EQ(wavHeader(bytes, kLargest - 37)[1], 'I');
+    EXPECT_EQ(wavHeader(bytes, kLargest - 36)[1], 'F');
+    const auto refused = [](const auto& make) {
+        return failureOf(make) == std::optional(SoundFailure::BadFormat);
+    };
+    EXPECT_FALSE(refused([&] { aiffHeader(bytes, kLargest - 47); }));
+    EXPECT_TRUE(refused([&] { aiffHeader(bytes, kLargest - 46); }));
+    // One frame or two in a block of one byte: the size or the number of frames is the limit.
+    for (const auto& [frames, inBlock] : {std::pair(kLargest - 82, 1), {kLargest, 2}}) {
+        EXPECT_FALSE(refused([&] { adpcmHeader(bytes, frames, 1, inBlock); }));
+        EXPECT_TRUE(refused([&] { adpcmHeader(bytes, frames + 1, 1, inBlock); }));
+    }
+}
+
+TEST(Mp3LengthTag, StandsWhereAFrameHasRoom) {
+    const struct {
+        int rate, channels, place;
+    } rows[] = {{24000, 1, 13}, {24000, 2, 21}, {32000, 1, 21}, {32000, 2, 36}};
+    for (const auto& [rate, channels, place] : rows)
+        for (const auto& [more, expected] : {std::pair(51, Mp3LengthTag::None),
+                                             {52, Mp3LengthTag::Here},
+                                             {155, Mp3LengthTag::Here},
+                                             {156, Mp3LengthTag::ByLame}}) {
+            const int bitRate = (place + more) * rate / (rate == 32000 ? 144 : 72) + 1;
+            EXPECT_EQ(mp3FrameBytes(rate, bitRate), static_cast<std::size_t>(place + more));
+            EXPECT_EQ(mp3LengthTagFor(rate, channels, bitRate), expected) << rate << ' ' << more;
+        }
+}
+
+TEST(Mp3LengthTag, HoldsEveryField) {
+    constexpr std::int64_t kVast = 0x100000000;
+    const auto text = [](std::int64_t frames, std::int64_t bytes, int lowpass, int rate,
+                         std::int64_t gap, int sum) {
+        return "Info" + big({{3, 4}, {frames, 4}, {bytes, 4}}) + "LAME3.100" +
+               big({{1, 1}, {lowpass, 1}, {0, 9}, {rate, 1}, {gap, 3}, {0, 4}, {bytes, 4}}) +
+               big({{0, 2}, {sum, 2}}) + '\0';
+    };
+    const auto made = [](const std::array<unsigned char, 4>& header, std::size_t bytes,
+                         const Mp3Length& length) {
+        const std::vector<unsigned char> tag = mp3LengthTag(header, bytes, length);
+        return std::string(tag.begin(), tag.end());
+    };
+    // MPEG 2, mono, and MPEG 1, joint stereo; both with padding and a checksum.
+    EXPECT_EQ(made({0xFF, 0xF2, 0x16, 0xF0}, 66, {5, 0x1234, 576, 1105, 32000, 7000}),
+              "\xFF\xF3\x14\xC0" + std::string(9, '\0') +
+                  text(5, 0x1234, 70, 32, 576 << 12 | 1105, 0x9BB));
+    EXPECT_EQ(
+        made({0xFF, 0xFA, 0x92, 0x64}, 89, {kVast, kVast, 4095, 4095, 256000, 25600}),
+        "\xFF\xFB\x90\x44" + std::string(32, '\0') + text(-1, -1, 255, 255, 0xFFFFFF, 0xB948));
 }
 
 }  // namespace

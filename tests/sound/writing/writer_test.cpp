@@ -3,15 +3,16 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <cmath>
 #include <csignal>
-#include <cstring>
 #include <fstream>
+#include <thread>
 
 #include "sound/samples/sound_error.h"
 #include "sound/samples/wav_codecs.h"
 #include "sound/writing/atomic_file.h"
-#include "sound/writing/header_writer.h"
+#include "sound/writing/ordered_blocks.h"
 #include "sound/writing/rate_blocks.h"
 #include "sound/writing/resampler.h"
 #include "sound/writing/sound_writer.h"
@@ -46,19 +47,6 @@ TEST_F(Writer, ChannelsAreCopiedAndAveraged) {
     const ListSound stereo({44100, 2, 16, false}, {0.5, 0.25, 1.0, -1.0});
     writeSound(stereo, 0, 2, {Container::Wav, {44100, 1, 16, false}}, target_);
     EXPECT_THAT(bySndfile(target_, info), ElementsAre(0.375f, 0.0f));
-}
-
-// Tests the largest size that a plain WAV header can hold, and the next one.
-TEST(WavHeader, BecomesRf64IfTheSizeNeedsIt) {
-    const AudioFormat format{44100, 1, 8, false};
-    const std::int64_t edge = 0xFFFFFFFEll - 36;
-    EXPECT_EQ(wavHeader(format, edge)[1], 'I');
-    const std::vector<unsigned char> large = wavHeader(format, edge + 1);
-    EXPECT_EQ(std::memcmp(large.data(), "RF64\xFF\xFF\xFF\xFFWAVEds64", 16), 0);
-    std::int64_t sizes[3];
-    std::memcpy(sizes, large.data() + 20, sizeof sizes);
-    EXPECT_THAT(sizes, ElementsAre(edge + 2 + static_cast<std::int64_t>(large.size()) - 8, edge + 1,
-                                   edge + 1));
 }
 
 TEST_F(Writer, RateChangesKeepLengthAndTone) {
@@ -102,6 +90,63 @@ double worstDifference(const std::vector<double>& one, const std::vector<double>
     for (std::size_t i = 0; i < one.size(); ++i)
         worst = std::max(worst, std::fabs(one[i] - other[i]));
     return worst;
+}
+
+TEST(RateBlocks, AreIndependentForRatiosThatAllowIt) {
+    const std::vector<std::pair<int, int>> exact = {
+        {22050, 44100},  {16000, 48000}, {8000, 32000},  {24000, 192000}, {8000, 96000},
+        {12000, 192000}, {8000, 192000}, {48000, 64000}, {12000, 32000},  {48000, 32000},
+        {48000, 16000},  {48000, 8000},  {96000, 8000},  {192000, 8000},  {32000, 12000},
+        {10, 1999},      {1999, 2000},   {24, 25},       {25, 24},        {51, 25},
+        {53, 38}};
+    for (const auto& [from, to] : exact)
+        EXPECT_TRUE(splitsExactly(from, to)) << from << " to " << to;
+    const std::vector<std::pair<int, int>> others = {
+        {44100, 22050}, {8000, 48000}, {9, 1999}, {2000, 2001}, {24, 23}, {51, 26}, {53, 37}};
+    for (const auto& [from, to] : others)
+        EXPECT_FALSE(splitsExactly(from, to)) << from << " to " << to;
+
+    const struct {
+        int from, to, channels;
+        std::int64_t frames, out, count;
+        int threads;
+        bool isLong;
+    } rows[] = {{44100, 44100, 1, 3 * 32768 + 1, 3 * 32768 + 1, 4, 1, false},
+                {44100, 44100, 2, 3 * 16384, 3 * 16384, 3, 1, false},
+                {44100, 44100, 2, 1 << 20, 1 << 20, 64, 1, true},
+                {44100, 44100, 1, (1 << 20) - 1, (1 << 20) - 1, 32, 1, false},
+                {44100, 48000, 1, 959'616, 1'044'480, 4, 2, false},
+                {44100, 48000, 1, 959'615, 1'044'479, 59, 1, false},
+                {44100, 48000, 2, 479'808, 522'240, 4, 2, false},
+                {8000, 192000, 1, 45'000, 1'080'000, 5, 2, true},
+                {1000, 192000, 1, 1, 192, 1, 1, false}};
+    for (const auto& [from, to, channels, frames, out, count, threads, isLong] : rows) {
+        SCOPED_TRACE(testing::Message() << frames << " frames, " << from << " to " << to);
+        const NoiseSound sound({from, channels, 16, false}, frames + 7);
+        const RateBlocks blocks(sound, 7, 7 + frames, to, channels);
+        EXPECT_EQ(blocks.frames(), out);
+        EXPECT_EQ(blocks.count(), count);
+        EXPECT_EQ(blocks.threads(), threads);
+        EXPECT_EQ(blocks.isLong(), isLong);
+        EXPECT_EQ(blocks.channels(), channels);
+    }
+}
+
+TEST(OrderedBlocks, ComeInOrderAndNotTooFarAhead) {
+    std::atomic<std::int64_t> used = 0;
+    std::atomic<std::int64_t> farthest = 0;
+    const auto make = [&](std::int64_t number, SoundBlock& block, const std::stop_token&) {
+        EXPECT_TRUE(block.values.empty() && block.stored.empty());
+        farthest = std::max(farthest.load(), number - used);
+        if (number == 9) throw SoundError(SoundFailure::Damaged, "block 9");
+        block.values = {static_cast<double>(number)};
+    };
+    OrderedBlocks blocks(20, 2, make);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    for (; used < 9; ++used)
+        ASSERT_THAT(blocks.next().values, ElementsAre(static_cast<double>(used)));
+    EXPECT_EQ(failureOf([&] { blocks.next(); }), SoundFailure::Damaged);
+    EXPECT_THAT(farthest.load(), testing::AllOf(testing::Ge(3), testing::Le(4)));
 }
 
 // The stereo ones are split but too short for extra threads.
