@@ -284,60 +284,54 @@ TEST_F(Encoders, RefuseFormatsAndLengthsThatNoFileCanHold) {
     EXPECT_EQ(file.size(), 0);
 }
 
-// Numbers with their width in bytes, as a file stores them.
-std::string fields(const std::vector<std::pair<std::int64_t, int>>& values, bool big = false) {
+// The bytes of words: each is a chunk's name or hexadecimal.
+std::string bytesOf(const std::string& words) {
     std::string bytes;
-    for (const auto& [value, width] : values)
-        bytes += number(static_cast<std::uint64_t>(value), width, big);
+    std::istringstream in(words);
+    for (std::string word; in >> word;) {
+        if (word.find_first_not_of("0123456789ABCDEF") != std::string::npos)
+            bytes += word + std::string(4 - word.size(), ' ');
+        else
+            for (std::size_t at = 0; at < word.size(); at += 2)
+                bytes += static_cast<char>(std::stoi(word.substr(at, 2), nullptr, 16));
+    }
     return bytes;
-}
-
-std::string big(const std::vector<std::pair<std::int64_t, int>>& values) {
-    return fields(values, true);
 }
 
 TEST(Headers, HoldEveryField) {
     constexpr std::int64_t kMany = 0x100000001;
-    std::vector<std::pair<std::int64_t, int>> weights{{7, 2}};
-    for (const int weight : {256, 0, 512, -256, 0, 0, 192, 64, 240, 0, 460, -208, 392, -232})
-        weights.push_back({weight, 2});
-    const auto adpcm = [&](std::int64_t frames, std::int64_t data) {
-        return "RIFF" + fields({{82 + data, 4}}) + "WAVEfmt " +
-               fields({{50, 4}, {2, 2}, {2, 2}, {11025, 4}, {11289, 4}, {512, 2}, {4, 2}}) +
-               fields({{32, 2}, {500, 2}}) + fields(weights) + "fact" +
-               fields({{4, 4}, {frames, 4}}) + "data" + fields({{data, 4}});
-    };
-    const auto extended = [](int size, int tag, int bits, std::int64_t frames) {
-        return "RIFF" + fields({{size, 4}}) + "WAVEfmt " +
-               fields({{18, 4}, {tag, 2}, {2, 2}, {48000, 4}, {12000 * bits, 4}}) +
-               fields({{bits / 4, 2}, {bits, 2}, {0, 2}}) + "fact" + fields({{4, 4}, {frames, 4}}) +
-               "data" + fields({{frames * bits / 4, 4}});
-    };
+    const AudioFormat bytes{48000, 2, 8, false};
+    const AudioFormat adpcm{11025, 2, 4, false};
+    const std::string weights =
+        "2000 F401 0700 00010000 000200FF 00000000 C0004000 F0000000 CC0130FF 880118FF ";
     const std::pair<std::vector<unsigned char>, std::string> rows[] = {
         {wavHeader({44100, 1, 8, false}, 3),
-         "RIFF" + fields({{40, 4}}) + "WAVEfmt " +
-             fields({{16, 4}, {1, 2}, {1, 2}, {44100, 4}, {44100, 4}, {1, 2}, {8, 2}}) + "data" +
-             fields({{3, 4}})},
-        {wavHeader({48000, 2, 32, true}, 5), extended(90, 3, 32, 5)},
-        {wavHeader({48000, 2, 8, false}, 5, Companding::ALaw), extended(60, 6, 8, 5)},
-        {wavHeader({48000, 2, 8, false}, 5, Companding::MuLaw), extended(60, 7, 8, 5)},
+         "RIFF 28000000 WAVE fmt 10000000 0100 0100 44AC0000 44AC0000 0100 0800 data 03000000"},
+        {wavHeader({48000, 2, 32, true}, 5),
+         "RIFF 5A000000 WAVE fmt 12000000 0300 0200 80BB0000 00DC0500 0800 2000 0000 "
+         "fact 04000000 05000000 data 28000000"},
+        {wavHeader(bytes, 5, Companding::ALaw),
+         "RIFF 3C000000 WAVE fmt 12000000 0600 0200 80BB0000 00770100 0200 0800 0000 "
+         "fact 04000000 05000000 data 0A000000"},
         {wavHeader({8000, 1, 8, false}, kMany, Companding::MuLaw),
-         "RF64" + fields({{-1, 4}}) + "WAVEds64" +
-             fields({{28, 4}, {kMany + 87, 8}, {kMany, 8}, {kMany, 8}, {0, 4}}) + "fmt " +
-             fields({{18, 4}, {7, 2}, {1, 2}, {8000, 4}, {8000, 4}, {1, 2}, {8, 2}, {0, 2}}) +
-             "fact" + fields({{4, 4}, {-1, 4}}) + "data" + fields({{-1, 4}})},
-        {adpcmHeader({11025, 2, 4, false}, 500, 512, 500), adpcm(500, 512)},
-        {adpcmHeader({11025, 2, 4, false}, 501, 512, 500), adpcm(501, 1024)},
+         "RF64 FFFFFFFF WAVE ds64 1C000000 5800000001000000 0100000001000000 0100000001000000 "
+         "00000000 fmt 12000000 0700 0100 401F0000 401F0000 0100 0800 0000 "
+         "fact 04000000 FFFFFFFF data FFFFFFFF"},
+        {adpcmHeader(adpcm, 500, 512, 500),
+         "RIFF 52020000 WAVE fmt 32000000 0200 0200 112B0000 192C0000 0002 0400 " + weights +
+             "fact 04000000 F4010000 data 00020000"},
+        {adpcmHeader(adpcm, 501, 512, 500),
+         "RIFF 52040000 WAVE fmt 32000000 0200 0200 112B0000 192C0000 0002 0400 " + weights +
+             "fact 04000000 F5010000 data 00040000"},
         {aiffHeader({44100, 1, 8, false}, 3),
-         "FORM" + big({{50, 4}}) + "AIFFCOMM" +
-             big({{18, 4}, {1, 2}, {3, 4}, {8, 2}, {0x400E, 2}, {0xAC44, 2}, {0, 6}}) + "SSND" +
-             big({{11, 4}, {0, 8}})},
+         "FORM 00000032 AIFF COMM 00000012 0001 00000003 0008 400EAC44000000000000 "
+         "SSND 0000000B 00000000 00000000"},
         {aiffHeader({48000, 2, 32, true}, 2),
-         "FORM" + big({{96, 4}}) + "AIFCFVER" + big({{4, 4}, {0xA2805140, 4}}) + "COMM" +
-             big({{40, 4}, {2, 2}, {2, 4}, {32, 2}, {0x400E, 2}, {0xBB80, 2}, {0, 6}}) +
-             "fl32\x11IEEE 32-bit floatSSND" + big({{24, 4}, {0, 8}})}};
-    for (const auto& [header, expected] : rows)
-        EXPECT_EQ(std::string(header.begin(), header.end()), expected);
+         "FORM 00000060 AIFC FVER 00000004 A2805140 COMM 00000028 0002 00000002 0020 "
+         "400EBB80000000000000 fl32 11 IEEE 2033322D62697420666C6F6174 "
+         "SSND 00000018 00000000 00000000"}};
+    for (const auto& [header, words] : rows)
+        EXPECT_EQ(std::string(header.begin(), header.end()), bytesOf(words)) << words;
 }
 
 TEST(Headers, HaveALongestSound) {
@@ -345,15 +339,15 @@ TEST(Headers, HaveALongestSound) {
     const AudioFormat bytes{8000, 1, 8, false};
     EXPECT_EQ(wavHeader(bytes, kLargest - 37)[1], 'I');
     EXPECT_EQ(wavHeader(bytes, kLargest - 36)[1], 'F');
-    const auto refused = [](const auto& make) {
-        return failureOf(make) == std::optional(SoundFailure::BadFormat);
-    };
-    EXPECT_FALSE(refused([&] { aiffHeader(bytes, kLargest - 47); }));
-    EXPECT_TRUE(refused([&] { aiffHeader(bytes, kLargest - 46); }));
+    EXPECT_EQ(aiffHeader(bytes, kLargest - 47)[4], 0xFF);
+    EXPECT_EQ(failureOf([&] { aiffHeader(bytes, kLargest - 46); }), SoundFailure::BadFormat);
     // One frame or two in a block of one byte: the size or the number of frames is the limit.
-    for (const auto& [frames, inBlock] : {std::pair(kLargest - 82, 1), {kLargest, 2}}) {
-        EXPECT_FALSE(refused([&] { adpcmHeader(bytes, frames, 1, inBlock); }));
-        EXPECT_TRUE(refused([&] { adpcmHeader(bytes, frames + 1, 1, inBlock); }));
+    for (const auto& [most, inBlock] : {std::pair(kLargest - 82, 1), {kLargest, 2}}) {
+        const auto make = [&, n = inBlock](std::int64_t frames) {
+            return failureOf([&] { adpcmHeader(bytes, frames, 1, n); });
+        };
+        EXPECT_EQ(make(most), std::nullopt);
+        EXPECT_EQ(make(most + 1), SoundFailure::BadFormat);
     }
 }
 
@@ -374,24 +368,17 @@ TEST(Mp3LengthTag, StandsWhereAFrameHasRoom) {
 
 TEST(Mp3LengthTag, HoldsEveryField) {
     constexpr std::int64_t kVast = 0x100000000;
-    const auto text = [](std::int64_t frames, std::int64_t bytes, int lowpass, int rate,
-                         std::int64_t gap, int sum) {
-        return "Info" + big({{3, 4}, {frames, 4}, {bytes, 4}}) + "LAME3.100" +
-               big({{1, 1}, {lowpass, 1}, {0, 9}, {rate, 1}, {gap, 3}, {0, 4}, {bytes, 4}}) +
-               big({{0, 2}, {sum, 2}}) + '\0';
-    };
-    const auto made = [](const std::array<unsigned char, 4>& header, std::size_t bytes,
-                         const Mp3Length& length) {
-        const std::vector<unsigned char> tag = mp3LengthTag(header, bytes, length);
-        return std::string(tag.begin(), tag.end());
-    };
+    const std::string version = " LAME 332E313030 01 ";
     // MPEG 2, mono, and MPEG 1, joint stereo; both with padding and a checksum.
-    EXPECT_EQ(made({0xFF, 0xF2, 0x16, 0xF0}, 66, {5, 0x1234, 576, 1105, 32000, 7000}),
-              "\xFF\xF3\x14\xC0" + std::string(9, '\0') +
-                  text(5, 0x1234, 70, 32, 576 << 12 | 1105, 0x9BB));
-    EXPECT_EQ(
-        made({0xFF, 0xFA, 0x92, 0x64}, 89, {kVast, kVast, 4095, 4095, 256000, 25600}),
-        "\xFF\xFB\x90\x44" + std::string(32, '\0') + text(-1, -1, 255, 255, 0xFFFFFF, 0xB948));
+    const std::pair<std::vector<unsigned char>, std::string> rows[] = {
+        {mp3LengthTag({0xFF, 0xF2, 0x16, 0xF0}, 66, {5, 0x1234, 576, 1105, 32000, 7000}),
+         "FFF314C0" + std::string(18, '0') + " Info 00000003 00000005 00001234" + version +
+             "46 000000000000000000 20 240451 00000000 00001234 0000 09BB 00"},
+        {mp3LengthTag({0xFF, 0xFA, 0x92, 0x64}, 89, {kVast, kVast, 4095, 4095, 256000, 25600}),
+         "FFFB9044" + std::string(64, '0') + " Info 00000003 FFFFFFFF FFFFFFFF" + version +
+             "FF 000000000000000000 FF FFFFFF 00000000 FFFFFFFF 0000 B948 00"}};
+    for (const auto& [tag, words] : rows)
+        EXPECT_EQ(std::string(tag.begin(), tag.end()), bytesOf(words)) << words;
 }
 
 }  // namespace
