@@ -299,7 +299,8 @@ TEST_F(Chain, ARunRefusedOrWithoutFilesMovesNothing) {
     EXPECT_EQ(boxes().size(), 2);
     QFile::remove(in(u"a.wav"_qs));
     form.txbNormPerc->setText(u"60"_qs);
-    EXPECT_EQ(endOf([&] { process(); }), u"cbProcess_Click: File not found, Line 60");
+    EXPECT_EQ(endOf([&] { process(); }),
+              u"cbProcess_Click: File not found (%1), Line 60"_qs.arg(in(u"a.wav"_qs)));
 }
 
 TEST_F(Chain, TheDelayHoldsEachStepAlsoOverMidnight) {
