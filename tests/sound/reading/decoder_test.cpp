@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <tuple>
 #include <utility>
@@ -28,8 +27,6 @@ class Decoders : public testing::Test {
     }
     std::filesystem::path path(const char* name) const { return folder_.path() / name; }
 
-    Bytes read(const char* name) const { return contentOf(path(name)); }
-
     void run(const std::string& command) const {
         const std::string whole = "cd '" + folder_.path().string() + "' && " + command;
         ASSERT_EQ(std::system(whole.c_str()), 0) << command;
@@ -38,7 +35,7 @@ class Decoders : public testing::Test {
     // Runs a command that encodes "noise.wav" into "made"; returns the content of "made".
     Bytes made(const std::string& command) const {
         run(command);
-        return read("made");
+        return contentOf(path("made"));
     }
     void makeNoise(int rate, int channels, double seconds) const {
         run("ffmpeg -v error -nostdin -y -f lavfi -i anoisesrc=c=pink:a=1:seed=5:r=" +

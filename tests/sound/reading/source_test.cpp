@@ -1,6 +1,5 @@
 #include "sound/reading/source.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
