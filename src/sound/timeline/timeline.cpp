@@ -22,6 +22,10 @@ void checkRange(std::int64_t first, std::int64_t end, std::int64_t frames) {
     if (first < 0 || first > end || end > frames) badRange();
 }
 
+void checkStretch(std::int64_t first, std::int64_t count, std::int64_t frames) {
+    if (count < 0 || first < 0 || first > frames - count) badRange();
+}
+
 }  // namespace
 
 Timeline::Timeline(std::shared_ptr<const Source> source)
@@ -33,7 +37,7 @@ Timeline::Timeline(std::shared_ptr<const Source> source, Tree tree)
 std::int64_t Timeline::frames() const { return totalOf(tree_); }
 
 void Timeline::read(std::int64_t first, std::int64_t count, double* interleaved) const {
-    if (count < 0 || first < 0 || first > frames() - count) badRange();
+    checkStretch(first, count, frames());
     const int channels = format().channels;
     visitPieces(tree_.get(), first, first + count, [&](const Piece& piece) {
         double* const begin = interleaved + (piece.at - first) * channels;
@@ -51,7 +55,7 @@ void Timeline::read(std::int64_t first, std::int64_t count, double* interleaved)
 
 bool Timeline::readStored(std::int64_t first, std::int64_t count, Coding coding,
                           std::uint8_t* bytes) const {
-    if (count < 0 || first < 0 || first > frames() - count) badRange();
+    checkStretch(first, count, frames());
     const std::optional<std::uint8_t> silence = silentByte(coding);
     if (!silence) return false;
     const std::int64_t frameBytes = std::int64_t{bytesOf(coding)} * format().channels;

@@ -11,6 +11,7 @@
 #include <mutex>
 #include <thread>
 
+#include "sound/playback/frame_ring.h"
 #include "sound/playback/play_clock.h"
 #include "sound/playback/player.h"
 #include "support/test_sounds.h"
@@ -282,6 +283,26 @@ TEST_F(PulseTest, ReportsASoundThatCannotBeRead) {
     ASSERT_TRUE(witness.await("changed"));
     EXPECT_THAT(witness.all(), ElementsAre("started", "changed"));
     EXPECT_FALSE(player.playing());
+}
+
+TEST(FrameRing, HandsOverSamplesInOrderAcrossItsEnd) {
+    FrameRing ring(5);
+    std::vector<float> out(9, -1.0f);
+    float next = 0.0f;
+    float expected = 0.0f;
+    for (const auto& [put, asked] :
+         {std::pair(5u, 2u), {1u, 0u}, {0u, 9u}, {2u, 1u}, {4u, 4u}, {0u, 9u}, {0u, 9u}}) {
+        std::vector<float> in(put);
+        for (float& sample : in)
+            sample = ++next;
+        const auto held = static_cast<std::size_t>(next - static_cast<float>(put) - expected);
+        ASSERT_EQ(ring.room(), 5 - held);
+        ring.write(in.data(), put);
+        const std::size_t got = ring.read(out.data(), asked);
+        ASSERT_EQ(got, std::min<std::size_t>(asked, held + put));
+        for (std::size_t i = 0; i < got; ++i)
+            EXPECT_EQ(out[i], ++expected);
+    }
 }
 
 TEST(PlayClock, FollowsCoarseReportsSmoothly) {

@@ -214,6 +214,27 @@ TEST_F(Encoders, AiffIsExact) { check(uncompressed(Container::Aiff)); }
 TEST_F(Encoders, CodecsInWavAreClose) { check(codecs()); }
 TEST_F(Encoders, Mp3HasItsRateAndLength) { check(mp3s()); }
 
+// The distance from the sound tells whether the encoder still finds the same codes: with others,
+// it changes in either direction.
+TEST_F(Encoders, MicrosoftAdpcmKeepsItsQuality) {
+    const std::tuple<int, int, double> rows[] = {
+        {8000, 1, 26.3855}, {22050, 2, 24.5521}, {44100, 1, 25.0883}, {44100, 2, 24.5034}};
+    for (const auto& [rate, channels, decibels] : rows) {
+        const Way way{{Container::WavCodec, {rate, channels, 4, false}, 0, kMsAdpcm}, "", 0, 0, 1};
+        const NoiseSound noise({rate, channels, 16, false}, 12'000);
+        std::vector<double> values = samplesOf(noise);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            // A triangle whose hum grows, then a square wave at full scale.
+            const double triangle = std::abs(static_cast<double>(i % 256) - 128) / 160 - 0.4;
+            values[i] = i > 9000u * channels ? (i / 200 % 2 ? 1.0 : -1.0)
+                                             : triangle + values[i] * static_cast<double>(i) / 2e5;
+        }
+        const auto file = write(way, ListSound(noise.format(), values));
+        const double distant = distance(way, values, samplesOf(*Source::open(file)));
+        EXPECT_NEAR(1 - 10 * std::log10(distant), decibels, 0.0001) << way;
+    }
+}
+
 TEST_F(Encoders, OverloadIsClippedAndNeverWraps) {
     // A slow square wave beyond full scale, and below one value that no file can hold.
     std::vector<double> values;
@@ -261,10 +282,103 @@ TEST_F(Encoders, RefuseFormatsAndLengthsThatNoFileCanHold) {
                   SoundFailure::BadFormat)
             << "case " << i;
     EXPECT_EQ(file.size(), 0);
-    constexpr std::int64_t kLongest = 0xFFFFFFFE - 46;
+}
+
+// The bytes of words: each is a chunk's name or hexadecimal.
+std::string bytesOf(const std::string& words) {
+    std::string bytes;
+    std::istringstream in(words);
+    for (std::string word; in >> word;) {
+        if (word.find_first_not_of("0123456789ABCDEF") != std::string::npos)
+            bytes += word + std::string(4 - word.size(), ' ');
+        else
+            for (std::size_t at = 0; at < word.size(); at += 2)
+                bytes += static_cast<char>(std::stoi(word.substr(at, 2), nullptr, 16));
+    }
+    return bytes;
+}
+
+TEST(Headers, HoldEveryField) {
+    constexpr std::int64_t kMany = 0x100000001;
+    const AudioFormat bytes{48000, 2, 8, false};
+    const AudioFormat adpcm{11025, 2, 4, false};
+    const std::string weights =
+        "2000 F401 0700 00010000 000200FF 00000000 C0004000 F0000000 CC0130FF 880118FF ";
+    const std::pair<std::vector<unsigned char>, std::string> rows[] = {
+        {wavHeader({44100, 1, 8, false}, 3),
+         "RIFF 28000000 WAVE fmt 10000000 0100 0100 44AC0000 44AC0000 0100 0800 data 03000000"},
+        {wavHeader({48000, 2, 32, true}, 5),
+         "RIFF 5A000000 WAVE fmt 12000000 0300 0200 80BB0000 00DC0500 0800 2000 0000 "
+         "fact 04000000 05000000 data 28000000"},
+        {wavHeader(bytes, 5, Companding::ALaw),
+         "RIFF 3C000000 WAVE fmt 12000000 0600 0200 80BB0000 00770100 0200 0800 0000 "
+         "fact 04000000 05000000 data 0A000000"},
+        {wavHeader({8000, 1, 8, false}, kMany, Companding::MuLaw),
+         "RF64 FFFFFFFF WAVE ds64 1C000000 5800000001000000 0100000001000000 0100000001000000 "
+         "00000000 fmt 12000000 0700 0100 401F0000 401F0000 0100 0800 0000 "
+         "fact 04000000 FFFFFFFF data FFFFFFFF"},
+        {adpcmHeader(adpcm, 500, 512, 500),
+         "RIFF 52020000 WAVE fmt 32000000 0200 0200 112B0000 192C0000 0002 0400 " + weights +
+             "fact 04000000 F4010000 data 00020000"},
+        {adpcmHeader(adpcm, 501, 512, 500),
+         "RIFF 52040000 WAVE fmt 32000000 0200 0200 112B0000 192C0000 0002 0400 " + weights +
+             "fact 04000000 F5010000 data 00040000"},
+        {aiffHeader({44100, 1, 8, false}, 3),
+         "FORM 00000032 AIFF COMM 00000012 0001 00000003 0008 400EAC44000000000000 "
+         "SSND 0000000B 00000000 00000000"},
+        {aiffHeader({48000, 2, 32, true}, 2),
+         "FORM 00000060 AIFC FVER 00000004 A2805140 COMM 00000028 0002 00000002 0020 "
+         "400EBB80000000000000 fl32 11 IEEE 2033322D62697420666C6F6174 "
+         "SSND 00000018 00000000 00000000"}};
+    for (const auto& [header, words] : rows)
+        EXPECT_EQ(std::string(header.begin(), header.end()), bytesOf(words)) << words;
+}
+
+TEST(Headers, HaveALongestSound) {
+    constexpr std::int64_t kLargest = 0xFFFFFFFF;
     const AudioFormat bytes{8000, 1, 8, false};
-    EXPECT_EQ(aiffHeader(bytes, kLongest)[4], 0xFF);
-    EXPECT_EQ(failureOf([&] { aiffHeader(bytes, kLongest + 1); }), SoundFailure::BadFormat);
+    EXPECT_EQ(wavHeader(bytes, kLargest - 37)[1], 'I');
+    EXPECT_EQ(wavHeader(bytes, kLargest - 36)[1], 'F');
+    EXPECT_EQ(aiffHeader(bytes, kLargest - 47)[4], 0xFF);
+    EXPECT_EQ(failureOf([&] { aiffHeader(bytes, kLargest - 46); }), SoundFailure::BadFormat);
+    // One frame or two in a block of one byte: the size or the number of frames is the limit.
+    for (const auto& [most, inBlock] : {std::pair(kLargest - 82, 1), {kLargest, 2}}) {
+        const auto make = [&, n = inBlock](std::int64_t frames) {
+            return failureOf([&] { adpcmHeader(bytes, frames, 1, n); });
+        };
+        EXPECT_EQ(make(most), std::nullopt);
+        EXPECT_EQ(make(most + 1), SoundFailure::BadFormat);
+    }
+}
+
+TEST(Mp3LengthTag, StandsWhereAFrameHasRoom) {
+    const struct {
+        int rate, channels, place;
+    } rows[] = {{24000, 1, 13}, {24000, 2, 21}, {32000, 1, 21}, {32000, 2, 36}};
+    for (const auto& [rate, channels, place] : rows)
+        for (const auto& [more, expected] : {std::pair(51, Mp3LengthTag::None),
+                                             {52, Mp3LengthTag::Here},
+                                             {155, Mp3LengthTag::Here},
+                                             {156, Mp3LengthTag::ByLame}}) {
+            const int bitRate = (place + more) * rate / (rate == 32000 ? 144 : 72) + 1;
+            EXPECT_EQ(mp3FrameBytes(rate, bitRate), static_cast<std::size_t>(place + more));
+            EXPECT_EQ(mp3LengthTagFor(rate, channels, bitRate), expected) << rate << ' ' << more;
+        }
+}
+
+TEST(Mp3LengthTag, HoldsEveryField) {
+    constexpr std::int64_t kVast = 0x100000000;
+    const std::string version = " LAME 332E313030 01 ";
+    // MPEG 2, mono, and MPEG 1, joint stereo; both with padding and a checksum.
+    const std::pair<std::vector<unsigned char>, std::string> rows[] = {
+        {mp3LengthTag({0xFF, 0xF2, 0x16, 0xF0}, 66, {5, 0x1234, 576, 1105, 32000, 7000}),
+         "FFF314C0" + std::string(18, '0') + " Info 00000003 00000005 00001234" + version +
+             "46 000000000000000000 20 240451 00000000 00001234 0000 09BB 00"},
+        {mp3LengthTag({0xFF, 0xFA, 0x92, 0x64}, 89, {kVast, kVast, 4095, 4095, 256000, 25600}),
+         "FFFB9044" + std::string(64, '0') + " Info 00000003 FFFFFFFF FFFFFFFF" + version +
+             "FF 000000000000000000 FF FFFFFF 00000000 FFFFFFFF 0000 B948 00"}};
+    for (const auto& [tag, words] : rows)
+        EXPECT_EQ(std::string(tag.begin(), tag.end()), bytesOf(words)) << words;
 }
 
 }  // namespace

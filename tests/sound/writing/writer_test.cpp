@@ -5,13 +5,11 @@
 
 #include <cmath>
 #include <csignal>
-#include <cstring>
 #include <fstream>
 
 #include "sound/samples/sound_error.h"
 #include "sound/samples/wav_codecs.h"
 #include "sound/writing/atomic_file.h"
-#include "sound/writing/header_writer.h"
 #include "sound/writing/rate_blocks.h"
 #include "sound/writing/resampler.h"
 #include "sound/writing/sound_writer.h"
@@ -46,19 +44,6 @@ TEST_F(Writer, ChannelsAreCopiedAndAveraged) {
     const ListSound stereo({44100, 2, 16, false}, {0.5, 0.25, 1.0, -1.0});
     writeSound(stereo, 0, 2, {Container::Wav, {44100, 1, 16, false}}, target_);
     EXPECT_THAT(bySndfile(target_, info), ElementsAre(0.375f, 0.0f));
-}
-
-// Tests the largest size that a plain WAV header can hold, and the next one.
-TEST(WavHeader, BecomesRf64IfTheSizeNeedsIt) {
-    const AudioFormat format{44100, 1, 8, false};
-    const std::int64_t edge = 0xFFFFFFFEll - 36;
-    EXPECT_EQ(wavHeader(format, edge)[1], 'I');
-    const std::vector<unsigned char> large = wavHeader(format, edge + 1);
-    EXPECT_EQ(std::memcmp(large.data(), "RF64\xFF\xFF\xFF\xFFWAVEds64", 16), 0);
-    std::int64_t sizes[3];
-    std::memcpy(sizes, large.data() + 20, sizeof sizes);
-    EXPECT_THAT(sizes, ElementsAre(edge + 2 + static_cast<std::int64_t>(large.size()) - 8, edge + 1,
-                                   edge + 1));
 }
 
 TEST_F(Writer, RateChangesKeepLengthAndTone) {
@@ -102,6 +87,40 @@ double worstDifference(const std::vector<double>& one, const std::vector<double>
     for (std::size_t i = 0; i < one.size(); ++i)
         worst = std::max(worst, std::fabs(one[i] - other[i]));
     return worst;
+}
+
+// Ratios that are split, from one frame to another number of them, and ratios that are not.
+constexpr int kExact[][2] = {{1, 2},   {1, 3},   {1, 4},      {1, 8},     {1, 12},  {1, 16},
+                             {1, 24},  {3, 4},   {3, 8},      {3, 2},     {3, 1},   {6, 1},
+                             {12, 1},  {24, 1},  {8, 3},      {10, 1999}, {24, 25}, {25, 24},
+                             {51, 25}, {53, 38}, {1999, 2000}};
+constexpr int kOthers[][2] = {{2, 1},   {1, 6},   {9, 1999}, {2000, 2001},
+                              {24, 23}, {51, 26}, {53, 37}};
+
+TEST(RateBlocks, AreIndependentForRatiosThatAllowIt) {
+    for (const auto& [from, to] : kExact)
+        EXPECT_TRUE(splitsExactly(from * 50, to * 50)) << from << " to " << to;
+    for (const auto& [from, to] : kOthers)
+        EXPECT_FALSE(splitsExactly(from * 50, to * 50)) << from << " to " << to;
+    const struct {
+        int from, to, channels;
+        std::int64_t frames, out, count;
+        int threads;
+        bool isLong;
+    } rows[] = {{44100, 44100, 1, 3 * 32768 + 1, 3 * 32768 + 1, 4, 1, false},
+                {44100, 44100, 2, 1 << 20, 1 << 20, 64, 1, true},
+                {44100, 44100, 1, (1 << 20) - 1, (1 << 20) - 1, 32, 1, false},
+                {44100, 48000, 1, 959'616, 1'044'480, 4, 2, false},
+                {44100, 48000, 1, 959'615, 1'044'479, 59, 1, false},
+                {44100, 48000, 2, 479'808, 522'240, 4, 2, false},
+                {8000, 192000, 1, 45'000, 1'080'000, 5, 2, true}};
+    for (const auto& [from, to, channels, frames, out, count, threads, isLong] : rows) {
+        const NoiseSound sound({from, channels, 16, false}, frames + 7);
+        const RateBlocks blocks(sound, 7, 7 + frames, to, channels);
+        EXPECT_EQ(std::tuple(blocks.frames(), blocks.count(), blocks.threads(), blocks.isLong()),
+                  std::tuple(out, count, threads, isLong))
+            << frames << " frames, " << from << " to " << to;
+    }
 }
 
 // The stereo ones are split but too short for extra threads.
