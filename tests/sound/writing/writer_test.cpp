@@ -161,8 +161,10 @@ TEST_F(Writer, RefusalsLeaveTheOldFileUntouched) {
     };
     for (const Range& range : {Range{5, 4}, Range{-1, 4}, Range{0, 100'001}})
         EXPECT_EQ(outcome(range, wav, target_), SoundFailure::BadRange) << range.second;
-    for (const AudioFormat format :
-         {AudioFormat{7999, 1, 16, false}, {44100, 17, 16, false}, {44100, 1, 12, false}})
+    for (const AudioFormat format : {AudioFormat{7999, 1, 16, false},
+                                     {192001, 1, 16, false},
+                                     {44100, 3, 16, false},
+                                     {44100, 1, 12, false}})
         EXPECT_EQ(outcome({0, 4}, {Container::Wav, format}, target_), SoundFailure::BadFormat)
             << format.rate;
     mknod((folder_.path() / "pipe").c_str(), S_IFIFO | 0666, 0);
