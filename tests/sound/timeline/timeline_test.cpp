@@ -64,6 +64,17 @@ TEST(Timeline, RefusesPlacesOutsideTheSound) {
     EXPECT_EQ(empty.inserted(0, 7).frames(), 7);
 }
 
+TEST(Timeline, ColumnsReachZeroWhereSilenceBegins) {
+    const ListSound offset(kMono, std::vector<double>(8192, 0.5));
+    const Timeline timeline = Timeline(sourceOf(offset)).inserted(4096, 2048).scaled(8000, 9000, 2);
+    std::vector<PeakRange> columns(3);
+    EXPECT_TRUE(timeline.columns(0, 0, 3 * 5120, columns));
+    for (const auto& [column, maximum] : {std::pair(0, 0.5f), {1, 1.0f}, {2, 0.0f}}) {
+        EXPECT_EQ(columns[column].minimum, 0.0f) << column;
+        EXPECT_EQ(columns[column].maximum, maximum) << column;
+    }
+}
+
 int depthOf(const PieceTree& tree) {
     return tree ? 1 + std::max(depthOf(tree->left), depthOf(tree->right)) : 0;
 }
