@@ -20,10 +20,10 @@ namespace {
 // Each time this many bytes have been written, the system is told to start bringing them to disk,
 // so that the flush at the end has little left to do.
 constexpr std::int64_t kFlushStep = 8 << 20;
-constexpr int kNameTries = 100;
 
 std::string procName(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
 
+// With 64 random bits, no other file has this name.
 std::filesystem::path randomName(const std::filesystem::path& folder) {
     std::random_device random;
     std::array<char, 40> name;
@@ -35,9 +35,7 @@ void closeIfOpen(int& descriptor) {
     if (descriptor >= 0) close(std::exchange(descriptor, -1));
 }
 
-bool makesNameless(int descriptor) {
-    return descriptor >= 0 && access(procName(descriptor).c_str(), F_OK) == 0;
-}
+bool makesNameless(int descriptor) { return access(procName(descriptor).c_str(), F_OK) == 0; }
 
 }  // namespace
 
@@ -56,8 +54,7 @@ AtomicFile::AtomicFile(std::filesystem::path target, Temporary temporary)
     openTemporary(temporary);
     // The new file gets the permissions of the old one. Fails on file systems without permissions.
     struct stat old;
-    if (replaced_ >= 0 && fstat(replaced_, &old) == 0)
-        static_cast<void>(!fchmod(descriptor_, old.st_mode & 07777));
+    if (fstat(replaced_, &old) == 0) static_cast<void>(!fchmod(descriptor_, old.st_mode & 07777));
 }
 
 AtomicFile::~AtomicFile() { discard(); }
@@ -65,7 +62,7 @@ AtomicFile::~AtomicFile() { discard(); }
 void AtomicFile::openTarget() {
     replaced_ = open(target_.c_str(), O_PATH | O_CLOEXEC);
     struct stat old;
-    if (replaced_ < 0 || fstat(replaced_, &old) != 0) return;
+    if (fstat(replaced_, &old) != 0) return;  // there is none
     // Replacing a device or a pipe would cut off other programs that use it.
     if (!S_ISREG(old.st_mode)) fail(EINVAL, "the target is no regular file");
     // Replacing a file needs no permission to write it, but a protected file should stay.
@@ -78,11 +75,8 @@ void AtomicFile::openTemporary(Temporary temporary) {
         if (makesNameless(descriptor_)) return;
         closeIfOpen(descriptor_);
     }
-    for (int tried = 0; descriptor_ < 0 && tried < kNameTries; ++tried) {
-        hidden_ = randomName(folder_);
-        descriptor_ = open(hidden_.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
-        if (descriptor_ < 0 && errno != EEXIST) break;
-    }
+    hidden_ = randomName(folder_);
+    descriptor_ = open(hidden_.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
     if (descriptor_ < 0) {
         hidden_.clear();
         fail(errno, "the target's folder cannot be written to");
@@ -128,8 +122,7 @@ void AtomicFile::commit() {
 bool AtomicFile::isTakenByAnother() const {
     struct stat now, old;
     if (lstat(target_.c_str(), &now) != 0) return false;
-    return replaced_ < 0 || fstat(replaced_, &old) != 0 || old.st_dev != now.st_dev ||
-           old.st_ino != now.st_ino;
+    return fstat(replaced_, &old) != 0 || old.st_dev != now.st_dev || old.st_ino != now.st_ino;
 }
 
 void AtomicFile::takePlace() {
@@ -139,16 +132,11 @@ void AtomicFile::takePlace() {
         return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
     };
     if (hidden_.empty()) {
+        const std::filesystem::path name = randomName(folder_);
         // linkat cannot replace a file. If there is none, the file gets its final name at once.
         if (giveName(target_)) return;
-        for (int tried = 0; errno == EEXIST && tried < kNameTries; ++tried) {
-            std::filesystem::path name = randomName(folder_);
-            if (giveName(name)) {
-                hidden_ = std::move(name);
-                break;
-            }
-        }
-        if (hidden_.empty()) fail(errno, "the file cannot be named");
+        if (errno != EEXIST || !giveName(name)) fail(errno, "the file cannot be named");
+        hidden_ = name;
     }
     if (rename(hidden_.c_str(), target_.c_str()) != 0) fail(errno, "the target cannot be replaced");
     hidden_.clear();

@@ -52,7 +52,6 @@ const std::vector<double>& Resampler::finish() {
     pull(nullptr, 0);
     // The library rounds the length differently, so at most one frame is missing.
     out_.resize(out_.size() + static_cast<std::size_t>(left_ * channels_), 0.0);
-    left_ = 0;
     return out_;
 }
 

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <tuple>
 #include <utility>
 
+#include "sound/reading/mp3_decoder.h"
 #include "sound/reading/mp3_stream.h"
 #include "sound/reading/peaks_builder.h"
 #include "sound/reading/source.h"
+#include "sound/reading/source_headers.h"
 #include "support/by_sndfile.h"
 #include "support/test_sounds.h"
 
@@ -28,8 +29,6 @@ class Decoders : public testing::Test {
     }
     std::filesystem::path path(const char* name) const { return folder_.path() / name; }
 
-    Bytes read(const char* name) const { return contentOf(path(name)); }
-
     void run(const std::string& command) const {
         const std::string whole = "cd '" + folder_.path().string() + "' && " + command;
         ASSERT_EQ(std::system(whole.c_str()), 0) << command;
@@ -38,7 +37,7 @@ class Decoders : public testing::Test {
     // Runs a command that encodes "noise.wav" into "made"; returns the content of "made".
     Bytes made(const std::string& command) const {
         run(command);
-        return read("made");
+        return contentOf(path("made"));
     }
     void makeNoise(int rate, int channels, double seconds) const {
         run("ffmpeg -v error -nostdin -y -f lavfi -i anoisesrc=c=pink:a=1:seed=5:r=" +
@@ -92,6 +91,9 @@ TEST_F(Decoders, BlocksAreCountedCorrectlyAndMatchAnotherDecoder) {
             ASSERT_EQ(values.size(), expected * static_cast<std::size_t>(channels));
             EXPECT_TRUE(std::equal(values.begin(), values.end(), all.begin()));
         }
+        const auto opened = SourceFile::open(path("made"));
+        const auto found = readWaveHeader(*opened);
+        EXPECT_EQ(decodeBlocks(*opened, found->sound, *found->blocks, {}).joined, seconds > 100);
         const std::vector<double> shorter = open(file.substr(0, file.size() - 40));
         EXPECT_LT(shorter.size(), all.size());
         EXPECT_GT(shorter.size(), (held - 2 * block) * static_cast<std::size_t>(channels));
@@ -137,6 +139,8 @@ TEST_F(Decoders, Mp3HasTheLengthOfItsSoundAndMatchesAnotherDecoder) {
         const auto source = Source::open(write(file));
         EXPECT_EQ(source->frames(), frames);
         EXPECT_NO_THROW(Source::probe(path("sound")));
+        const auto opened = SourceFile::open(path("sound"));
+        EXPECT_EQ(decodeMp3(*opened, *findMp3(*opened), {}).joined, frames == 10 * kBare);
         if (!compares) continue;
         run("ffmpeg -v error -nostdin -y -i sound -f f64le -c:a pcm_f64le other");
         const std::vector<double> values = samplesOf(*source);
@@ -226,6 +230,7 @@ TEST(ScratchDecoder, TheFirstStreamDeterminesTheSound) {
         };
         const DecodedSound decoded = decodeToScratch(expecting(expected), streamFrom, joint, {});
         ASSERT_EQ(decoded.sound.frames, kFrames);
+        EXPECT_EQ(decoded.joined, joint > 0 && wrong == 0);
         std::vector<std::uint8_t> bytes(kFrames * 6);
         std::vector<std::uint8_t> wanted(kFrames * 6);
         Sawtooth(0, kFrames, 0).decode(kFrames, wanted.data());

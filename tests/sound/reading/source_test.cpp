@@ -1,6 +1,5 @@
 #include "sound/reading/source.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -134,8 +133,8 @@ TEST_F(SourceTest, KnowsEveryFormatAndCoding) {
     }
     for (const auto& [rate, exponent, mantissa] :
          {std::tuple(1, 0, 1u << 31), {768'000, 19, 768'000u << 12}}) {
-        const auto file = write(form(common(2, 1, 8, "", exponent, mantissa) + sound("ab")));
-        EXPECT_EQ(Source::open(file)->format(), (AudioFormat{rate, 2, 8, false}));
+        const auto file = write(form(common(1, 1, 8, "", exponent, mantissa) + sound("a")));
+        EXPECT_EQ(Source::open(file)->format(), (AudioFormat{rate, 1, 8, false}));
     }
 }
 

@@ -64,6 +64,17 @@ TEST(Timeline, RefusesPlacesOutsideTheSound) {
     EXPECT_EQ(empty.inserted(0, 7).frames(), 7);
 }
 
+TEST(Timeline, ColumnsReachZeroWhereSilenceBegins) {
+    const ListSound offset(kMono, std::vector<double>(8192, 0.5));
+    const Timeline timeline = Timeline(sourceOf(offset)).inserted(4096, 2048).scaled(8000, 9000, 2);
+    std::vector<PeakRange> columns(3);
+    EXPECT_TRUE(timeline.columns(0, 0, 3 * 5120, columns));
+    for (const auto& [column, maximum] : {std::pair(0, 0.5f), {1, 1.0f}, {2, 0.0f}}) {
+        EXPECT_EQ(columns[column].minimum, 0.0f) << column;
+        EXPECT_EQ(columns[column].maximum, maximum) << column;
+    }
+}
+
 int depthOf(const PieceTree& tree) {
     return tree ? 1 + std::max(depthOf(tree->left), depthOf(tree->right)) : 0;
 }
@@ -165,18 +176,18 @@ TEST(Scans, ReportProgressAndStop) {
     const Timeline parts = whole.inserted(256, 256).inserted(1024, 300);
     const Timeline noise(sourceOf(NoiseSound(kMono, 200'000)));
     using Work = std::function<void(const Progress&)>;
+    const Work cut = [&](const auto& progress) {
+        withoutSilence(whole, {0, 1900}, 589, 256, progress);
+    };
     const std::pair<Work, std::vector<int>> rows[] = {
-        {[&](const Progress& progress) {
+        {[&](const auto& progress) {
              peakLevel(parts, {56, 1056}, progress);
          },
          {0, 20, 45, 96, 100}},
-        {[&](const Progress& progress) { findSilences(noise, 589, 1, progress); },
+        {[&](const auto& progress) { findSilences(noise, 589, 1, progress); },
          {0, 32, 65, 98, 100}},
-        {[&](const Progress& progress) { audibleRange(whole, 589, progress); }, {50, 100}},
-        {[&](const Progress& progress) {
-             withoutSilence(whole, {0, 1900}, 589, 256, progress);
-         },
-         {0, 100}}};
+        {[&](const auto& progress) { audibleRange(whole, 589, progress); }, {50, 100}},
+        {cut, {0, 100}}};
     for (const auto& [work, expected] : rows) {
         std::vector<int> seen;
         work({[&](int percent) { seen.push_back(percent); }, {}});
@@ -186,11 +197,8 @@ TEST(Scans, ReportProgressAndStop) {
         EXPECT_EQ(failureOf([&] { work({{}, stop.get_token()}); }), SoundFailure::Cancelled);
     }
     std::stop_source stop;
-    const auto stopAtEnd = [&](int percent) { percent == 100 && stop.request_stop(); };
-    EXPECT_EQ(failureOf([&] {
-                  withoutSilence(whole, {0, 1900}, 589, 256, {stopAtEnd, stop.get_token()});
-              }),
-              SoundFailure::Cancelled);
+    const auto atEnd = [&](int percent) { percent == 100 && stop.request_stop(); };
+    EXPECT_EQ(failureOf([&] { cut({atEnd, stop.get_token()}); }), SoundFailure::Cancelled);
 }
 
 }  // namespace
