@@ -1,0 +1,174 @@
+#include <QDirIterator>
+
+#include "forms/frm_batch_processor.h"
+#include "forms/frm_rename_wiz.h"
+#include "forms/name_list.h"
+#include "journey.h"
+#include "support/failing_calls.h"
+#include "support/wav_samples.h"
+
+using namespace tarnwick;
+using test::operator+;
+
+namespace {
+
+constexpr int kRows = 6;
+constexpr int kPatienceMs = 6000;  // for a step that may never end because a call failed
+constexpr unsigned kOneIn = 50;
+
+int fromEnvironment(const char* name, int otherwise) {
+    bool ok = false;
+    const int value = qEnvironmentVariableIntValue(name, &ok);
+    return ok ? value : otherwise;
+}
+
+// The whole work of a session while system calls fail at random below its folder. The parameter is
+// the seed: tests/app/faults runs as many as it is told.
+struct Faults : test::Launched, testing::WithParamInterface<int> {
+    QByteArray recording, script;
+
+    void prepare() {
+        test::Samples take = test::wave(300, 100);
+        for (int i = 0; i < kRows; ++i)
+            take = take + test::wave(600 + 40 * i, 9000 + i) + test::wave(1900, 90);
+        recording = test::wavFile(take);
+        write(u"take.wav"_qs, recording);
+        writeScript(kRows + 1);  // the first row is the header
+        script = read(u"script.xlsx"_qs);
+    }
+    static QString prompt(int i) { return u"Prompt %1.wav"_qs.arg(i + 2); }
+    static QString renamed(int i) { return u"Take %1.wav"_qs.arg(i + 2); }
+
+    // Whether a notice, a quiet note or a box names the file.
+    bool named(const QString& file) {
+        const QString bare = file.chopped(4);
+        for (const app::NoticeBoard::Entry& entry : notices.entries())
+            if ((entry.notice.what + entry.notice.safe + entry.notice.files.join(u'\n'))
+                    .contains(bare))
+                return true;
+        return desk.boxes.shown.join(u'\n').contains(bare);
+    }
+    // All notices and boxes, for the message of a failure.
+    std::string told() {
+        QStringList lines = desk.boxes.shown;
+        for (const app::NoticeBoard::Entry& entry : notices.entries())
+            lines << sentencesOf(entry) + u" ["_qs + entry.notice.files.join(u", ") + u']';
+        return lines.join(u'\n').toStdString();
+    }
+    // Every file below the session, by its path in it.
+    std::map<QString, QByteArray> tree() const {
+        std::map<QString, QByteArray> all;
+        QDirIterator next(session.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (next.hasNext()) {
+            const QString path = next.next();
+            all[path.mid(session.path().size() + 1)] = test::contentOf(path);
+        }
+        return all;
+    }
+
+    bool calm() {
+        return test::waitUntil(
+            [&] {
+                return form().lvAudioDetails->topLevelItemCount() == kRows &&
+                       form().txbCalculating->isHidden() && EDT->SoundExportsPending() == 0;
+            },
+            kPatienceMs);
+    }
+    // The recording on the disk is the sound in the window, or its name was told.
+    void expectSaved(const char* after) {
+        const qsizetype samples =
+            std::ssize(test::samplesOf(in(u"take.wav"_qs))) * 1000 / test::kRate;
+        if (std::abs(samples - EDT->GetSoundDuration()) > 1)
+            EXPECT_TRUE(named(u"take.wav"_qs)) << after << '\n' << told();
+    }
+    bool loadAndEdit() {
+        load();
+        if (!calm()) return false;
+        expectSaved("the load");
+        form().cbInsertSilence->click();
+        if (!calm()) return false;
+        expectSaved("an edit");
+        form().cbUndo->click();
+        if (!calm()) return false;
+        expectSaved("an undo");
+        return true;
+    }
+    bool exportAll() {
+        form().mnuExport->trigger();
+        if (!test::waitUntil([&] { return !form().isVisible(); }, kPatienceMs)) return false;
+        for (int i = 0; i < kRows; ++i)
+            if (!files.FileExists(in(prompt(i))))
+                EXPECT_TRUE(named(prompt(i))) << "export of " << i << '\n' << told();
+        return true;
+    }
+    bool processAll() {
+        auto& window = *find<forms::frmBatchProcessor>();
+        window.opFrequency[4]->setChecked(true);
+        window.opChannel[0]->setChecked(true);
+        const QStringList sources = files.list(session.path(), u"*.wav"_qs);
+        if (sources.isEmpty()) return false;
+        window.cbProcess->click();
+        const bool ended = test::waitUntil(
+            [&] { return window.lbConversion->text().contains(u"Have Been Processed"); },
+            kPatienceMs);
+        for (const QString& name : sources)
+            if (!files.FileExists(in(name)))
+                EXPECT_TRUE(named(name)) << "batch of " << name.toStdString() << '\n' << told();
+        window.parentWidget()->close();
+        return ended;
+    }
+    void renameAll() {
+        Rows rows;
+        for (int i = 0; i < kRows; ++i)
+            if (files.FileExists(in(prompt(i)))) rows.push_back({prompt(i), renamed(i)});
+        const QByteArray list = zipOf(workbookParts(cellsOf(rows)));
+        const QString workbook = desk.folder.filePath(u"names.xlsx"_qs);
+        test::writeFile(workbook, list);
+        ASSERT_TRUE(QFile::copy(workbook, in(u"names.xlsx"_qs)) || true);
+        renameDialog.path = in(u"names.xlsx"_qs);
+        form().mnuRenameWizard->trigger();
+        find<forms::frmRenameWiz>()->cbRenamePerList->click();
+        for (const auto& [before, after] : rows)
+            if (!files.FileExists(in(after)))
+                EXPECT_TRUE(named(before) || named(after))
+                    << "rename of " << before.toStdString() << '\n'
+                    << told();
+    }
+    void work() {
+        if (loadAndEdit() && exportAll() && processAll()) renameAll();
+    }
+};
+
+TEST_P(Faults, EveryMissingFileIsNamedAndNothingIsLost) {
+    prepare();
+    QStringList failures;
+    {
+        const test::FailingCalls failing(session.path().toStdString(), kOneIn,
+                                         static_cast<unsigned>(GetParam()));
+        try {
+            work();
+        } catch (const test::ProcessEnded&) {  // a fault box, which names its file
+        }
+        failures = failing.failed();
+    }
+    SCOPED_TRACE("failed calls:\n" + failures.join(u'\n').toStdString());
+    const auto all = tree();
+    const auto kept = [&](const QByteArray& bytes) {
+        return std::ranges::any_of(all, [&](const auto& file) { return file.second == bytes; });
+    };
+    EXPECT_TRUE(kept(recording)) << "the recording is lost";
+    EXPECT_TRUE(kept(script)) << "the script is lost";
+    for (const auto& [name, bytes] : all) {
+        EXPECT_FALSE(name.section(u'/', -1).startsWith(u'.'))
+            << "left behind: " << qPrintable(name);
+        if (name.endsWith(u".wav"))
+            EXPECT_GT(test::samplesOf(in(name)).size(), 0U) << "half a file: " << qPrintable(name);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, Faults,
+                         testing::Range(fromEnvironment("TARNWICK_FAULTS_FIRST", 1),
+                                        fromEnvironment("TARNWICK_FAULTS_FIRST", 1) +
+                                            fromEnvironment("TARNWICK_FAULTS_COUNT", 3)));
+
+}  // namespace
