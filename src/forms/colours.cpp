@@ -10,6 +10,11 @@ bool isDark(const QPalette& palette) {
            palette.color(QPalette::WindowText).lightness();
 }
 
+QColor readableOn(const QColor& ground, const QColor& colour) {
+    constexpr int kHalf = 128, kLighterPercent = 140;
+    return ground.lightness() < kHalf ? colour.lighter(kLighterPercent) : colour;
+}
+
 void setBackground(QLineEdit* box, const QColor& colour) {
     QPalette palette = box->palette();
     palette.setColor(QPalette::Base, colour);

@@ -10,6 +10,10 @@ namespace tarnwick::forms {
 // Whether texts are lighter than the ground on which they stand.
 bool isDark(const QPalette& palette);
 
+// The colour of a text that stands for a state, on this ground: a lighter one on a dark ground,
+// where a pure colour is hard to read.
+QColor readableOn(const QColor& ground, const QColor& colour);
+
 // Gives a text box a background that stands for a state, with text that is readable on it in a dark
 // scheme too.
 void setBackground(QLineEdit* box, const QColor& colour);

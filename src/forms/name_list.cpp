@@ -2,10 +2,12 @@
 
 #include <QHelpEvent>
 #include <QMouseEvent>
+#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
 
+#include "forms/colours.h"
 #include "forms/press.h"
 #include "runtime/file_names.h"
 
@@ -15,6 +17,8 @@ namespace {
 
 constexpr int kIndent = 10;  // pixels for a level
 constexpr int kLeading = 3;  // pixels between two lines
+
+QString markOf(const QModelIndex& index) { return index.data(Qt::ToolTipRole).toString(); }
 
 class FileNameDelegate : public QStyledItemDelegate {
   public:
@@ -33,10 +37,11 @@ class FileNameDelegate : public QStyledItemDelegate {
         if (event->type() != QEvent::ToolTip || !index.isValid())
             return QStyledItemDelegate::helpEvent(event, view, option, index);
         const bool fits = sizeHint(option, index).width() <= option.rect.width();
-        const QString name = displayText(index.data(), {});
+        QStringList lines{fits ? QString() : displayText(index.data(), {}), markOf(index)};
+        lines.removeAll(QString());
+        const QString text = lines.join(u'\n').toHtmlEscaped().replace(u'\n', u"<br>"_qs);
         QToolTip::showText(event->globalPos(),
-                           fits ? QString() : u"<qt>"_qs + name.toHtmlEscaped() + u"</qt>"_qs,
-                           view);
+                           text.isEmpty() ? text : u"<qt>"_qs + text + u"</qt>"_qs, view);
         return true;
     }
 
@@ -45,6 +50,19 @@ class FileNameDelegate : public QStyledItemDelegate {
         QStyledItemDelegate::initStyleOption(option, index);
         option->rect.adjust(index.data(kLevelRole).toInt() * kIndent, 0, 0, 0);
         option->textElideMode = Qt::ElideMiddle;
+        if (!markOf(index).isEmpty()) drawMark(*option);
+    }
+
+  private:
+    // A selected entry keeps the selection's colours, on which red cannot be read, and the sign.
+    static void drawMark(QStyleOptionViewItem& option) {
+        QPalette& palette = option.palette;
+        palette.setColor(QPalette::Text,
+                         readableOn(palette.color(QPalette::Base), QColor(Qt::red)));
+        const int height = option.fontMetrics.height();
+        option.features |= QStyleOptionViewItem::HasDecoration;
+        option.decorationSize = QSize(height, height);
+        option.icon = option.widget->style()->standardIcon(QStyle::SP_MessageBoxWarning, &option);
     }
 };
 
@@ -56,6 +74,19 @@ void drawAsFileNames(QListView& list) {
     list.setUniformItemSizes(true);
 }
 
+QVariant MarkedNames::data(const QModelIndex& index, int role) const {
+    if (role != Qt::ToolTipRole && role != Qt::AccessibleDescriptionRole)
+        return QStringListModel::data(index, role);
+    const auto mark = marks_.find(QStringListModel::data(index, Qt::DisplayRole).toString());
+    return mark != marks_.end() ? QVariant(*mark) : QVariant();
+}
+
+void MarkedNames::setMarks(const QHash<QString, QString>& marks) {
+    if (marks.isEmpty() && marks_.isEmpty()) return;
+    marks_ = marks;
+    Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+}
+
 NameList::NameList(QWidget* parent) : QListView(parent) {
     setModel(&model_);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -64,6 +95,7 @@ NameList::NameList(QWidget* parent) : QListView(parent) {
 }
 
 void NameList::setNames(const QStringList& names) {
+    mark({});
     replaceNames(names);
     scrollToTop();
 }

@@ -1,9 +1,21 @@
 #pragma once
 
+#include <QHash>
 #include <QListView>
 #include <QStringListModel>
 
 namespace tarnwick::forms {
+
+// The names of a list, and marks on some of them. A mark says in a sentence what is wrong with the
+// entry; its tool tip and its accessible description return it.
+class MarkedNames : public QStringListModel {
+  public:
+    QVariant data(const QModelIndex& index, int role) const override;
+    void setMarks(const QHash<QString, QString>& marks);
+
+  private:
+    QHash<QString, QString> marks_;  // by name
+};
 
 // A list of file names, always in alphabetical order, of which any number can be highlighted. The
 // entries are the names as they are; what is drawn of them can be read (runtime/file_names.h).
@@ -21,6 +33,10 @@ class NameList : public QListView {
     // Further entries at their places. What is highlighted stays so, and the list does not scroll.
     void add(const QStringList& names);
 
+    // Marks the entries of these names, each with its sentence, and no others: in red, with a
+    // warning sign before it. A mark follows its name; setNames takes all of them away.
+    void mark(const QHash<QString, QString>& sentences) { model_.setMarks(sentences); }
+
     // Draws the entries as they stand, for who keeps the event loop waiting.
     void drawNow();
 
@@ -37,11 +53,12 @@ class NameList : public QListView {
     QStringList highlighted() const;
     void highlight(const QStringList& sortedNames);
 
-    QStringListModel model_;
+    MarkedNames model_;
 };
 
 // Draws the entries of a list as readable file names. One that is too long for its line ends in
-// dots, and all of it stands in a tool tip. An entry's kLevelRole, if any, indents it.
+// dots, and all of it stands in a tool tip. An entry's kLevelRole, if any, indents it; one with a
+// tool tip of its own is marked.
 inline constexpr int kLevelRole = Qt::UserRole;
 void drawAsFileNames(QListView& list);
 

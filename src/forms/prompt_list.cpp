@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
+#include "forms/colours.h"
 #include "forms/fonts.h"
 #include "forms/press.h"
 #include "forms/units.h"
@@ -16,7 +17,6 @@ namespace {
 
 constexpr int kTextMargin = 4;
 constexpr int kRowPadding = 5;
-constexpr int kLighterPercent = 140;
 
 const model::ListColumnDesign& designOf(int column) {
     return model::kListDesign[static_cast<std::size_t>(column)];
@@ -87,8 +87,7 @@ class PromptDelegate : public QStyledItemDelegate {
         painter->setFont(font);
         QColor pen = cell.palette.color(
             group, picked && !flagged ? QPalette::HighlightedText : QPalette::Text);
-        // Pure red is hard to read on a dark ground.
-        if (flagged && ground.lightness() < 128) pen = pen.lighter(kLighterPercent);
+        if (flagged) pen = readableOn(ground, pen);
         painter->setPen(pen);
         painter->drawText(
             area,

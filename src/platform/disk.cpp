@@ -7,11 +7,13 @@
 #include <QStorageInfo>
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/descriptor.h"
 #include "platform/durable_copy.h"
+#include "platform/mount_watch.h"
 #include "platform/wildcards.h"
 #include "runtime/fault.h"
 #include "runtime/file_names.h"
@@ -86,6 +88,17 @@ void copy(const QString& source, const QString& destination, IfTaken ifTaken) {
         throwFault(error, faultyOf(error, source, destination));
 }
 
+// Opens a file for writing before its date is set, because an owner may set the date without write
+// permission. Opening a pipe or a device has side effects, so only regular files are opened;
+// O_NONBLOCK avoids waiting if a pipe has just taken the name. Returns an errno value; 0: opened.
+int openToDate(const QString& path, Descriptor& opened) {
+    struct stat state {};
+    if (::stat(pathOf(path).c_str(), &state) != 0) return errno;
+    if (S_ISDIR(state.st_mode)) return EISDIR;
+    if (!S_ISREG(state.st_mode)) return EINVAL;
+    return opened.open(pathOf(path), O_WRONLY | O_NONBLOCK | O_NOCTTY, 0) ? 0 : errno;
+}
+
 }  // namespace
 
 QString pathIn(const QString& folder, const QString& name) {
@@ -146,6 +159,17 @@ QStringList Disk::drives() const {
     return paths;
 }
 
+std::unique_ptr<QObject> Disk::watchDrives(std::function<void()> changed) const {
+    return std::make_unique<MountWatch>(std::move(changed));
+}
+
+QString Disk::homeFolder() const {
+    const char* const home = std::getenv("HOME");
+    const QString path =
+        QDir::cleanPath(runtime::textOfFileName(home != nullptr ? home : std::string_view()));
+    return path.startsWith(QDir::separator()) && FolderExists(path) ? path : QDir::rootPath();
+}
+
 void Disk::createFolder(const QString& path) {
     std::error_code error;
     if (!fs::create_directory(pathOf(path), error))
@@ -180,16 +204,23 @@ QDateTime Disk::DateLastModified(const QString& path) const {
     return QDateTime::fromSecsSinceEpoch(state.st_mtim.tv_sec);
 }
 
-// Opens the file for writing first, because an owner may set the date without write permission.
-// Opening a pipe or a device has side effects, so only regular files are opened; O_NONBLOCK avoids
-// waiting if a pipe has just taken the name.
-bool Disk::setDateLastModified(const QString& path, const QDateTime& time) {
-    std::error_code ignored;
-    if (!fs::is_regular_file(pathOf(path), ignored)) return false;
-    const Descriptor opened(pathOf(path), O_WRONLY | O_NONBLOCK | O_NOCTTY);
+bool Disk::setDateLastModified(const QString& path, const QDateTime& time, int& error) {
     const timespec times[] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT},
                               {.tv_sec = time.toSecsSinceEpoch(), .tv_nsec = 0}};
-    return opened.valid() && ::futimens(opened.number(), times) == 0;
+    Descriptor opened;
+    error = openToDate(path, opened);
+    if (error == 0 && ::futimens(opened.number(), times) != 0) error = errno;
+    return error == 0;
+}
+
+// Write permission alone is not enough: only the owner may set a date of his choice.
+int Disk::dateError(const QString& path) const {
+    Descriptor opened;
+    if (const int error = openToDate(path, opened)) return error;
+    struct stat state {};
+    if (::fstat(opened.number(), &state) != 0) return errno;
+    const uid_t self = ::geteuid();
+    return self == 0 || self == state.st_uid ? 0 : EPERM;
 }
 
 }  // namespace tarnwick::platform

@@ -14,12 +14,16 @@ class Disk : public FileSystem {
     QStringList list(const QString& folder, const QStringList& patterns) const override;
     QStringList listFolders(const QString& folder) const override;
     QStringList drives() const override;
+    std::unique_ptr<QObject> watchDrives(std::function<void()> changed) const override;
+    QString homeFolder() const override;
     void createFolder(const QString& path) override;
     void CopyFile(const QString& source, const QString& destination) override;
     void copyToNewFile(const QString& source, const QString& destination) override;
     void MoveFile(const QString& source, const QString& destination) override;
     QDateTime DateLastModified(const QString& path) const override;
-    bool setDateLastModified(const QString& path, const QDateTime& time) override;
+    using FileSystem::setDateLastModified;
+    bool setDateLastModified(const QString& path, const QDateTime& time, int& error) override;
+    int dateError(const QString& path) const override;
 };
 
 // False for mount points that belong to the system and are no place for the operator's files.

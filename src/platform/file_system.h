@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QDateTime>
+#include <QObject>
 #include <QString>
 #include <QStringList>
+#include <functional>
+#include <memory>
 
 namespace tarnwick::platform {
 
@@ -32,6 +35,12 @@ class FileSystem {
 
     // Full paths of the root and of the volumes mounted below it, the root first.
     virtual QStringList drives() const = 0;
+    // Calls `changed` from the event loop of this thread whenever drives() may have changed, until
+    // the returned object is deleted. `changed` must not throw.
+    virtual std::unique_ptr<QObject> watchDrives(std::function<void()> changed) const = 0;
+
+    // Full path of the operator's home folder; the root if there is none.
+    virtual QString homeFolder() const = 0;
 
     virtual void createFolder(const QString& path) = 0;
 
@@ -49,8 +58,16 @@ class FileSystem {
     // if there is no such file.
     virtual QDateTime DateLastModified(const QString& path) const = 0;
 
-    // Sets only that time. False if it cannot be set or if the file may not be written.
-    virtual bool setDateLastModified(const QString& path, const QDateTime& time) = 0;
+    // Sets only that time. False if it cannot be set or if the file may not be written; `error`
+    // then gets the errno value that says why.
+    virtual bool setDateLastModified(const QString& path, const QDateTime& time, int& error) = 0;
+    bool setDateLastModified(const QString& path, const QDateTime& time) {
+        int ignored = 0;
+        return setDateLastModified(path, time, ignored);
+    }
+    // Why setDateLastModified would fail, as an errno value; 0 if nothing is known against it.
+    // Changes nothing.
+    virtual int dateError(const QString& path) const = 0;
 };
 
 // `name` in `folder`, joined by the platform's separator.

@@ -6,10 +6,17 @@
 
 namespace tarnwick::rename {
 
+QString whyNoBareName(const QString& name) {
+    if (name.isEmpty()) return u"nothing is left of it"_qs;
+    if (name.contains(QDir::separator())) return u"it contains a slash"_qs;
+    if (name == u"." || name == u".." || name.contains(QChar::Null))
+        return u"it is no name for a file"_qs;
+    return {};
+}
+
 void requireBareName(const QString& name) {
-    if (name.isEmpty() || name == u"." || name == u".." || name.contains(QDir::separator()) ||
-        name.contains(QChar::Null))
-        throw runtime::Fault(u"Bad file name or number"_qs);
+    const QString reason = whyNoBareName(name);
+    if (!reason.isEmpty()) throw runtime::Fault(u"Bad file name or number"_qs, reason);
 }
 
 }  // namespace tarnwick::rename

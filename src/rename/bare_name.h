@@ -4,8 +4,12 @@
 
 namespace tarnwick::rename {
 
-// Checks that a name stays in its folder. Faults with "Bad file name or number" if it is empty, "."
-// or "..", or contains a separator or a null character.
+// Why a name is not that of a file in its folder, in a few words about "it": it is empty, "." or
+// "..", or contains a separator or a null character. Empty if it is one.
+QString whyNoBareName(const QString& name);
+
+// Checks that a name stays in its folder. Faults with "Bad file name or number" and the reason if
+// it does not.
 void requireBareName(const QString& name);
 
 }  // namespace tarnwick::rename

@@ -1,5 +1,6 @@
 #include "rename/file_dates.h"
 
+#include <cerrno>
 #include <cmath>
 #include <ctime>
 
@@ -54,11 +55,18 @@ QString textOfDate(const QDateTime& wallClock) {
     return wallClock.toString(u"yyyy-MM-dd hh:mm:ss");
 }
 
-bool SetFileDateTime(platform::FileSystem& files, const QString& path, const QString& date) {
+bool SetFileDateTime(platform::FileSystem& files, const QString& path, const QString& date,
+                     int* error) {
     const QDate day = QDate::fromString(date.section(u' ', 0, 0), Qt::ISODate);
     const QTime time = QTime::fromString(date.section(u' ', 1), Qt::ISODate);
-    if (!files.FileExists(path) || !day.isValid() || !time.isValid()) return false;
-    return files.setDateLastModified(path, momentOf(day, time));
+    int reason = 0;
+    if (!files.FileExists(path))
+        reason = ENOENT;
+    else if (!day.isValid() || !time.isValid())
+        reason = EINVAL;
+    const bool set = reason == 0 && files.setDateLastModified(path, momentOf(day, time), reason);
+    if (error != nullptr) *error = reason;
+    return set;
 }
 
 }  // namespace tarnwick::rename

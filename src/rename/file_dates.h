@@ -22,6 +22,8 @@ QString textOfDate(const QDateTime& wallClock);
 // Sets the file's date of last modification and leaves its other dates alone. False if there is no
 // such file, the text is not a date, or the date cannot be set. If the wall clock shows a time
 // twice, the first is used; a time that it skips is moved forward by the length of the gap.
-bool SetFileDateTime(platform::FileSystem& files, const QString& path, const QString& date);
+// `error`: gets an errno value that says why, or 0.
+bool SetFileDateTime(platform::FileSystem& files, const QString& path, const QString& date,
+                     int* error = nullptr);
 
 }  // namespace tarnwick::rename

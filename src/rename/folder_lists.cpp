@@ -1,8 +1,13 @@
 #include "rename/folder_lists.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QSignalBlocker>
+#include <QTimer>
+#include <chrono>
 
 #include "forms/frm_rename_wiz.h"
+#include "rename/rename_notices.h"
 #include "runtime/events.h"
 
 namespace tarnwick::rename {
@@ -10,11 +15,24 @@ namespace tarnwick::rename {
 namespace {
 
 constexpr int kPathRole = forms::kLevelRole + 1;
+constexpr std::chrono::milliseconds kTryAgain{500};
 
 // Splits "*.txt;*.doc" into wildcards. An empty filter accepts all files.
 QStringList patternsOf(const QString& filter) {
     const QStringList patterns = filter.split(u';', Qt::SkipEmptyParts);
     return patterns.isEmpty() ? QStringList(u"*"_qs) : patterns;
+}
+
+bool isWithin(const QString& path, const QString& drive) {
+    return path == drive || path.startsWith(platform::pathIn(drive, QString()));
+}
+
+// The deepest drive that holds the folder.
+QString volumeOf(const QString& folder, const QStringList& drives) {
+    QString volume;
+    for (const QString& drive : drives)
+        if (isWithin(folder, drive) && drive.size() > volume.size()) volume = drive;
+    return volume;
 }
 
 }  // namespace
@@ -30,12 +48,67 @@ FolderLists::FolderLists(forms::frmRenameWiz& form, WorkingTable& table, const S
                      [this] { Directorylb_Change(); });
 }
 
-void FolderLists::open() { form_.Drivelb->addItems(services_.files.drives()); }
+void FolderLists::open() {
+    const QString home = services_.files.homeFolder();
+    drives_ = services_.files.drives();
+    {
+        const QSignalBlocker silent(form_.Drivelb);
+        form_.Drivelb->addItem(u"Home"_qs, home);
+        form_.Drivelb->setItemData(0, home, Qt::ToolTipRole);
+        showDrives();
+    }
+    setFolder(home);
+    watch_ = services_.files.watchDrives(
+        [this] { services_.failure.unguarded([this] { followDrives(); }); });
+}
+
+// Full path of the chosen drive; empty before the drives are shown.
+QString FolderLists::drive() const { return form_.Drivelb->currentData().toString(); }
+
+// Without the action of a change.
+void FolderLists::chooseDrive(int row) {
+    const QSignalBlocker silent(form_.Drivelb);
+    form_.Drivelb->setCurrentIndex(row);
+}
 
 void FolderLists::Drivelb_Change() {
-    const QString drive = form_.Drivelb->currentText();
-    if (!services_.files.FolderExists(drive)) throw runtime::Fault(u"Device unavailable"_qs);
-    setFolder(drive);
+    if (!services_.files.FolderExists(drive())) throw runtime::Fault(u"Device unavailable"_qs);
+    setFolder(drive());
+}
+
+// Waits while a box or dialog is open: the procedure that has opened it still uses the lists.
+void FolderLists::followDrives() {
+    if (QApplication::activeModalWidget() != nullptr) {
+        QTimer::singleShot(kTryAgain, this,
+                           [this] { services_.failure.unguarded([this] { followDrives(); }); });
+        return;
+    }
+    const QString chosen = drive();
+    const QString volume = volumeOf(folder_, drives_);
+    drives_ = services_.files.drives();
+    showDrives();
+    if (!drives_.contains(volume) || drive() != chosen) leaveVolume(volume);
+}
+
+// Adds and removes single entries, so that the chosen one stays and an open list stays usable.
+void FolderLists::showDrives() {
+    QComboBox& list = *form_.Drivelb;
+    const QSignalBlocker silent(list);
+    for (int row = list.count() - 1; row > 0; --row)
+        if (!drives_.contains(list.itemText(row))) list.removeItem(row);
+    for (int row = 1; row <= drives_.size(); ++row)
+        if (const QString& drive = drives_[row - 1]; list.itemText(row) != drive)
+            list.insertItem(row, drive, drive);
+}
+
+// Goes home. Ends the previews first: their names belong to files that are not there any more.
+void FolderLists::leaveVolume(const QString& volume) {
+    for (QPushButton* cancel : {form_.cbCancel, form_.cbReDateCancel})
+        if (!cancel->isHidden()) cancel->click();
+    chooseDrive(0);
+    folder_.clear();
+    setFolder(drive());
+    services_.notices.tell(volumeGone(volume));
 }
 
 // Opens the folder of a row; if it no longer exists, refreshes the list.
@@ -50,13 +123,14 @@ void FolderLists::enter(int row) {
 void FolderLists::setFolder(const QString& path) {
     const bool changed = path != folder_;
     folder_ = path;
+    if (!isWithin(path, drive())) chooseDrive(form_.Drivelb->findText(QDir::rootPath()));
     showFolders();
     if (changed) Directorylb_Change();
 }
 
 // Lists the folders from the drive down to the chosen one, then the folders inside it.
 void FolderLists::showFolders() {
-    const QString drive = form_.Drivelb->currentText();
+    const QString drive = this->drive();
     const QStyle& style = *form_.style();
     const QIcon open = style.standardIcon(QStyle::SP_DirOpenIcon);
     const QIcon closed = style.standardIcon(QStyle::SP_DirClosedIcon);

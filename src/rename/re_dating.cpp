@@ -2,8 +2,10 @@
 
 #include "forms/frm_rename_wiz.h"
 #include "rename/file_dates.h"
+#include "rename/rename_notices.h"
 #include "runtime/events.h"
 #include "runtime/numbers.h"
+#include "runtime/system_reason.h"
 
 namespace tarnwick::rename {
 
@@ -40,10 +42,23 @@ void ReDating::cbReDatePreview_Click() {
         shifted(services_.files.DateLastModified(path), runtime::strictDouble(hours));
     form_.txbNewDate->setText(date.toString(u"MM/dd/yyyy  hh:mm:ss"));
     buttons_.showPreviewing(true);
+    markProtected();
+}
+
+// Marks the files that the run would pass over.
+void ReDating::markProtected() {
+    QHash<QString, QString> marks;
+    const QStringList names = form_.lbxSelectedFiles->names();
+    for (const QString& name :
+         names.first(std::min<qsizetype>(names.size(), table_.viLastFile + 1)))
+        if (const int error = services_.files.dateError(table_.vsFolder + name))
+            marks[name] = markOfProtected(runtime::systemReason(error));
+    form_.lbxSelectedFiles->mark(marks);
 }
 
 void ReDating::cbReDateCancel_Click() {
     buttons_.showPreviewing(false);
+    form_.lbxSelectedFiles->mark({});
     emptyFields();
 }
 
@@ -53,14 +68,20 @@ void ReDating::cbReDate_Click() {
         return services_.boxes.plain(u"No file selected."_qs);
     }
     takeSelection();
+    QList<Refused> passedOver;
     for (const model::RenameRecord& record : table_.used()) {
         const QString path = table_.vsFolder + record.Original;
         const QDateTime date = shifted(services_.files.DateLastModified(path),
                                        runtime::val(form_.txbDateModified->text()));
-        SetFileDateTime(services_.files, path, textOfDate(date));
+        int error = 0;
+        if (!SetFileDateTime(services_.files, path, textOfDate(date), &error))
+            passedOver << Refused{record.Original, runtime::systemReason(error)};
     }
     buttons_.showPreviewing(false);
     emptyFields();
+    form_.lbxSelectedFiles->mark({});
+    if (!passedOver.isEmpty())
+        services_.notices.note(datesNotSet(passedOver, table_.viLastFile + 1, table_.vsFolder));
 }
 
 // Records beyond the end of the list get an empty name, which stops the run.

@@ -24,6 +24,7 @@ class ReDating : public QObject {
     void cbReDateCancel_Click();
     void cbReDate_Click();
     void takeSelection();
+    void markProtected();
     void emptyFields();
 
     forms::frmRenameWiz& form_;

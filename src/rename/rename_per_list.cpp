@@ -7,35 +7,53 @@
 #include "rename/file_selection.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
+#include "runtime/system_reason.h"
 
 namespace tarnwick::rename {
 
-namespace {
-
-const QString kOriginals = u"Original_Files"_qs;
-
-}  // namespace
+using Step = PerListRun::Step;
 
 RenamePerList::RenamePerList(forms::frmRenameWiz& form, WorkingTable& table,
                              FileSelection& selection, const Services& services)
     : form_(form), table_(table), selection_(selection), services_(services) {
     runtime::onEvent(services_.failure, form_.cbRenamePerList, &QPushButton::clicked, this,
                      [this] { cbRenamePerList_Click(); });
+    showEnd();
 }
 
-// From the dialog on, any failure ends the command without a message.
+// From the dialog on, any failure ends the command without a message; only the list of notices and
+// the button tell of it.
 void RenamePerList::cbRenamePerList_Click() {
     selection_.cbRemoveAll_Click();
+    run_ = {};
     try {
         renameAsListed();
-    } catch (const std::exception&) {
+    } catch (const std::exception& error) {
+        noteEnd(runtime::reasonOf(error));
     }
+}
+
+void RenamePerList::noteEnd(const QString& reason) {
+    const platform::Notice notice = perListEnded(run_, reason);
+    services_.notices.note(notice);
+    services_.state.perListEnd = sentencesOf(notice);
+    showEnd();
+}
+
+// The button says how the last run ended if it ended early, also in the wizard's next window.
+void RenamePerList::showEnd() {
+    const QString& end = services_.state.perListEnd;
+    form_.cbRenamePerList->setToolTip(
+        end.isEmpty() ? end : u"<qt>"_qs + end.toHtmlEscaped() + u"</qt>"_qs);
+    form_.cbRenamePerList->setAccessibleDescription(end);
 }
 
 void RenamePerList::renameAsListed() {
     services_.cmdlg.setFilter(u"Excel Files (*.xls; *.xlsx)|*.xls; *.xlsx|"_qs);
     const auto choice = services_.cmdlg.ShowOpen();
     if (!choice) return;
+    run_.workbook = choice->FileName;
+    run_.step = Step::Opening;
     const documents::Workbook book = services_.openWorkbook(choice->FileName);
     const documents::Sheet& sheet = book.sheet(1);
     QString& folder = services_.state.vsProjectFolder;
@@ -46,28 +64,39 @@ void RenamePerList::renameAsListed() {
             u"of the Project folder before proceeding."_qs);
         return;
     }
+    run_.step = Step::Reading;
     const auto records = readList(sheet);
+    run_.step = Step::MakingFolder;
     services_.files.createFolder(platform::pathIn(folder, kOriginals));
+    run_.step = Step::Moving;
     moveOriginals(records);
+    run_.step = Step::Copying;
     copyUnderNewNames(records);
+    services_.state.perListEnd.clear();
+    showEnd();
     services_.boxes.plain(u"Renaming completed."_qs);
 }
 
 std::span<model::RenameRecord> RenamePerList::readList(const documents::Sheet& sheet) {
     std::size_t count = 0;
-    for (qint32 row = 1; !sheet.text(row, 1).isEmpty(); ++row)
+    for (qint32 row = 1; !sheet.text(row, 1).isEmpty(); ++row) {
+        run_.row = row;
         runtime::element(table_.vaFileNames, qint64(count++)) = {sheet.text(row, 1),
                                                                  sheet.text(row, 2)};
+    }
     return std::span(table_.vaFileNames).first(count);
 }
 
 // Moves all files before the first is copied, so that a new name may be another file's old name.
 void RenamePerList::moveOriginals(std::span<const model::RenameRecord> records) {
     const QString& folder = services_.state.vsProjectFolder;
+    run_.row = 0;
     for (const model::RenameRecord& record : records) {
+        ++run_.row;
         requireBareName(record.Original);
         services_.files.MoveFile(platform::pathIn(folder, record.Original),
                                  platform::pathIn(folder, kOriginals) + QDir::separator());
+        run_.originals << record.Original;
     }
 }
 
@@ -75,7 +104,9 @@ void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> recor
     const QString& folder = services_.state.vsProjectFolder;
     const QString originals = platform::pathIn(folder, kOriginals);
     QSet<QString> written;
+    run_.row = 0;
     for (const model::RenameRecord& record : records) {
+        ++run_.row;
         requireBareName(record.Renamed);
         const QString original = platform::pathIn(originals, record.Original);
         const QString target = platform::pathIn(folder, record.Renamed);
@@ -83,8 +114,10 @@ void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> recor
             services_.files.CopyFile(original, target);
         } else {
             // An existing file that is not on the list is moved to the originals.
-            if (services_.files.isTaken(target))
+            if (services_.files.isTaken(target)) {
                 services_.files.MoveFile(target, originals + QDir::separator());
+                run_.originals << record.Renamed;
+            }
             services_.files.copyToNewFile(original, target);
             written.insert(target);
         }

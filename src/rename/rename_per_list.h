@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QSet>
 
+#include "rename/rename_notices.h"
 #include "rename/services.h"
 #include "rename/working_table.h"
 
@@ -25,6 +26,8 @@ class RenamePerList : public QObject {
   private:
     void cbRenamePerList_Click();
     void renameAsListed();
+    void noteEnd(const QString& reason);
+    void showEnd();
     std::span<model::RenameRecord> readList(const documents::Sheet& sheet);
     void moveOriginals(std::span<const model::RenameRecord> records);
     void copyUnderNewNames(std::span<const model::RenameRecord> records);
@@ -33,6 +36,7 @@ class RenamePerList : public QObject {
     WorkingTable& table_;
     FileSelection& selection_;
     const Services& services_;
+    PerListRun run_;
 };
 
 }  // namespace tarnwick::rename

@@ -2,7 +2,9 @@
 
 #include "forms/frm_rename_wiz.h"
 #include "rename/bare_name.h"
+#include "rename/name_check.h"
 #include "rename/new_names.h"
+#include "rename/rename_notices.h"
 #include "runtime/events.h"
 #include "runtime/numbers.h"
 
@@ -31,7 +33,7 @@ void RenameRules::cbPreview_Click() {
         services_.boxes.plain(u"No file selected."_qs);
         return;
     }
-    if (runRules()) return;
+    if (runRules()) return checkNewNames();
     services_.boxes.plain(u"Nothing to preview."_qs);
     buttons_.showPreviewing(false);
 }
@@ -70,6 +72,17 @@ bool RenameRules::runRules() {
             done = true;
         }
     return done;
+}
+
+// Marks the new names that Rename cannot give, and counts them in a notice.
+void RenameRules::checkNewNames() {
+    const auto records = table_.used();
+    const QStringList reasons = whyNotGiven(records, [this](const QString& name) {
+        return services_.files.isTaken(table_.vsFolder + name);
+    });
+    form_.lbxSelectedFiles->mark(marksOfNewNames(records, reasons));
+    if (reasons.count(QString()) < reasons.size())
+        services_.notices.tell(newNamesNotGiven(records, reasons, table_.vsFolder));
 }
 
 void RenameRules::rewrite(const std::function<QString(int, const QString&)>& rule) {
@@ -167,6 +180,7 @@ void RenameRules::cbRename_Click() {
     int viIndex = 0;
     for (const model::RenameRecord& record : table_.used())
         give(record, viIndex++);
+    form_.lbxSelectedFiles->mark({});
     buttons_.showPreviewing(false);
 }
 

@@ -26,6 +26,7 @@ class RenameRules : public QObject {
 
     void takeSelection();
     bool runRules();
+    void checkNewNames();
 
     void AddPrefix();
     void IncrNumberPrefix();

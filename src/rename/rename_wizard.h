@@ -17,7 +17,7 @@ class RenameWizard : public QObject {
     // A child of the form, created and deleted with it.
     RenameWizard(forms::frmRenameWiz& form, Services services);
 
-    // Prepares the window before it is shown: empty fields, the files of the root.
+    // Prepares the window before it is shown: empty fields, the files of the home folder.
     void Form_Load();
 
     // Lists another folder: full path.

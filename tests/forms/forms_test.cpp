@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include "forms/colours.h"
 #include "forms/form_checks.h"
 #include "forms/frm_about.h"
 #include "forms/frm_batch_processor.h"
@@ -320,6 +321,45 @@ TEST_F(Names, StaySortedAndKeepTheHighlight) {
         QApplication::sendEvent(list.viewport(), &event);
     }
     EXPECT_TRUE(list.takeHighlighted().isEmpty()) << "selected, then deselected";
+}
+
+TEST_F(Names, MarksFollowTheirNamesAndAreReadableInLightAndDark) {
+    list.setNames({u"a.wav"_qs, u"b.wav"_qs});
+    list.resize(200, 100);
+    const auto marked = [&] {
+        QStringList marks;
+        for (int row = 0; row < list.count(); ++row)
+            for (const int role : {Qt::ToolTipRole, Qt::AccessibleDescriptionRole})
+                marks << list.model()->index(row, 0).data(role).toString();
+        return marks.join(u'|');
+    };
+    const auto picture = [&] { return list.grab().toImage(); };
+    list.mark({{u"b.wav"_qs, u"taken"_qs}});
+    EXPECT_EQ(marked(), u"||taken|taken");
+    list.add({u"aa.wav"_qs});
+    EXPECT_EQ(marked(), u"||||taken|taken");
+    for (const QColor& ground : {QColor(Qt::white), QColor(30, 30, 30)}) {
+        QPalette palette;
+        palette.setColor(QPalette::Base, ground);
+        list.setPalette(palette);
+        const QColor text = readableOn(ground, Qt::red);
+        EXPECT_EQ(text == QColor(Qt::red), ground == Qt::white);
+        const QRect row = list.visualRect(list.model()->index(2, 0));
+        const QImage image = picture();
+        int red = 0;
+        for (int x = row.left() + row.height() + 6; x < row.right(); ++x)
+            for (int y = row.top(); y <= row.bottom(); ++y)
+                red += image.pixelColor(x, y) == text;
+        EXPECT_GT(red, 0) << "right of the sign";
+        highlight({2});
+        const QImage selected = picture();
+        list.mark({});
+        EXPECT_NE(picture(), selected) << "the sign stays on a selected entry";
+        list.mark({{u"b.wav"_qs, u"taken"_qs}});
+        list.clearSelection();
+    }
+    list.setNames({u"b.wav"_qs});
+    EXPECT_EQ(marked(), u"|");
 }
 
 TEST_F(Names, DoNotScrollWhenOthersAreAddedOrTaken) {

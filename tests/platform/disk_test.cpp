@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <csignal>
@@ -174,6 +176,52 @@ TEST_F(DiskTest, DrivesAreTheRootAndPlacesForFiles) {
     for (const QString& drive : drives) {
         EXPECT_TRUE(disk.FolderExists(drive)) << drive.toStdString();
         EXPECT_FALSE(drive.startsWith(u"/proc") || drive.startsWith(u"/dev"));
+    }
+}
+
+TEST_F(DiskTest, DrivesAreWatched) {
+    int changes = 0;
+    auto watch = disk.watchDrives([&] { ++changes; });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 0);
+    const std::string place = folder.path().toStdString();
+    if (mount("none", place.c_str(), "tmpfs", 0, nullptr) != 0) GTEST_SKIP() << "needs root";
+    EXPECT_TRUE(disk.drives().contains(folder.path()));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 1);
+    ASSERT_EQ(umount(place.c_str()), 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 2);
+    watch.reset();
+}
+
+TEST_F(DiskTest, HomeIsAFolderInAnyCase) {
+    const QByteArray before = qgetenv("HOME");
+    const std::pair<QString, QString> homes[] = {{folder.path() + u"//"_qs, folder.path()},
+                                                 {at(u"gone"_qs), u"/"_qs},
+                                                 {u"."_qs, u"/"_qs},
+                                                 {u""_qs, u"/"_qs}};
+    for (const auto& [home, shown] : homes) {
+        qputenv("HOME", home.toUtf8());
+        EXPECT_EQ(disk.homeFolder(), shown) << home.toStdString();
+    }
+    qputenv("HOME", before);
+}
+
+TEST_F(DiskTest, WhyADateCannotBeSetIsKnownBefore) {
+    write(u"a"_qs, "x");
+    // A running program cannot be written.
+    QFile::link(u"/proc/self/exe"_qs, at(u"program"_qs));
+    const std::pair<QString, int> cases[] = {{at(u"a"_qs), 0},
+                                             {at(u"gone"_qs), ENOENT},
+                                             {folder.path(), EISDIR},
+                                             {u"/dev/null"_qs, EINVAL},
+                                             {at(u"program"_qs), ETXTBSY}};
+    for (const auto& [path, reason] : cases) {
+        EXPECT_EQ(disk.dateError(path), reason) << path.toStdString();
+        int error = -1;
+        EXPECT_EQ(disk.setDateLastModified(path, QDateTime::currentDateTime(), error), reason == 0);
+        EXPECT_EQ(error, reason) << path.toStdString();
     }
 }
 

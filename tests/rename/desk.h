@@ -12,12 +12,33 @@
 
 namespace tarnwick::test {
 
+// The disk, but with given drives, a given home folder, and files whose date cannot be set.
+struct ScriptedDisk : platform::Disk {
+    QString home;
+    QStringList mounted;                    // the disk's own if empty
+    QHash<QString, int> refusals;           // full path and errno value
+    mutable std::function<void()> changed;  // as the wizard is told of drives
+
+    QString homeFolder() const override { return home.isEmpty() ? Disk::homeFolder() : home; }
+    QStringList drives() const override { return mounted.isEmpty() ? Disk::drives() : mounted; }
+    std::unique_ptr<QObject> watchDrives(std::function<void()> told) const override {
+        changed = std::move(told);
+        return {};
+    }
+    int dateError(const QString& path) const override { return refusals.value(path); }
+    using Disk::setDateLastModified;
+    bool setDateLastModified(const QString& path, const QDateTime& time, int& error) override {
+        error = refusals.value(path);
+        return error == 0 && Disk::setDateLastModified(path, time, error);
+    }
+};
+
 // A Rename Wizard's window with scripted boxes and dialog on a real folder.
 struct RenameDesk : ::testing::Test {
     FailureDesk desk;
     QTemporaryDir folder;
     ScriptedDialog cmdlg;
-    platform::Disk files;
+    ScriptedDisk files;
     runtime::ProcessState state;
     QByteArray workbook;  // the bytes of whatever file the dialog names
     forms::frmRenameWiz form;
@@ -50,6 +71,16 @@ struct RenameDesk : ::testing::Test {
         for (const QString& name : files.list(place, u"*"_qs))
             entries << name + u'=' + QString::fromUtf8(contentOf(place + u'/' + name));
         return entries.join(u' ');
+    }
+    // The marked entries of the selection, with their sentences.
+    QString marks() const {
+        QStringList marked;
+        const auto* model = form.lbxSelectedFiles->model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            if (const QString mark = model->index(row, 0).data(Qt::ToolTipRole).toString();
+                !mark.isEmpty())
+                marked << model->index(row, 0).data().toString() + u": "_qs + mark;
+        return marked.join(u' ');
     }
     QString selected() const { return form.lbxSelectedFiles->names().join(u' '); }
     QString available() const { return form.lbxAvailableFiles->names().join(u' '); }

@@ -26,7 +26,7 @@ struct Selection : test::RenameDesk {
     }
 };
 
-TEST_F(Selection, OpensOnTheRootWithEmptyFields) {
+TEST_F(Selection, OpensOnHomeWithEmptyFields) {
     QList<QLineEdit*> fields{form.txbAddSuffix, form.txbSearchFor,    form.txbReplaceWith,
                              form.txbInsert,    form.txbRemove,       form.txbSourceExt,
                              form.txbTargetExt, form.txbDateModified, form.txbNewDate,
@@ -35,12 +35,18 @@ TEST_F(Selection, OpensOnTheRootWithEmptyFields) {
         field->setText(u"left over"_qs);
     form.chIncrLetterPrefix->setChecked(true);
     form.chCaseSensitive->setChecked(true);
+    files.home = folder.path();
+    put({u"mine"_qs});
     wizard->Form_Load();
     for (const QLineEdit* field : fields)
         EXPECT_EQ(field->text(), field == form.txbStartingAt ? u"1"_qs : u""_qs)
             << field->objectName().toStdString();
     EXPECT_FALSE(form.chIncrLetterPrefix->isChecked());
-    EXPECT_EQ(form.Drivelb->itemText(0), u"/");
+    EXPECT_EQ(form.Drivelb->currentText(), u"Home");
+    EXPECT_EQ(folders().value(0), folder.path());
+    EXPECT_EQ(available(), u"mine");
+    EXPECT_EQ(form.Drivelb->itemText(1), u"/");
+    form.Drivelb->setCurrentIndex(1);
     EXPECT_EQ(folders().value(0), u"/");
     EXPECT_TRUE(folders().contains(u"tmp"_qs) || folders().contains(u"usr"_qs));
     EXPECT_TRUE(form.chCaseSensitive->isChecked());

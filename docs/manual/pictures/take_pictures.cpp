@@ -147,17 +147,18 @@ class Studio {
         return true;
     }
 
-    // Selects the same prompts and previews a prefix.
+    // Selects the same prompts and previews a prefix. The session's folder lies in the home folder.
     bool renameWizard() {
+        qputenv("HOME", platform::folderOf(session_.path()).toUtf8());
         form_->mnuRenameWizard->trigger();
         auto* window = application_.frame().findChild<forms::frmRenameWiz*>();
         if (window == nullptr) return false;
         QListWidget* folders = window->Directorylb;
-        for (const QString& name : session_.path().split(u'/', Qt::SkipEmptyParts))
-            for (QListWidgetItem* row : folders->findItems(name, Qt::MatchExactly)) {
-                Q_EMIT folders->activated(folders->indexFromItem(row));
-                break;
-            }
+        const QString name = session_.path().section(u'/', -1);
+        for (QListWidgetItem* row : folders->findItems(name, Qt::MatchExactly)) {
+            Q_EMIT folders->activated(folders->indexFromItem(row));
+            break;
+        }
         window->txbFileExtFilter->setText(u"*.wav"_qs);
         window->lbxAvailableFiles->setCurrentIndex(window->lbxAvailableFiles->model()->index(0, 0));
         for (int row = 1; row < 4; ++row)
@@ -166,8 +167,8 @@ class Studio {
         window->cbAdd->click();
         window->txbAddPrefix->setText(u"EN_"_qs);
         window->cbPreview->click();
-        for (int row = folders->currentRow(), level = 0; row > 0 && level < 2; --row, ++level)
-            folders->item(row)->setText(level == 0 ? u"Harbour Tour"_qs : u"studio"_qs);
+        folders->item(0)->setText(u"/home/studio"_qs);
+        folders->currentItem()->setText(u"Harbour Tour"_qs);
         settle();
         save(u"rename"_qs, *window);
         return true;

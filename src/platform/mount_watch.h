@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <functional>
+#include <memory>
+
+#include "platform/descriptor.h"
+
+namespace tarnwick::platform {
+
+// Calls `changed` from the event loop whenever a volume is mounted or unmounted, as long as this
+// object lives. Without /proc it never does. `changed` must not throw.
+class MountWatch : public QObject {
+  public:
+    explicit MountWatch(std::function<void()> changed);
+
+  private:
+    Descriptor table_;
+    std::unique_ptr<QSocketNotifier> notifier_;  // deleted before the table is closed
+};
+
+}  // namespace tarnwick::platform
