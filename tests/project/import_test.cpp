@@ -94,8 +94,8 @@ struct Imports : ::testing::Test {
     int loads = 0;  // of the recording
     forms::frmMain form;
     forms::frmSelectImportSheet chooser;
-    project::ScriptImport import{form,
-                                 {state, desk.boxes, files, desk.notices, [this] { ++loads; }}};
+    project::ScriptImport import{
+        form, {state, session, desk.boxes, files, desk.notices, [this] { ++loads; }}};
     project::ExcelImport excel{
         form, chooser, import, {desk.failure, state, session, documents::Workbook::open}};
     project::WordImport word{
