@@ -64,8 +64,17 @@ platform::Notice listEmptied(const QString& reason) {
             .remedy = u"Click Process to bring the rows back."_qs};
 }
 
+platform::Notice nothingLoaded(const QString& reason) {
+    return {.what = reason + u" Nothing was loaded."_qs,
+            .files = {},
+            .safe = {},
+            .remedy = u"Choose Load Working Files again."_qs};
+}
+
 QString rowsCanComeBack() {
-    return u"The list was emptied by Load Working Files. Click Process to bring the rows back."_qs;
+    return u"The list was emptied by Load Working Files. As long as its recording is loaded, "
+           u"Process "
+           u"brings the rows back."_qs;
 }
 
 QString noSoundLoaded() {

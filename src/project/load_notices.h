@@ -12,7 +12,10 @@ namespace tarnwick::project {
 // The load command has emptied the list and loads nothing. `reason` is a whole sentence.
 platform::Notice listEmptied(const QString& reason);
 
-// The tool tips of the empty list while a sound is still loaded, and after a failed load.
+// The same if the list was empty before.
+platform::Notice nothingLoaded(const QString& reason);
+
+// The tool tips of the empty list after such a command, and after a failed load.
 QString rowsCanComeBack();
 QString noSoundLoaded();
 

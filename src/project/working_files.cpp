@@ -57,7 +57,10 @@ void WorkingFiles::mnuLoadFiles_Click() try {
     forms::repaintNow(form_);
     chooseFilter();
     const auto choice = services_.cmdlg.ShowOpen();
-    if (!choice) return tellOfEmptyList(u"No recording was chosen, so nothing was loaded."_qs);
+    if (!choice) {
+        tellOfEmptyList(u"No recording was chosen, so nothing was loaded."_qs);
+        return;
+    }
     chosen_ = choice;
     if (!services_.isExporting()) loadWhatWaits();
 } catch (const std::exception& error) {
@@ -72,8 +75,8 @@ void WorkingFiles::loadWhatWaits() try {
 
 // Any fault ends the command quietly.
 void WorkingFiles::endedBy(const std::exception& error) {
-    rowsAreGone_ = true;
-    tellOfEmptyList(u"Loading ended early: %1."_qs.arg(runtime::reasonOf(error)));
+    const QString reason = u"Loading ended early: %1."_qs.arg(runtime::reasonOf(error));
+    if (!tellOfEmptyList(reason)) services_.notices.note(nothingLoaded(reason));
 }
 
 void WorkingFiles::emptyList() {
@@ -82,8 +85,11 @@ void WorkingFiles::emptyList() {
     if (rowsAreGone_) explainEmptyList(form_, rowsCanComeBack());
 }
 
-void WorkingFiles::tellOfEmptyList(const QString& reason) {
-    if (std::exchange(rowsAreGone_, false)) services_.notices.note(listEmptied(reason));
+// Without a sound, there is no way back to the rows.
+bool WorkingFiles::tellOfEmptyList(const QString& reason) {
+    const bool gone = std::exchange(rowsAreGone_, false) && services_.EDT.GetSoundDuration() > 0;
+    if (gone) services_.notices.note(listEmptied(reason));
+    return gone;
 }
 
 void WorkingFiles::load(const platform::OpenDialog::Choice& choice) {
@@ -96,7 +102,8 @@ void WorkingFiles::load(const platform::OpenDialog::Choice& choice) {
         services_.boxes.plain(
             u"The Project folder cannot contain a 'BU_Source_Files' or a 'Raw_Files' folder. "
             u"Rename or move outside of the Project folder before proceeding."_qs);
-        return tellOfEmptyList(u"The chosen recording was not loaded because of its folder."_qs);
+        tellOfEmptyList(u"The chosen recording was not loaded because of its folder."_qs);
+        return;
     }
     services_.notices.startSession();
     services_.session.vsWorkingFile = choice.FileTitle;

@@ -64,7 +64,7 @@ class WorkingFiles {
     void load(const platform::OpenDialog::Choice& choice);
     void endedBy(const std::exception& error);
     void emptyList();
-    void tellOfEmptyList(const QString& reason);
+    bool tellOfEmptyList(const QString& reason);  // whether there was something to tell
     void makeBackupFolder();
     void save();
     QString copyName() const;

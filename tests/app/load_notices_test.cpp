@@ -19,7 +19,7 @@ struct LoadNotices : test::Launched {
         write(u"take.wav"_qs,
               test::wavFile(test::wave(900, 9000) + test::wave(1800, 100) + test::wave(900, 9000)));
     }
-    // Sentences of the notices that are shown, without those that tests of playing would add.
+    // The shown notices, which are then dismissed.
     QStringList told() {
         QStringList sentences;
         for (const app::NoticeBoard::Entry& entry : notices.shown())
@@ -67,6 +67,7 @@ TEST_F(LoadNotices, AFailedSaveTellsWhatLiesOnTheDisk) {
     ASSERT_GT(saved.size(), recording.size());
     {
         const SmallFiles full(static_cast<rlim_t>(saved.size()) + 10'000);
+        form().txbInsertSilence->setText(u"500"_qs);
         form().cbInsertSilence->click();
         ASSERT_TRUE(test::waitUntil([&] { return !notices.shown().isEmpty(); }));
         ASSERT_TRUE(settled(2));

@@ -12,6 +12,7 @@
 #include "support/scripted_ports.h"
 
 using namespace tarnwick;
+using engine::Operation;
 
 namespace {
 
@@ -222,7 +223,7 @@ TEST_F(WorkingFilesDesk, AnEndedCommandSaysHowToGetTheRowsBack) {
                       u"to write."_qs);
         QHelpEvent hover(QEvent::ToolTip, QPoint(5, 5), form.lvAudioDetails->mapToGlobal(QPoint()));
         QApplication::sendEvent(form.lvAudioDetails->viewport(), &hover);
-        EXPECT_TRUE(QToolTip::text().endsWith(u"Click Process to bring the rows back."));
+        EXPECT_TRUE(QToolTip::text().endsWith(u"Process brings the rows back."));
         new QTreeWidgetItem(form.lvAudioDetails);
         EXPECT_TRUE(form.lvAudioDetails->toolTip().isEmpty());
     }
@@ -232,27 +233,37 @@ TEST_F(WorkingFilesDesk, AnEndedCommandSaysHowToGetTheRowsBack) {
     cmdlg.meanwhile = {};
     cancel();
     EXPECT_TRUE(desk.notices.noted.isEmpty()) << "there were no rows to lose";
+    fault();
+    EXPECT_EQ(desk.notices.noted.takeFirst().what,
+              u"Loading ended early: out of memory. Nothing was loaded."_qs);
 }
 
-TEST_F(WorkingFilesDesk, WhatTheSoundEditorCouldNotDoIsTold) {
-    form.mnuLoadFiles->trigger();
-    EXPECT_EQ(desk.notices.sessions, 1);
-    working.Load_Working_Sound();
-    EXPECT_TRUE(desk.notices.told.isEmpty());
-    session.vsLoadStage = u"End Silence Added"_qs;
-    using engine::Operation;
-    const auto fails = [this](Operation operation, engine::ErrorCode code, int error = 0,
-                              const QString& path = {}) {
-        Q_EMIT EDT.failed({operation, path.isEmpty() ? cmdlg.path : path, code, error});
-    };
-    const auto told = [this] {
+struct FailingEditor : WorkingFilesDesk {
+    void SetUp() override {
+        WorkingFilesDesk::SetUp();
+        form.mnuLoadFiles->trigger();
+        EXPECT_EQ(desk.notices.sessions, 1);
+        working.Load_Working_Sound();
+        EXPECT_TRUE(desk.notices.told.isEmpty());
+    }
+    void fails(Operation operation, engine::ErrorCode code, int error = 0) {
+        Q_EMIT EDT.failed({operation, cmdlg.path, code, error});
+    }
+    void failsForPrompt(engine::ErrorCode code) {
+        Q_EMIT EDT.failed({Operation::Export, folder.filePath(u"prompt.wav"_qs), code, 0});
+    }
+    platform::Notice told() {
         EXPECT_EQ(desk.notices.told.size(), 1);
         return desk.notices.told.isEmpty() ? platform::Notice() : desk.notices.told.takeFirst();
-    };
-    const auto endSave = [this](qint32 bResult) {
+    }
+    void endSave(qint32 bResult) {
         --EDT.pending;
         Q_EMIT EDT.SoundExportDone(bResult);
-    };
+    }
+};
+
+TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
+    session.vsLoadStage = u"End Silence Added"_qs;
     // Two saves that fail, one that does not, and one after an edit.
     const std::tuple<int, QString, QString> saves[] = {
         {ENOSPC, u"take.aiff was not saved: no space left on the device."_qs,
@@ -267,7 +278,7 @@ TEST_F(WorkingFilesDesk, WhatTheSoundEditorCouldNotDoIsTold) {
          u"is take._103.wav in BU_Source_Files."_qs}};
     for (const auto& [error, what, safe] : saves) {
         working.mnuBackupSourceFile_Click();
-        fails(Operation::Export, engine::kWriteFailed, error, folder.filePath(u"prompt.wav"_qs));
+        failsForPrompt(engine::kWriteFailed);
         if (error != 0) {
             fails(Operation::Export, engine::kWriteFailed, error);
             const platform::Notice notice = told();
@@ -287,13 +298,15 @@ TEST_F(WorkingFilesDesk, WhatTheSoundEditorCouldNotDoIsTold) {
               u"cannot be written."_qs);
     fails(Operation::Export, engine::kBadFormat);
     EXPECT_TRUE(desk.notices.told.isEmpty());
+}
 
+TEST_F(FailingEditor, WhatTheSoundCannotDoIsTold) {
     for (int time = 0; time < 3; ++time)
-        fails(Operation::Play, engine::kPlaybackFailed, 0, u"-"_qs);
+        fails(Operation::Play, engine::kPlaybackFailed);
     EXPECT_TRUE(told().what.startsWith(u"There is no working sound device"));
     fails(Operation::Edit, engine::kBadRange);
     for (int prompt = 0; prompt < 40; ++prompt)
-        fails(Operation::Export, engine::kSourceChanged, 0, folder.filePath(u"prompt.wav"_qs));
+        failsForPrompt(engine::kSourceChanged);
     EXPECT_TRUE(told().what.startsWith(u"Another program has changed take.aiff since"));
     fails(Operation::Play, engine::kSourceChanged);
     told();
@@ -308,7 +321,7 @@ TEST_F(WorkingFilesDesk, WhatTheSoundEditorCouldNotDoIsTold) {
               u"window are those of before."_qs);
     EXPECT_TRUE(form.lvAudioDetails->toolTip().contains(u"was not loaded"));
     working.Load_Working_Sound();
-    fails(Operation::Play, engine::kPlaybackFailed, 0, u"-"_qs);
+    fails(Operation::Play, engine::kPlaybackFailed);
     told();
 }
 
