@@ -41,6 +41,7 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
 
 project::ScriptImport::Services MainWindow::importServices() {
     return {.state = services_.state,
+            .session = session_,
             .boxes = services_.boxes,
             .files = services_.files,
             .notices = services_.notices,

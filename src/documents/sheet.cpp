@@ -24,4 +24,12 @@ void Sheet::setText(qint32 row, qint32 column, const QString& text) {
     cells_.insert(keyOf(row, column), text);
 }
 
+bool Sheet::lacksResult(qint32 row, qint32 column) const {
+    return inside(row, column) && withoutResult_.contains(keyOf(row, column));
+}
+
+void Sheet::setLacksResult(qint32 row, qint32 column) {
+    if (inside(row, column)) withoutResult_.insert(keyOf(row, column));
+}
+
 }  // namespace tarnwick::documents

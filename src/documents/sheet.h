@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 
 namespace tarnwick::documents {
@@ -18,8 +19,13 @@ class Sheet {
     // Ignores cells outside the sheet and empty texts.
     void setText(qint32 row, qint32 column, const QString& text);
 
+    // Whether the cell has a formula whose result is not stored in the file. Its text is empty.
+    bool lacksResult(qint32 row, qint32 column) const;
+    void setLacksResult(qint32 row, qint32 column);  // ignores cells outside the sheet
+
   private:
     QHash<quint64, QString> cells_;
+    QSet<quint64> withoutResult_;
 };
 
 }  // namespace tarnwick::documents

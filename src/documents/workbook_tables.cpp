@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <string_view>
 
 namespace tarnwick::documents {
 
@@ -61,6 +62,12 @@ const NumberFormat& formatOf(const pugi::xml_node& cell, const WorkbookTables& t
     static const NumberFormat plain;
     const unsigned style = attributeNamed(cell, "s").as_uint();
     return style < tables.formats.size() ? tables.formats[style] : plain;
+}
+
+// A text result may be empty; any other result is a value.
+bool lacksResult(const pugi::xml_node& cell) {
+    return childNamed(cell, "f") && textIn(childNamed(cell, "v")).isEmpty() &&
+           attributeNamed(cell, "t").as_string("n") != std::string_view("str");
 }
 
 QString cellText(const pugi::xml_node& cell, const WorkbookTables& tables) {
@@ -131,6 +138,7 @@ Sheet readSheet(const ZipPackage& package, const QString& part, const WorkbookTa
             if (reference && !parseReference(reference.value(), place, column))
                 throw PackageError(PackageError::kDamaged);
             sheet.setText(place, column, cellText(cell, tables));
+            if (lacksResult(cell)) sheet.setLacksResult(place, column);
         }
     }
     return sheet;

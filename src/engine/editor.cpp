@@ -35,8 +35,9 @@ Editor::Editor(std::shared_ptr<EditorDirectory> directory)
     : directory_(std::move(directory)),
       playback_(*this, events_, [this](ErrorCode code) { fail(Operation::Play, {code}); }),
       waveform_(*this, sound_, playback_, [this] { analyse(); }),
-      exports_(events_,
-               [this](const Reason& reason, const QString& path) { exportDone(reason, path); }) {}
+      exports_(events_, [this](const Reason& reason, const QString& path, bool forgotten) {
+          exportDone(reason, path, forgotten);
+      }) {}
 
 Editor::~Editor() {
     directory_->remove(&sound_);
@@ -175,7 +176,12 @@ qint32 Editor::SoundExport(qint32 frequencyHz, qint32 channels, qint32, qint32 b
     return kOk;
 }
 
-void Editor::exportDone(const Reason& reason, const QString& path) {
+void Editor::exportDone(const Reason& reason, const QString& path, bool forgotten) {
+    if (forgotten) {
+        if (!(reason == kOk))
+            Q_EMIT lateExportFailed({Operation::Export, path, reason.code, reason.systemError});
+        return;
+    }
     fail(Operation::Export, reason, path);
     Q_EMIT SoundExportDone(reason == kOk ? 1 : 0);
 }

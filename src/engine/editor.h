@@ -104,7 +104,7 @@ class Editor final : public SoundEditor, private Effects {
     void scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimumMs);
     void scanAudibleRange(const Ticket& ticket, qint16 threshold);
 
-    void exportDone(const Reason& reason, const QString& path);
+    void exportDone(const Reason& reason, const QString& path, bool forgotten);
     // Both set lastError_ and emit failed(); fail() has no effect for kOk. `path` is that of the
     // sound unless another one is given.
     qint32 refuse(Operation operation, const Reason& reason, const QString& path = {});

@@ -92,9 +92,10 @@ void Exports::ended(quint64 call, Outcome outcome) {
     const std::lock_guard lock(mutex_);
     outcomes_.emplace(call, outcome);
     for (auto next = outcomes_.begin(); next != outcomes_.end() && next->first == told_; ++told_) {
-        events_.post(next->second.generation, [this, outcome = std::move(next->second)] {
-            --pending_;
-            done_(outcome.reason, outcome.path);
+        events_.post(EventQueue::kAnyGeneration, [this, outcome = std::move(next->second)] {
+            const bool forgotten = outcome.generation != events_.generation();
+            if (!forgotten) --pending_;
+            done_(outcome.reason, outcome.path, forgotten);
         });
         next = outcomes_.erase(next);
     }

@@ -19,8 +19,8 @@ namespace tarnwick::engine {
 class Exports {
   public:
     // Called with the outcome of each export and its target on the UI thread, in the order of the
-    // calls.
-    using Done = std::function<void(const Reason&, const QString& path)>;
+    // calls. `forgotten`: the sound was replaced after the call.
+    using Done = std::function<void(const Reason&, const QString& path, bool forgotten)>;
 
     Exports(EventQueue& events, Done done);
     ~Exports();  // cancels incomplete exports
@@ -28,7 +28,7 @@ class Exports {
     void add(const sound::Timeline& timeline, qint64 first, qint64 end,
              const sound::OutputFormat& output, const QString& path);
 
-    // Call when the sound is replaced: pending exports are still written but not reported.
+    // Call when the sound is replaced: pending exports are still written, and done as forgotten.
     void forget() { pending_ = 0; }
 
     qint32 pending() const { return pending_; }  // exports not reported yet

@@ -24,7 +24,7 @@ namespace tarnwick::engine {
 // exceptions are edits, which then also end with SoundEditDone(command, 0), and SoundPlay, which
 // has no code to return and then ends with SoundPlaybackStopped. After the sound was closed or
 // replaced, work still under way for it reports nothing more, but requested output files are
-// completed.
+// completed; of them, only a failure is reported (lateExportFailed).
 //
 // All functions and signals: UI thread. Nothing throws.
 class SoundEditor : public QObject {
@@ -102,6 +102,9 @@ class SoundEditor : public QObject {
     // kPlaybackFailed also comes once for each playing that goes on in silence because there is no
     // sound device.
     void failed(const engine::Failure& failure);
+    // An export of a sound that has been closed or replaced meanwhile failed. The only thing that
+    // is still reported of such a sound; LastError does not change.
+    void lateExportFailed(const engine::Failure& failure);
 
     void SoundLoadingStarted();
     void SoundLoadingPerc(qint16 percent);

@@ -3,6 +3,7 @@
 #include "forms/frm_main.h"
 #include "forms/frm_select_import_sheet.h"
 #include "project/file_naming.h"
+#include "project/script_notices.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
@@ -14,6 +15,8 @@ ExcelImport::ExcelImport(forms::frmMain& form, forms::frmSelectImportSheet& choo
     : form_(form), chooser_(chooser), import_(import), services_(std::move(services)) {
     runtime::onEvent(services_.failure, chooser_.cbSelectSheet, &QPushButton::clicked,
                      chooser_.cbSelectSheet, [this] { sheetChosen(); });
+    runtime::onEvent(services_.failure, &chooser_, &QDialog::rejected, &chooser_,
+                     [this] { import_.tellNoSheetChosen(); });
 }
 
 void ExcelImport::Import_Excel() {
@@ -44,9 +47,8 @@ void ExcelImport::sheetChosen() {
 }
 
 void ExcelImport::Continue_Import_Excel() {
-    const documents::Sheet& xlSheet = form_.chPromptSheet->isChecked()
-                                          ? xlBook->sheet(services_.state.vsSelectedSheet)
-                                          : xlBook->sheet(1);
+    const documents::Sheet& xlSheet =
+        form_.chPromptSheet->isChecked() ? sheetByName() : xlBook->sheet(1);
     const RowRange rows = rowsToRead(xlSheet);
     form_.pbLoadingScript->setRange(rows.viFirstRow, rows.viLastRow + 1);
     form_.pbLoadingScript->setValue(rows.viFirstRow);
@@ -59,22 +61,33 @@ void ExcelImport::Continue_Import_Excel() {
         import_.showRow(i + rows.viFirstRow,
                         u"Importing Excel row %1 of %2"_qs.arg(row).arg(rows.viLastRow));
     }
+    const auto notices = formulaNotices(xlSheet, rows, !form_.chImportSpecifiedRows->isChecked());
     xlBook.reset();
-    import_.finish(static_cast<qint16>(count));
+    import_.finish(static_cast<qint16>(count), notices);
+}
+
+const documents::Sheet& ExcelImport::sheetByName() const {
+    const QString& name = services_.state.vsSelectedSheet;
+    return runtime::withDetail(u"there is no sheet \"%1\""_qs.arg(name),
+                               [&]() -> const documents::Sheet& { return xlBook->sheet(name); });
 }
 
 RowRange ExcelImport::rowsToRead(const documents::Sheet& xlSheet) const {
     if (form_.chImportSpecifiedRows->isChecked())
         return specifiedRows(form_.txbImportStartRow->text(), form_.txbImportEndRow->text());
     RowRange rows;
-    while (!xlSheet.text(rows.viLastRow + 1, 1).isEmpty())
-        rows.viLastRow = runtime::add<qint16>(rows.viLastRow, 1);
+    runtime::withDetail(u"the sheet has too many rows"_qs, [&] {
+        while (!xlSheet.text(rows.viLastRow + 1, 1).isEmpty())
+            rows.viLastRow = runtime::add<qint16>(rows.viLastRow, 1);
+    });
     rows.viFirstRow = form_.chIgnoreFirstRow->isChecked() ? 2 : 1;
     return rows;
 }
 
 void ExcelImport::readPrompt(const documents::Sheet& xlSheet, qint32 i, qint32 row) {
-    if (row < 1) throw runtime::Fault(u"Application-defined or object-defined error"_qs);
+    if (row < 1)
+        throw runtime::Fault(u"Application-defined or object-defined error"_qs,
+                             u"a sheet has no row %1"_qs.arg(row));
     const bool twoColumns = !xlSheet.text(1, 2).isEmpty();
     import_.store(i, fileNameOf(xlSheet, twoColumns, i, row),
                   xlSheet.text(row, twoColumns ? 2 : 1));

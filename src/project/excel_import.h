@@ -39,6 +39,7 @@ class ExcelImport {
     void askForSheet();
     void sheetChosen();
     void Continue_Import_Excel();
+    const documents::Sheet& sheetByName() const;
     RowRange rowsToRead(const documents::Sheet& xlSheet) const;
     void readPrompt(const documents::Sheet& xlSheet, qint32 i, qint32 row);
     QString fileNameOf(const documents::Sheet& xlSheet, bool twoColumns, qint32 i,

@@ -20,6 +20,7 @@ struct NamingScheme {
     QString previewAt(qint16 position) const;
 
   private:
+    QString tooLarge() const;  // the detail of an overflow
     QString nameAfter(qint32 steps) const;
 };
 

@@ -3,6 +3,8 @@
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
 #include "forms/texts.h"
+#include "project/load_notices.h"
+#include "project/script_notices.h"
 #include "project/script_rows.h"
 #include "runtime/arithmetic.h"
 
@@ -45,18 +47,41 @@ void ScriptImport::abort(const QString& program) {
 }
 
 void ScriptImport::store(qint32 i, const QString& FileName, const QString& Content) {
-    runtime::element(script_.Prompts, i) = {FileName, Content, wordCount(Content)};
+    const QString most = QString::number(model::kPromptSlots - 1);
+    runtime::withDetail(u"the script has more than %1 prompts"_qs.arg(most), [&] {
+        runtime::element(script_.Prompts, i) = {FileName, Content, wordCount(Content)};
+    });
 }
 
 void ScriptImport::showRow(qint32 value, const QString& caption) {
-    if (value > form_.pbLoadingScript->maximum()) runtime::invalidPropertyValue();
+    const qint32 most = form_.pbLoadingScript->maximum();
+    if (value > most)
+        runtime::withDetail(u"the script has more than %1 rows"_qs.arg(most - 1),
+                            runtime::invalidPropertyValue);
     form_.pbLoadingScript->setValue(value);
     forms::setCaption(form_.lbImporting, caption);
     forms::repaintNow(form_);
 }
 
-void ScriptImport::finish(qint16 viPromptCount) {
+QStringList ScriptImport::fileNames() const {
+    QStringList names;
+    for (int i = 1; i <= script_.viPromptCount; ++i)
+        names << script_.Prompts.at(static_cast<std::size_t>(i)).FileName;
+    return names;
+}
+
+void ScriptImport::tell(const QList<platform::Notice>& notices) const {
+    for (const platform::Notice& notice : notices)
+        services_.notices.tell(notice);
+}
+
+void ScriptImport::tellNoSheetChosen() const {
+    tell({noSheetChosen(services_.session.vsScriptFile)});
+}
+
+void ScriptImport::finish(qint16 viPromptCount, const QList<platform::Notice>& ofImport) {
     script_.viPromptCount = viPromptCount;
+    tell(nameNotices(fileNames(), services_.session.vsWorkingFile) + ofImport);
     form_.mnuProjectFolder->setEnabled(true);
     form_.frLoadFiles->hide();
     forms::repaintNow(form_);

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "model/script.h"
+#include "model/session.h"
 #include "platform/boxes.h"
 #include "platform/file_system.h"
 #include "platform/notices.h"
@@ -21,6 +22,7 @@ class ScriptImport {
   public:
     struct Services {
         const runtime::ProcessState& state;
+        const model::Session& session;
         platform::Boxes& boxes;
         const platform::FileSystem& files;
         platform::Notices& notices;
@@ -42,20 +44,26 @@ class ScriptImport {
     // ends the load and returns false.
     bool begin(runtime::Line& line, const Kind& kind, QString& script);
 
+    // Tells that no sheet of the workbook was chosen.
+    void tellNoSheetChosen() const;
+
     // Faults with "Subscript out of range" if there are no more rows.
     void store(qint32 i, const QString& FileName, const QString& Content);
 
     // Faults with "Invalid property value" if `value` is above the maximum of the progress bar.
     void showRow(qint32 value, const QString& caption);
 
-    // Ends an import whose prompts are all stored, and starts loading the recording.
-    void finish(qint16 viPromptCount);
+    // Ends an import whose prompts are all stored, and starts loading the recording. Before that it
+    // tells of file names that will not become files, and then the notices of the import.
+    void finish(qint16 viPromptCount, const QList<platform::Notice>& ofImport = {});
 
     QString vsImportResult;  // emptied by each load; "Abort" if there was no script
 
   private:
     QString firstFile(const QString& pattern) const;
     void abort(const QString& program);
+    void tell(const QList<platform::Notice>& notices) const;
+    QStringList fileNames() const;
 
     forms::frmMain& form_;
     Services services_;

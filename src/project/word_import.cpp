@@ -29,16 +29,24 @@ qint16 WordImport::readPrompts(runtime::Line& line) {
     const documents::WordDocument document = services_.openDocument(
         platform::pathIn(services_.state.vsProjectFolder, services_.session.vsWordFile));
     line(90);
-    const documents::WordTable& table = document.firstTable();
+    const documents::WordTable& table =
+        runtime::withDetail(u"there is no table"_qs,
+                            [&]() -> const documents::WordTable& { return document.firstTable(); });
     line(100);
-    const qint16 rows = runtime::roundToInteger(table.rowCount());
+    const qint16 rows = runtime::withDetail(u"the table has too many rows"_qs, [&] {
+        return runtime::roundToInteger(table.rowCount());
+    });
     line(110);
     const qint16 columns = runtime::roundToInteger(table.columnCount());
     for (qint32 i = 1; i <= rows; ++i) {
+        const auto cell = [&](qint32 column) {
+            return runtime::withDetail(u"row %1 of the table has no cell %2"_qs.arg(i).arg(column),
+                                       [&] { return table.text(i, column); });
+        };
         line(120);
-        const QString FileName = columns == 2 ? table.text(i, 1) : scheme.nameAt(i - 1);
+        const QString FileName = columns == 2 ? cell(1) : scheme.nameAt(i - 1);
         line(130);
-        const QString Content = table.text(i, columns == 2 ? 2 : 1);
+        const QString Content = cell(columns == 2 ? 2 : 1);
         line(140);
         import_.store(i, FileName, Content);
         line(150);

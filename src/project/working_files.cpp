@@ -2,9 +2,12 @@
 
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
+#include "project/empty_list.h"
+#include "project/load_notices.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/numbers.h"
+#include "runtime/system_reason.h"
 
 namespace tarnwick::project {
 
@@ -33,34 +36,60 @@ QString leftPart(const QString& whole, qsizetype length) {
 }  // namespace
 
 WorkingFiles::WorkingFiles(forms::frmMain& form, Services services)
-    : form_(form), services_(std::move(services)) {
+    : form_(form),
+      services_(std::move(services)),
+      reports_(form, {services_.failure, services_.session, services_.EDT, services_.notices}) {
+    endExplanationWithRows(form_, services_.failure);
     runtime::onEvent(services_.failure, form_.mnuLoadFiles, &QAction::triggered, form_.mnuLoadFiles,
                      [this] { mnuLoadFiles_Click(); });
     runtime::onEvent(services_.failure, form_.mnuBackupSourceFile, &QAction::triggered,
                      form_.mnuBackupSourceFile, [this] { mnuBackupSourceFile_Click(); });
     runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundExportDone,
-                     &form_, [this] {
+                     &form_, [this](qint32 bResult) {
+                         reports_.exportEnded(bResult == 1);
                          if (services_.EDT.SoundExportsPending() == 0) saveWhatWaits();
                      });
 }
 
 void WorkingFiles::mnuLoadFiles_Click() try {
     services_.startImport();
-    form_.lvAudioDetails->clear();
+    emptyList();
     forms::repaintNow(form_);
     chooseFilter();
     const auto choice = services_.cmdlg.ShowOpen();
-    if (!choice) return;
+    if (!choice) {
+        tellOfEmptyList(u"No recording was chosen, so nothing was loaded."_qs);
+        return;
+    }
     chosen_ = choice;
     if (!services_.isExporting()) loadWhatWaits();
-} catch (const std::exception&) {
-    // Any fault ends the command quietly.
+} catch (const std::exception& error) {
+    endedBy(error);
 }
 
 void WorkingFiles::loadWhatWaits() try {
     if (const auto choice = std::exchange(chosen_, {})) load(*choice);
-} catch (const std::exception&) {
-    // This is a part of the command, so a fault ends it quietly, too.
+} catch (const std::exception& error) {
+    endedBy(error);  // this is a part of the command
+}
+
+// Any fault ends the command quietly.
+void WorkingFiles::endedBy(const std::exception& error) {
+    const QString reason = u"Loading ended early: %1."_qs.arg(runtime::reasonOf(error));
+    if (!tellOfEmptyList(reason)) services_.notices.note(nothingLoaded(reason));
+}
+
+void WorkingFiles::emptyList() {
+    rowsAreGone_ = form_.lvAudioDetails->topLevelItemCount() > 0;
+    form_.lvAudioDetails->clear();
+    if (rowsAreGone_) explainEmptyList(form_, rowsCanComeBack());
+}
+
+// Without a sound, there is no way back to the rows.
+bool WorkingFiles::tellOfEmptyList(const QString& reason) {
+    const bool gone = std::exchange(rowsAreGone_, false) && services_.EDT.GetSoundDuration() > 0;
+    if (gone) services_.notices.note(listEmptied(reason));
+    return gone;
 }
 
 void WorkingFiles::load(const platform::OpenDialog::Choice& choice) {
@@ -73,8 +102,10 @@ void WorkingFiles::load(const platform::OpenDialog::Choice& choice) {
         services_.boxes.plain(
             u"The Project folder cannot contain a 'BU_Source_Files' or a 'Raw_Files' folder. "
             u"Rename or move outside of the Project folder before proceeding."_qs);
+        tellOfEmptyList(u"The chosen recording was not loaded because of its folder."_qs);
         return;
     }
+    services_.notices.startSession();
     services_.session.vsWorkingFile = choice.FileTitle;
     form_.txbAudio->setText(choice.FileTitle);
     form_.OpScriptFormat[0]->isChecked() ? services_.Import_Word() : services_.Import_Excel();
@@ -91,6 +122,7 @@ void WorkingFiles::Load_Working_Sound() {
     const QString& vsWorkingFile = services_.session.vsWorkingFile;
     saveWhatWaits();
     EDT.SoundClose();
+    reports_.loadStarts();
     services_.session.vsLoadStage = text(model::kInitialLoad);
     EDT.SetLoadMode(0);
     if (EDT.LoadSound(platform::pathIn(services_.state.vsProjectFolder, vsWorkingFile)) != 0) {
@@ -102,12 +134,17 @@ void WorkingFiles::Load_Working_Sound() {
     services_.session.loadedFile = vsWorkingFile;
     services_.session.loadedScript = services_.session.vsScriptFile;
     form_.mnuBackupSourceFile->setEnabled(true);
-    try {
-        services_.files.createFolder(
-            platform::pathIn(services_.state.vsProjectFolder, text(kBackupFolder)));
-    } catch (const std::exception&) {
-        // The folder may exist already. If it cannot be made, the backup itself will fault.
-    }
+    makeBackupFolder();
+}
+
+// The folder may exist already. If it cannot be made, the backup itself will fault.
+void WorkingFiles::makeBackupFolder() try {
+    services_.files.createFolder(
+        platform::pathIn(services_.session.loadedFolder, text(kBackupFolder)));
+} catch (const std::exception& error) {
+    const QString& folder = services_.session.loadedFolder;
+    if (!services_.files.FolderExists(platform::pathIn(folder, text(kBackupFolder))))
+        services_.notices.tell(noBackupFolder(folder, runtime::reasonOf(error)));
 }
 
 void WorkingFiles::mnuBackupSourceFile_Click() {
@@ -124,12 +161,16 @@ void WorkingFiles::saveWhatWaits() {
 void WorkingFiles::save() {
     engine::SoundEditor& EDT = services_.EDT;
     const model::Session& session = services_.session;
-    const qint32 channels = runtime::strictLong(form_.cbxChannels->currentText());
+    const QString entered = form_.cbxChannels->currentText();
+    const qint32 channels = runtime::withDetail(u"Channels is \"%1\""_qs.arg(entered),
+                                                [&] { return runtime::strictLong(entered); });
     EDT.encodeFormats().FormatToUse = engine::kWavContainer;
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
     const QString source = platform::pathIn(session.loadedFolder, session.loadedFile);
-    services_.files.CopyFile(source, copyName());
+    const QString copy = copyName();
+    services_.files.CopyFile(source, copy);
     vfBackupCount += 1;
+    reports_.saveStarts(copy);
     EDT.SoundExport(kBackupFrequency, channels, 0, 0, -1, source);
 }
 
@@ -137,9 +178,11 @@ QString WorkingFiles::copyName() const {
     const qint16 count = runtime::roundToInteger(vfBackupCount);
     const QString& name = services_.session.loadedFile;
     const QString folder = platform::pathIn(services_.session.loadedFolder, text(kBackupFolder));
-    return platform::pathIn(folder, leftPart(name, name.size() - kExtensionLength) + u'_' +
-                                        QString::number(runtime::add(kFirstCopy, count)) +
-                                        u".wav"_qs);
+    const QString stem = runtime::withDetail(u"the name \"%1\" has no ending"_qs.arg(name), [&] {
+        return leftPart(name, name.size() - kExtensionLength);
+    });
+    return platform::pathIn(
+        folder, stem + u'_' + QString::number(runtime::add(kFirstCopy, count)) + u".wav"_qs);
 }
 
 }  // namespace tarnwick::project

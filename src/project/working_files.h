@@ -8,6 +8,7 @@
 #include "platform/file_system.h"
 #include "platform/notices.h"
 #include "platform/open_dialog.h"
+#include "project/sound_reports.h"
 #include "runtime/failure_path.h"
 #include "runtime/process_state.h"
 
@@ -38,9 +39,9 @@ class WorkingFiles {
 
     WorkingFiles(forms::frmMain& form, Services services);
 
-    // The command "Load Working Files...". Ends without a message if the dialog is cancelled or
-    // anything faults. A file chosen during an export waits until the export has ended; only the
-    // last one chosen is loaded.
+    // The command "Load Working Files...". Ends without a message, apart from a quiet note, if the
+    // dialog is cancelled or anything faults. A file chosen during an export waits until the export
+    // has ended; only the last one chosen is loaded.
     void mnuLoadFiles_Click();
 
     // Loads the waiting file, if any.
@@ -61,13 +62,19 @@ class WorkingFiles {
   private:
     void chooseFilter();
     void load(const platform::OpenDialog::Choice& choice);
+    void endedBy(const std::exception& error);
+    void emptyList();
+    bool tellOfEmptyList(const QString& reason);  // whether there was something to tell
+    void makeBackupFolder();
     void save();
     QString copyName() const;
 
     forms::frmMain& form_;
     Services services_;
-    float vfBackupCount = 0;                              // copies made in this run
-    bool backupWaits_ = false;                            // until the pending exports are written
+    SoundReports reports_;
+    bool rowsAreGone_ = false;  // the last command has emptied a list that had rows
+    float vfBackupCount = 0;    // copies made in this run
+    bool backupWaits_ = false;  // until the pending exports are written
     std::optional<platform::OpenDialog::Choice> chosen_;  // waiting for the end of an export
 };
 

@@ -23,7 +23,7 @@ class Fault : public std::exception {
 
 // Runs `work`; a Fault from it that has no detail yet gets this one.
 template <class Work>
-auto withDetail(const QString& detail, Work&& work) {
+decltype(auto) withDetail(const QString& detail, Work&& work) {
     try {
         return work();
     } catch (const Fault& fault) {

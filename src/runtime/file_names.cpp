@@ -1,5 +1,6 @@
 #include "runtime/file_names.h"
 
+#include <QDir>
 #include <algorithm>
 
 namespace tarnwick::runtime {
@@ -63,6 +64,10 @@ QString readableFileName(QString name) {
             name[at] = QChar::ReplacementCharacter;
     }
     return name;
+}
+
+QString promptFile(QString name) {
+    return name.replace(QDir::separator(), u'_') + QStringLiteral(".wav");
 }
 
 bool nameLess(const QString& a, const QString& b) {

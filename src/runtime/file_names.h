@@ -21,6 +21,10 @@ std::filesystem::path pathOf(QStringView text);
 // be invisible, are replaced by U+FFFD, the question mark in a lozenge.
 QString readableFileName(QString name);
 
+// The name of the file that a prompt is exported to. A separator in the prompt's name becomes '_',
+// so that the file stays in the project folder.
+QString promptFile(QString name);
+
 // The sort order of all name lists: without regard to case, then with it where names are equal.
 bool nameLess(const QString& a, const QString& b);
 

@@ -7,6 +7,7 @@
 #include "forms/texts.h"
 #include "model/list_columns.h"
 #include "runtime/events.h"
+#include "runtime/file_names.h"
 #include "runtime/numbers.h"
 
 namespace tarnwick::segmentation {
@@ -86,9 +87,8 @@ void IndividualExport::Export_Row(float index) {
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
     const qint32 row = runtime::roundToLong(index);
     const Row prompt = rows().value(row - 1);
-    // A separator in a name must not lead out of the project folder or into the backup folder.
-    const QString name = QString(prompt.name).replace(QDir::separator(), u'_');
-    vsExportFile = platform::pathIn(services_.session.loadedFolder, name + u".wav"_qs);
+    vsExportFile =
+        platform::pathIn(services_.session.loadedFolder, runtime::promptFile(prompt.name));
     vlExportStart = runtime::strictLong(prompt.start);
     vlExportEnd = runtime::strictLong(prompt.end);
     keepRecording();

@@ -97,6 +97,19 @@ TEST(Workbook, ReadsWhatOtherWritersMake) {
         EXPECT_EQ(sheet.text(row, column), text) << row << ' ' << column;
 }
 
+TEST(Workbook, AFormulaWithoutItsResultIsKnown) {
+    const Sheet sheet = sheetOf(
+        "<row><c><f>1+1</f></c><c><f>1+1</f><v></v></c><c t='b'><f>1=1</f><v/></c>"
+        "<c><f t='shared' si='0'/></c></row>"
+        "<row><c><f>1+1</f><v>2</v></c><c t='str'><f>A9</f><v></v></c><c/><c t='e'><f>1/0</f>"
+        "<v>#DIV/0!</v></c></row>");
+    for (int column = 1; column <= 4; ++column) {
+        EXPECT_TRUE(sheet.lacksResult(1, column) && sheet.text(1, column).isEmpty()) << column;
+        EXPECT_FALSE(sheet.lacksResult(2, column)) << column;
+    }
+    EXPECT_FALSE(sheet.lacksResult(0, 1));
+}
+
 TEST(Workbook, BadFilesAreNamedForWhatTheyAre) {
     const QByteArray good = bytesOf("script.xlsx");
     const Parts parts = workbookParts("<row><c><v>1</v></c></row>");

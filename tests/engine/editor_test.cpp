@@ -302,7 +302,12 @@ TEST_F(Desk, RefusedCallsRaiseNothing) {
 
 TEST_F(Desk, AClosedSoundReportsNothingMoreButItsFileIsWritten) {
     load(kTake);
+    QStringList failed;
+    QObject::connect(editor.get(), &SoundEditor::lateExportFailed, [&](const Failure& failure) {
+        failed << failure.path + u' ' + reasonOf(failure);
+    });
     ASSERT_EQ(write("late.wav"), kOk);
+    ASSERT_EQ(write("gone/late.wav"), kOk);
     editor->InsertSilence(0, 100);
     editor->SilencePositionsDetect(kThreshold, 10, 0);
     editor->waveform().AnalyzeSound();
@@ -312,6 +317,8 @@ TEST_F(Desk, AClosedSoundReportsNothingMoreButItsFileIsWritten) {
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(path("late.wav")); }));
     test::pass(100);
     EXPECT_EQ(said(), "");
+    EXPECT_EQ(failed, QStringList(path("gone/late.wav") +
+                                  QStringLiteral(" the file or its folder is not there")));
     EXPECT_EQ(samplesOf(path("late.wav")), kTake);
     editor->waveform().AnalyzeSound();
 

@@ -92,10 +92,13 @@ struct Imports : ::testing::Test {
     model::Session session;
     QTemporaryDir folder;
     int loads = 0;  // of the recording
+    std::function<void()> onLoad;
     forms::frmMain form;
     forms::frmSelectImportSheet chooser;
-    project::ScriptImport import{form,
-                                 {state, desk.boxes, files, desk.notices, [this] { ++loads; }}};
+    project::ScriptImport import{form, {state, session, desk.boxes, files, desk.notices, [this] {
+                                            ++loads;
+                                            if (onLoad) onLoad();
+                                        }}};
     project::ExcelImport excel{
         form, chooser, import, {desk.failure, state, session, documents::Workbook::open}};
     project::WordImport word{
@@ -217,6 +220,36 @@ TEST_F(Imports, TheImportWaitsForTheChosenSheet) {
         chooser.cbSelectSheet->click();
         EXPECT_EQ(loads, 0) << "nothing waits any more";
     }
+    EXPECT_TRUE(desk.notices.told.isEmpty());
+    excel.Import_Excel();
+    chooser.close();
+    ASSERT_EQ(desk.notices.told.size(), 1);
+    EXPECT_EQ(
+        desk.notices.told[0].what,
+        u"No sheet of script.xlsx was chosen, so nothing was loaded and the list of prompts is "
+        u"empty."_qs);
+    excel.Import_Excel();
+    chooser.cbxSheetNames->setEditText(u"gone"_qs);
+    EXPECT_THROW(chooser.cbSelectSheet->click(), test::ProcessEnded);
+    EXPECT_EQ(desk.boxes.shown.last(),
+              u"Tarnwick|Subscript out of range (there is no sheet \"gone\")");
+}
+
+TEST_F(Imports, NoticesOfTheScriptAreToldBeforeTheRecordingLoads) {
+    session.vsWorkingFile = u"F_2.wav"_qs;
+    form.chIgnoreFirstRow->setChecked(false);
+    QByteArray cells = cellsOf({{u"F/1"_qs, u"one"_qs}, {u"F_2"_qs, u""_qs}});
+    write(u"script.xlsx"_qs,
+          zipOf(workbookParts(cells.chopped(6) + "<c r='B2'><f>B1</f></c></row>")));
+    onLoad = [this] { EXPECT_EQ(desk.notices.told.size(), 3); };
+    excel.Import_Excel();
+    EXPECT_TRUE(desk.notices.told.last().what.startsWith(u"One prompt is empty"));
+    expectDone(u"F/1|one|1\nF_2||1"_qs);
+    onLoad = {};
+    desk.notices.told.clear();
+    importTable(rowOf("F", "a") + rowOf("F", "b"));
+    EXPECT_EQ(desk.notices.told.size(), 1);
+    EXPECT_TRUE(desk.notices.noted.isEmpty());
 }
 
 TEST_F(Imports, TableRowsBecomePromptsByTheShapeOfTheTable) {
@@ -236,6 +269,42 @@ TEST_F(Imports, TableRowsBecomePromptsByTheShapeOfTheTable) {
         EXPECT_EQ(progress(),
                   u"0 to 100: %1, Importing Word row %2 of %2"_qs.arg(count + 1).arg(count));
         expectDone(wanted, u"script.docx"_qs);
+    }
+}
+
+// The log keeps the classic line; the box also says where to look.
+TEST_F(Imports, TheBoxOfAFaultNamesItsField) {
+    form.chIgnoreFirstRow->setChecked(false);
+    const Rows row{{u"F"_qs, u"text"_qs}};
+    const QByteArray cells = rowOf("F", "text");
+    const std::pair<std::function<void()>, QString> faults[] = {
+        {[&] { importTable(cells.repeated(100)); }, u"the script has more than 99 rows"_qs},
+        {[&] { importSheet(Rows(501, row[0])); }, u"the script has more than 500 prompts"_qs},
+        {[&] { importSheet(Rows(32768, row[0])); }, u"the sheet has too many rows"_qs},
+        {[&] { importTable(""); }, u"there is no table"_qs},
+        {[&] { importTable(cells.repeated(40'000)); }, u"the table has too many rows"_qs},
+        {[&] { importTable(cells + rowOf(cellOf("alone"))); },
+         u"row 2 of the table has no cell 2"_qs},
+        {[&] {
+             setRows(u"0"_qs, u"1"_qs);
+             importSheet(row);
+         },
+         u"a sheet has no row 0"_qs},
+        {[&] {
+             setRows(u"1"_qs, u"4e4"_qs);
+             importSheet(row);
+         },
+         u"Only Import Rows is \"4e4\""_qs},
+        {[&] {
+             form.chImportSpecifiedRows->setChecked(false);
+             form.txbStarting->setText(u"3e9"_qs);
+             importSheet(row);
+         },
+         u"Start at is \"3e9\""_qs}};
+    for (const auto& [call, detail] : faults) {
+        EXPECT_THROW(call(), test::ProcessEnded);
+        EXPECT_TRUE(desk.boxes.shown.last().contains(u" (%1), Line "_qs.arg(detail)))
+            << desk.boxes.shown.last().toStdString() << " for " << detail.toStdString();
     }
 }
 

@@ -3,12 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QHelpEvent>
+#include <QToolTip>
+#include <cerrno>
 
 #include "forms/frm_main.h"
 #include "support/scripted_editor.h"
 #include "support/scripted_ports.h"
 
 using namespace tarnwick;
+using engine::Operation;
 
 namespace {
 
@@ -189,6 +193,148 @@ TEST_F(WorkingFilesDesk, ABackupThatCannotBeCopiedOverwritesNothing) {
     EXPECT_TRUE(desk.boxes.shown.last().startsWith(u"Tarnwick|Path not found ("));
     EXPECT_TRUE(EDT.calls.filter(u"SoundExport"_qs).isEmpty());
     EXPECT_EQ(desk.log(), "");
+}
+
+// The told command ends in silence; what that means for the list is only noted.
+TEST_F(WorkingFilesDesk, AnEndedCommandSaysHowToGetTheRowsBack) {
+    const auto cancel = [this] {
+        cmdlg.path.clear();
+        form.mnuLoadFiles->trigger();
+    };
+    const auto refuse = [this] {
+        cmdlg.path = folder.filePath(u"take.aiff"_qs);
+        QDir(folder.path()).mkdir(u"Raw_Files"_qs);
+        form.mnuLoadFiles->trigger();
+    };
+    const auto fault = [this] {
+        cmdlg.meanwhile = [] { throw runtime::Fault(u"Out of memory"_qs); };
+        form.mnuLoadFiles->trigger();
+    };
+    const std::pair<std::function<void()>, QString> ends[] = {
+        {cancel, u"No recording was chosen, so nothing was loaded."_qs},
+        {refuse, u"The chosen recording was not loaded because of its folder."_qs},
+        {fault, u"Loading ended early: out of memory."_qs}};
+    for (const auto& [end, reason] : ends) {
+        end();
+        ASSERT_EQ(desk.notices.noted.size(), 1) << reason.toStdString();
+        EXPECT_EQ(desk.notices.noted.takeFirst().what,
+                  reason +
+                      u" The list of prompts was emptied all the same, so Export has nothing "
+                      u"to write."_qs);
+        QHelpEvent hover(QEvent::ToolTip, QPoint(5, 5), form.lvAudioDetails->mapToGlobal(QPoint()));
+        QApplication::sendEvent(form.lvAudioDetails->viewport(), &hover);
+        EXPECT_TRUE(QToolTip::text().endsWith(u"Process brings the rows back."));
+        new QTreeWidgetItem(form.lvAudioDetails);
+        EXPECT_TRUE(form.lvAudioDetails->toolTip().isEmpty());
+    }
+    EXPECT_TRUE(desk.notices.told.isEmpty());
+    EXPECT_EQ(desk.notices.sessions, 0) << "no session has begun";
+    form.lvAudioDetails->clear();
+    cmdlg.meanwhile = {};
+    cancel();
+    EXPECT_TRUE(desk.notices.noted.isEmpty()) << "there were no rows to lose";
+    fault();
+    EXPECT_EQ(desk.notices.noted.takeFirst().what,
+              u"Loading ended early: out of memory. Nothing was loaded."_qs);
+}
+
+struct FailingEditor : WorkingFilesDesk {
+    void SetUp() override {
+        WorkingFilesDesk::SetUp();
+        form.mnuLoadFiles->trigger();
+        EXPECT_EQ(desk.notices.sessions, 1);
+        working.Load_Working_Sound();
+        EXPECT_TRUE(desk.notices.told.isEmpty());
+    }
+    void fails(Operation operation, engine::ErrorCode code, int error = 0) {
+        Q_EMIT EDT.failed({operation, cmdlg.path, code, error});
+    }
+    void failsForPrompt(engine::ErrorCode code) {
+        Q_EMIT EDT.failed({Operation::Export, folder.filePath(u"prompt.wav"_qs), code, 0});
+    }
+    platform::Notice told() {
+        EXPECT_EQ(desk.notices.told.size(), 1);
+        return desk.notices.told.isEmpty() ? platform::Notice() : desk.notices.told.takeFirst();
+    }
+    void endSave(qint32 bResult) {
+        --EDT.pending;
+        Q_EMIT EDT.SoundExportDone(bResult);
+    }
+};
+
+TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
+    session.vsLoadStage = u"End Silence Added"_qs;
+    // Two saves that fail, one that does not, and one after an edit.
+    const std::tuple<int, QString, QString> saves[] = {
+        {ENOSPC, u"take.aiff was not saved: no space left on the device."_qs,
+         u"take.aiff is on the disk as it was loaded, without pauses and edits; an untouched copy "
+         u"is take._100.wav in BU_Source_Files."_qs},
+        {EEXIST, u"take.aiff was not saved: another file has that name."_qs,
+         u"take.aiff is now the file of another program and was left alone. The file that was "
+         u"there before is take._101.wav in BU_Source_Files."_qs},
+        {0, {}, {}},
+        {EACCES, u"take.aiff was not saved: permission denied."_qs,
+         u"take.aiff is on the disk as it was last saved, without the edits made since; the same "
+         u"is take._103.wav in BU_Source_Files."_qs}};
+    for (const auto& [error, what, safe] : saves) {
+        working.mnuBackupSourceFile_Click();
+        failsForPrompt(engine::kWriteFailed);
+        if (error != 0) {
+            fails(Operation::Export, engine::kWriteFailed, error);
+            const platform::Notice notice = told();
+            EXPECT_EQ(notice.what, what);
+            EXPECT_EQ(notice.safe, safe);
+        }
+        endSave(error == 0 ? 1 : 0);
+        fails(Operation::Export, engine::kWriteFailed, error);  // a prompt of that name
+        EXPECT_TRUE(desk.notices.told.isEmpty());
+    }
+    // A save that is refused ends at once, and none of the following exports is a save.
+    EDT.refuseExports = true;
+    working.mnuBackupSourceFile_Click();
+    fails(Operation::Export, engine::kBadFormat);
+    EXPECT_EQ(told().what,
+              u"take.aiff was not saved: this format, rate or number of channels "
+              u"cannot be written."_qs);
+    fails(Operation::Export, engine::kBadFormat);
+    EXPECT_TRUE(desk.notices.told.isEmpty());
+}
+
+TEST_F(FailingEditor, WhatTheSoundCannotDoIsTold) {
+    for (int time = 0; time < 3; ++time)
+        fails(Operation::Play, engine::kPlaybackFailed);
+    EXPECT_TRUE(told().what.startsWith(u"There is no working sound device"));
+    fails(Operation::Edit, engine::kBadRange);
+    for (int prompt = 0; prompt < 40; ++prompt)
+        failsForPrompt(engine::kSourceChanged);
+    EXPECT_TRUE(told().what.startsWith(u"Another program has changed take.aiff since"));
+    fails(Operation::Play, engine::kSourceChanged);
+    told();
+    Q_EMIT EDT.lateExportFailed({Operation::Export, cmdlg.path, engine::kNoMemory, ENOSPC});
+    EXPECT_TRUE(told().what.endsWith(u"could not be completed: no space left on the device."));
+
+    form.lvAudioDetails->clear();
+    fails(Operation::Load, engine::kDamaged);
+    EXPECT_EQ(told().what,
+              u"take.aiff was not loaded: the file is damaged or cannot be read to "
+              u"its end. No sound is loaded now; the duration and the counts in the "
+              u"window are those of before."_qs);
+    EXPECT_TRUE(form.lvAudioDetails->toolTip().contains(u"was not loaded"));
+    working.Load_Working_Sound();
+    fails(Operation::Play, engine::kPlaybackFailed);
+    told();
+}
+
+TEST_F(WorkingFilesDesk, AProjectFolderThatTakesNoCopiesIsToldBeforeTheFirstSave) {
+    form.mnuLoadFiles->trigger();
+    test::writeFile(folder.filePath(u"BU_Source_Files"_qs), "a file in the way");
+    working.Load_Working_Sound();
+    ASSERT_EQ(desk.notices.told.size(), 1);
+    EXPECT_TRUE(desk.notices.told[0].what.startsWith(u"The folder BU_Source_Files is missing"));
+    session.vsLoadStage = u"End Silence Added"_qs;
+    form.cbxChannels->setEditText(u"abc"_qs);
+    EXPECT_THROW(form.mnuBackupSourceFile->trigger(), test::ProcessEnded);
+    EXPECT_EQ(desk.boxes.shown.last(), u"Tarnwick|Type mismatch (Channels is \"abc\")");
 }
 
 }  // namespace

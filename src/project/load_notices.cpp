@@ -1,0 +1,154 @@
+#include "project/load_notices.h"
+
+#include <cerrno>
+
+#include "platform/file_system.h"
+#include "project/notice_words.h"
+
+namespace tarnwick::project {
+
+namespace {
+
+QString waysToLoad(const engine::Failure& failure) {
+    switch (failure.code) {
+        case engine::kFileNotFound:
+            return u"Check that the file is there and may be read, then load it again."_qs;
+        case engine::kNotASound:
+            return u"Choose a WAV, AIFF or MP3 file."_qs;
+        case engine::kDamaged:
+            return u"Take another copy of the recording, or save it anew in another program, then "
+                   u"load it."_qs;
+        case engine::kNoMemory:
+            return u"Free some space, or split the recording, then load it again."_qs;
+        default:
+            return u"Load the recording again."_qs;
+    }
+}
+
+QString wayToWrite(const engine::Failure& failure) {
+    switch (failure.systemError) {
+        case ENOSPC:
+        case EDQUOT:
+            return u"Free some space"_qs;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return u"Make the file and its folder writable"_qs;
+        default:
+            return u"Remove the cause"_qs;
+    }
+}
+
+QString stateOnDisk(const RecordingOnDisk& recording, const engine::Failure& failure) {
+    const QString name = shownName(recording.path);
+    const QString copy = shownName(recording.copy);
+    if (failure.systemError == EEXIST)
+        return u"%1 is now the file of another program and was left alone. The file that was there "
+               u"before is %2 in BU_Source_Files."_qs.arg(name, copy);
+    return (recording.savedBefore
+                ? u"%1 is on the disk as it was last saved, without the edits made since; the same "
+                  u"is %2 in BU_Source_Files."_qs
+                : u"%1 is on the disk as it was loaded, without pauses and edits; an untouched "
+                  u"copy is %2 in BU_Source_Files."_qs)
+        .arg(name, copy);
+}
+
+}  // namespace
+
+platform::Notice listEmptied(const QString& reason) {
+    return {.what = reason +
+                    u" The list of prompts was emptied all the same, so Export has "
+                    u"nothing to write."_qs,
+            .files = {},
+            .safe = u"The recording that was loaded before is still there with its edits."_qs,
+            .remedy = u"Click Process to bring the rows back."_qs};
+}
+
+platform::Notice nothingLoaded(const QString& reason) {
+    return {.what = reason + u" Nothing was loaded."_qs,
+            .files = {},
+            .safe = {},
+            .remedy = u"Choose Load Working Files again."_qs};
+}
+
+QString rowsCanComeBack() {
+    return u"The list was emptied by Load Working Files. As long as its recording is loaded, "
+           u"Process "
+           u"brings the rows back."_qs;
+}
+
+QString noSoundLoaded() {
+    return u"The recording was not loaded, so there are no rows. Choose Load Working Files again."_qs;
+}
+
+platform::Notice notLoaded(const engine::Failure& failure) {
+    return {.what =
+                u"%1 was not loaded: %2. No sound is loaded now; the duration and the counts "
+                u"in the window are those of before."_qs.arg(shownName(failure.path),
+                                                             reasonOf(failure)),
+            .files = {failure.path},
+            .safe = u"Loading has changed nothing in the file."_qs,
+            .remedy = waysToLoad(failure)};
+}
+
+platform::Notice noSheetChosen(const QString& workbook) {
+    return {.what =
+                u"No sheet of %1 was chosen, so nothing was loaded and the list of prompts is "
+                u"empty."_qs.arg(shownName(workbook)),
+            .files = {workbook},
+            .safe =
+                u"A recording that was loaded before is still there with its edits; Process "
+                u"brings its rows back."_qs,
+            .remedy = u"Choose Load Working Files again and select a sheet."_qs};
+}
+
+platform::Notice noBackupFolder(const QString& folder, const QString& reason) {
+    return {.what =
+                u"The folder BU_Source_Files is missing and could not be made: %1. Saving the "
+                u"recording would end the program."_qs.arg(reason),
+            .files = {folder},
+            .safe = u"The recording is as it was."_qs,
+            .remedy =
+                u"Turn off the automatic backup in Preferences, or make the project folder "
+                u"writable and load again."_qs};
+}
+
+platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failure& failure) {
+    return {.what = u"%1 was not saved: %2."_qs.arg(shownName(recording.path), reasonOf(failure)),
+            .files = {recording.path, recording.copy},
+            .safe = stateOnDisk(recording, failure),
+            .remedy = wayToWrite(failure) +
+                      u", then choose Backup Source File. The sound in the "
+                      u"window has all pauses and edits."_qs};
+}
+
+platform::Notice sourceChanged(const RecordingOnDisk& recording) {
+    return {.what =
+                u"Another program has changed %1 since it was loaded, so its sound can no "
+                u"longer be played, edited, saved or exported."_qs.arg(shownName(recording.path)),
+            .files = {recording.path},
+            .safe = u"Files that were written before are complete."_qs,
+            .remedy =
+                u"Move BU_Source_Files out of the project folder and load the recording "
+                u"again. Edits that were not saved must be made anew."_qs};
+}
+
+platform::Notice playsInSilence() {
+    return {.what = u"There is no working sound device, so the sound plays without being heard."_qs,
+            .files = {},
+            .safe = u"Editing, saving and exporting work as usual."_qs,
+            .remedy = u"Connect or switch on a sound device, then play again."_qs};
+}
+
+platform::Notice lateFileNotWritten(const engine::Failure& failure) {
+    return {.what =
+                u"%1 was still being written when its recording was closed, and could not be "
+                u"completed: %2."_qs.arg(shownName(failure.path), reasonOf(failure)),
+            .files = {failure.path},
+            .safe =
+                u"A file of that name is as it was before; copies of the recording are in "
+                u"BU_Source_Files."_qs,
+            .remedy = wayToWrite(failure) + u", then load the recording again."_qs};
+}
+
+}  // namespace tarnwick::project

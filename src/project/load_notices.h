@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QString>
+
+#include "engine/failure.h"
+#include "platform/notices.h"
+
+// What the operator is told about the recording: its load, its saves and its sound.
+
+namespace tarnwick::project {
+
+// The load command has emptied the list and loads nothing. `reason` is a whole sentence.
+platform::Notice listEmptied(const QString& reason);
+
+// The same if the list was empty before.
+platform::Notice nothingLoaded(const QString& reason);
+
+// The tool tips of the empty list after such a command, and after a failed load.
+QString rowsCanComeBack();
+QString noSoundLoaded();
+
+// The recording was refused, or its load ended without a sound.
+platform::Notice notLoaded(const engine::Failure& failure);
+
+// The sheet window was closed without a choice.
+platform::Notice noSheetChosen(const QString& workbook);
+
+// BU_Source_Files is missing in the project folder and cannot be made. `reason` continues a
+// sentence.
+platform::Notice noBackupFolder(const QString& folder, const QString& reason);
+
+// How the recording lies on the disk. Full paths.
+struct RecordingOnDisk {
+    QString path;
+    QString copy;  // of what was there before the last save; empty before the first save
+    bool savedBefore = false;  // a save of the loaded sound has succeeded
+};
+
+// A save failed; the engine has left the file as it was.
+platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failure& failure);
+
+// The file of the loaded sound was changed in place, so its sound is lost.
+platform::Notice sourceChanged(const RecordingOnDisk& recording);
+
+// Playing goes on, but cannot be heard.
+platform::Notice playsInSilence();
+
+// A file of a sound that has been closed meanwhile was not written.
+platform::Notice lateFileNotWritten(const engine::Failure& failure);
+
+}  // namespace tarnwick::project

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+#include "platform/notices.h"
+#include "project/script_rows.h"
+
+namespace tarnwick::documents {
+class Sheet;
+}
+
+// What the operator is told about an imported script before its prompts are exported.
+
+namespace tarnwick::project {
+
+// One notice for each kind of file name that will not become the file that the script asks for.
+// `names`: those of the prompts, in the order of the list. `recording`: its bare name.
+QList<platform::Notice> nameNotices(const QStringList& names, const QString& recording);
+
+// One notice for each thing that is missing because the workbook does not store the result of a
+// formula. `rows`: the rows that were read; `toTheEnd`: up to the first empty cell of column 1.
+QList<platform::Notice> formulaNotices(const documents::Sheet& sheet, const RowRange& rows,
+                                       bool toTheEnd);
+
+}  // namespace tarnwick::project

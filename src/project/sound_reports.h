@@ -1,0 +1,52 @@
+#pragma once
+
+#include "engine/sound_editor.h"
+#include "model/session.h"
+#include "platform/notices.h"
+#include "project/load_notices.h"
+#include "runtime/failure_path.h"
+
+namespace tarnwick::forms {
+class frmMain;
+}
+
+namespace tarnwick::project {
+
+// Tells the operator what the sound editor could not do with the recording: load, save, read or
+// play it. Only listens, and changes nothing in the way of an operation. UI thread.
+class SoundReports {
+  public:
+    struct Services {
+        const runtime::FailurePath& failure;
+        const model::Session& session;
+        engine::SoundEditor& EDT;
+        platform::Notices& notices;
+    };
+
+    SoundReports(forms::frmMain& form, Services services);
+
+    // Call before a recording is loaded.
+    void loadStarts();
+
+    // Call before each save. `copy`: full path of the copy that was made of the file. No earlier
+    // export may be pending unless the sound is closed before the save ends.
+    void saveStarts(const QString& copy);
+
+    // Call at each SoundExportDone.
+    void exportEnded(bool written);
+
+  private:
+    void failed(const engine::Failure& failure);
+    void tellOfChange(engine::Operation operation);
+    void tellOfSilence();
+    bool endsSave(const engine::Failure& failure);
+
+    forms::frmMain& form_;
+    Services services_;
+    RecordingOnDisk recording_;
+    bool saving_ = false;         // the next export that ends is a save
+    bool changeTold_ = false;     // of the loaded sound
+    bool toldOfSilence_ = false;  // in this session
+};
+
+}  // namespace tarnwick::project
