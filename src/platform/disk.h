@@ -14,11 +14,13 @@ class Disk : public FileSystem {
     QStringList list(const QString& folder, const QStringList& patterns) const override;
     QStringList listFolders(const QString& folder) const override;
     QStringList drives() const override;
+    qint64 freeBytes(const QString& folder) const override;
     void createFolder(const QString& path) override;
     void CopyFile(const QString& source, const QString& destination) override;
     void copyToNewFile(const QString& source, const QString& destination) override;
     void MoveFile(const QString& source, const QString& destination) override;
     QDateTime DateLastModified(const QString& path) const override;
+    qint64 fileBytes(const QString& path) const override;
     bool setDateLastModified(const QString& path, const QDateTime& time) override;
 };
 

@@ -32,6 +32,8 @@ class FileSystem {
 
     // Full paths of the root and of the volumes mounted below it, the root first.
     virtual QStringList drives() const = 0;
+    virtual qint64 freeBytes(
+        const QString& folder) const = 0;  // that the operator can use there; -1: not known
 
     virtual void createFolder(const QString& path) = 0;
 
@@ -48,6 +50,9 @@ class FileSystem {
     // When the file was last written, in local time, to the second (rounded down). "File not found"
     // if there is no such file.
     virtual QDateTime DateLastModified(const QString& path) const = 0;
+
+    // The size of a file; 0 if there is no such file.
+    virtual qint64 fileBytes(const QString& path) const = 0;
 
     // Sets only that time. False if it cannot be set or if the file may not be written.
     virtual bool setDateLastModified(const QString& path, const QDateTime& time) = 0;
