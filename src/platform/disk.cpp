@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
 #include <QDir>
 #include <QStorageInfo>
@@ -170,6 +171,12 @@ QString Disk::homeFolder() const {
     return path.startsWith(QDir::separator()) && FolderExists(path) ? path : QDir::rootPath();
 }
 
+qint64 Disk::freeBytes(const QString& folder) const {
+    struct statvfs state {};
+    if (::statvfs(pathOf(folder).c_str(), &state) != 0) return -1;
+    return static_cast<qint64>(state.f_bavail) * static_cast<qint64>(state.f_frsize);
+}
+
 void Disk::createFolder(const QString& path) {
     std::error_code error;
     if (!fs::create_directory(pathOf(path), error))
@@ -194,7 +201,7 @@ void Disk::MoveFile(const QString& source, const QString& destination) {
         throwFault(std::make_error_code(std::errc::no_such_file_or_directory), source);
     requireFolderOf(to);
     if (const std::error_code error = moveWithoutOverwriting(from, to))
-        throwFault(error, faultyOf(error, source, destination));
+        throwFault(error, faultyOf(error, source, runtime::textOfFileName(to.native())));
 }
 
 QDateTime Disk::DateLastModified(const QString& path) const {
@@ -202,6 +209,12 @@ QDateTime Disk::DateLastModified(const QString& path) const {
     if (::stat(pathOf(path).c_str(), &state) != 0 || S_ISDIR(state.st_mode))
         runtime::fileNotFound();
     return QDateTime::fromSecsSinceEpoch(state.st_mtim.tv_sec);
+}
+
+qint64 Disk::fileBytes(const QString& path) const {
+    std::error_code error;
+    const std::uintmax_t bytes = fs::file_size(pathOf(path), error);
+    return error ? 0 : static_cast<qint64>(bytes);
 }
 
 bool Disk::setDateLastModified(const QString& path, const QDateTime& time, int& error) {

@@ -16,6 +16,7 @@ class Disk : public FileSystem {
     QStringList drives() const override;
     std::unique_ptr<QObject> watchDrives(std::function<void()> changed) const override;
     QString homeFolder() const override;
+    qint64 freeBytes(const QString& folder) const override;
     void createFolder(const QString& path) override;
     void CopyFile(const QString& source, const QString& destination) override;
     void copyToNewFile(const QString& source, const QString& destination) override;
@@ -24,6 +25,7 @@ class Disk : public FileSystem {
     using FileSystem::setDateLastModified;
     bool setDateLastModified(const QString& path, const QDateTime& time, int& error) override;
     int dateError(const QString& path) const override;
+    qint64 fileBytes(const QString& path) const override;
 };
 
 // False for mount points that belong to the system and are no place for the operator's files.

@@ -35,6 +35,8 @@ class FileSystem {
 
     // Full paths of the root and of the volumes mounted below it, the root first.
     virtual QStringList drives() const = 0;
+    // Bytes that the operator can still use in `folder`; -1 if that is not known.
+    virtual qint64 freeBytes(const QString& folder) const = 0;
     // Calls `changed` from the event loop of this thread whenever drives() may have changed, until
     // the returned object is deleted. `changed` must not throw.
     virtual std::unique_ptr<QObject> watchDrives(std::function<void()> changed) const = 0;
@@ -57,6 +59,9 @@ class FileSystem {
     // When the file was last written, in local time, to the second (rounded down). "File not found"
     // if there is no such file.
     virtual QDateTime DateLastModified(const QString& path) const = 0;
+
+    // The size of a file; 0 if there is no such file.
+    virtual qint64 fileBytes(const QString& path) const = 0;
 
     // Sets only that time. False if it cannot be set or if the file may not be written; `error`
     // then gets the errno value that says why.

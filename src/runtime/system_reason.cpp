@@ -38,6 +38,8 @@ QString systemReason(int error) {
             return u"the file or its folder is not there"_qs;
         case EEXIST:
             return u"another file has that name"_qs;
+        case EISDIR:
+            return u"a folder has that name"_qs;
         case ENAMETOOLONG:
             return u"the name is too long"_qs;
         default:

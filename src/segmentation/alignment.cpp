@@ -38,9 +38,12 @@ void Alignment::addRow(qint32 i) {
     item->setText(model::kFileName, prompt.FileName);
     item->setText(model::kContent, prompt.Content);
 
-    const AlignmentRow row = alignRow(prompt, runtime::element(inputs_.silences, i - 1),
-                                      runtime::element(inputs_.silences, i), form_.txbSpeed->text(),
-                                      form_.txbVariance->text());
+    const QString detail = u"row %1 has %2 words"_qs.arg(QString::number(i), prompt.Words);
+    const AlignmentRow row = runtime::withDetail(detail, [&] {
+        return alignRow(prompt, runtime::element(inputs_.silences, i - 1),
+                        runtime::element(inputs_.silences, i), form_.txbSpeed->text(),
+                        form_.txbVariance->text());
+    });
     const auto time = [this](qint32 ms) { return inputs_.EDT.FormatMs(ms, 0, 1); };
     item->setText(model::kStartMsec, QString::number(row.Start));
     item->setText(model::kStartAudio, time(row.Start));
@@ -63,7 +66,11 @@ void Alignment::compareCounters() {
 
 void Alignment::selectCurrentRow() {
     QTreeWidgetItem* item = form_.lvAudioDetails->topLevelItem(inputs_.session.viCurrentRow - 1);
-    if (item == nullptr) throw runtime::Fault(u"Index out of bounds"_qs);
+    if (item == nullptr)
+        throw runtime::Fault(u"Index out of bounds"_qs,
+                             u"row %1 was clicked last, and the list has %2 rows"_qs
+                                 .arg(inputs_.session.viCurrentRow)
+                                 .arg(inputs_.script.viPromptCount));
     form_.lvAudioDetails->scrollToItem(item);
     form_.lvAudioDetails->setCurrentItem(item);
 }

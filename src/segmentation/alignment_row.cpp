@@ -4,6 +4,7 @@
 
 #include "runtime/arithmetic.h"
 #include "runtime/numbers.h"
+#include "segmentation/field_value.h"
 
 namespace tarnwick::segmentation {
 
@@ -11,9 +12,10 @@ AlignmentRow alignRow(const model::PromptRow& prompt, const model::SilenceRecord
                       const model::SilenceRecord& behind, const QString& wordsPerMinute,
                       const QString& tolerancePercent) {
     const qint32 actual = runtime::subtract(behind.StartAt, before.FinishAt);
-    const double speed = runtime::val(wordsPerMinute);
     const double words = runtime::strictDouble(prompt.Words);
-    const qint32 projected = runtime::roundToLong(runtime::divide(words * 60000.0, speed));
+    const qint32 projected = fieldValue(u"Words/min"_qs, wordsPerMinute, [&](const QString& speed) {
+        return runtime::roundToLong(runtime::divide(words * 60000.0, runtime::val(speed)));
+    });
     const double percent = runtime::divide(runtime::subtract(actual, projected), projected) * 100.0;
     return {.Start = before.FinishAt,
             .End = behind.StartAt,

@@ -2,7 +2,7 @@
 
 #include "forms/frm_main.h"
 #include "runtime/events.h"
-#include "runtime/numbers.h"
+#include "segmentation/field_value.h"
 
 namespace tarnwick::segmentation {
 
@@ -50,7 +50,8 @@ void Editing::cbInsertSilence_Click() {
     const Selection selection = beginEdit();
     EDT_.waveform().SetSelection(0, 0, 0);
     editAsked_();
-    const qint32 length = runtime::roundToLong(runtime::val(form_.txbInsertSilence->text()));
+    const qint32 length =
+        fieldValue(u"Insert Silence"_qs, form_.txbInsertSilence->text(), leadingLong);
     EDT_.InsertSilence(selection.available ? selection.begin : 0, length);
 }
 

@@ -9,14 +9,11 @@
 #include "runtime/events.h"
 #include "runtime/file_names.h"
 #include "runtime/numbers.h"
+#include "runtime/system_reason.h"
+#include "segmentation/export_size.h"
+#include "segmentation/field_value.h"
 
 namespace tarnwick::segmentation {
-
-namespace {
-
-constexpr qint32 kExportFrequency = 44100;  // Hz
-
-}  // namespace
 
 IndividualExport::IndividualExport(forms::frmMain& form, Services services)
     : form_(form),
@@ -25,12 +22,23 @@ IndividualExport::IndividualExport(forms::frmMain& form, Services services)
                               [this] { EDTTimerSoundExportDone_Timer(); }) {
     runtime::onEvent(services_.failure, form_.mnuExport, &QAction::triggered, &form_,
                      [this] { mnuExport_Click(); });
-    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundExportDone,
-                     &form_, [this] { EDTTimerSoundExportDone.arm(); });
-    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::SoundEditDone, &form_,
-                     [this](qint16, qint32 bResult) {
-                         if (bResult == 1) keptRows_.clear();
-                     });
+    connectEditor();
+}
+
+void IndividualExport::connectEditor() {
+    const auto event = [this](auto signal, auto handler) {
+        runtime::onEvent(services_.failure, &services_.EDT, signal, &form_, handler);
+    };
+    event(&engine::SoundEditor::failed, [this](const engine::Failure& failure) {
+        if (failure.operation == engine::Operation::Export) report_.failed(failure);
+    });
+    event(&engine::SoundEditor::SoundExportDone, [this] {
+        report_.ended();
+        EDTTimerSoundExportDone.arm();
+    });
+    event(&engine::SoundEditor::SoundEditDone, [this](qint16, qint32 bResult) {
+        if (bResult == 1) keptRows_.clear();
+    });
 }
 
 // There is nothing to write while the list is empty or is being rebuilt.
@@ -39,18 +47,44 @@ bool IndividualExport::listIsReady() const {
 }
 
 void IndividualExport::mnuExport_Click() {
-    if (!listIsReady()) return;
+    if (!listIsReady()) return services_.notices.tell(nothingToExport(services_.listIsChanging()));
     if (form_.txbNberFileNames->text() != form_.txbNberAudioFiles->text() &&
         !services_.boxes.askYesNo(u"Warning!"_qs,
                                   u"The file numbers are different so something is incorrect. "
                                   u"Do you want proceed anyway?"_qs))
         return;
-    if (!listIsReady()) return;  // it may have changed while the box was open
+    if (!listIsReady())  // it may have changed while the box was open
+        return services_.notices.tell(nothingToExport(services_.listIsChanging()));
+    checkSpace();
+    report_.clear();
+    recordingCopied_ = false;
     vsExportRunning = u"Yes"_qs;
     forms::showOverlay(form_, *form_.frExportFiles);
     form_.pbExporting->setMaximum(form_.lvAudioDetails->topLevelItemCount());
     vfExportIndex = 1;
     Export_Row(vfExportIndex);
+}
+
+void IndividualExport::checkSpace() const {
+    const QString& folder = services_.session.loadedFolder;
+    QList<PromptFile> prompts;
+    for (const Row& row : rowsOfList()) {
+        const QString path = fileOf(row);
+        prompts << PromptFile{path, row.end.toLongLong() - row.start.toLongLong(),
+                              services_.files.fileBytes(path)};
+    }
+    const qint64 needed = addedBytes(prompts, form_.cbxChannels->currentText().toInt());
+    const qint64 free = services_.files.freeBytes(folder);
+    if (free >= 0 && needed > free) services_.notices.tell(spaceIsShort(folder, needed, free));
+}
+
+// A separator in a name must not lead out of the project folder or into the backup folder.
+QString IndividualExport::fileOf(const Row& row) const {
+    return platform::pathIn(services_.session.loadedFolder, runtime::promptFile(row.name));
+}
+
+ExportPlace IndividualExport::place() const {
+    return {runtime::roundToLong(vfExportIndex), form_.pbExporting->maximum()};
 }
 
 QList<IndividualExport::Row> IndividualExport::rowsOfList() const {
@@ -76,32 +110,51 @@ void IndividualExport::keepRows() {
 bool IndividualExport::running() const { return vsExportRunning == u"Yes" && !isStuck(moment()); }
 
 void IndividualExport::drop() {
+    if (vsExportRunning == u"Yes") {
+        services_.notices.tell(exportGivenUp(place()));
+        tellUnwritten(false);
+    }
     endRun();
     form_.frExportFiles->hide();
 }
 
 void IndividualExport::Export_Row(float index) {
     engine::SoundEditor& EDT = services_.EDT;
-    const qint32 channels = runtime::strictLong(form_.cbxChannels->currentText());
+    const qint32 channels =
+        fieldValue(u"Channels"_qs, form_.cbxChannels->currentText(), runtime::strictLong);
     EDT.encodeFormats().FormatToUse = engine::kWavContainer;
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
     const qint32 row = runtime::roundToLong(index);
     const Row prompt = rows().value(row - 1);
-    vsExportFile =
-        platform::pathIn(services_.session.loadedFolder, runtime::promptFile(prompt.name));
+    vsExportFile = fileOf(prompt);
     vlExportStart = runtime::strictLong(prompt.start);
     vlExportEnd = runtime::strictLong(prompt.end);
     keepRecording();
+    standstillTold_ = false;
+    const qint32 exportsAhead = EDT.SoundExportsPending();
     const qint32 nResult =
         EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
     // A refused row gives no event, so the run would stop here.
     const bool refused = nResult != engine::kOk;
-    if (refused) vsExportRunning = u"No"_qs;
+    if (refused)
+        vsExportRunning = u"No"_qs;
+    else
+        report_.requested(exportsAhead);
     form_.pbExporting->setValue(row);
     forms::setCaption(form_.lbExporting,
                       u"Exporting file %1 of %2"_qs.arg(row).arg(form_.pbExporting->maximum()));
     forms::repaintNow(form_);
-    if (refused) services_.stuck();
+    if (refused) stopAtRefusedRow(nResult);
+}
+
+// A file that was chosen during the run is loaded now, which takes away what was told before.
+void IndividualExport::stopAtRefusedRow(qint32 code) {
+    const engine::Failure failure{engine::Operation::Export, vsExportFile,
+                                  static_cast<engine::ErrorCode>(code)};
+    const platform::Notice notice = rowRefused(place(), failure);
+    services_.stuck();
+    services_.notices.tell(notice);
+    tellUnwritten(false);
 }
 
 // A prompt with the same name as the recording overwrites it. The recording is therefore copied
@@ -109,7 +162,9 @@ void IndividualExport::Export_Row(float index) {
 void IndividualExport::keepRecording() {
     const QString recording =
         platform::pathIn(services_.session.loadedFolder, services_.session.loadedFile);
-    if (vsExportFile != recording || !services_.files.FileExists(recording)) return;
+    if (vsExportFile != recording) return;
+    recordingCopied_ = true;
+    if (!services_.files.FileExists(recording)) return;
     const QString kept = backupFolder() + services_.session.loadedFile;
     if (!services_.files.FileExists(kept)) services_.files.CopyFile(recording, kept);
 }
@@ -134,7 +189,7 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
             return;
         case ExportStep::Wait:
             EDTTimerSoundExportDone.arm();
-            if (isStuck(moment())) services_.stuck();
+            if (isStuck(moment())) standStill();
             return;
         case ExportStep::NextRow:
             vfExportIndex += 1;
@@ -144,6 +199,13 @@ void IndividualExport::EDTTimerSoundExportDone_Timer() {
     }
 }
 
+void IndividualExport::standStill() {
+    services_.stuck();
+    if (standstillTold_ || !isStuck(moment())) return;
+    standstillTold_ = true;
+    services_.notices.tell(exportStandsStill(place(), form_.cbProcess->isEnabled()));
+}
+
 void IndividualExport::endRun() {
     vsExportRunning = u"No"_qs;
     keptRows_.clear();
@@ -151,15 +213,35 @@ void IndividualExport::endRun() {
 
 void IndividualExport::finish() {
     endRun();
-    const QString& folder = services_.session.loadedFolder;
-    for (const QString& name : {services_.session.loadedFile, services_.session.loadedScript}) {
-        try {
-            services_.files.MoveFile(platform::pathIn(folder, name), backupFolder());
-        } catch (const std::exception&) {
-            // A file that cannot be moved stays where it is, without a message.
-        }
-    }
+    const model::Session& session = services_.session;
+    const bool recordingIsMoved = moveAway(Source::Recording, session.loadedFile);
+    const QString document = platform::pathIn(session.loadedFolder, session.vsWordFile);
+    if (services_.files.FileExists(document)) services_.notices.note(documentStays(document));
+    moveAway(Source::Script, session.loadedScript);
+    tellUnwritten(recordingIsMoved || recordingCopied_);
     services_.showBatchProcessor();
+}
+
+// A file that cannot be moved stays where it is, with a quiet note only.
+bool IndividualExport::moveAway(Source source, const QString& name) {
+    const QString path = platform::pathIn(services_.session.loadedFolder, name);
+    try {
+        services_.files.MoveFile(path, backupFolder());
+        return true;
+    } catch (const std::exception& error) {
+        // A script of another folder can be left over, and a copied recording is where it belongs.
+        const bool isThere = services_.files.FileExists(path);
+        if (source == Source::Recording ? !recordingCopied_ : isThere)
+            services_.notices.note(sourceNotMoved(source, path, runtime::reasonOf(error), isThere));
+        return false;
+    }
+}
+
+void IndividualExport::tellUnwritten(bool recordingIsKept) {
+    if (!report_.unwritten().isEmpty())
+        services_.notices.tell(
+            promptsNotWritten(place().rows, report_.unwritten(), recordingIsKept));
+    report_.clear();
 }
 
 }  // namespace tarnwick::segmentation

@@ -9,6 +9,8 @@
 #include "platform/file_system.h"
 #include "platform/notices.h"
 #include "runtime/failure_path.h"
+#include "segmentation/export_notices.h"
+#include "segmentation/export_report.h"
 #include "segmentation/export_run.h"
 
 namespace tarnwick::forms {
@@ -57,7 +59,11 @@ class IndividualExport {
         QString start, end;
     };
 
+    void connectEditor();
     bool listIsReady() const;
+    void checkSpace() const;
+    QString fileOf(const Row& row) const;
+    ExportPlace place() const;
     QList<Row> rowsOfList() const;
     QList<Row> rows() const;
     void Export_Row(float index);
@@ -65,8 +71,12 @@ class IndividualExport {
     void keepRecording();
     QString backupFolder() const;
     ExportMoment moment() const;
+    void stopAtRefusedRow(qint32 code);
+    void standStill();
     void endRun();
     void finish();
+    bool moveAway(Source source, const QString& name);
+    void tellUnwritten(bool recordingIsKept);
 
     forms::frmMain& form_;
     Services services_;
@@ -77,6 +87,9 @@ class IndividualExport {
     QString vsExportFile;      // full path of the file being written
     qint32 vlExportStart = 0;  // the row's range, in ms
     qint32 vlExportEnd = 0;
+    ExportReport report_;
+    bool standstillTold_ = false;   // of the last requested row
+    bool recordingCopied_ = false;  // a prompt of this run has the recording's name
 };
 
 }  // namespace tarnwick::segmentation

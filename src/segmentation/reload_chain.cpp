@@ -6,6 +6,8 @@
 #include "forms/overlay.h"
 #include "runtime/events.h"
 #include "runtime/numbers.h"
+#include "segmentation/field_value.h"
+#include "segmentation/sound_notices.h"
 
 namespace tarnwick::segmentation {
 
@@ -26,7 +28,7 @@ void ReloadChain::drop() {
     // No event will reset the percentage any more. A progress bar of playback is left alone.
     if (soundIsChanging() && !form_.pbWAVFormBuilding->isHidden())
         services_.status.finished(u"Status: Idle"_qs);
-    editsUnderWay_ = 0;
+    edits_.clear();
     end();
 }
 
@@ -60,7 +62,10 @@ void ReloadChain::connectEditing() {
     on(&engine::SoundEditor::SoundEditPerc,
        [this](qint16 percent) { services_.status.advanced(u"Status2: Editing... "_qs, percent); });
     on(&engine::SoundEditor::SoundEditDone,
-       [this](qint16, qint32 bResult) { EDT_SoundEditDone(bResult); });
+       [this](qint16 nCommand, qint32 bResult) { EDT_SoundEditDone(nCommand, bResult); });
+    on(&engine::SoundEditor::failed, [this](const engine::Failure& failure) {
+        if (failure.operation == engine::Operation::Edit) editFailure_ = failure;
+    });
 }
 
 void ReloadChain::connectAnalysis() {
@@ -83,16 +88,24 @@ void ReloadChain::EDT_SoundLoadingDone(qint32 bResult) {
     TimerReload.arm();
 }
 
-void ReloadChain::EDT_SoundEditDone(qint32 bResult) {
+void ReloadChain::EDT_SoundEditDone(qint16 nCommand, qint32 bResult) {
     services_.status.finished(u"Status1: Idle"_qs);
-    editsUnderWay_ = std::max(0, editsUnderWay_ - 1);
+    const EditKind kind = edits_.ended();
     if (bResult == 1) {
         rebuilding_ = true;
+        enterEdit(nCommand, kind);
         return TimerReload.arm();
     }
     // The chain of an earlier edit may still be running.
     if (!TimerReload.armed() && !TimerDisplayWaveform.armed()) end();
+    services_.notices.tell(editFailed(kind, nCommand, std::exchange(editFailure_, {})));
     reportFailure();
+}
+
+void ReloadChain::enterEdit(qint16 nCommand, EditKind kind) {
+    if (nCommand != engine::kUndo) return edits_.done(kind);
+    const EditKind undone = edits_.undone().value_or(EditKind::Operator);
+    if (undone != EditKind::Operator) services_.notices.tell(pauseUndone(undone));
 }
 
 void ReloadChain::EDT_WaveAnalysisDone() {
@@ -116,11 +129,7 @@ void ReloadChain::reportFailure() {
 void ReloadChain::TimerReload_Timer() {
     engine::SoundEditor& EDT = services_.EDT;
     const qint32 duration = EDT.GetSoundDuration();
-    if (duration == 0) {
-        EDT.SoundClose();
-        drop();
-        return services_.soundGone();
-    }
+    if (duration == 0) return endWithoutSound();
     form_.LabelTotalDuration->setText(EDT.FormatMs(duration, 0, 1));
     forms::repaintNow(form_);
     QCoreApplication::processEvents();
@@ -132,26 +141,37 @@ void ReloadChain::TimerReload_Timer() {
     }
 }
 
+// After a failed load, or after an edit that has left nothing.
+void ReloadChain::endWithoutSound() {
+    const model::Session& session = services_.session;
+    if (edits_.anyDone())
+        services_.notices.tell(
+            soundDeleted(platform::pathIn(session.loadedFolder, session.loadedFile)));
+    services_.EDT.SoundClose();
+    drop();
+    services_.soundGone();
+}
+
 void ReloadChain::TimerDisplayWaveform_Timer() {
     const model::Session& session = services_.session;
     const bool saved = session.vlSavedRangeBegin != session.vlSavedRangeEnd;
     services_.EDT.waveform().SetDisplayRange(saved ? session.vlSavedRangeBegin : 0,
                                              saved ? session.vlSavedRangeEnd : -1);
     if (session.vsLoadStage == QStringView(model::kInitialLoad))
-        return addPause(u"Adding Initial Pause..."_qs, 0, model::kStartSilenceAdded);
+        return addPause(u"Adding Initial Pause..."_qs, EditKind::StartPause,
+                        model::kStartSilenceAdded);
     if (session.vsLoadStage == QStringView(model::kStartSilenceAdded))
-        return addPause(u"Adding Final Pause..."_qs, services_.EDT.GetSoundDuration(),
-                        model::kEndSilenceAdded);
+        return addPause(u"Adding Final Pause..."_qs, EditKind::EndPause, model::kEndSilenceAdded);
     rebuilding_ = TimerReload.armed();  // true if another edit has ended since
     services_.process();
 }
 
-void ReloadChain::addPause(const QString& announcement, qint32 position,
-                           const char16_t* nextStage) {
+void ReloadChain::addPause(const QString& announcement, EditKind pause, const char16_t* nextStage) {
     services_.status.calculating(announcement);
-    const qint32 length = runtime::roundToLong(runtime::val(form_.txbSilence->text()));
-    editAsked();
-    services_.EDT.InsertSilence(position, length);
+    const qint32 length = fieldValue(u"Duration"_qs, form_.txbSilence->text(), leadingLong);
+    edits_.asked(pause);
+    services_.EDT.InsertSilence(
+        pause == EditKind::StartPause ? 0 : services_.EDT.GetSoundDuration(), length);
     services_.session.vsLoadStage = QString::fromUtf16(nextStage);
 }
 

@@ -6,8 +6,10 @@
 #include "engine/sound_editor.h"
 #include "model/session.h"
 #include "platform/boxes.h"
+#include "platform/file_system.h"
 #include "platform/notices.h"
 #include "runtime/failure_path.h"
+#include "segmentation/edit_log.h"
 #include "segmentation/status_line.h"
 
 namespace tarnwick::forms {
@@ -36,10 +38,10 @@ class ReloadChain {
     ReloadChain(forms::frmMain& form, Services services);
 
     // True from the start of a load or edit until the list is being rebuilt or the chain ends.
-    bool soundIsChanging() const { return rebuilding_ || editsUnderWay_ > 0; }
+    bool soundIsChanging() const { return rebuilding_ || edits_.anyUnderWay(); }
 
     // Call when an edit is requested: from then on the list is outdated.
-    void editAsked() { ++editsUnderWay_; }
+    void editAsked() { edits_.asked(EditKind::Operator); }
 
     // Gives up all operations in progress because the sound is closed or replaced. Updates the
     // display, too, because dropped operations send no event that would.
@@ -51,13 +53,15 @@ class ReloadChain {
     void connectAnalysis();
 
     void EDT_SoundLoadingDone(qint32 bResult);
-    void EDT_SoundEditDone(qint32 bResult);
+    void EDT_SoundEditDone(qint16 nCommand, qint32 bResult);
+    void enterEdit(qint16 nCommand, EditKind kind);
     void EDT_WaveAnalysisDone();
     void reportFailure();
     void end();
     void TimerReload_Timer();
     void TimerDisplayWaveform_Timer();
-    void addPause(const QString& announcement, qint32 position, const char16_t* nextStage);
+    void endWithoutSound();
+    void addPause(const QString& announcement, EditKind pause, const char16_t* nextStage);
 
     template <class Signal, class Handler>
     void on(Signal signal, Handler handler);
@@ -67,7 +71,8 @@ class ReloadChain {
     engine::OneShotTimer TimerReload;
     engine::OneShotTimer TimerDisplayWaveform;
     bool rebuilding_ = false;  // the sound has changed, but the list is not updated yet
-    int editsUnderWay_ = 0;    // requested and not yet done
+    EditLog edits_;
+    engine::Failure editFailure_;  // of the edit whose end comes next
 };
 
 }  // namespace tarnwick::segmentation

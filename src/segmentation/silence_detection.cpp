@@ -6,8 +6,20 @@
 #include "runtime/events.h"
 #include "runtime/levels.h"
 #include "runtime/numbers.h"
+#include "segmentation/field_value.h"
+#include "segmentation/sound_notices.h"
 
 namespace tarnwick::segmentation {
+
+namespace {
+
+QString tooManyPauses(qint32 count) {
+    return u"the recording has %1 pauses, and there is room for %2; a larger Duration finds fewer"_qs
+        .arg(count)
+        .arg(model::kSilenceSlots);
+}
+
+}  // namespace
 
 SilenceDetection::SilenceDetection(forms::frmMain& form, Services services)
     : form_(form),
@@ -19,6 +31,11 @@ SilenceDetection::SilenceDetection(forms::frmMain& form, Services services)
     runtime::onEvent(services_.failure, &services_.EDT,
                      &engine::SoundEditor::SilencePosDetectionDone, &form_,
                      [this] { EDTTimerSilencePosDetectionDone.arm(); });
+    runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::failed, &form_,
+                     [this](const engine::Failure& failure) {
+                         if (failure.operation == engine::Operation::Scan)
+                             services_.notices.tell(scanFailed(failure));
+                     });
 }
 
 void SilenceDetection::cbProcess_Click() {
@@ -36,13 +53,21 @@ void SilenceDetection::startScan() {
     form_.txbCalculating->show();
     forms::repaintNow(form_);
     Silences.fill({});
-    const double decibels = runtime::strictDouble(form_.txbThreshold->text());
-    form_.txbSilencePerc->setText(runtime::fixedOneDecimal(runtime::percentOfDecibels(decibels)));
-    form_.txbSilenceThreshold->setText(runtime::amplitudeOfPercent(form_.txbSilencePerc->text()));
-    const qint16 threshold = runtime::strictInteger(form_.txbSilenceThreshold->text());
-    const qint32 duration = runtime::strictLong(form_.txbSilence->text());
+    const qint16 threshold =
+        fieldValue(u"Threshold"_qs, form_.txbThreshold->text(),
+                   [this](const QString& text) { return showThreshold(text); });
+    const qint32 duration =
+        fieldValue(u"Duration"_qs, form_.txbSilence->text(), runtime::strictLong);
     nResult = services_.EDT.SilencePositionsDetect(threshold, duration, 0);
     scanning_ = nResult == engine::kOk;
+}
+
+// Converts the threshold by way of the hidden boxes. Returns the amplitude.
+qint16 SilenceDetection::showThreshold(const QString& decibels) {
+    form_.txbSilencePerc->setText(
+        runtime::fixedOneDecimal(runtime::percentOfDecibels(runtime::strictDouble(decibels))));
+    form_.txbSilenceThreshold->setText(runtime::amplitudeOfPercent(form_.txbSilencePerc->text()));
+    return runtime::strictInteger(form_.txbSilenceThreshold->text());
 }
 
 void SilenceDetection::EDTTimerSilencePosDetectionDone_Timer() {
@@ -61,13 +86,16 @@ void SilenceDetection::storeSilences(qint32 count) {
     settings::SettingsDatabase& database = services_.database;
     const settings::Access access(database, services_.state.vsConnection);
     database.Execute(u"DELETE FROM Silences"_qs);
+    const QString detail = tooManyPauses(count);
     for (qint32 i = 0; i < count; ++i) {
         qint32 start = 0;
         qint32 finish = 0;
         services_.EDT.SilencePositionsGetRange(i, start, finish);
-        model::SilenceRecord& silence = runtime::element(Silences, i);
-        silence.StartAt = start;
-        silence.FinishAt = finish;
+        runtime::withDetail(detail, [&] {
+            model::SilenceRecord& silence = runtime::element(Silences, i);
+            silence.StartAt = start;
+            silence.FinishAt = finish;
+        });
         database.Execute(u"INSERT INTO Silences(Nber, StartAt, FinishAt)VALUES (%1,%2,%3)"_qs.arg(i)
                              .arg(start)
                              .arg(finish));
@@ -80,7 +108,10 @@ void SilenceDetection::storeSilences(qint32 count) {
 void SilenceDetection::serviceWait() const {
     if (!form_.chRecalcTimer->isChecked()) return;
     const double begun = services_.clock.Timer();
-    while (services_.clock.Timer() - begun < runtime::strictDouble(form_.txbRecalcTimer->text())) {
+    const auto seconds = [this] {
+        return fieldValue(u"Process Timer"_qs, form_.txbRecalcTimer->text(), runtime::strictDouble);
+    };
+    while (services_.clock.Timer() - begun < seconds()) {
     }
 }
 

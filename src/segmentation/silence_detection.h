@@ -51,6 +51,7 @@ class SilenceDetection {
 
   private:
     void startScan();
+    qint16 showThreshold(const QString& decibels);
     void EDTTimerSilencePosDetectionDone_Timer();
     void storeSilences(qint32 count);
     void serviceWait() const;

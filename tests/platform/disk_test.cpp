@@ -121,6 +121,15 @@ TEST_F(DiskTest, OnlyTheDateOfLastModificationIsSet) {
         EXPECT_EQ(faultOf([&] { disk.DateLastModified(other); }), u"File not found");
 }
 
+TEST_F(DiskTest, SizesAndFreeSpaceAreKnownOfWhatIsThere) {
+    write(u"a"_qs, "four");
+    EXPECT_EQ(disk.fileBytes(at(u"a"_qs)), 4);
+    EXPECT_EQ(disk.fileBytes(at(u"gone"_qs)), 0);
+    EXPECT_EQ(disk.fileBytes(folder.path()), 0);
+    EXPECT_GT(disk.freeBytes(folder.path()), 0);
+    EXPECT_EQ(disk.freeBytes(at(u"gone"_qs)), -1);
+}
+
 TEST_F(DiskTest, WhatMayNotBeWrittenKeepsItsDate) {
     // The administrator may write everything: another user has the files then.
     const bool root = geteuid() == 0;

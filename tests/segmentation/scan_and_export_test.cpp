@@ -1,5 +1,4 @@
-#include "desk.h"
-#include "segmentation/individual_export.h"
+#include "export_desk.h"
 #include "segmentation/silence_detection.h"
 
 using namespace tarnwick;
@@ -85,47 +84,16 @@ TEST_F(Scan, The502ndSilenceEndsTheProgramWithTheOthersStored) {
     detection.cbProcess_Click();
     Q_EMIT EDT.SilencePosDetectionDone(1);
     EXPECT_THROW(test::waitUntil([] { return false; }, 400), test::ProcessEnded);
-    EXPECT_EQ(desk.boxes.shown.last(), u"Tarnwick|Subscript out of range");
+    EXPECT_EQ(
+        desk.boxes.shown.last(),
+        u"Tarnwick|Subscript out of range (the recording has 502 pauses, and there is room for "
+        u"501; a larger Duration finds fewer)");
     EXPECT_EQ(stored(u"COUNT(*)"_qs), u"501");
     EXPECT_EQ(aligned, 0);
     EXPECT_EQ(desk.log(), "");
 }
 
-struct Export : test::MainDesk {
-    platform::Disk files;
-    QTemporaryDir project;
-    bool changing = false;
-    int batch = 0;
-    int stuck = 0;
-    segmentation::IndividualExport exporting{
-        form,
-        {desk.failure, session, EDT, desk.boxes, files, desk.notices, [this] { return changing; },
-         [this] { ++batch; }, [this] { ++stuck; }}};
-
-    void SetUp() override {
-        MainDesk::SetUp();
-        session.loadedFolder = project.path();
-        session.loadedFile = u"take.wav"_qs;
-        session.loadedScript = u"script.xlsx"_qs;
-        session.vsScriptFile = u"of a load that was given up.xlsx"_qs;
-        QDir(project.path()).mkdir(u"BU_Source_Files"_qs);
-        for (const QString& name : {u"take.wav"_qs, u"script.xlsx"_qs})
-            test::writeFile(project.filePath(name), "recording");
-        form.txbNberFileNames->setText(u"3"_qs);
-        form.txbNberAudioFiles->setText(u"3"_qs);
-        form.mnuExport->setEnabled(true);
-        addRows(3);
-    }
-
-    void next() {
-        EDT.endExport();
-        fire(form.EDTTimerSoundExportDone);
-    }
-    bool moved(const QString& name) const {
-        return QFile::exists(project.filePath(u"BU_Source_Files/"_qs + name)) &&
-               !QFile::exists(project.filePath(name));
-    }
-};
+using Export = test::ExportDesk;
 
 TEST_F(Export, WithoutAListThereIsNothingToWriteAndDifferentCountersAreAskedAbout) {
     changing = true;

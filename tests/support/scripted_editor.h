@@ -71,7 +71,7 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     qint32 SilencePositionsDetect(qint16 threshold, qint32 minimum, qint32 mode) override {
         EXPECT_EQ(mode, 0);
         note(u"SilencePositionsDetect"_qs, {threshold, minimum});
-        return detectResult;
+        return refused(engine::Operation::Scan, detectResult, {});
     }
     qint32 SilencePositionsGetCount() const override { return silenceCount; }
     void SilencePositionsGetRange(qint32 index, qint32& start, qint32& end) const override {
@@ -81,8 +81,10 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     qint32 SoundExport(qint32 frequency, qint32 channels, qint32 mode, qint32 begin, qint32 end,
                        const QString& path) override {
         EXPECT_EQ(mode, 0);
-        if (path.isEmpty() || refuseExports) return engine::kBadFormat;
+        if (path.isEmpty() || refuseExports)
+            return refused(engine::Operation::Export, engine::kBadFormat, path);
         ++pending;
+        exportPath = path;
         calls << u"SoundExport %1 %2 %3 %4 "_qs.arg(frequency).arg(channels).arg(begin).arg(end) +
                      path.section(u'/', -1);
         return engine::kOk;
@@ -106,6 +108,12 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         --pending;
         Q_EMIT SoundExportDone(1);
     }
+    // The last export that was asked for fails.
+    void failExport(engine::ErrorCode code, int systemError = 0) {
+        --pending;
+        Q_EMIT failed({engine::Operation::Export, exportPath, code, systemError});
+        Q_EMIT SoundExportDone(0);
+    }
     // The calls since the last look, with '|' in between.
     QString taken() { return std::exchange(calls, {}).join(u'|'); }
     qint32 note(const QString& name, std::initializer_list<qint32> arguments) {
@@ -117,6 +125,7 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     }
 
     QStringList calls;
+    QString exportPath;
     qint32 loadResult = 0;
     qint32 detectResult = 0;
     qint32 lastError = 0;
@@ -128,6 +137,12 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     Display display{*this};
 
   private:
+    qint32 refused(engine::Operation operation, qint32 code, const QString& path) {
+        if (code != engine::kOk)
+            Q_EMIT failed({operation, path, static_cast<engine::ErrorCode>(code), 0});
+        return code;
+    }
+
     engine::Mp3Rates mp3_;
     engine::WavCodecs codecs_;
     engine::EncodeFormats formats_{mp3_, codecs_};

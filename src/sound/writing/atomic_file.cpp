@@ -64,7 +64,8 @@ void AtomicFile::openTarget() {
     struct stat old;
     if (fstat(replaced_, &old) != 0) return;  // there is none
     // Replacing a device or a pipe would cut off other programs that use it.
-    if (!S_ISREG(old.st_mode)) fail(EINVAL, "the target is no regular file");
+    if (S_ISDIR(old.st_mode)) fail(EISDIR, "the target is a folder");
+    if (!S_ISREG(old.st_mode)) fail(EEXIST, "the target is no regular file");
     // Replacing a file needs no permission to write it, but a protected file should stay.
     if (access(target_.c_str(), W_OK) != 0) fail(errno, "the target is protected");
 }

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engine/failure.h"
+#include "engine/sound_events.h"
+#include "platform/notices.h"
+#include "segmentation/edit_log.h"
+
+// The notices about edits of the sound and searches for pauses.
+
+namespace tarnwick::segmentation {
+
+// An edit has left nothing of the sound, and it was closed. `recording` is its file's full path.
+platform::Notice soundDeleted(const QString& recording);
+
+// Undo has taken back a pause that the load had added; `pause` is not Operator.
+platform::Notice pauseUndone(EditKind pause);
+
+platform::Notice editFailed(EditKind kind, qint16 command, const engine::Failure& failure);
+
+platform::Notice scanFailed(const engine::Failure& failure);
+
+}  // namespace tarnwick::segmentation
