@@ -88,10 +88,12 @@ void NoticeStrip::makeLook() {
 
 // Keeps its place when the frame changes, its contents scroll, or another control gets the focus.
 void NoticeStrip::followFrame() {
-    frame_.installEventFilter(this);
-    if (const auto* area = qobject_cast<QAbstractScrollArea*>(frame_.centralWidget()))
-        for (const QScrollBar* bar : {area->horizontalScrollBar(), area->verticalScrollBar()})
-            connect(bar, &QScrollBar::valueChanged, this, &NoticeStrip::placeSoon);
+    const auto* area = qobject_cast<QAbstractScrollArea*>(frame_.centralWidget());
+    view_ = area->viewport();
+    for (QWidget* resized : std::initializer_list<QWidget*>{&frame_, view_})
+        resized->installEventFilter(this);
+    for (const QScrollBar* bar : {area->horizontalScrollBar(), area->verticalScrollBar()})
+        connect(bar, &QScrollBar::valueChanged, this, &NoticeStrip::placeSoon);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget*) {
         if (before != nullptr && before != this && !isAncestorOf(before)) focusBefore_ = before;
         placeSoon();
@@ -133,7 +135,7 @@ bool NoticeStrip::covers(const QWidget* control, const QRect& strip) const {
 
 void NoticeStrip::place() {
     if (isHidden()) return;
-    const QRect room = frame_.centralWidget()->geometry();
+    const QRect room(view_->mapTo(&frame_, QPoint()), view_->size());
     QRect strip(room.left(), 0, room.width(), layout()->totalHeightForWidth(room.width()));
     strip.moveBottom(room.bottom());
     if (covers(QApplication::focusWidget(), strip)) strip.moveTop(room.top());

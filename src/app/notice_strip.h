@@ -23,7 +23,7 @@ class NoticeStrip : public QFrame {
   public:
     // `notifyDesktop` gets each told sentence while the frame is not the active window. F9 opens
     // the list of all notices, which also dismisses those shown: the strip cannot be reached with
-    // Tab. `frame` has its scroll area as central widget, and outlives the strip.
+    // Tab. The central widget of `frame` is a scroll area, and `frame` outlives the strip.
     NoticeStrip(QMainWindow& frame, NoticeBoard& board,
                 std::function<void(const QString& sentence)> notifyDesktop);
     ~NoticeStrip() override;
@@ -45,6 +45,7 @@ class NoticeStrip : public QFrame {
     bool covers(const QWidget* control, const QRect& strip) const;
 
     QMainWindow& frame_;
+    QWidget* view_ = nullptr;  // of the frame's scroll area; its scroll bars stay uncovered
     NoticeBoard& board_;
     std::function<void(const QString&)> notifyDesktop_;
     NoticeList* list_;

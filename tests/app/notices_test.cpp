@@ -170,7 +170,7 @@ TEST_F(Strip, KeepsClearOfTheControlWithTheFocus) {
         QCoreApplication::processEvents();
         EXPECT_FALSE(strip->geometry().intersects(placeOf(control)))
             << qPrintable(control->objectName());
-        const QRect room = application.frame().centralWidget()->geometry();
+        const QRect room = placeOf(application.frame().mdiArea->viewport());
         EXPECT_TRUE(room.contains(strip->geometry()));
         moved = moved || strip->geometry().top() == room.top();
         EXPECT_GE(
@@ -180,7 +180,10 @@ TEST_F(Strip, KeepsClearOfTheControlWithTheFocus) {
     EXPECT_TRUE(moved);
     application.frame().resize(700, 500);
     QCoreApplication::processEvents();
-    EXPECT_EQ(strip->width(), application.frame().centralWidget()->width());
+    EXPECT_EQ(strip->geometry().bottomLeft(),
+              placeOf(application.frame().mdiArea->viewport()).bottomLeft());
+    EXPECT_EQ(strip->width(), application.frame().mdiArea->viewport()->width())
+        << "the scroll bars stay free";
 }
 
 TEST_F(Strip, TheListShowsEveryNoticeAndCopies) {
