@@ -5,11 +5,13 @@
 
 #include "app/main_window.h"
 #include "app/notice_strip.h"
+#include "app/shell_notices.h"
 #include "app/windows.h"
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
 #include "forms/scaling.h"
 #include "runtime/guarded.h"
+#include "runtime/system_reason.h"
 
 namespace tarnwick::app {
 
@@ -35,10 +37,25 @@ void Application::Sub_Main() {
     form_ = new forms::frmMain(frame_.get());
     MDIForm_Load();
     loadMainWindow();
-    // The size of the off-screen platform's screen has no meaning.
-    if (QGuiApplication::platformName() != u"offscreen")
-        frame_->keepWithin(frame_->screen()->availableGeometry());
+    tellIfReadOnly();
+    keepOnScreen();
     frame_->show();
+}
+
+void Application::tellIfReadOnly() const {
+    const QString& connection = services_.state.vsConnection;
+    if (const int error = settings::whyNotWritable(connection); error != 0)
+        services_.notices.tell(
+            settingsReadOnly(settings::databaseFile(connection), runtime::systemReason(error)));
+}
+
+void Application::keepOnScreen() {
+    // The size of the off-screen platform's screen has no meaning.
+    if (QGuiApplication::platformName() == u"offscreen") return;
+    const QSize wished = frame_->size();
+    frame_->keepWithin(frame_->screen()->availableGeometry());
+    if (const auto notice = windowTooLarge(wished, frame_->size(), services_.state.vvScale))
+        services_.notices.tell(*notice);
 }
 
 void Application::MDIForm_Load() {

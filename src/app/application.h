@@ -33,6 +33,8 @@ class Application {
   private:
     void MDIForm_Load();
     void loadMainWindow();
+    void keepOnScreen();
+    void tellIfReadOnly() const;
 
     const Services& services_;
     std::unique_ptr<engine::SoundEditor> EDT_;  // the main window's; outlives what shows its sound

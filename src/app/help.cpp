@@ -1,5 +1,6 @@
 #include "app/help.h"
 
+#include "app/shell_notices.h"
 #include "app/web_pages.h"
 #include "forms/frm_main.h"
 #include "forms/units.h"
@@ -19,8 +20,7 @@ Help::Help(forms::frmMain& form, const Services& services)
     };
     const QString browser = u"Tarnwick will now open your default browser."_qs;
     const QString video = u"Tarnwick will now open your default browser to access YouTube."_qs;
-    command(form.mnuProjectFolder,
-            [this] { services_.opener.open(services_.state.vsProjectFolder); });
+    command(form.mnuProjectFolder, [this] { open(services_.state.vsProjectFolder); });
     command(form.mnuHelpAbout, [this] { mnuHelpAbout_Click(); });
     command(form.mnuManual, [this] { mnuManual_Click(); });
     page(form.mnuHistory, u"frmFrame.mnuHistory_Click: ", browser, web::kChangeHistory);
@@ -31,7 +31,7 @@ Help::Help(forms::frmMain& form, const Services& services)
          u"frmFrame.mnuTutorialBasicScriptFormatting_Click: ", video, web::kScriptFormatting);
 }
 
-// If the manual is missing, shows a box and then still tries to open it, without visible effect.
+// If the manual is missing, shows a box and then still tries to open it, which only adds a notice.
 void Help::mnuManual_Click() {
     runtime::guarded(
         services_.failure, u"frmFrame.mnuManualLocal_Click: ", [&](runtime::Line& line) {
@@ -42,7 +42,7 @@ void Help::mnuManual_Click() {
             line(20);
             if (!there) services_.boxes.critical(u"No PDF!"_qs, u"The manual cannot be found."_qs);
             line(30);
-            services_.opener.open(manual);
+            open(manual);
         });
 }
 
@@ -51,7 +51,13 @@ void Help::openPage(QStringView label, const QString& notice, const QString& add
         line(10);
         services_.boxes.plain(notice);
         line(20);
-        services_.opener.open(address);
+        open(address);
+    });
+}
+
+void Help::open(const QString& target) {
+    services_.opener.open(target, [&notices = services_.notices, target](const QString& reason) {
+        notices.note(notOpened(target, reason));
     });
 }
 

@@ -10,13 +10,15 @@ class frmMain;
 namespace tarnwick::app {
 
 // The Help menu with its outside documents, the About box, and the project folder in the desktop's
-// file manager. A document that does not open gives no message. UI thread.
+// file manager. A document that does not open gives no box, only an entry in the list of notices.
+// UI thread.
 class Help {
   public:
     Help(forms::frmMain& form, const Services& services);
 
   private:
     void mnuManual_Click();
+    void open(const QString& target);
     void openPage(QStringView label, const QString& notice, const QString& address);
     void mnuHelpAbout_Click();
     void aboutLoad();

@@ -7,9 +7,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
-#include "app/notice_board.h"
 #include "runtime/file_names.h"
 
 namespace tarnwick::app {
@@ -57,10 +57,20 @@ void NoticeList::open() {
     activateWindow();
 }
 
+// Keeps what is highlighted and what is in view, so that a new notice does not disturb the reader.
 void NoticeList::fill() {
+    QList<platform::Notice> highlighted;
+    for (const QListWidgetItem* item : lbxNotices->selectedItems())
+        highlighted << filled_[lbxNotices->row(item)];
+    const int scrolled = lbxNotices->verticalScrollBar()->value();
     lbxNotices->clear();
-    for (const NoticeBoard::Entry& entry : board_.entries())
-        lbxNotices->insertItem(0, textOf(entry));
+    filled_.clear();
+    for (auto entry = board_.entries().rbegin(); entry != board_.entries().rend(); ++entry) {
+        filled_ << entry->notice;
+        lbxNotices->addItem(textOf(*entry));
+        lbxNotices->item(lbxNotices->count() - 1)->setSelected(highlighted.contains(entry->notice));
+    }
+    lbxNotices->verticalScrollBar()->setValue(scrolled);
 }
 
 void NoticeList::copy() const {

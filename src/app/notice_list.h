@@ -2,11 +2,11 @@
 
 #include <QDialog>
 
+#include "app/notice_board.h"
+
 class QListWidget;
 
 namespace tarnwick::app {
-
-class NoticeBoard;
 
 // All notices of this run, the newest first: time, sentences and files. Ctrl+C or the button copies
 // the highlighted ones, or all if none is. A window of its own that leaves the others usable. UI
@@ -25,6 +25,7 @@ class NoticeList : public QDialog {
     void copy() const;
 
     const NoticeBoard& board_;
+    QList<platform::Notice> filled_;  // of the rows of the list
     QListWidget* lbxNotices;
 };
 

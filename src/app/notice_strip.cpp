@@ -1,5 +1,6 @@
 #include "app/notice_strip.h"
 
+#include <QAbstractScrollArea>
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QEvent>
@@ -7,7 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMainWindow>
-#include <QMdiArea>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
@@ -19,11 +20,8 @@ namespace tarnwick::app {
 
 namespace {
 
-// Marks the strip as something that wants attention, in light and dark.
-constexpr char kLook[] =
-    "#frNotice { background: palette(tooltip-base); border: 1px solid palette(dark);"
-    " border-left: 6px solid #e08a00; }"
-    "#lbNotice { color: palette(tooltip-text); }";
+constexpr int kBar = 6;  // pixels, the coloured bar at the left edge
+constexpr QRgb kBarColour = 0xffe08a00;
 
 QAccessibleInterface* accessibleStrip(const QString&, QObject* object) {
     auto* strip = qobject_cast<NoticeStrip*>(object);
@@ -32,7 +30,8 @@ QAccessibleInterface* accessibleStrip(const QString&, QObject* object) {
 
 QString sentenceOf(const QList<NoticeBoard::Entry>& shown) {
     const QString newest = sentencesOf(shown.last());
-    return shown.size() == 1 ? newest : u"%1 (%2 more)"_qs.arg(newest).arg(shown.size() - 1);
+    if (shown.size() == 1) return newest;
+    return u"%1 (%2 more)"_qs.arg(newest, QString::number(shown.size() - 1));
 }
 
 }  // namespace
@@ -48,46 +47,85 @@ NoticeStrip::NoticeStrip(QMainWindow& frame, NoticeBoard& board,
       cbNoticeDetails(new QPushButton(u"Details"_qs, this)),
       cbNoticeClose(new QPushButton(u"Dismiss"_qs, this)) {
     QAccessible::installFactory(accessibleStrip);
-    setObjectName(u"frNotice"_qs);
-    lbNotice->setObjectName(u"lbNotice"_qs);
-    cbNoticeDetails->setObjectName(u"cbNoticeDetails"_qs);
-    cbNoticeClose->setObjectName(u"cbNoticeClose"_qs);
-    setStyleSheet(QLatin1String(kLook));
-    lbNotice->setTextFormat(Qt::PlainText);
-    lbNotice->setWordWrap(true);
-    auto* row = new QHBoxLayout(this);
-    row->addWidget(lbNotice, 1);
-    row->addWidget(cbNoticeDetails);
-    row->addWidget(cbNoticeClose);
+    makeLook();
     hide();
-    connect(cbNoticeDetails, &QPushButton::clicked, list_, &NoticeList::open);
-    connect(cbNoticeClose, &QPushButton::clicked, this, &NoticeStrip::close);
+    connect(cbNoticeDetails, &QPushButton::clicked, this, &NoticeStrip::openList);
+    connect(cbNoticeClose, &QPushButton::clicked, &board_, &NoticeBoard::dismiss);
     auto* key = new QShortcut(Qt::Key_F9, &frame);
     key->setContext(Qt::ApplicationShortcut);
-    connect(key, &QShortcut::activated, list_, &NoticeList::open);
+    connect(key, &QShortcut::activated, this, &NoticeStrip::openList);
     connect(&board_, &NoticeBoard::changed, this, &NoticeStrip::showNewest);
     connect(&board_, &NoticeBoard::told, this, [this](const QString& sentence) {
+        announce();
         if (!frame_.isActiveWindow()) notifyDesktop_(sentence);
     });
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget*) {
-        if (before != nullptr && before != this && !isAncestorOf(before)) focusBefore_ = before;
-        place();
-    });
-    frame_.installEventFilter(this);
+    followFrame();
     showNewest();
 }
 
 NoticeStrip::~NoticeStrip() = default;
 
+// The colours of tool tips mark the strip as something that wants attention, in light and dark.
+void NoticeStrip::makeLook() {
+    setObjectName(u"frNotice"_qs);
+    lbNotice->setObjectName(u"lbNotice"_qs);
+    cbNoticeDetails->setObjectName(u"cbNoticeDetails"_qs);
+    cbNoticeClose->setObjectName(u"cbNoticeClose"_qs);
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::ToolTipBase);
+    lbNotice->setForegroundRole(QPalette::ToolTipText);
+    lbNotice->setTextFormat(Qt::PlainText);
+    lbNotice->setWordWrap(true);
+    auto* row = new QHBoxLayout(this);
+    QMargins margins = row->contentsMargins();
+    margins.setLeft(margins.left() + kBar);
+    row->setContentsMargins(margins);
+    row->addWidget(lbNotice, 1);
+    row->addWidget(cbNoticeDetails);
+    row->addWidget(cbNoticeClose);
+}
+
+// Keeps its place when the frame changes, its contents scroll, or another control gets the focus.
+void NoticeStrip::followFrame() {
+    const auto* area = qobject_cast<QAbstractScrollArea*>(frame_.centralWidget());
+    view_ = area->viewport();
+    for (QWidget* resized : std::initializer_list<QWidget*>{&frame_, view_})
+        resized->installEventFilter(this);
+    for (const QScrollBar* bar : {area->horizontalScrollBar(), area->verticalScrollBar()})
+        connect(bar, &QScrollBar::valueChanged, this, &NoticeStrip::placeSoon);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget*) {
+        if (before != nullptr && before != this && !isAncestorOf(before)) focusBefore_ = before;
+        placeSoon();
+    });
+}
+
 void NoticeStrip::showNewest() {
-    if (board_.shown().isEmpty()) return hide();
+    if (board_.shown().isEmpty()) return takeAway();
     lbNotice->setText(sentenceOf(board_.shown()));
     setAccessibleName(lbNotice->text());
     show();
     raise();
     place();
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+}
+
+// To screen readers. Those that do not know alerts react to something that appears.
+void NoticeStrip::announce() {
+    for (const QAccessible::Event type : {QAccessible::Alert, QAccessible::ObjectShow}) {
+        QAccessibleEvent event(this, type);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void NoticeStrip::takeAway() {
+    const bool focused = isAncestorOf(QApplication::focusWidget());
+    hide();
+    if (focused && focusBefore_ && focusBefore_->isVisible()) focusBefore_->setFocus();
+}
+
+void NoticeStrip::openList() {
+    board_.dismiss();
+    list_->open();
 }
 
 bool NoticeStrip::covers(const QWidget* control, const QRect& strip) const {
@@ -97,29 +135,32 @@ bool NoticeStrip::covers(const QWidget* control, const QRect& strip) const {
 
 void NoticeStrip::place() {
     if (isHidden()) return;
-    const QRect room = frame_.centralWidget()->geometry();
+    const QRect room(view_->mapTo(&frame_, QPoint()), view_->size());
     QRect strip(room.left(), 0, room.width(), layout()->totalHeightForWidth(room.width()));
     strip.moveBottom(room.bottom());
     if (covers(QApplication::focusWidget(), strip)) strip.moveTop(room.top());
     setGeometry(strip);
 }
 
-// Gives the focus back if one of the strip's buttons had it.
-void NoticeStrip::close() {
-    const bool focused = isAncestorOf(QApplication::focusWidget());
-    board_.dismiss();
-    if (focused && focusBefore_) focusBefore_->setFocus();
+// Once what is happening is over: the window may still scroll to the control with the focus.
+void NoticeStrip::placeSoon() {
+    QMetaObject::invokeMethod(this, &NoticeStrip::place, Qt::QueuedConnection);
 }
 
 void NoticeStrip::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) return close();
+    if (event->key() == Qt::Key_Escape) return board_.dismiss();
     QFrame::keyPressEvent(event);
+}
+
+void NoticeStrip::paintEvent(QPaintEvent* event) {
+    QFrame::paintEvent(event);
+    QPainter(this).fillRect(0, 0, kBar, height(), QColor(kBarColour));
 }
 
 bool NoticeStrip::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest ||
         event->type() == QEvent::Show)
-        QMetaObject::invokeMethod(this, &NoticeStrip::place, Qt::QueuedConnection);
+        placeSoon();
     return QFrame::eventFilter(watched, event);
 }
 

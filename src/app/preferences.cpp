@@ -3,12 +3,15 @@
 #include <QApplication>
 #include <cmath>
 
+#include "app/setting_notices.h"
+#include "app/shell_notices.h"
 #include "forms/frm_main.h"
 #include "forms/texts.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 #include "runtime/service_code.h"
+#include "runtime/system_reason.h"
 #include "settings/update_statement.h"
 
 namespace tarnwick::app {
@@ -78,6 +81,24 @@ void Preferences::PreferencesLoad() {
         line(90);
         database.Release();
     });
+    tellOfSettings();
+}
+
+// Of values that the controls show now and with which a load ends early.
+void Preferences::tellOfSettings() const {
+    const bool onlyRows =
+        form_.OpScriptFormat[1]->isChecked() && form_.chImportSpecifiedRows->isChecked();
+    for (const platform::Notice& notice :
+         noticesOf({.duration = form_.txbSilence->text(),
+         .threshold = form_.txbThreshold->text(),
+         .wordsPerMinute = form_.txbSpeed->text(),
+         .channels = form_.cbxChannels->currentText(),
+         .onlyRows = onlyRows,
+         .firstRow = form_.txbImportStartRow->text(),
+         .lastRow = form_.txbImportEndRow->text(),
+         .boxesAreLive = form_.txbThreshold->isEnabled(),
+         .database = settings::databaseFile(services_.state.vsConnection)}))
+        services_.notices.tell(notice);
 }
 
 void Preferences::showSegmentation(const settings::Record& row) {
@@ -154,28 +175,41 @@ void Preferences::leavePage() {
 }
 
 void Preferences::cbPreferencesSave_Click() {
-    runtime::guarded(services_.failure, u"frmMain.cbSaveSetupData_Click: ",
-                     [&](runtime::Line& line) {
-                         settings::SettingsDatabase& database = services_.database;
-                         line(10);
-                         noticeScale();
-                         line(20);
-                         const settings::Access access(database, services_.state.vsConnection);
-                         line(30);
-                         database.Execute(updateOfRow17());
-                         line(40);
-                         database.Execute(updateOfRow18());
-                         line(50);
-                         const int sourceFormat = sourceFormatIndex();
-                         line(60);
-                         database.Execute(updateOfRow19(sourceFormat));
-                         line(70);
-                         database.Close();
-                         line(80);
-                         database.Release();
-                         line(90);
-                         leavePage();
-                     });
+    runtime::guarded(
+        services_.failure, u"frmMain.cbSaveSetupData_Click: ", [&](runtime::Line& line) {
+            line(10);
+            noticeScale();
+            try {
+                saveRows(line);
+            } catch (const runtime::Fault& fault) {
+                services_.notices.tell(
+                    settingsNotStored(settings::databaseFile(services_.state.vsConnection),
+                                      runtime::reasonOf(fault)));
+                throw;
+            }
+            line(90);
+            leavePage();
+        });
+    tellOfSettings();
+}
+
+// Lines 20 to 80 of the save.
+void Preferences::saveRows(runtime::Line& line) {
+    settings::SettingsDatabase& database = services_.database;
+    line(20);
+    const settings::Access access(database, services_.state.vsConnection);
+    line(30);
+    database.Execute(updateOfRow17());
+    line(40);
+    database.Execute(updateOfRow18());
+    line(50);
+    const int sourceFormat = sourceFormatIndex();
+    line(60);
+    database.Execute(updateOfRow19(sourceFormat));
+    line(70);
+    database.Close();
+    line(80);
+    database.Release();
 }
 
 // Announces a new scale once; the windows keep the scale that they started with.

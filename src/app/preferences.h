@@ -11,6 +11,10 @@ namespace tarnwick::forms {
 class frmMain;
 }
 
+namespace tarnwick::runtime {
+class Line;
+}
+
 namespace tarnwick::app {
 
 // The preferences page, which replaces the work area while it is open, and the settings on it and
@@ -20,7 +24,7 @@ class Preferences : public QObject {
     // `opened` is called when the page is shown and has the focus.
     Preferences(forms::frmMain& form, const Services& services, std::function<void()> opened);
 
-    // Fills the settings controls from the database. Guarded.
+    // Fills the settings controls from the database, and tells of values that end a load. Guarded.
     void PreferencesLoad();
 
   protected:
@@ -42,6 +46,8 @@ class Preferences : public QObject {
     void showScale(const settings::Record& row);
     void showNaming(const settings::Record& row);
     void noticeScale();
+    void saveRows(runtime::Line& line);
+    void tellOfSettings() const;
     QString updateOfRow17() const;
     QString updateOfRow18() const;
     QString updateOfRow19(int sourceFormat) const;

@@ -11,6 +11,7 @@ namespace tarnwick::platform {
 class Descriptor {
   public:
     Descriptor() = default;
+    explicit Descriptor(int number) : number_(number) {}
     Descriptor(const std::filesystem::path& path, int flags, mode_t mode = 0) {
         open(path, flags, mode);
     }

@@ -4,52 +4,120 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QUrl>
+#include <memory>
 
+#include "platform/descriptor.h"
 #include "runtime/file_names.h"
 
 namespace tarnwick::platform {
 
 namespace {
 
-bool canBeOpened(const QString& target) {
+// Runs the opener and reports its exit status on descriptor 3. A shell, since a copy of this
+// program that waits would keep its memory and its open files.
+constexpr char kShell[] = "/bin/sh";
+constexpr char kScript[] = R"("$1" "$2" 3>&-; echo $? >&3)";
+constexpr int kReport = 3;
+
+// A shell reports this number and the signal if a signal ended the opener.
+constexpr int kSignalled = 128;
+
+bool isPage(const QString& target) {
     const QString scheme = QUrl(target).scheme();
-    if (scheme == u"http" || scheme == u"https") return true;
+    return scheme == u"http" || scheme == u"https";
+}
+
+// Why it cannot be opened; empty if it can.
+QString objectionTo(const QString& target) {
+    if (isPage(target)) return {};
     const std::filesystem::path file = runtime::pathOf(target);
     std::error_code ignored;
-    return file.is_absolute() && exists(file, ignored);
+    const bool there = file.is_absolute() && exists(file, ignored);
+    return there ? QString() : u"it is not there"_qs;
 }
 
 // In a forked child. Only what may be called between fork and exec, since the program has threads.
-[[noreturn]] void become(char* const* command) {
-    const int nothing = ::open("/dev/null", O_RDWR);
+[[noreturn]] void become(char* const* command, int report) {
+    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         ::dup2(nothing, stream);
+    if (report == kReport)
+        ::fcntl(report, F_SETFD, 0);  // stays open
+    else
+        ::dup2(report, kReport);
     // The root is no folder that somebody wants to move.
     if (::chdir("/") == 0) ::execv(command[0], command);
     ::_exit(EXIT_FAILURE);
 }
 
 // By hand, since QProcess changes arguments that are no UTF-8. Forked twice, so that the started
-// program is nobody's child and need not be waited for.
-void startDetached(std::string program, std::string argument) {
-    char* const command[] = {program.data(), argument.data(), nullptr};
+// program is nobody's child and need not be waited for. Returns where its exit status can be read;
+// -1 if it was not started.
+int startDetached(std::string program, std::string argument) {
+    std::string shell = kShell, option = "-c", script = kScript;
+    char* const command[] = {shell.data(),   option.data(),   script.data(), shell.data(),
+                             program.data(), argument.data(), nullptr};
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0) return -1;
+    const Descriptor report(ends[1]);
     const pid_t child = ::fork();
     if (child == 0) {
         ::setsid();
-        if (::fork() == 0) become(command);
-        ::_exit(EXIT_SUCCESS);
+        const pid_t started = ::fork();
+        if (started == 0) become(command, ends[1]);
+        ::_exit(started > 0 ? EXIT_SUCCESS : EXIT_FAILURE);
     }
-    if (child > 0) ::waitpid(child, nullptr, 0);
+    int status = EXIT_FAILURE;
+    if (child > 0) ::waitpid(child, &status, 0);
+    if (status == EXIT_SUCCESS) return ends[0];
+    ::close(ends[0]);
+    return -1;
+}
+
+// The words for an exit status of the opener; empty if it opened the target, or was ended by
+// somebody.
+QString failureOf(int status) {
+    switch (status) {
+        case 0:
+            return {};
+        case 2:
+            return u"the desktop did not find it"_qs;
+        case 3:
+            return u"no program for it is installed"_qs;
+        default:
+            return status > kSignalled ? QString() : u"the desktop could not open it"_qs;
+    }
 }
 
 }  // namespace
 
-void DesktopOpener::open(const QString& target) {
+void DesktopOpener::open(const QString& target, const Failed& failed) {
+    if (const QString objection = objectionTo(target); !objection.isEmpty())
+        return failed(objection);
     const QString opener = QStandardPaths::findExecutable(u"xdg-open"_qs);
-    if (opener.isEmpty() || !canBeOpened(target)) return;
-    startDetached(runtime::bytesOfFileName(opener), runtime::bytesOfFileName(target));
+    if (opener.isEmpty()) return failed(u"xdg-open is not installed"_qs);
+    const int report =
+        startDetached(runtime::bytesOfFileName(opener), runtime::bytesOfFileName(target));
+    if (report < 0) return failed(u"no program could be started"_qs);
+    tellWhenEnded(report, failed);
+}
+
+// The report comes in one piece. It ends without one if the shell was ended by somebody.
+void DesktopOpener::tellWhenEnded(int report, const Failed& failed) {
+    auto* ended = new QSocketNotifier(report, QSocketNotifier::Read, this);
+    const auto descriptor = std::make_shared<Descriptor>(report);
+    connect(ended, &QSocketNotifier::activated, this, [ended, descriptor, failed] {
+        ended->setEnabled(false);
+        ended->deleteLater();
+        char status[8];
+        const ssize_t length = ::read(descriptor->number(), status, sizeof status);
+        const QByteArray text(status, std::max<qsizetype>(length, 0));
+        if (const QString reason = failureOf(text.trimmed().toInt()); !reason.isEmpty())
+            failed(reason);
+    });
 }
 
 }  // namespace tarnwick::platform

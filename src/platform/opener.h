@@ -1,14 +1,20 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 namespace tarnwick::platform {
 
-// Opens documents, folders and pages with the desktop's own programs. Failures are not reported.
+// Opens documents, folders and pages with the desktop's own programs. UI thread.
 class Opener {
   public:
+    // Gets the reason in a few words that continue a sentence.
+    using Failed = std::function<void(const QString& reason)>;
+
     virtual ~Opener() = default;
-    virtual void open(const QString& target) = 0;
+    // Does not wait. `failed` is called at most once: before the return, or later from the event
+    // loop if the desktop's program reports a failure, even when the caller is gone.
+    virtual void open(const QString& target, const Failed& failed) = 0;
 };
 
 }  // namespace tarnwick::platform

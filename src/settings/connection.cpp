@@ -27,16 +27,36 @@ void Connection::drop() {
     readyToWrite_ = false;
 }
 
+// What the provider's code means for the file, in words that continue its name.
+QString Connection::causeOf(int code) const {
+    switch (code & 0xff) {
+        case SQLITE_READONLY:
+            return QStringLiteral(" or its folder is write-protected");
+        case SQLITE_CANTOPEN:
+            return QStringLiteral(" or its folder cannot be opened");
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return QStringLiteral(" is in use by another program");
+        case SQLITE_NOTADB:
+        case SQLITE_CORRUPT:
+            return QStringLiteral(" is damaged");
+        default:
+            return {};
+    }
+}
+
 void Connection::fail() const {
-    throw runtime::Fault(QString::fromUtf8(sqlite3_errmsg(database_)));
+    throw runtime::Fault(
+        QString::fromUtf8(sqlite3_errmsg(database_)),
+        runtime::readableFileName(file_) + causeOf(sqlite3_extended_errcode(database_)));
 }
 
 void Connection::Open(const QString& connectionString) {
     if (isOpen())
         throw runtime::Fault(QStringLiteral("Operation is not allowed when the object is open."));
-    const QString file = partOf(connectionString, QStringLiteral("Data Source"));
+    file_ = databaseFile(connectionString);
     const QString password = partOf(connectionString, QStringLiteral("Database Password"));
-    const int code = sqlite3_open_v2(runtime::bytesOfFileName(file).c_str(), &database_,
+    const int code = sqlite3_open_v2(runtime::bytesOfFileName(file_).c_str(), &database_,
                                      SQLITE_OPEN_READWRITE, nullptr);
     try {
         if (code != SQLITE_OK) fail();

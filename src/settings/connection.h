@@ -10,7 +10,8 @@ struct sqlite3_stmt;
 namespace tarnwick::settings {
 
 // A connection to the provider: opens the encrypted file, executes statements, closes.
-// Every failure is a runtime::Fault with the provider's description.
+// Every failure is a runtime::Fault with the provider's description; the detail is the file and
+// what is the matter with it.
 class Connection {
   public:
     Connection() = default;
@@ -37,7 +38,9 @@ class Connection {
     void prepareToWrite();
     void drop();
     [[noreturn]] void fail() const;
+    QString causeOf(int code) const;
 
+    QString file_;  // of the last Open
     sqlite3* database_ = nullptr;
     bool readyToWrite_ = false;
 };

@@ -68,4 +68,8 @@ QString partOf(const QString& connectionString, const QString& name) {
     return *found;
 }
 
+QString databaseFile(const QString& connectionString) {
+    return partOf(connectionString, QStringLiteral("Data Source"));
+}
+
 }  // namespace tarnwick::settings

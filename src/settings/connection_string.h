@@ -16,4 +16,7 @@ QString connectionString(const QString& appPath);
 // such part.
 QString partOf(const QString& connectionString, const QString& name);
 
+// The full path of the database.
+QString databaseFile(const QString& connectionString);
+
 }  // namespace tarnwick::settings

@@ -33,20 +33,31 @@ QString Record::textOr(const QString& name, const QString& onNull) const {
     return isNull(name) ? onNull : text(name);
 }
 
+// `conversion` gets the value of the column; a fault of it names the column and the value.
+template <class Conversion>
+auto Record::converted(const QString& name, Conversion conversion) const {
+    const QVariant& value = filled(name);
+    return runtime::withDetail(QStringLiteral("stored value %1 is \"%2\"").arg(name, text(name)),
+                               [&] { return conversion(value); });
+}
+
 bool Record::ticked(const QString& name) const {
-    return runtime::roundToInteger(number(name)) == 1;
+    const qint32 value = number(name);
+    return converted(name, [&](const QVariant&) { return runtime::roundToInteger(value) == 1; });
 }
 
 qint32 Record::number(const QString& name) const {
-    const QVariant& value = filled(name);
-    if (value.typeId() == QMetaType::QString) return runtime::strictLong(value.toString());
-    return runtime::roundToLong(value.toDouble());
+    return converted(name, [](const QVariant& value) {
+        if (value.typeId() == QMetaType::QString) return runtime::strictLong(value.toString());
+        return runtime::roundToLong(value.toDouble());
+    });
 }
 
 double Record::real(const QString& name) const {
-    const QVariant& value = filled(name);
-    if (value.typeId() == QMetaType::QString) return runtime::strictDouble(value.toString());
-    return value.toDouble();
+    return converted(name, [](const QVariant& value) {
+        if (value.typeId() == QMetaType::QString) return runtime::strictDouble(value.toString());
+        return value.toDouble();
+    });
 }
 
 bool Record::isTrue(const QString& name) const {

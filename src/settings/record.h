@@ -9,7 +9,8 @@ namespace tarnwick::settings {
 
 // One row of a table, its columns by name (without regard to case). A column is Null, a number or
 // a text, depending on what was stored last. An unknown name faults in every function; a Null
-// faults with "Invalid use of Null" in all but isNull, isTrue and textOr.
+// faults with "Invalid use of Null" in all but isNull, isTrue and textOr. A value that cannot be
+// converted is the detail of the fault.
 class Record {
   public:
     bool isNull(const QString& name) const;
@@ -26,6 +27,8 @@ class Record {
   private:
     const QVariant& column(const QString& name) const;
     const QVariant& filled(const QString& name) const;
+    template <class Conversion>
+    auto converted(const QString& name, Conversion conversion) const;
 
     std::vector<std::pair<QString, QVariant>> columns_;
 };

@@ -1,6 +1,12 @@
 #include "settings/settings_database.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
 #include "runtime/fault.h"
+#include "runtime/file_names.h"
 #include "settings/connection.h"
 #include "settings/recordset.h"
 
@@ -49,6 +55,14 @@ void SettingsDatabase::Release() {
 }
 
 bool SettingsDatabase::isOpen() const { return adoConnection && adoConnection->isOpen(); }
+
+int whyNotWritable(const QString& vsConnection) {
+    const std::filesystem::path file = runtime::pathOf(databaseFile(vsConnection));
+    for (const auto& [place, mode] :
+         {std::pair(file, W_OK), std::pair(file.parent_path(), W_OK | X_OK)})
+        if (::faccessat(AT_FDCWD, place.c_str(), mode, AT_EACCESS) != 0) return errno;
+    return 0;
+}
 
 Access::Access(SettingsDatabase& database, const QString& vsConnection) : database_(database) {
     database_.Open(vsConnection);

@@ -17,14 +17,16 @@ UpdateStatement& UpdateStatement::add(const QString& literal) {
 
 UpdateStatement& UpdateStatement::number(QStringView entry) {
     const double value = runtime::val(entry);
-    if (!std::isfinite(value)) runtime::overflow();
+    if (!std::isfinite(value))
+        runtime::withDetail(QStringLiteral("the entry \"%1\"").arg(entry), runtime::overflow);
     return add(runtime::plainText(value));
 }
 
 UpdateStatement& UpdateStatement::asTyped(const QString& entry) {
     if (!runtime::isNumber(entry))
         throw runtime::Fault(QStringLiteral("Syntax error in number '%1'.").arg(entry));
-    runtime::strictDouble(entry);
+    runtime::withDetail(QStringLiteral("the entry \"%1\"").arg(entry),
+                        [&] { runtime::strictDouble(entry); });
     return add(entry);
 }
 

@@ -233,9 +233,10 @@ TEST_F(Settings, ANullIsZeroButNotAmongTheOptions) {
                   form.txbCutEnd->text() + form.txbCutStart->text() + form.txbNormdB->text(),
               u"00000");
     EXPECT_EQ(form.txbSilencedB->text() + form.txbSilencePerc->text(), u"0100.0");
-    const std::pair<QString, QString> faults[] = {{u"NULL"_qs, u"Invalid use of Null"_qs},
-                                                  {u"4"_qs, u"Subscript out of range"_qs},
-                                                  {u"'x'"_qs, u"Type mismatch"_qs}};
+    const std::pair<QString, QString> faults[] = {
+        {u"NULL"_qs, u"Invalid use of Null"_qs},
+        {u"4"_qs, u"Subscript out of range"_qs},
+        {u"'x'"_qs, u"Type mismatch (stored value F4 is \"x\")"_qs}};
     for (const auto& [index, fault] : faults) {
         execute(u"UPDATE Admin SET F4 = %1 WHERE F1 = 14"_qs.arg(index));
         EXPECT_EQ(endOf([&] { load(); }), u"Save_LoadProcessor_Data: %1, Line 50"_qs.arg(fault));

@@ -108,7 +108,7 @@ TEST(DesktopOpenDialog, BeginsInTheProjectsFolderOrAtHomeAndLeavesNothingBehind)
               QStringList(u"take.wav"_qs));
 }
 
-TEST(DesktopOpener, HandsOverWhatIsThereAndIsSilentAboutTheRest) {
+TEST(DesktopOpener, HandsOverWhatIsThereAndTellsWhyItCannot) {
     const QTemporaryDir desktop;
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", desktop.path().toLocal8Bit());
@@ -120,21 +120,44 @@ TEST(DesktopOpener, HandsOverWhatIsThereAndIsSilentAboutTheRest) {
     const auto tidied = qScopeGuard([&] { std::filesystem::remove_all(runtime::pathOf(odd)); });
     const QString noted = desktop.filePath(u"noted"_qs);
     platform::DesktopOpener opener;
+    QStringList failures;
+    const auto open = [&](const QString& target) {
+        opener.open(target, [&](const QString& reason) { failures << reason; });
+    };
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    opener.open(odd);  // no opener is installed
+    open(odd);
+    EXPECT_EQ(failures, QStringList(u"xdg-open is not installed"_qs));
+    failures.clear();
 
     const QString script = desktop.filePath(u"xdg-open"_qs);
     test::writeFile(script, "#!/bin/sh\necho noise; echo noise >&2\nprintf '%s\\n' \"$#:$1\" >> '" +
                                 noted.toLocal8Bit() + "'\n");
     QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
     for (const QString& none : {u""_qs, u"."_qs, u"-v"_qs, odd + u'x', u"mailto:a@b"_qs})
-        opener.open(none);
+        open(none);
+    EXPECT_EQ(failures, QStringList(5, u"it is not there"_qs));
+    failures.clear();
     QByteArray expected;
     for (const QString& target : {odd, noText, u"https://tarnwick.example/a?b=c#d"_qs}) {
-        opener.open(target);
+        open(target);
         expected += "1:" + QByteArray::fromStdString(runtime::bytesOfFileName(target)) + '\n';
         EXPECT_TRUE(test::waitUntil([&] { return test::contentOf(noted) == expected; }, 5000));
+    }
+    const auto rewrite = [&](const QByteArray& lines) {
+        test::writeFile(script, "#!/bin/sh\n" + lines);
+    };
+    rewrite(": >'" + noted.toLocal8Bit() + "'; kill $$\n");
+    open(odd);
+    EXPECT_TRUE(test::waitUntil([&] { return test::contentOf(noted).isEmpty(); }, 5000));
+    for (const auto& [ending, reason] : {std::pair("exit 2\n", "the desktop did not find it"),
+                                         {"exit 3\n", "no program for it is installed"},
+                                         {"exit 4\n", "the desktop could not open it"}}) {
+        rewrite(ending);
+        open(odd);
+        EXPECT_TRUE(test::waitUntil([&] { return !failures.isEmpty(); }, 5000));
+        EXPECT_EQ(failures, QStringList(QLatin1String(reason)));
+        failures.clear();
     }
     EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child is left behind";

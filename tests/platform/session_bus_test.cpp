@@ -15,6 +15,7 @@
 #include <thread>
 
 #include "platform/colour_scheme.h"
+#include "platform/desktop_notifications.h"
 #include "platform/session_bus.h"
 #include "support/few_threads.h"
 #include "support/wait_until.h"
@@ -141,15 +142,30 @@ TEST(SessionBus, IsSilentWhereNoThreadCanGreetIt) {
     EXPECT_EQ(test::withFewThreads(0, greet), 0);
 }
 
-TEST(ColourScheme, FollowsThePortal) {
-    // Not with QProcess: after its fork the thread sanitizer sees no lock of this thread any more.
-    FILE* start = ::popen("dbus-daemon --session --fork --print-address=1 --print-pid=1", "r");
-    char place[256] = "";
+// A bus of the test's own.
+class PrivateBus {
+  public:
+    PrivateBus() {
+        // Not with QProcess: after its fork the thread sanitizer sees no lock of this thread any
+        // more.
+        FILE* start = ::popen("dbus-daemon --session --fork --print-address=1 --print-pid=1", "r");
+        char place[256] = "";
+        if (std::fscanf(start, "%255s %d", place, &daemon) == 2)
+            address = QString::fromLatin1(place);
+        ::pclose(start);
+    }
+    ~PrivateBus() {
+        if (daemon > 0) ::kill(daemon, SIGKILL);
+    }
+
+    QString address;  // empty if there is no such program
     pid_t daemon = 0;
-    const int told = std::fscanf(start, "%255s %d", place, &daemon);
-    ::pclose(start);
-    if (told != 2) GTEST_SKIP() << "no bus";
-    const QString address = QString::fromLatin1(place);
+};
+
+TEST(ColourScheme, FollowsThePortal) {
+    const PrivateBus own;
+    if (own.address.isEmpty()) GTEST_SKIP() << "no bus";
+    const auto& [address, daemon] = own;
     QDBusConnection bus = QDBusConnection::connectToBus(address, u"portal"_qs);
     Portal portal;
     bus.registerService(u"org.freedesktop.portal.Desktop"_qs);
@@ -198,7 +214,44 @@ TEST(ColourScheme, FollowsThePortal) {
     thread.quit();
     thread.wait();
     QDBusConnection::disconnectFromBus(u"portal"_qs);
-    ::kill(daemon, SIGKILL);
+}
+
+// Records what a notification service is asked.
+class NotificationService : public QDBusVirtualObject {
+  public:
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override {
+        asked << message.interface() + u'.' + message.member() + u'|' +
+                     message.arguments().value(3).toString() + u'|' +
+                     message.arguments().value(4).toString();
+        signature = message.signature();
+        return true;
+    }
+    QStringList asked;
+    QString signature;
+};
+
+TEST(DesktopNotifications, AskTheServiceAndDoNotWaitForIt) {
+    const PrivateBus own;
+    if (own.address.isEmpty()) GTEST_SKIP() << "no bus";
+    QDBusConnection bus = QDBusConnection::connectToBus(own.address, u"service"_qs);
+    NotificationService service;
+    const SessionBus session(own.address);
+    DesktopNotifications notifications(session);
+    notifications.show(u"nobody listens"_qs);
+    bus.registerVirtualObject(u"/org/freedesktop/Notifications"_qs, &service);
+    bus.registerService(u"org.freedesktop.Notifications"_qs);
+    // The service runs on this thread and answers only after both calls have returned.
+    notifications.show(u"2 files: <b> & \"c\"."_qs);
+    notifications.show(u"again"_qs);
+    EXPECT_TRUE(test::waitUntil([&] { return service.asked.size() == 2; }, 5000));
+    const QString call = u"org.freedesktop.Notifications.Notify|Tarnwick|"_qs;
+    EXPECT_EQ(service.asked, QStringList({call + u"2 files: &lt;b&gt; &amp; &quot;c&quot;."_qs,
+                                          call + u"again"_qs}));
+    EXPECT_EQ(service.signature, u"susssasa{sv}i");
+    QDBusConnection::disconnectFromBus(u"service"_qs);
+    const SessionBus none(u"unix:path=/nowhere/bus"_qs);
+    DesktopNotifications(none).show(u"no bus"_qs);
 }
 
 TEST(ColourScheme, IsLightAtOnceWithoutABus) {

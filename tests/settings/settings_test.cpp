@@ -99,6 +99,35 @@ TEST_F(SettingsDatabaseTest, ColumnsAreReadAsWhatTheReaderWants) {
                   "ordinal.");
 }
 
+TEST_F(SettingsDatabaseTest, AFaultHasTheFieldOrTheFileAsItsDetail) {
+    const auto detailOf = [](auto&& call) {
+        try {
+            call();
+        } catch (const runtime::Fault& fault) {
+            return fault.detail();
+        }
+        return QString("no fault");
+    };
+    execute("UPDATE Admin SET  F3 = 'x', F4 = 40000, F8 = 3000000000 WHERE F1 = 18");
+    const Record row = admin(18);
+    EXPECT_EQ(detailOf([&] { row.number("F3"); }), "stored value F3 is \"x\"");
+    EXPECT_EQ(detailOf([&] { row.real("F3"); }), "stored value F3 is \"x\"");
+    EXPECT_EQ(detailOf([&] { row.ticked("F4"); }), "stored value F4 is \"40000\"");
+    EXPECT_EQ(detailOf([&] { row.number("F8"); }), "stored value F8 is \"3000000000\"");
+    EXPECT_EQ(detailOf([] { settings::UpdateStatement().number(u"1e999"); }),
+              "the entry \"1e999\"");
+    EXPECT_EQ(detailOf([&] {
+                  const Access access(database_, connection());
+                  database_.Execute("PRAGMA query_only = 1");
+                  database_.Execute("DELETE FROM Silences");
+              }),
+              file() + " or its folder is write-protected");
+    test::writeFile(file(), QByteArray(5000, 'x'));
+    EXPECT_EQ(detailOf([&] { admin(17); }), file() + " is damaged");
+    QFile::remove(file());
+    EXPECT_EQ(detailOf([&] { admin(17); }), file() + " or its folder cannot be opened");
+}
+
 TEST_F(SettingsDatabaseTest, BadStatementsFaultAndChangeNothing) {
     for (const char* statement : {"UPDATE Admin SET  F3 = 'O'Hara' WHERE F1 = 19",
                                   "UPDATE Admin SET  F3 = ''; DELETE FROM Admin; --' WHERE F1 = 19",
@@ -245,11 +274,14 @@ TEST_F(SettingsDatabaseTest, AReadOnlyDatabaseFailsOnTheFirstSaveOnly) {
         ASSERT_EQ(root ? seteuid(65534) : 0, 0);
         const QString read = faultOf([&] { admin(17); });
         const QString written = faultOf([&] { execute("UPDATE Admin SET  F2 = 9 WHERE F1 = 17"); });
+        const int why = settings::whyNotWritable(connection());
         ASSERT_EQ(root ? seteuid(0) : 0, 0);
         EXPECT_EQ(read, "none") << folderToo;
         EXPECT_NE(written, "none") << folderToo;
+        EXPECT_EQ(why, EACCES) << folderToo;
     }
     ASSERT_EQ(chmod(qPrintable(folder_.path()), 0755), 0);
+    EXPECT_EQ(settings::whyNotWritable(connection()), 0);
     EXPECT_EQ(admin(17).text("F2"), "1500");
 }
 

@@ -68,8 +68,12 @@ class ScriptedDialog : public platform::OpenDialog {
 
 class ScriptedOpener : public platform::Opener {
   public:
-    void open(const QString& target) override { opened << target; }
+    void open(const QString& target, const Failed& failed) override {
+        opened << target;
+        if (!failure.isEmpty()) failed(failure);
+    }
     QStringList opened;
+    QString failure;  // empty if the target opens
 };
 
 class StoppedClock : public platform::Clock {

@@ -1,0 +1,146 @@
+#include "app/setting_notices.h"
+
+#include "model/limits.h"
+#include "project/script_rows.h"
+#include "runtime/fault.h"
+#include "runtime/levels.h"
+#include "runtime/numbers.h"
+#include "segmentation/alignment_row.h"
+
+namespace tarnwick::app {
+
+namespace {
+
+constexpr qint32 kShortestPause = 20;    // ms; shorter ones are found inside the words
+constexpr qint32 kLongSilence = 600000;  // ms, between two long prompts
+
+// The classic words of the fault that `work` ends with; empty if it does not.
+template <class Work>
+QString faultOf(Work work) {
+    try {
+        work();
+        return {};
+    } catch (const runtime::Fault& fault) {
+        return fault.description();
+    }
+}
+
+QString ending(const QString& fault) {
+    return u"every load will end with the error “%1”."_qs.arg(fault);
+}
+
+QString named(const QString& field, const QString& value) {
+    return value.trimmed().isEmpty() ? field + u" is empty"_qs : u"%1 is “%2”"_qs.arg(field, value);
+}
+
+// The conversions of a scan: decibels, percent with one decimal, amplitude.
+QString thresholdObjection(const QString& text) {
+    const QString value = named(u"Threshold"_qs, text);
+    const QString noNumber = faultOf([&] { runtime::strictDouble(text); });
+    if (!noNumber.isEmpty()) return value + u", which is no number: "_qs + ending(noNumber);
+    QString amplitude;
+    const QString tooLoud = faultOf([&] {
+        const double percent = runtime::percentOfDecibels(runtime::strictDouble(text));
+        amplitude = runtime::amplitudeOfPercent(runtime::fixedOneDecimal(percent));
+        runtime::strictInteger(amplitude);
+    });
+    if (!tooLoud.isEmpty())
+        return value + u". No sound is louder than 0 dB, so "_qs + ending(tooLoud);
+    if (runtime::strictDouble(amplitude) < INT16_MAX) return {};
+    return value +
+           u". No sound is louder than that, so the whole recording counts as one pause."_qs;
+}
+
+QString durationObjection(const QString& text) {
+    const QString value = named(u"Duration"_qs, text);
+    const QString noNumber = faultOf([&] { runtime::strictLong(text); });
+    if (!noNumber.isEmpty())
+        return value + u", which is no length in milliseconds: "_qs + ending(noNumber);
+    const qint32 length = runtime::strictLong(text);
+    if (length < 0)
+        return value +
+               u". Such a pause cannot be added to the ends of the recording, so every "
+               u"load will end without a list."_qs;
+    if (length >= kShortestPause) return {};
+    return value +
+           u" ms. So short pauses are also found inside the words, and with more than %1 of "
+           u"them a load ends with the error “Subscript out of range”."_qs.arg(
+               model::kSilenceSlots);
+}
+
+// The speed at the extremes: a prompt of one word and one of a hundred.
+QString speedObjection(const QString& text) {
+    const auto fault = [&](const char16_t* words) {
+        return faultOf([&] {
+            segmentation::alignRow(
+                {.FileName = {}, .Content = {}, .Words = QString::fromUtf16(words)}, {},
+                {.StartAt = kLongSilence, .FinishAt = kLongSilence}, text, {});
+        });
+    };
+    const QString shortOne = fault(u"1");
+    const QString end = shortOne.isEmpty() ? fault(u"100") : shortOne;
+    if (end.isEmpty()) return {};
+    return named(u"Words/min"_qs, text) + u", which is no possible reading speed: "_qs +
+           ending(end);
+}
+
+QString channelsObjection(const QString& text) {
+    const QString value = named(u"Channels"_qs, text);
+    const QString noNumber = faultOf([&] { runtime::strictLong(text); });
+    if (!noNumber.isEmpty())
+        return value +
+               u", which is no number: saving the recording and exporting end with the "
+               u"error “%1”."_qs.arg(noNumber);
+    const qint32 channels = runtime::strictLong(text);
+    if (channels == 1 || channels == 2) return {};
+    return value +
+           u". Only 1 and 2 are possible: the recording cannot be saved, and an export "
+           u"stops at its first row."_qs;
+}
+
+QString rowsObjection(const LoadSettings& settings) {
+    if (!settings.onlyRows) return {};
+    const QString range =
+        u"Only Import Rows goes from “%1” to “%2”"_qs.arg(settings.firstRow, settings.lastRow);
+    project::RowRange rows;
+    const QString tooLarge =
+        faultOf([&] { rows = project::specifiedRows(settings.firstRow, settings.lastRow); });
+    if (!tooLarge.isEmpty()) return range + u": "_qs + ending(tooLarge);
+    if (rows.viLastRow < rows.viFirstRow)
+        return range + u". These are no rows, so "_qs + ending(u"Index out of bounds"_qs);
+    if (rows.viFirstRow < 1)
+        return range + u". The first row of a sheet is 1, so "_qs +
+               ending(u"Application-defined or object-defined error"_qs);
+    if (rows.viLastRow - rows.viFirstRow < model::kPromptSlots - 1) return {};
+    return range + u". A script may have %1 prompts, so "_qs.arg(model::kPromptSlots - 1) +
+           ending(u"Subscript out of range"_qs);
+}
+
+}  // namespace
+
+QList<platform::Notice> noticesOf(const LoadSettings& settings) {
+    const QString liveBox =
+        u"Correct it now, and press Save in the Preferences again: after the "
+        u"next start its box is grey."_qs;
+    const QString greyBox =
+        u"Its box is grey until a list was filled. Quit, and put the "
+        u"Tarnwick.mdb that was delivered with Tarnwick in the place of this "
+        u"one; all settings then have their first values."_qs;
+    const QString page = u"Correct it in the Preferences, and press Save there."_qs;
+    QList<platform::Notice> notices;
+    for (const QString& objection :
+         {thresholdObjection(settings.threshold), durationObjection(settings.duration),
+          speedObjection(settings.wordsPerMinute)})
+        if (!objection.isEmpty())
+            notices << platform::Notice{
+                .what = objection,
+                .files = settings.boxesAreLive ? QStringList() : QStringList(settings.database),
+                .safe = {},
+                .remedy = settings.boxesAreLive ? liveBox : greyBox};
+    for (const QString& objection : {channelsObjection(settings.channels), rowsObjection(settings)})
+        if (!objection.isEmpty())
+            notices << platform::Notice{.what = objection, .files = {}, .safe = {}, .remedy = page};
+    return notices;
+}
+
+}  // namespace tarnwick::app
