@@ -25,7 +25,7 @@ QString textOf(const NoticeBoard::Entry& entry) {
 
 }  // namespace
 
-NoticeList::NoticeList(QWidget* parent, const NoticeBoard& board)
+NoticeList::NoticeList(QWidget* parent, NoticeBoard& board)
     : QDialog(parent), board_(board), lbxNotices(new QListWidget(this)) {
     setObjectName(u"frmNotices"_qs);
     setWindowTitle(u"Notices"_qs);
@@ -41,6 +41,10 @@ NoticeList::NoticeList(QWidget* parent, const NoticeBoard& board)
     QPushButton* cbNoticesCopy = buttons->addButton(u"Copy"_qs, QDialogButtonBox::ActionRole);
     cbNoticesCopy->setObjectName(u"cbNoticesCopy"_qs);
     connect(cbNoticesCopy, &QPushButton::clicked, this, [this] { copy(); });
+    // The keyboard's way to take the strip away.
+    QPushButton* cbNoticesDismiss = buttons->addButton(u"Dismiss"_qs, QDialogButtonBox::ResetRole);
+    cbNoticesDismiss->setObjectName(u"cbNoticesDismiss"_qs);
+    connect(cbNoticesDismiss, &QPushButton::clicked, &board_, &NoticeBoard::dismiss);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* column = new QVBoxLayout(this);
     column->addWidget(lbxNotices);

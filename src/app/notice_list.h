@@ -13,7 +13,7 @@ namespace tarnwick::app {
 // thread.
 class NoticeList : public QDialog {
   public:
-    NoticeList(QWidget* parent, const NoticeBoard& board);
+    NoticeList(QWidget* parent, NoticeBoard& board);
 
     void open() override;  // shows it, or brings it to the front
 
@@ -24,7 +24,7 @@ class NoticeList : public QDialog {
     void fill();
     void copy() const;
 
-    const NoticeBoard& board_;
+    NoticeBoard& board_;
     QList<platform::Notice> filled_;  // of the rows of the list
     QListWidget* lbxNotices;
 };

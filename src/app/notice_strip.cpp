@@ -49,11 +49,11 @@ NoticeStrip::NoticeStrip(QMainWindow& frame, NoticeBoard& board,
     QAccessible::installFactory(accessibleStrip);
     makeLook();
     hide();
-    connect(cbNoticeDetails, &QPushButton::clicked, this, &NoticeStrip::openList);
+    connect(cbNoticeDetails, &QPushButton::clicked, list_, &NoticeList::open);
     connect(cbNoticeClose, &QPushButton::clicked, &board_, &NoticeBoard::dismiss);
     auto* key = new QShortcut(Qt::Key_F9, &frame);
     key->setContext(Qt::ApplicationShortcut);
-    connect(key, &QShortcut::activated, this, &NoticeStrip::openList);
+    connect(key, &QShortcut::activated, list_, &NoticeList::open);
     connect(&board_, &NoticeBoard::changed, this, &NoticeStrip::showNewest);
     connect(&board_, &NoticeBoard::told, this, [this](const QString& sentence) {
         announce();
@@ -121,11 +121,6 @@ void NoticeStrip::takeAway() {
     const bool focused = isAncestorOf(QApplication::focusWidget());
     hide();
     if (focused && focusBefore_ && focusBefore_->isVisible()) focusBefore_->setFocus();
-}
-
-void NoticeStrip::openList() {
-    board_.dismiss();
-    list_->open();
 }
 
 bool NoticeStrip::covers(const QWidget* control, const QRect& strip) const {

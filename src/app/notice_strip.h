@@ -39,7 +39,6 @@ class NoticeStrip : public QFrame {
     void showNewest();
     void announce();
     void takeAway();
-    void openList();
     void place();
     void placeSoon();
     bool covers(const QWidget* control, const QRect& strip) const;

@@ -83,8 +83,9 @@ struct Faults : test::Launched, testing::WithParamInterface<int> {
     void expectSaved(const char* after) {
         const qsizetype samples =
             std::ssize(test::samplesOf(in(u"take.wav"_qs))) * 1000 / test::kRate;
-        if (std::abs(samples - EDT->GetSoundDuration()) > 1)
+        if (std::abs(samples - EDT->GetSoundDuration()) > 1) {
             EXPECT_TRUE(named(u"take.wav"_qs)) << after << '\n' << told();
+        }
     }
     bool loadAndEdit() {
         load();
@@ -102,8 +103,9 @@ struct Faults : test::Launched, testing::WithParamInterface<int> {
         form().mnuExport->trigger();
         if (!test::waitUntil([&] { return !form().isVisible(); }, kPatienceMs)) return false;
         for (int i = 0; i < kRows; ++i)
-            if (!files.FileExists(in(prompt(i))))
+            if (!files.FileExists(in(prompt(i)))) {
                 EXPECT_TRUE(named(prompt(i))) << "export of " << i << '\n' << told();
+            }
         return true;
     }
     bool processAll() {
@@ -117,8 +119,9 @@ struct Faults : test::Launched, testing::WithParamInterface<int> {
             [&] { return window.lbConversion->text().contains(u"Have Been Processed"); },
             kPatienceMs);
         for (const QString& name : sources)
-            if (!files.FileExists(in(name)))
+            if (!files.FileExists(in(name))) {
                 EXPECT_TRUE(named(name)) << "batch of " << name.toStdString() << '\n' << told();
+            }
         window.parentWidget()->close();
         return ended;
     }
@@ -127,9 +130,10 @@ struct Faults : test::Launched, testing::WithParamInterface<int> {
         form().mnuRenameWizard->trigger();
         find<forms::frmRenameWiz>()->cbRenamePerList->click();
         for (int i = 0; i < kRows; ++i)
-            if (!files.FileExists(in(renamed(i))))
+            if (!files.FileExists(in(renamed(i)))) {
                 EXPECT_TRUE(named(prompt(i)) || named(renamed(i))) << "rename of " << i << '\n'
                                                                    << told();
+            }
     }
     void work() {
         if (loadAndEdit() && exportAll() && processAll()) renameAll();
@@ -158,8 +162,9 @@ TEST_P(Faults, EveryMissingFileIsNamedAndNothingIsLost) {
     for (const auto& [name, bytes] : all) {
         EXPECT_FALSE(name.section(u'/', -1).startsWith(u'.'))
             << "left behind: " << qPrintable(name);
-        if (name.endsWith(u".wav"))
+        if (name.endsWith(u".wav")) {
             EXPECT_GT(test::samplesOf(in(name)).size(), 0U) << "half a file: " << qPrintable(name);
+        }
     }
 }
 

@@ -193,6 +193,8 @@ TEST_F(Strip, TheListShowsEveryNoticeAndCopies) {
     EXPECT_EQ(key->key(), QKeySequence(Qt::Key_F9));
     Q_EMIT key->activated();
     EXPECT_TRUE(list->isVisible());
+    EXPECT_TRUE(strip->isVisible());
+    list->findChild<QPushButton*>(u"cbNoticesDismiss"_qs)->click();
     EXPECT_TRUE(strip->isHidden());
     auto* rows = list->findChild<QListWidget*>();
     ASSERT_EQ(rows->count(), 2);
