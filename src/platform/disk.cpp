@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
 #include <QDir>
 #include <QStorageInfo>
@@ -144,6 +145,12 @@ QStringList Disk::drives() const {
     std::sort(paths.begin(), paths.end(), runtime::nameLess);
     paths.removeDuplicates();
     return paths;
+}
+
+qint64 Disk::freeBytes(const QString& folder) const {
+    struct statvfs space {};
+    if (::statvfs(pathOf(folder).c_str(), &space) != 0) return -1;
+    return static_cast<qint64>(space.f_bavail) * static_cast<qint64>(space.f_frsize);
 }
 
 void Disk::createFolder(const QString& path) {

@@ -14,6 +14,7 @@ class Disk : public FileSystem {
     QStringList list(const QString& folder, const QStringList& patterns) const override;
     QStringList listFolders(const QString& folder) const override;
     QStringList drives() const override;
+    qint64 freeBytes(const QString& folder) const override;
     void createFolder(const QString& path) override;
     void CopyFile(const QString& source, const QString& destination) override;
     void copyToNewFile(const QString& source, const QString& destination) override;

@@ -32,6 +32,8 @@ class FileSystem {
 
     // Full paths of the root and of the volumes mounted below it, the root first.
     virtual QStringList drives() const = 0;
+    virtual qint64 freeBytes(
+        const QString& folder) const = 0;  // that the operator can use there; -1: not known
 
     virtual void createFolder(const QString& path) = 0;
 
