@@ -141,4 +141,43 @@ TEST_F(Batch, ClosingTheWindowDuringARunLeavesOnlyCompleteFiles) {
         EXPECT_NEAR(endsOf(test::samplesOf(in(name))).second, 500.0, 1.0);
 }
 
+// The sentences of all notices so far.
+QString toldBy(const app::NoticeBoard& board) {
+    QStringList whats;
+    for (const app::NoticeBoard::Entry& entry : board.entries())
+        whats << entry.notice.what;
+    return whats.join(u'\n');
+}
+
+TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
+    put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
+    put(u"2.wav"_qs, test::wavFile(test::wave(200, 9000)));
+    put(u"3.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
+    ASSERT_TRUE(QDir().mkdir(in(u"3.aiff"_qs)));  // in the way of an output
+    open();
+    window().chCutEnd->setChecked(true);
+    window().opFormat[3]->setChecked(true);
+    window().cbProcess->click();
+    ASSERT_TRUE(finished(3));
+    EXPECT_EQ(listed(), u"1.aiff|2.aiff");
+    EXPECT_EQ(toldBy(notices),
+              u"1 of 3 files was not written: 3.wav: the file cannot be written. 1 of 3 files was "
+              u"not cut at its end, because the cut is longer than the sound: 2.wav.");
+    EXPECT_TRUE(boxes().isEmpty());
+    expectSourcesKept();
+}
+
+TEST_F(Batch, ARunThatWaitsOrGoesRoundIsToldAndItsWindowCanBeClosed) {
+    put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 800)));
+    open();
+    tickAll();
+    window().cbProcess->click();
+    ASSERT_TRUE(test::waitUntil([&] { return !notices.shown().isEmpty(); }, 20000));
+    EXPECT_TRUE(toldBy(notices).startsWith(u"The batch run goes round in circles at 1.wav: "));
+    window().parentWidget()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(notices.entries().size(), 1);
+    expectSourcesKept(1);
+}
+
 }  // namespace
