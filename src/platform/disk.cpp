@@ -148,9 +148,9 @@ QStringList Disk::drives() const {
 }
 
 qint64 Disk::freeBytes(const QString& folder) const {
-    struct statvfs space {};
-    if (::statvfs(pathOf(folder).c_str(), &space) != 0) return -1;
-    return static_cast<qint64>(space.f_bavail) * static_cast<qint64>(space.f_frsize);
+    struct statvfs state {};
+    if (::statvfs(pathOf(folder).c_str(), &state) != 0) return -1;
+    return static_cast<qint64>(state.f_bavail) * static_cast<qint64>(state.f_frsize);
 }
 
 void Disk::createFolder(const QString& path) {

@@ -142,11 +142,11 @@ TEST_F(Batch, ClosingTheWindowDuringARunLeavesOnlyCompleteFiles) {
 }
 
 // The sentences of all notices so far.
-QString toldBy(const app::NoticeBoard& board) {
+std::string toldBy(const app::NoticeBoard& board) {
     QStringList whats;
     for (const app::NoticeBoard::Entry& entry : board.entries())
         whats << entry.notice.what;
-    return whats.join(u'\n');
+    return whats.join(u'\n').toStdString();
 }
 
 TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
@@ -160,20 +160,24 @@ TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
     window().cbProcess->click();
     ASSERT_TRUE(finished(3));
     EXPECT_EQ(listed(), u"1.aiff|2.aiff");
-    EXPECT_EQ(toldBy(notices),
-              u"1 of 3 files was not written: 3.wav: the file cannot be written. 1 of 3 files was "
-              u"not cut at its end, because the cut is longer than the sound: 2.wav.");
+    const std::string told = toldBy(notices);
+    EXPECT_TRUE(told.starts_with("1 of 3 files was not written: 3.wav: ")) << told;
+    EXPECT_TRUE(
+        told.ends_with("1 of 3 files was not cut at its end, because the cut is longer "
+                       "than the sound: 2.wav."))
+        << told;
     EXPECT_TRUE(boxes().isEmpty());
     expectSourcesKept();
 }
 
 TEST_F(Batch, ARunThatWaitsOrGoesRoundIsToldAndItsWindowCanBeClosed) {
-    put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 800)));
+    put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 802)));
     open();
     tickAll();
     window().cbProcess->click();
-    ASSERT_TRUE(test::waitUntil([&] { return !notices.shown().isEmpty(); }, 20000));
-    EXPECT_TRUE(toldBy(notices).startsWith(u"The batch run goes round in circles at 1.wav: "));
+    ASSERT_TRUE(test::waitUntil([&] { return !notices.shown().isEmpty(); }, 20000))
+        << window().txbDebug->toPlainText().toStdString();
+    EXPECT_TRUE(toldBy(notices).starts_with("The batch run goes round in circles at 1.wav: "));
     window().parentWidget()->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(notices.entries().size(), 1);
