@@ -38,8 +38,20 @@ const QString& beforeProcess() {
 
 Notice endsProgram(QStringView name, const QString& text, const QString& when) {
     return {
-        u"What is typed for %1 (“%2”) is not a number: the program would end with an error %3."_qs
+        u"What is typed for %1 ('%2') is not a number: the program would end with an error %3."_qs
             .arg(name, text, when),
+        {},
+        {},
+        beforeProcess()};
+}
+
+// A level in decibels that is not a number does not change the percent, by which a run goes.
+std::optional<Notice> noticeOfDecibels(QStringView name, const QString& decibels,
+                                       const QString& percent) {
+    if (isStrict(decibels) || !isStrict(percent)) return {};
+    return Notice{
+        u"What is typed for %1 ('%2') is not a number, so the run goes by the percent "
+        u"beside it, %3."_qs.arg(name, decibels, percent),
         {},
         {},
         beforeProcess()};
@@ -58,7 +70,7 @@ std::optional<Notice> noticeOfRate(const Choices& choices) {
         return endsProgram(u"the bit rate", choices.bitRate, u"at the first file"_qs);
     if (!choices.bitRates.contains(bitRateOf(choices.bitRate)))
         return Notice{
-            u"MP3 has no bit rate of “%1” at this frequency: the run would wait at its "
+            u"MP3 has no bit rate of '%1' at this frequency: the run would wait at its "
             u"first file for good."_qs.arg(choices.bitRate),
             {},
             {},
@@ -91,7 +103,7 @@ std::optional<Notice> noticeOfEntries(const QList<NumberEntry>& entries) {
     for (const NumberEntry& entry : entries)
         if (!runtime::isNumber(entry.text) || !isStrict(entry.text))
             wrong << entry.name +
-                         (entry.text.isEmpty() ? u" (empty)"_qs : u" (“%1”)"_qs.arg(entry.text));
+                         (entry.text.isEmpty() ? u" (empty)"_qs : u" ('%1')"_qs.arg(entry.text));
     if (wrong.isEmpty()) return {};
     return Notice{u"No number stands in the box for "_qs + listed(wrong) +
                       u": the program would end with an error when Process stores the settings."_qs,
@@ -102,11 +114,19 @@ std::optional<Notice> noticeOfEntries(const QList<NumberEntry>& entries) {
 
 QList<Notice> noticesOf(const Choices& choices) {
     QList<Notice> notices;
-    if (const auto rate = noticeOfRate(choices)) notices << *rate;
+    const auto add = [&](const std::optional<Notice>& notice) {
+        if (notice) notices << *notice;
+    };
+    add(noticeOfRate(choices));
     if (!isStrict(choices.thresholdPercent))
-        notices << endsProgram(kThresholdPercent, choices.thresholdPercent,
-                               u"when the files have been moved to Raw_Files"_qs);
-    if (const auto maximum = noticeOfMaximum(choices)) notices << *maximum;
+        add(endsProgram(kThresholdPercent, choices.thresholdPercent,
+                        u"when the files have been moved to Raw_Files"_qs));
+    if (choices.setsEnds)
+        add(noticeOfDecibels(kThresholdDecibels, choices.thresholdDecibels,
+                             choices.thresholdPercent));
+    if (choices.normalizes)
+        add(noticeOfDecibels(kMaximumDecibels, choices.maximumDecibels, choices.maximumPercent));
+    add(noticeOfMaximum(choices));
     return notices;
 }
 

@@ -22,13 +22,16 @@ std::optional<platform::Notice> noticeOfEntries(const QList<NumberEntry>& entrie
 // The choices that a run goes by.
 struct Choices {
     bool mp3 = false;
-    bool frequencyOn = true;   // one that MP3 supports is selected
-    QString bitRate;           // as typed or chosen: "128 kbps"
-    QList<double> bitRates;    // bits per second, of that frequency
-    QString thresholdPercent;  // as shown
+    bool frequencyOn = true;      // one that MP3 supports is selected
+    QString bitRate = {};         // as typed or chosen: "128 kbps"
+    QList<double> bitRates = {};  // bits per second, of that frequency
+    // Levels as shown.
+    QString thresholdPercent = {};
     bool normalizes = false;
-    QString maximumDecibels;  // as shown
-    QString maximumPercent;   // as shown
+    QString maximumDecibels = {};
+    QString maximumPercent = {};
+    bool setsEnds = false;
+    QString thresholdDecibels = {};
 };
 
 QList<platform::Notice> noticesOf(const Choices& choices);

@@ -80,7 +80,9 @@ void RunChecks::choices() const {
                                     .thresholdPercent = form_.txbSilencePerc->text(),
                                     .normalizes = form_.chNormalize->isChecked(),
                                     .maximumDecibels = form_.txbNormdB->text(),
-                                    .maximumPercent = form_.txbNormPerc->text()});
+                                    .maximumPercent = form_.txbNormPerc->text(),
+                                    .setsEnds = form_.chSilenceEnds->isChecked(),
+                                    .thresholdDecibels = form_.txbSilencedB->text()});
     for (const platform::Notice& notice : notices)
         services_.notices.tell(notice);
 }

@@ -173,10 +173,11 @@ Notice noticeOfClosing(const RunReport& report) {
 }
 
 Notice noticeOfOtherFolder(const RunReport& report) {
-    return stopped(report,
-                   u"Another folder was chosen during the batch run, which goes on with the files "
-                   u"of the new folder and cannot find them."_qs,
-                   cleanUp({}));
+    return stopped(
+        report,
+        u"Another folder was chosen during the batch run: what is written from now on goes "
+        u"there, and the files that are still to come may not be found."_qs,
+        cleanUp({}));
 }
 
 std::optional<Notice> noticeOfEnd(const RunReport& report) {

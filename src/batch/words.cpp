@@ -13,7 +13,7 @@ constexpr qsizetype kMostNames = 5;
 }  // namespace
 
 QString typedFor(QStringView name, const QString& text) {
-    return name.toString() + u": “"_qs + text + u'”';
+    return name.toString() + u": '"_qs + text + u'\'';
 }
 
 QString listed(const QStringList& names) {

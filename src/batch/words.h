@@ -11,10 +11,12 @@ inline constexpr QStringView kCutStart = u"the cut at the start";
 inline constexpr QStringView kCutEnd = u"the cut at the end";
 inline constexpr QStringView kHead = u"the silence at the start";
 inline constexpr QStringView kTail = u"the silence at the end";
+inline constexpr QStringView kThresholdDecibels = u"the silence threshold in dB";
+inline constexpr QStringView kMaximumDecibels = u"the maximum in dB";
 inline constexpr QStringView kThresholdPercent = u"the silence threshold in percent";
 inline constexpr QStringView kMaximumPercent = u"the maximum in percent";
 
-// The detail of a fault: "the cut at the start: “1e99”".
+// The detail of a fault: "the cut at the start: '1e99'".
 QString typedFor(QStringView name, const QString& text);
 
 // "a.wav, b.wav and c.wav" in readable form; "a.wav, b.wav, c.wav, d.wav and 8 more" where there

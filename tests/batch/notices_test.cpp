@@ -88,15 +88,19 @@ TEST(ChoiceNotices, TellWhatWouldStopOrSpoilTheRun) {
         {{false, false, u"x"_qs, {}, u"5.0"_qs, false, u"20"_qs, u"1000.0"_qs}, {}},
         {{true, false, u""_qs, {}, u"5.0"_qs, false, {}, {}}, u"None of the frequencies"_qs},
         {{true, true, u"129 kbps"_qs, rates, u"5.0"_qs, false, {}, {}},
-         u"no bit rate of “129 kbps” at this frequency"_qs},
+         u"no bit rate of '129 kbps' at this frequency"_qs},
         {{true, true, u"128"_qs, rates, u"5.0"_qs, false, {}, {}},
-         u"for the bit rate (“128”) is not a number"_qs},
+         u"for the bit rate ('128') is not a number"_qs},
         {{false, true, {}, {}, u"5 x"_qs, false, {}, {}},
-         u"for the silence threshold in percent (“5 x”) is not a number"_qs},
+         u"for the silence threshold in percent ('5 x') is not a number"_qs},
         {{false, true, {}, {}, u"5.0"_qs, true, u"-1"_qs, u"89 %"_qs},
-         u"for the maximum in percent (“89 %”) is not a number"_qs},
+         u"for the maximum in percent ('89 %') is not a number"_qs},
         {{false, true, {}, {}, u"5.0"_qs, true, u"1.5"_qs, u"118.9"_qs},
-         u"normalized to 1.5 dB, which is above full scale"_qs}};
+         u"normalized to 1.5 dB, which is above full scale"_qs},
+        {{false, true, {}, {}, u"3.0"_qs, false, {}, {}, true, u"-26 dB"_qs},
+         u"('-26 dB') is not a number, so the run goes by the percent beside it, 3.0."_qs},
+        {{false, true, {}, {}, u"3.0"_qs, true, u"loud"_qs, u"90"_qs, false, u"-26 dB"_qs},
+         u"the maximum in dB ('loud') is not a number"_qs}};
     for (const auto& [choices, told] : cases) {
         QString what;
         for (const platform::Notice& notice : noticesOf(choices))
@@ -110,7 +114,7 @@ TEST(ChoiceNotices, TellTheBoxesThatCannotBeStored) {
     EXPECT_EQ(
         whatOf(batch::noticeOfEntries(
             {{u"the cut"_qs, {}}, {u"the head"_qs, u"5"_qs}, {u"the tail"_qs, u"1e999"_qs}})),
-        u"No number stands in the box for the cut (empty) and the tail (“1e999”): the program "
+        u"No number stands in the box for the cut (empty) and the tail ('1e999'): the program "
         u"would end with an error when Process stores the settings.");
 }
 
@@ -321,6 +325,14 @@ TEST_F(Told, FilesThatStopARunOrShareANameAreToldWhereTheyAreListed) {
         u"good: b.wav and c.wav. The reason for the first one: it is not a WAV, AIFF or MP3 "
         u"file, or there is no sound in it.\nThese files would be written under the same name, "
         u"so that only the last one would be kept: a.WAV and a.wav.");
+    process();
+    for (int file = 0; file < 4; ++file) {
+        loaded();
+        exported();
+    }
+    EXPECT_EQ(told(),
+              u"4 of 4 files were written. 1 of 4 files was written over an earlier output of the "
+              u"same name: a.wav.");
 }
 
 TEST_F(Told, WhatARunNeedsIsComparedWithWhatIsFree) {
@@ -351,7 +363,7 @@ TEST_F(Told, ChoicesAreToldWhereTheyAreMadeAndWhereTheRunBegins) {
     form.opFrequency[4]->setChecked(true);
     form.cbxOutputCBR->setEditText(u"129 kbps"_qs);
     Q_EMIT form.cbxOutputCBR->lineEdit()->editingFinished();
-    EXPECT_TRUE(told().startsWith(u"MP3 has no bit rate of “129 kbps”"));
+    EXPECT_TRUE(told().startsWith(u"MP3 has no bit rate of '129 kbps'"));
     form.txbCutEnd->clear();
     Q_EMIT form.txbCutEnd->editingFinished();
     EXPECT_TRUE(told().startsWith(u"No number stands in the box for the cut at the end (empty)"));
@@ -368,11 +380,11 @@ TEST_F(Told, AFaultOfAnEntryNamesTheEntry) {
     open({u"a.wav"_qs});
     form.txbSilencePerc->setText(u"5 x"_qs);
     EXPECT_EQ(endOf([&] { form.cbProcess->click(); }),
-              u"cbProcess_Click: Type mismatch (the silence threshold in percent: “5 x”), Line 70");
+              u"cbProcess_Click: Type mismatch (the silence threshold in percent: '5 x'), Line 70");
     form.chCutEnd->setChecked(true);
     form.txbCutStart->setText(u"1e99"_qs);
     EXPECT_EQ(endOf([&] { loaded(); }),
-              u"Cut_File_Start: Overflow (the cut at the start: “1e99”), Line 30");
+              u"Cut_File_Start: Overflow (the cut at the start: '1e99'), Line 30");
 }
 
 TEST_F(Told, ADialogThatFailsIsOnlyNoted) {
