@@ -20,7 +20,9 @@ BatchProcessor::BatchProcessor(forms::frmBatchProcessor& form, Services services
       settings_(form, services_, levels_),
       files_(form, run_, services_),
       output_(form, run_, services_, trace_),
-      pipeline_(form, run_, services_, trace_, {levels_, settings_, output_}),
+      checks_(form, run_, services_, output_),
+      watch_(run_, services_),
+      pipeline_(form, run_, services_, trace_, {levels_, settings_, output_, checks_, watch_}),
       prompt_(form, services_) {}
 
 void BatchProcessor::Form_Load() {
@@ -32,10 +34,12 @@ void BatchProcessor::Form_Load() {
         line(30);
         settings_.Save_LoadProcessor_Data();
         files_.open(line, 40);
+        checks_.choices();
     });
 }
 
 void BatchProcessor::stop() {
+    watch_.closed();
     services_.EDTX.blockSignals(true);
     for (QTimer* timer : form_.findChildren<QTimer*>())
         timer->stop();

@@ -6,6 +6,8 @@
 #include "batch/pipeline.h"
 #include "batch/project_files.h"
 #include "batch/run.h"
+#include "batch/run_checks.h"
+#include "batch/run_watch.h"
 #include "batch/service_prompt.h"
 #include "batch/services.h"
 #include "batch/trace.h"
@@ -38,6 +40,8 @@ class BatchProcessor {
     BatchSettings settings_;
     ProjectFiles files_;
     OutputEncoding output_;
+    RunChecks checks_;
+    RunWatch watch_;
     Pipeline pipeline_;
     ServicePrompt prompt_;
 };

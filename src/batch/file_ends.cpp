@@ -1,7 +1,9 @@
 #include "batch/file_ends.h"
 
 #include "batch/chain_step.h"
+#include "batch/run_watch.h"
 #include "batch/trace.h"
+#include "batch/words.h"
 #include "forms/frm_batch_processor.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
@@ -13,18 +15,20 @@ namespace {
 
 using runtime::Line;
 
-qint32 milliseconds(const QLineEdit* box) {
-    return runtime::roundToLong(runtime::val(box->text()));
+qint32 milliseconds(QStringView name, const QLineEdit* box) {
+    return runtime::withDetail(typedFor(name, box->text()),
+                               [&] { return runtime::roundToLong(runtime::val(box->text())); });
 }
 
 }  // namespace
 
 FileEnds::FileEnds(forms::frmBatchProcessor& form, Run& run, const Services& services, Trace& trace,
-                   std::function<void()> nothingToEdit)
+                   RunWatch& watch, std::function<void()> nothingToEdit)
     : form_(form),
       run_(run),
       services_(services),
       trace_(trace),
+      watch_(watch),
       nothingToEdit_(std::move(nothingToEdit)) {
     runtime::onEvent(services_.failure, &services_.EDTX, &engine::SoundEditor::AudibleRangeDetected,
                      this,
@@ -38,8 +42,9 @@ void FileEnds::Cut_File_Start() {
         line(20);
         trace_.add(u"vlDuration BEFORE Cut_File_Start = %1"_qs.arg(run_.vlDuration));
         line(30);
-        const qint32 cut = milliseconds(form_.txbCutStart);
+        const qint32 cut = milliseconds(kCutStart, form_.txbCutStart);
         line(40);
+        watch_.cutsStart(cut);
         run_.nResult = services_.EDTX.DeleteRange(0, cut);
         line(50);
         trace_.add(u"nResult for Cut_File_Start = %1"_qs.arg(run_.nResult));
@@ -51,9 +56,12 @@ void FileEnds::Cut_File_End() {
         line(10);
         run_.vlDuration = services_.EDTX.GetSoundDuration();
         line(20);
-        const qint32 begin =
-            runtime::roundToLong(run_.vlDuration - runtime::val(form_.txbCutEnd->text()));
+        const QString cut = form_.txbCutEnd->text();
+        const qint32 begin = runtime::withDetail(typedFor(kCutEnd, cut), [&] {
+            return runtime::roundToLong(run_.vlDuration - runtime::val(cut));
+        });
         line(30);
+        watch_.cutsEnd(begin);
         run_.nResult = services_.EDTX.DeleteRange(begin, -1);
         line(40);
         trace_.add(u"nResult for Cut_File_End = %1"_qs.arg(run_.nResult));
@@ -69,12 +77,13 @@ void FileEnds::EDTX_AudibleRangeDetected(qint32 beginMs, qint32 endMs) {
                          line(20);
                          vlAudibleEnd = endMs;
                          line(30);
-                         vlSilenceStart = milliseconds(form_.txbSetSilenceStart);
+                         vlSilenceStart = milliseconds(kHead, form_.txbSetSilenceStart);
                          line(40);
-                         vlSilenceEnd = milliseconds(form_.txbSetSilenceEnd);
+                         vlSilenceEnd = milliseconds(kTail, form_.txbSetSilenceEnd);
                          line(50);
                          run_.vlDuration = services_.EDTX.GetSoundDuration();
                          line(60);
+                         watch_.hears(beginMs, endMs);
                          trace_.add(u"GetSoundDuration done in AudibleRangeDetected"_qs);
                          line(70);
                          run_.vsFilterStep = kSetSilenceEnd.toString();

@@ -12,6 +12,7 @@ class frmBatchProcessor;
 
 namespace tarnwick::batch {
 
+class RunWatch;
 class Trace;
 
 // Works on the two ends of the sound in EDTX: cuts off a fixed length, and gives the silence there
@@ -21,7 +22,7 @@ class FileEnds : public QObject {
   public:
     // `nothingToEdit`: called if the silence already has the right length, so no event will come.
     FileEnds(forms::frmBatchProcessor& form, Run& run, const Services& services, Trace& trace,
-             std::function<void()> nothingToEdit);
+             RunWatch& watch, std::function<void()> nothingToEdit);
 
     void Cut_File_Start();
     void Cut_File_End();
@@ -42,6 +43,7 @@ class FileEnds : public QObject {
     Run& run_;
     const Services& services_;
     Trace& trace_;
+    RunWatch& watch_;
     std::function<void()> nothingToEdit_;
 
     // In ms.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "batch/words.h"
 #include "forms/colours.h"
 #include "forms/frm_batch_processor.h"
 #include "runtime/events.h"
@@ -148,13 +149,19 @@ bool LevelBoxes::normMaximumAllowed() {
 }
 
 void LevelBoxes::writeSilenceThreshold() {
-    form_.txbSilenceThreshold->setText(runtime::amplitudeOfPercent(form_.txbSilencePerc->text()));
+    const QString percent = form_.txbSilencePerc->text();
+    form_.txbSilenceThreshold->setText(
+        runtime::withDetail(typedFor(kThresholdPercent, percent),
+                            [&] { return runtime::amplitudeOfPercent(percent); }));
 }
 
 float LevelBoxes::normPercent() const {
-    const double percent = runtime::strictDouble(form_.txbNormPerc->text());
-    if (std::fabs(percent) > std::numeric_limits<float>::max()) runtime::overflow();
-    return static_cast<float>(percent);
+    const QString typed = form_.txbNormPerc->text();
+    return runtime::withDetail(typedFor(kMaximumPercent, typed), [&] {
+        const double percent = runtime::strictDouble(typed);
+        if (std::fabs(percent) > std::numeric_limits<float>::max()) runtime::overflow();
+        return static_cast<float>(percent);
+    });
 }
 
 }  // namespace tarnwick::batch

@@ -6,8 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <tuple>
 
+#include "batch/choice_notices.h"
+#include "batch/source_notices.h"
 #include "batch/trace.h"
+#include "batch/words.h"
 #include "forms/frm_batch_processor.h"
 #include "forms/units.h"
 #include "runtime/arithmetic.h"
@@ -20,11 +24,6 @@ namespace tarnwick::batch {
 
 namespace {
 
-// Indices of opFormat.
-enum Format { kWav, kMp3, kAcm, kAiff };
-
-constexpr std::array<qint32, 8> kFrequencies{8000,  11025, 22050, 32000,
-                                             44100, 48000, 96000, 192000};  // Hz, by opFrequency
 constexpr std::array kWavModes{engine::kWav8, engine::kWav16, engine::kWav24, engine::kWav32,
                                engine::kWavFloat};
 constexpr std::array kAiffModes{engine::kAiff8, engine::kAiff16, engine::kAiff24, engine::kAiff32,
@@ -33,20 +32,12 @@ constexpr std::array<qint32, 2> kChannels{1, 2};
 
 constexpr double kKbpsTop = 960;                        // twips
 constexpr double kCodecsTop = 680, kCodecsLeft = 2200;  // twips
-constexpr qsizetype kExtension = 4;                     // ".wav", whatever the source has
-constexpr qsizetype kKbps = 5;                          // " kbps"
 
 // Stores the value of the selected option; leaves `value` unchanged if none of them is selected.
 template <class Options, class Values, class Value>
 void take(const Options& options, const Values& values, Value& value) {
     for (std::size_t i = 0; i < values.size(); ++i)
         if (options[i]->isChecked()) value = values[i];
-}
-
-// The text without its last `by` characters. Faults if it has fewer.
-QString shortened(const QString& text, qsizetype by) {
-    if (text.size() < by) runtime::invalidCall();
-    return text.chopped(by);
 }
 
 // `index` -1: none.
@@ -192,17 +183,36 @@ void OutputEncoding::UpdateCodecFormatsCombo(int index) {
                      });
 }
 
+OutputEncoding::Plan OutputEncoding::plan(qint64 soundMs) {
+    const std::pair kept(vlFrequency, vlChannels);
+    Plan plan;
+    try {
+        takeRate();
+        plan.extension = setFormat();
+        plan.bytes = services_.EDTX.exportBytes(vlFrequency, vlChannels, soundMs);
+    } catch (const runtime::Fault&) {
+        // The bit rate, of which the operator is told by its own notice.
+    }
+    std::tie(vlFrequency, vlChannels) = kept;
+    return plan;
+}
+
+// Sets rate and channels to the selected ones.
+void OutputEncoding::takeRate() {
+    take(form_.opFrequency, kFrequencies, vlFrequency);
+    take(form_.opChannel, kChannels, vlChannels);
+}
+
 void OutputEncoding::EDTX_Export_File() {
     runtime::guarded(
         services_.failure, u"frmBatchProcessor.EDTX_Export_File: ", [&](runtime::Line& line) {
             line(10);
             trace_.add(u"Enter Export"_qs);
             line(20);
-            take(form_.opFrequency, kFrequencies, vlFrequency);
-            take(form_.opChannel, kChannels, vlChannels);
+            takeRate();
             line(30);
-            vsOutputFile = platform::pathIn(services_.state.vsProjectFolder,
-                                            shortened(run_.fileInWork(), kExtension));
+            vsOutputFile =
+                platform::pathIn(services_.state.vsProjectFolder, stemOf(run_.fileInWork()));
             line(40);
             vsOutputFile += setFormat();
             line(50);
@@ -227,8 +237,9 @@ QString OutputEncoding::setFormat() {
     if (form_.opFormat[kMp3]->isChecked()) {
         formats.FormatToUse = engine::kMp3Container;
         formats.MP3.EncodeMode = engine::kMp3ConstantBitRate;
+        const QString rate = form_.cbxOutputCBR->currentText();
         formats.MP3.CBR =
-            runtime::strictDouble(shortened(form_.cbxOutputCBR->currentText(), kKbps)) * 1000.0;
+            runtime::withDetail(typedFor(u"the bit rate", rate), [&] { return bitRateOf(rate); });
         return u".mp3"_qs;
     }
     if (form_.opFormat[kAcm]->isChecked()) {
@@ -251,6 +262,7 @@ QString OutputEncoding::setFormat() {
 // The run's outputs may replace one another, because their sources are kept. Any other file of that
 // name is a recording outside the run: it is moved to the sources, under a free name.
 void OutputEncoding::keepForeignFile() {
+    if (written_.contains(vsOutputFile)) run_.report.add(Trouble::Replaced);
     if (!written_.contains(vsOutputFile) && services_.files.FileExists(vsOutputFile)) {
         const QFileInfo file(vsOutputFile);
         // The current source has a temporary name at the moment and will get its own back.

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QSet>
+#include <array>
 
 #include "batch/run.h"
 #include "batch/services.h"
@@ -13,6 +14,12 @@ class frmBatchProcessor;
 namespace tarnwick::batch {
 
 class Trace;
+
+// Indices of opFormat.
+enum Format { kWav, kMp3, kAcm, kAiff };
+
+inline constexpr std::array<qint32, 8> kFrequencies{8000,  11025, 22050, 32000, 44100,
+                                                    48000, 96000, 192000};  // Hz, by opFrequency
 
 // MP3 supports the first so many rates of opFrequency.
 inline constexpr std::size_t kMp3Frequencies = 6;
@@ -27,6 +34,13 @@ class OutputEncoding : public QObject {
     // False, with a message box, if the format is MP3 and the encoder program is missing.
     bool encoderIsThere() const;
 
+    // What a run would write with the present choices.
+    struct Plan {
+        QString extension;  // empty if no format is selected or the bit rate is no number
+        qint64 bytes = -1;  // about, for `soundMs` of sound; -1 if the engine would refuse it
+    };
+    Plan plan(qint64 soundMs);
+
     // Starts writing the whole sound of EDTX to the project folder. If another file of the
     // operator has the output's name, it is moved to Raw_Files first. Guarded.
     void EDTX_Export_File();
@@ -38,6 +52,7 @@ class OutputEncoding : public QObject {
     void MP3_CBR_Enumerate();
     void ACM_Codecs();
     void UpdateCodecFormatsCombo(int index);
+    void takeRate();
     QString setFormat();
     void keepForeignFile();
 

@@ -6,6 +6,8 @@
 #include "batch/conversion_label.h"
 #include "batch/level_boxes.h"
 #include "batch/output_encoding.h"
+#include "batch/run_checks.h"
+#include "batch/run_watch.h"
 #include "batch/trace.h"
 #include "forms/frm_batch_processor.h"
 #include "forms/texts.h"
@@ -19,9 +21,6 @@ namespace tarnwick::batch {
 namespace {
 
 using runtime::Line;
-
-// The name of a file while it is being processed.
-QString nameInWork(const QString& name) { return u"ZZ_TEMP_"_qs + name; }
 
 }  // namespace
 
@@ -40,7 +39,7 @@ Pipeline::Pipeline(forms::frmBatchProcessor& form, Run& run, const Services& ser
                                [this] { EDTXTimerSoundExportDone_Timer(); }),
       EDTXTimerAppendAutomationDone(services.failure, *form.EDTXTimerAppendAutomationDone,
                                     [this] { EDTXTimerAppendAutomationDone_Timer(); }),
-      ends_(form, run, services, trace, [this] { TimerEDTXSoundEditDone.arm(); }),
+      ends_(form, run, services, trace, subjects.watch, [this] { TimerEDTXSoundEditDone.arm(); }),
       filters_(run, services, trace, subjects.levels) {
     runtime::onEvent(services_.failure, form_.cbProcess, &QPushButton::clicked, this,
                      [this] { cbProcess_Click(); });
@@ -64,15 +63,18 @@ void Pipeline::cbProcess_Click() {
         line(10);
         if (!subjects_.output.encoderIsThere()) return;
         line(20);
+        subjects_.checks.entries();
         subjects_.settings.Save_BatchProcessor_Data();
         line(30);
         if (!subjects_.levels.silenceThresholdAllowed()) return;
         line(40);
         if (!subjects_.levels.normMaximumAllowed()) return;
         line(50);
+        subjects_.checks.processing();
         lockControls();
         line(60);
         moveToRawFolder();
+        subjects_.watch.started({form_.chSilenceEnds->isChecked(), form_.chNormalize->isChecked()});
         line(70);
         subjects_.levels.writeSilenceThreshold();
         line(80);
@@ -108,6 +110,7 @@ void Pipeline::EDTX_Load_File() {
     runtime::guarded(services_.failure, u"frmBatchProcessor.EDTX_Load_File: ", [&](Line& line) {
         line(10);
         const QString name = run_.fileInWork();
+        subjects_.watch.loading(name);
         vsSourceFile = rawPath(name);
         line(20);
         form_.txbFileToConvert->setText(name);
@@ -136,6 +139,7 @@ void Pipeline::EDTX_SoundEditDone(qint16 command) {
     runtime::guarded(services_.failure, u"frmBatchProcessor.EDTX_SoundEditDone: ", [&](Line& line) {
         line(10);
         run_.nCommand = command;
+        subjects_.watch.edited();
         line(20);
         TimerEDTXSoundEditDone.arm();
     });
@@ -145,6 +149,7 @@ void Pipeline::EDTX_SoundExportDone() {
     runtime::guarded(services_.failure, u"frmBatchProcessor.EDTX_SoundExportDone: ",
                      [&](Line& line) {
                          line(10);
+                         subjects_.watch.exported();
                          EDTXTimerSoundExportDone.arm();
                      });
 }
@@ -248,6 +253,7 @@ ChainMoment Pipeline::moment() const {
 }
 
 void Pipeline::carryOut(const Following& next) {
+    subjects_.watch.begins(next.step);
     // The step text of the tail is kept until the head has been set.
     if (next.step == ChainStep::SetHead) ends_.Set_Silence_Start();
     run_.vsFilterStep = next.vsFilterStep;
@@ -261,13 +267,14 @@ void Pipeline::carryOut(const Following& next) {
             return ends_.Cut_File_End();
         case ChainStep::Detect:
             run_.nResult = services_.EDTX.SilencePositionsDetect(run_.viThreshold, 1, 0);
-            return;
+            return subjects_.watch.asked(Halt::Search);
         case ChainStep::Hiss:
             return filters_.Hiss_Filter();
         case ChainStep::Normalize:
             return filters_.EDTX_Normalize();
         case ChainStep::Export:
-            return subjects_.output.EDTX_Export_File();
+            subjects_.output.EDTX_Export_File();
+            return subjects_.watch.asked(Halt::Export);
         case ChainStep::ErrorBox:
             services_.boxes.plain(u"Error 1"_qs);
             // The operation may have ended while the box was open.
@@ -307,6 +314,7 @@ void Pipeline::finish() {
     showConversion(form_, u"%1 Files Have Been Processed!"_qs.arg(run_.files().size()), true);
     form_.pbConversion->hide();
     bringBackName();
+    subjects_.watch.finished();
 }
 
 void Pipeline::reload() {

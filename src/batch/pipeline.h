@@ -18,6 +18,8 @@ namespace tarnwick::batch {
 class BatchSettings;
 class LevelBoxes;
 class OutputEncoding;
+class RunChecks;
+class RunWatch;
 class Trace;
 
 // A run: takes one file after the other through the chain. Each step starts one operation of EDTX;
@@ -30,6 +32,8 @@ class Pipeline : public QObject {
         LevelBoxes& levels;
         BatchSettings& settings;
         OutputEncoding& output;
+        RunChecks& checks;
+        RunWatch& watch;
     };
 
     Pipeline(forms::frmBatchProcessor& form, Run& run, const Services& services, Trace& trace,

@@ -3,9 +3,13 @@
 #include <algorithm>
 
 #include "batch/conversion_label.h"
+#include "batch/run_checks.h"
+#include "batch/run_notices.h"
+#include "batch/source_notices.h"
 #include "forms/colours.h"
 #include "forms/frm_batch_processor.h"
 #include "runtime/events.h"
+#include "runtime/system_reason.h"
 
 namespace tarnwick::batch {
 
@@ -55,6 +59,7 @@ void ProjectFiles::open(runtime::Line& line, int first) {
     readyForRun(names.size());
     line(first + 70);
     run_.vsFiles = names;
+    checkSources(run_, services_);
 }
 
 // Shows that no run can start in this folder.
@@ -89,7 +94,8 @@ std::optional<QString> ProjectFiles::chosenFile() {
     try {
         const auto choice = services_.cmdlg.ShowOpen();
         if (choice) return choice->FileName;
-    } catch (const std::exception&) {
+    } catch (const std::exception& error) {
+        services_.notices.note(noticeOfDialog(runtime::reasonOf(error)));
     }
     return std::nullopt;
 }
@@ -113,6 +119,8 @@ void ProjectFiles::cbBrowse_Click() {
                          form_.txbProjectFolder->setText(chosen);
                          line(50);
                          folder = chosen;
+                         if (run_.report.underWay)
+                             services_.notices.tell(noticeOfOtherFolder(run_.report));
                          line(60);
                          const QString raw = platform::pathIn(folder, u"Raw_Files"_qs);
                          if (rawFolderIsThere(raw)) return;
@@ -127,6 +135,7 @@ void ProjectFiles::cbBrowse_Click() {
                          form_.txbProjectFolder->setText(folder);
                          line(110);
                          invite();
+                         checkSources(run_, services_);
                      });
 }
 
@@ -135,6 +144,8 @@ void ProjectFiles::invite() {
     forms::setBackground(form_.txbProjectFiles, Qt::white);
     setBackground(form_.cbBrowse, QColor(kLightGrey));
     form_.cbProcess->show();
+    if (!form_.cbProcess->isEnabled() && !run_.report.underWay)
+        services_.notices.tell(noticeOfSpentWindow(run_.vsRawFolder));
 }
 
 }  // namespace tarnwick::batch

@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <optional>
 
+#include "batch/run_report.h"
 #include "runtime/arithmetic.h"
 
 namespace tarnwick::batch {
@@ -17,6 +18,9 @@ struct Run {
     qint32 nResult = 0;                  // of the last engine operation; a run only traces it
     qint32 vlDuration = 0;               // length of the sound in ms when it was last read
     qint16 viThreshold = 0;              // silence threshold, 0 to 32767
+
+    qint64 soundMs = 0;  // about how much sound all the files hold
+    RunReport report;
 
     // Both fault with "Subscript out of range" before a listing has succeeded, fileInWork also past
     // its end.

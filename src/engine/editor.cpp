@@ -91,16 +91,24 @@ void Editor::dropSound() {
     Q_EMIT waveform_.displayChanged(DisplayChange::Sound);
 }
 
-qint32 Editor::LoadSound(const QString& path) {
-    dropSound();
+FileFacts Editor::factsOf(const QString& path) const {
     // Opening a pipe or a device could block forever.
     const std::filesystem::path file = runtime::pathOf(path);
     std::error_code ignored;
-    if (!is_regular_file(file, ignored)) return refuse(Operation::Load, {kFileNotFound}, path);
-    if (::access(file.c_str(), R_OK) != 0)
-        return refuse(Operation::Load, {kFileNotFound, errno}, path);
-    const Reason reason = attempt([&] { sound::Source::probe(file); });
-    if (!(reason == kOk)) return refuse(Operation::Load, reason, path);
+    if (!is_regular_file(file, ignored)) return {.code = kFileNotFound};
+    if (::access(file.c_str(), R_OK) != 0) return {.code = kFileNotFound, .systemError = errno};
+    FileFacts facts;
+    const Reason reason = attempt([&] { facts.lengthMs = sound::Source::probe(file); });
+    facts.code = reason.code;
+    facts.systemError = reason.systemError;
+    return facts;
+}
+
+qint32 Editor::LoadSound(const QString& path) {
+    dropSound();
+    const FileFacts facts = factsOf(path);
+    if (facts.code != kOk) return refuse(Operation::Load, {facts.code, facts.systemError}, path);
+    const std::filesystem::path file = runtime::pathOf(path);
     startLoading(path, [file](const sound::Progress& progress) {
         return sound::Timeline(sound::Source::open(file, progress));
     });
@@ -161,6 +169,12 @@ qint32 Editor::SoundPlayRange(qint32 beginMs, qint32 endMs) {
     if (reason == kOk) return kOk;
     playback_.stop();
     return refuse(Operation::Play, reason);
+}
+
+qint64 Editor::exportBytes(qint32 frequencyHz, qint32 channels, qint64 lengthMs) const {
+    sound::OutputFormat output;
+    if (outputFormat(formats_, frequencyHz, channels, output) != kOk) return -1;
+    return bytesOf(output, lengthMs);
 }
 
 qint32 Editor::SoundExport(qint32 frequencyHz, qint32 channels, qint32, qint32 beginMs,

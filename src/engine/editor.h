@@ -54,6 +54,8 @@ class Editor final : public SoundEditor, private Effects {
     qint32 SilencePositionsGetCount() const override;
     void SilencePositionsGetRange(qint32 index, qint32& startMs, qint32& endMs) const override;
 
+    FileFacts factsOf(const QString& path) const override;
+    qint64 exportBytes(qint32 frequencyHz, qint32 channels, qint64 lengthMs) const override;
     qint32 SoundExport(qint32 frequencyHz, qint32 channels, qint32 mode, qint32 beginMs,
                        qint32 endMs, const QString& path) override;
     qint32 SoundExportsPending() const override { return exports_.pending(); }

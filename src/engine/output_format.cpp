@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 
+#include "sound/samples/time.h"
 #include "sound/samples/wav_codecs.h"
 
 namespace tarnwick::engine {
@@ -82,6 +83,15 @@ ErrorCode outputFormat(const EncodeFormats& formats, qint32 frequencyHz, qint32 
     if (!format || format->format.channels < 1 || format->format.channels > 2) return kBadFormat;
     output = *format;
     return kOk;
+}
+
+qint64 bytesOf(const sound::OutputFormat& output, qint64 lengthMs) {
+    constexpr qint64 kHeader = 100;
+    if (output.container == Container::Mp3) return kHeader + lengthMs * output.bitRate / 8000;
+    const qint64 samples = sound::frameFloor(lengthMs, output.format.rate) * output.format.channels;
+    // Only GSM has no whole number of bits per sample: 65 bytes hold 320 of them.
+    return kHeader +
+           (output.format.bits > 0 ? samples * output.format.bits / 8 : samples * 65 / 320);
 }
 
 }  // namespace tarnwick::engine

@@ -11,6 +11,13 @@
 
 namespace tarnwick::engine {
 
+// What is known of a sound file that is not loaded.
+struct FileFacts {
+    ErrorCode code = kOk;  // what LoadSound would return for it
+    int systemError = 0;   // errno of the system call that failed; 0 if none did
+    qint64 lengthMs = 0;   // estimated for MP3; 0 if it cannot be loaded
+};
+
 // A sound editor: holds at most one sound with its undo history, edits, analyses, plays and
 // writes it.
 //
@@ -83,6 +90,12 @@ class SoundEditor : public QObject {
     virtual qint32 SilencePositionsGetCount() const = 0;
     // Silence `index`, from 0; start rounded up and end rounded down. (0, 0) out of range.
     virtual void SilencePositionsGetRange(qint32 index, qint32& startMs, qint32& endMs) const = 0;
+
+    // What the header of a file tells. Changes nothing, and no event follows.
+    virtual FileFacts factsOf(const QString& path) const = 0;
+    // About how many bytes SoundExport would write for `lengthMs` of sound in the present format;
+    // -1 if it would refuse the format.
+    virtual qint64 exportBytes(qint32 frequencyHz, qint32 channels, qint64 lengthMs) const = 0;
 
     // Writes the stretch in the present format of encodeFormats(), from a snapshot of the sound.
     // Ends with SoundExportDone, one event per call, in the order of the calls. The target is

@@ -64,6 +64,14 @@ std::pair<double, double> endsOf(const Samples& samples) {
             static_cast<double>(last - samples.rbegin()) / perMs};
 }
 
+// The sentences of all notices so far.
+std::string toldBy(const app::NoticeBoard& board) {
+    QStringList whats;
+    for (const app::NoticeBoard::Entry& entry : board.entries())
+        whats << entry.notice.what;
+    return whats.join(u'\n').toStdString();
+}
+
 TEST_F(Batch, EveryFileGetsTheRightSilencesAndLevel) {
     put(u"long ends.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
     put(u"short ends.WAV"_qs, test::wavFile(prompt(120, 3000, 333)));
@@ -112,6 +120,11 @@ TEST_F(Batch, AnInvalidFileStopsTheRunAndNothingIsLost) {
     EXPECT_FALSE(window().cbClose->isEnabled());
     expectSourcesKept(1);
     EXPECT_EQ(listed(), u"1.wav");
+    const std::string why = "it is not a WAV, AIFF or MP3 file, or there is no sound in it.";
+    EXPECT_EQ(toldBy(notices),
+              "1 of 3 files cannot be loaded, and the run would wait at it for good: 2.wav: " +
+                  why + "\nThe batch run waits for good at 2.wav: it could not be loaded: " + why +
+                  " 1 of 3 files was written before.");
 
     window().parentWidget()->close();  // by its box
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -139,6 +152,41 @@ TEST_F(Batch, ClosingTheWindowDuringARunLeavesOnlyCompleteFiles) {
     EXPECT_EQ(listed(), u"1.wav|2.wav");
     for (const QString& name : {u"1.wav"_qs, u"2.wav"_qs})
         EXPECT_NEAR(endsOf(test::samplesOf(in(name))).second, 500.0, 1.0);
+}
+
+TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
+    put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
+    put(u"2.wav"_qs, test::wavFile(test::wave(200, 9000)));
+    put(u"3.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
+    ASSERT_TRUE(QDir().mkdir(in(u"3.aiff"_qs)));  // in the way of an output
+    open();
+    window().chCutEnd->setChecked(true);
+    window().opFormat[3]->setChecked(true);
+    window().cbProcess->click();
+    ASSERT_TRUE(finished(3));
+    EXPECT_EQ(listed(), u"1.aiff|2.aiff");
+    const std::string told = toldBy(notices);
+    EXPECT_TRUE(told.starts_with("1 of 3 files was not written: 3.wav: ")) << told;
+    EXPECT_TRUE(
+        told.ends_with("1 of 3 files was not cut at its end, because the cut is longer "
+                       "than the sound: 2.wav."))
+        << told;
+    EXPECT_TRUE(boxes().isEmpty());
+    expectSourcesKept();
+}
+
+TEST_F(Batch, ARunThatWaitsOrGoesRoundIsToldAndItsWindowCanBeClosed) {
+    put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 802)));
+    open();
+    tickAll();
+    window().cbProcess->click();
+    ASSERT_TRUE(test::waitUntil([&] { return !notices.shown().isEmpty(); }, 20000))
+        << window().txbDebug->toPlainText().toStdString();
+    EXPECT_TRUE(toldBy(notices).starts_with("The batch run goes round in circles at 1.wav: "));
+    window().parentWidget()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(notices.entries().size(), 1);
+    expectSourcesKept(1);
 }
 
 }  // namespace

@@ -21,6 +21,8 @@ struct Cells : test::BatchDesk {
     std::map<QString, QString>
         cells;  // "codec rate channels" by file name; of MP3 also the bit rate
 
+    std::map<QString, qint64> estimates;  // of their sizes in bytes
+
     void SetUp() override {
         BatchDesk::SetUp();
         const QString take = desk.folder.filePath(u"take.wav"_qs);
@@ -35,6 +37,7 @@ struct Cells : test::BatchDesk {
         output.EDTX_Export_File();
         ASSERT_EQ(run.nResult, engine::kOk) << qPrintable(cell);
         cells[stem + extension] = cell;
+        estimates[stem + extension] = output.plan(1000).bytes;
     }
     // Calls `write` with each rate and each choice of channels: "44100 mono".
     void writeRates(std::size_t rates, const std::function<void(QString)>& write) {
@@ -126,6 +129,12 @@ TEST_F(Cells, EveryChoiceOfTheWindowIsWrittenAsItsName) {
         EXPECT_TRUE(longer > -0.011 && longer < longest) << file.captured().toStdString();
     }
     EXPECT_EQ(files, cells.size());
+    for (const auto& [name, bytes] : estimates) {
+        const auto size = static_cast<double>(QFileInfo(in(name)).size());
+        EXPECT_NEAR(static_cast<double>(bytes) / size, 1.0, 0.3) << cells[name].toStdString();
+        EXPECT_NEAR(static_cast<double>(editor->factsOf(in(name)).lengthMs), 1000.0, 261.0)
+            << cells[name].toStdString();
+    }
 }
 
 }  // namespace

@@ -234,6 +234,13 @@ TEST_F(DiskTest, WhyADateCannotBeSetIsKnownBefore) {
     }
 }
 
+TEST_F(DiskTest, FreeSpaceIsThatOfTheFoldersVolume) {
+    EXPECT_EQ(disk.freeBytes(u"/proc"_qs), 0) << "a volume that nothing fits on";
+    EXPECT_GT(disk.freeBytes(folder.path()), 0);
+    EXPECT_EQ(disk.freeBytes(at(u"gone"_qs)), -1);
+    EXPECT_EQ(disk.freeBytes({}), -1);
+}
+
 TEST_F(DiskTest, CopiesOverWhatIsThere) {
     const QByteArray big((2 << 20) + 1, 'q');
     write(u"a"_qs, big);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QMap>
 #include <QStringList>
 #include <map>
 
@@ -78,6 +79,12 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         start = index * 1000;
         end = start + 400;
     }
+    engine::FileFacts factsOf(const QString& path) const override {
+        return facts.value(path.section(u'/', -1), {.code = engine::kOk, .lengthMs = duration});
+    }
+    qint64 exportBytes(qint32, qint32, qint64 lengthMs) const override {
+        return lengthMs * bytesPerMs;
+    }
     qint32 SoundExport(qint32 frequency, qint32 channels, qint32 mode, qint32 begin, qint32 end,
                        const QString& path) override {
         EXPECT_EQ(mode, 0);
@@ -134,6 +141,8 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     qint32 silenceCount = 3;
     qint32 pending = 0;
     bool refuseExports = false;
+    QMap<QString, engine::FileFacts> facts;  // by bare name, where they are not those of a sound
+    qint64 bytesPerMs = 0;
     Display display{*this};
 
   private:

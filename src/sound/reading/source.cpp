@@ -11,6 +11,7 @@
 #include "sound/samples/loud_maps.h"
 #include "sound/samples/sample_coding.h"
 #include "sound/samples/sound_error.h"
+#include "sound/samples/time.h"
 
 namespace tarnwick::sound {
 
@@ -35,9 +36,17 @@ namespace {
 
 }  // namespace
 
-void Source::probe(const std::filesystem::path& path) {
+std::int64_t Source::probe(const std::filesystem::path& path) {
     const std::shared_ptr<const SourceFile> file = SourceFile::open(path);
-    if (!readWaveHeader(*file) && !readAiffHeader(*file) && !findMp3(*file)) notASound(*file);
+    std::optional<FoundSound> found = readWaveHeader(*file);
+    if (!found) found = readAiffHeader(*file);
+    if (found) return msFloor(found->sound.frames, found->sound.format.rate);
+    const std::optional<Mp3Start> start = findMp3(*file);
+    if (!start) notASound(*file);
+    const std::int64_t stated = start->tag ? start->tag->frames : 0;
+    const std::int64_t frames =
+        stated > 0 ? stated : (file->size() - start->byte) / start->header.bytes;
+    return msFloor(frames * start->header.samples, start->header.rate);
 }
 
 std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,

@@ -1,0 +1,133 @@
+#include "batch/choice_notices.h"
+
+#include <QStringList>
+
+#include "batch/words.h"
+#include "runtime/fault.h"
+#include "runtime/numbers.h"
+
+namespace tarnwick::batch {
+
+namespace {
+
+using platform::Notice;
+
+constexpr qsizetype kKbps = 5;  // " kbps"
+
+// Whether `conversion` takes the text.
+template <class Conversion>
+bool converts(Conversion conversion, const QString& text) {
+    try {
+        conversion(text);
+        return true;
+    } catch (const runtime::Fault&) {
+        return false;
+    }
+}
+
+bool isStrict(const QString& text) {
+    return converts([](const QString& each) { return runtime::strictDouble(each); }, text);
+}
+
+const QString& beforeProcess() {
+    static const QString text =
+        u"Change it before you press Process. If the run has begun already, the sources are in "
+        u"Raw_Files."_qs;
+    return text;
+}
+
+Notice endsProgram(QStringView name, const QString& text, const QString& when) {
+    return {
+        u"What is typed for %1 ('%2') is not a number: the program would end with an error %3."_qs
+            .arg(name, text, when),
+        {},
+        {},
+        beforeProcess()};
+}
+
+// A level in decibels that is not a number does not change the percent, by which a run goes.
+std::optional<Notice> noticeOfDecibels(QStringView name, const QString& decibels,
+                                       const QString& percent) {
+    if (isStrict(decibels) || !isStrict(percent)) return {};
+    return Notice{
+        u"What is typed for %1 ('%2') is not a number, so the run goes by the percent "
+        u"beside it, %3."_qs.arg(name, decibels, percent),
+        {},
+        {},
+        beforeProcess()};
+}
+
+std::optional<Notice> noticeOfRate(const Choices& choices) {
+    if (!choices.mp3) return {};
+    if (!choices.frequencyOn)
+        return Notice{
+            u"None of the frequencies that MP3 can have is selected: the run would wait at "
+            u"its first file for good."_qs,
+            {},
+            {},
+            u"Select one of the frequencies shown. "_qs + beforeProcess()};
+    if (!converts(bitRateOf, choices.bitRate))
+        return endsProgram(u"the bit rate", choices.bitRate, u"at the first file"_qs);
+    if (!choices.bitRates.contains(bitRateOf(choices.bitRate)))
+        return Notice{
+            u"MP3 has no bit rate of '%1' at this frequency: the run would wait at its "
+            u"first file for good."_qs.arg(choices.bitRate),
+            {},
+            {},
+            u"Choose a bit rate from the list. "_qs + beforeProcess()};
+    return {};
+}
+
+std::optional<Notice> noticeOfMaximum(const Choices& choices) {
+    if (!choices.normalizes) return {};
+    if (!isStrict(choices.maximumPercent))
+        return endsProgram(kMaximumPercent, choices.maximumPercent, u"at the first file"_qs);
+    if (runtime::strictDouble(choices.maximumPercent) <= 100.0) return {};
+    return Notice{
+        u"The files would be normalized to %1 dB, which is above full scale: every loud "
+        u"file would clip."_qs.arg(choices.maximumDecibels),
+        {},
+        {},
+        u"Type the level with a minus, such as -1.0. "_qs + beforeProcess()};
+}
+
+}  // namespace
+
+double bitRateOf(const QString& text) {
+    if (text.size() < kKbps) runtime::invalidCall();
+    return runtime::strictDouble(text.chopped(kKbps)) * 1000.0;
+}
+
+std::optional<Notice> noticeOfEntries(const QList<NumberEntry>& entries) {
+    QStringList wrong;
+    for (const NumberEntry& entry : entries)
+        if (!runtime::isNumber(entry.text) || !isStrict(entry.text))
+            wrong << entry.name +
+                         (entry.text.isEmpty() ? u" (empty)"_qs : u" ('%1')"_qs.arg(entry.text));
+    if (wrong.isEmpty()) return {};
+    return Notice{u"No number stands in the box for "_qs + listed(wrong) +
+                      u": the program would end with an error when Process stores the settings."_qs,
+                  {},
+                  u"No file has been moved."_qs,
+                  u"Type a number of milliseconds, 0 for none."_qs};
+}
+
+QList<Notice> noticesOf(const Choices& choices) {
+    QList<Notice> notices;
+    const auto add = [&](const std::optional<Notice>& notice) {
+        if (notice) notices << *notice;
+    };
+    add(noticeOfRate(choices));
+    if (!isStrict(choices.thresholdPercent))
+        add(endsProgram(kThresholdPercent, choices.thresholdPercent,
+                        u"when the files have been moved to Raw_Files"_qs));
+    if (choices.setsEnds)
+        add(noticeOfDecibels(kThresholdDecibels, choices.thresholdDecibels,
+                             choices.thresholdPercent));
+    if (choices.normalizes)
+        add(noticeOfDecibels(kMaximumDecibels, choices.maximumDecibels, choices.maximumPercent));
+    add(noticeOfMaximum(choices));
+    return notices;
+}
+
+}  // namespace tarnwick::batch

@@ -1,0 +1,195 @@
+#include "batch/run_notices.h"
+
+#include <algorithm>
+
+#include "batch/words.h"
+#include "platform/file_system.h"
+#include "runtime/file_names.h"
+
+namespace tarnwick::batch {
+
+namespace {
+
+using platform::Notice;
+
+constexpr Trouble kTroubles[] = {Trouble::NotWritten, Trouble::Replaced,    Trouble::Empty,
+                                 Trouble::Uncut,      Trouble::Inaudible,   Trouble::EndsUnknown,
+                                 Trouble::EditFailed, Trouble::StepsLeftOut};
+
+// How a sentence about these files goes on, up to the reason.
+QString predicateOf(Trouble trouble, bool one) {
+    switch (trouble) {
+        case Trouble::NotWritten:
+            return u"not written"_qs;
+        case Trouble::Replaced:
+            return u"written over an earlier output of the same name"_qs;
+        case Trouble::Empty:
+            return u"emptied, because the cut is as long as the sound or longer"_qs;
+        case Trouble::Uncut:
+            return one ? u"not cut at its end, because the cut is longer than the sound"_qs
+                       : u"not cut at their end, because the cut is longer than the sound"_qs;
+        case Trouble::Inaudible:
+            return u"taken for silence, because nothing in "_qs + (one ? u"it"_qs : u"them"_qs) +
+                   u" is louder than the threshold"_qs;
+        case Trouble::EndsUnknown:
+            return u"written with wrong silences, because the search for them failed"_qs;
+        case Trouble::EditFailed:
+            return u"not processed completely"_qs;
+        case Trouble::StepsLeftOut:
+            return u"written without a step, because the silence at the end was right already"_qs;
+    }
+    return {};
+}
+
+// The files with this trouble by their reason, in the order in which the reasons came up.
+QList<std::pair<QString, QStringList>> byReason(const RunReport& report, Trouble trouble) {
+    QList<std::pair<QString, QStringList>> groups;
+    for (const Mishap& mishap : report.mishaps) {
+        if (mishap.trouble != trouble) continue;
+        auto group =
+            std::ranges::find(groups, mishap.reason, &std::pair<QString, QStringList>::first);
+        if (group == groups.end()) group = groups.insert(groups.end(), {mishap.reason, {}});
+        group->second << mishap.file;
+    }
+    return groups;
+}
+
+// "2 of 9 files were not written: a.wav and b.wav: the disk is full; c.wav: the disk is read-only."
+QString sentenceOf(const RunReport& report, Trouble trouble) {
+    QStringList parts, files;
+    for (const auto& [reason, names] : byReason(report, trouble)) {
+        parts << listed(names) + because(reason);
+        files << names;
+    }
+    files.removeDuplicates();
+    if (files.isEmpty()) return {};
+    return filesOfAllWere(files.size(), report.files) + u' ' +
+           predicateOf(trouble, files.size() == 1) + u": "_qs + parts.join(u"; "_qs) + u'.';
+}
+
+QString mishapsOf(const RunReport& report) {
+    QStringList sentences;
+    for (const Trouble trouble : kTroubles)
+        if (const QString sentence = sentenceOf(report, trouble); !sentence.isEmpty())
+            sentences << sentence;
+    return sentences.join(u' ');
+}
+
+// The full path of a source; the one in work has another name for the time.
+QString pathOf(const RunReport& report, const QString& name, bool inWork) {
+    return platform::pathIn(report.rawFolder, inWork ? nameInWork(name) : name);
+}
+
+QStringList sourcesOf(const RunReport& report, bool inWork) {
+    QStringList paths;
+    if (inWork) paths << pathOf(report, report.inWork, true);
+    for (const Mishap& mishap : report.mishaps)
+        if (!inWork || mishap.file != report.inWork) paths << pathOf(report, mishap.file, false);
+    paths.removeDuplicates();
+    return paths;
+}
+
+QString inWorkIsSafe(const RunReport& report) {
+    return u"All sources are in Raw_Files; %1 is called %2 there."_qs.arg(
+        runtime::readableFileName(report.inWork),
+        runtime::readableFileName(nameInWork(report.inWork)));
+}
+
+// `story`: what has stopped it.
+Notice stopped(const RunReport& report, const QString& story, const QString& remedy) {
+    QStringList what{story, filesOfAllWere(report.written, report.files) + u" written before."_qs,
+                     mishapsOf(report)};
+    what.removeAll(QString());
+    return {what.join(u' '), sourcesOf(report, true), inWorkIsSafe(report), remedy};
+}
+
+QString cleanUp(const QString& before) {
+    return u"Close the window by its close box, which is safe. "_qs + before +
+           u"Give the file its name back and process the files that were not written in a folder "
+           u"of their own."_qs;
+}
+
+QString storyOf(const QString& file, Halt halt, const QString& reason) {
+    const QString waits = u"The batch run waits for good at %1: "_qs.arg(file);
+    switch (halt) {
+        case Halt::Load:
+            return waits + u"it could not be loaded"_qs + because(reason) + u'.';
+        case Halt::Search:
+            return waits + u"the search for its silences could not start"_qs + because(reason) +
+                   u'.';
+        case Halt::Export:
+            return waits + u"its output could not be started"_qs + because(reason) + u'.';
+        case Halt::Hiss:
+            return waits + u"the hiss filter is on, and it never ends."_qs;
+        case Halt::NothingToEdit:
+            return waits +
+                   u"the silence at its end has the right length already, so no step follows."_qs;
+        case Halt::Unexpected:
+            return waits + u"a step ended that did not belong there."_qs;
+        case Halt::Round:
+            return u"The batch run goes round in circles at %1: the silence at its end has the "
+                   u"right length after the cut, and the search for it starts again each time."_qs
+                       .arg(file);
+    }
+    return waits;
+}
+
+QString remedyOf(Halt halt) {
+    switch (halt) {
+        case Halt::Load:
+            return cleanUp(u"Leave that file out. "_qs);
+        case Halt::Export:
+            return cleanUp(u"Choose another output format, frequency or bit rate. "_qs);
+        case Halt::Hiss:
+            return cleanUp(
+                u"The filter can only come from the stored settings: put the delivered "
+                u"Tarnwick.mdb back, which has it off. "_qs);
+        case Halt::NothingToEdit:
+        case Halt::Round:
+            return cleanUp(u"Set the silence at the end to a millisecond more. "_qs);
+        case Halt::Search:
+        case Halt::Unexpected:
+            break;
+    }
+    return cleanUp({});
+}
+
+}  // namespace
+
+Notice noticeOfHalt(const RunReport& report, Halt halt, const QString& reason) {
+    RunReport others = report;
+    others.mishaps.removeIf([&](const Mishap& mishap) {  // told by the story
+        return mishap.file == report.inWork &&
+               (mishap.trouble == Trouble::NotWritten || mishap.trouble == Trouble::EndsUnknown);
+    });
+    return stopped(others, storyOf(runtime::readableFileName(report.inWork), halt, reason),
+                   remedyOf(halt));
+}
+
+Notice noticeOfClosing(const RunReport& report) {
+    return stopped(report, u"The Batch Processor was closed during its run."_qs,
+                   u"Give the file its name back and process the files that were not written in a "
+                   u"folder of their own."_qs);
+}
+
+Notice noticeOfOtherFolder(const RunReport& report) {
+    return stopped(
+        report,
+        u"Another folder was chosen during the batch run: what is written from now on goes "
+        u"there, and the files that are still to come may not be found."_qs,
+        cleanUp({}));
+}
+
+std::optional<Notice> noticeOfEnd(const RunReport& report) {
+    if (report.mishaps.isEmpty()) return {};
+    // Otherwise the first mishap says how many were not.
+    const bool all = report.written == report.files;
+    return Notice{
+        (all ? filesOfAllWere(report.written, report.files) + u" written. "_qs : QString()) +
+            mishapsOf(report),
+        sourcesOf(report, false), u"All sources are in Raw_Files."_qs,
+        u"Copy the sources of these files to a folder of their own, mend the cause and "
+        u"process that folder."_qs};
+}
+
+}  // namespace tarnwick::batch
