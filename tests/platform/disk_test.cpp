@@ -127,7 +127,9 @@ TEST_F(DiskTest, SizesAndFreeSpaceAreKnownOfWhatIsThere) {
     EXPECT_EQ(disk.fileBytes(at(u"gone"_qs)), 0);
     EXPECT_EQ(disk.fileBytes(folder.path()), 0);
     EXPECT_GT(disk.freeBytes(folder.path()), 0);
+    EXPECT_EQ(disk.freeBytes(u"/proc"_qs), 0) << "a volume that nothing fits on";
     EXPECT_EQ(disk.freeBytes(at(u"gone"_qs)), -1);
+    EXPECT_EQ(disk.freeBytes({}), -1);
 }
 
 TEST_F(DiskTest, WhatMayNotBeWrittenKeepsItsDate) {
@@ -232,13 +234,6 @@ TEST_F(DiskTest, WhyADateCannotBeSetIsKnownBefore) {
         EXPECT_EQ(disk.setDateLastModified(path, QDateTime::currentDateTime(), error), reason == 0);
         EXPECT_EQ(error, reason) << path.toStdString();
     }
-}
-
-TEST_F(DiskTest, FreeSpaceIsThatOfTheFoldersVolume) {
-    EXPECT_EQ(disk.freeBytes(u"/proc"_qs), 0) << "a volume that nothing fits on";
-    EXPECT_GT(disk.freeBytes(folder.path()), 0);
-    EXPECT_EQ(disk.freeBytes(at(u"gone"_qs)), -1);
-    EXPECT_EQ(disk.freeBytes({}), -1);
 }
 
 TEST_F(DiskTest, CopiesOverWhatIsThere) {
