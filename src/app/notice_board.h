@@ -47,7 +47,7 @@ class NoticeBoard : public QObject, public platform::Notices {
     QList<Entry> shown_;
 };
 
-// The whole notice in sentences, without its files.
+// The notice in sentences, without its files, with the number of times if it came repeatedly.
 QString sentencesOf(const NoticeBoard::Entry& entry);
 
 }  // namespace tarnwick::app

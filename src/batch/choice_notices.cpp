@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "batch/words.h"
+#include "platform/notice_words.h"
 #include "runtime/fault.h"
 #include "runtime/numbers.h"
 
@@ -105,7 +106,7 @@ std::optional<Notice> noticeOfEntries(const QList<NumberEntry>& entries) {
             wrong << entry.name +
                          (entry.text.isEmpty() ? u" (empty)"_qs : u" ('%1')"_qs.arg(entry.text));
     if (wrong.isEmpty()) return {};
-    return Notice{u"No number stands in the box for "_qs + listed(wrong) +
+    return Notice{u"No number stands in the box for "_qs + platform::listed(wrong, kMostNames) +
                       u": the program would end with an error when Process stores the settings."_qs,
                   {},
                   u"No file has been moved."_qs,

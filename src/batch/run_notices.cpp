@@ -1,10 +1,8 @@
 #include "batch/run_notices.h"
 
-#include <algorithm>
-
 #include "batch/words.h"
 #include "platform/file_system.h"
-#include "runtime/file_names.h"
+#include "platform/notice_words.h"
 
 namespace tarnwick::batch {
 
@@ -41,30 +39,20 @@ QString predicateOf(Trouble trouble, bool one) {
     return {};
 }
 
-// The files with this trouble by their reason, in the order in which the reasons came up.
-QList<std::pair<QString, QStringList>> byReason(const RunReport& report, Trouble trouble) {
-    QList<std::pair<QString, QStringList>> groups;
+// "2 of 9 files were not written: a.wav and b.wav (the disk is full)."
+QString sentenceOf(const RunReport& report, Trouble trouble) {
+    QList<platform::NameAndReason> items;
+    QStringList files;
     for (const Mishap& mishap : report.mishaps) {
         if (mishap.trouble != trouble) continue;
-        auto group =
-            std::ranges::find(groups, mishap.reason, &std::pair<QString, QStringList>::first);
-        if (group == groups.end()) group = groups.insert(groups.end(), {mishap.reason, {}});
-        group->second << mishap.file;
-    }
-    return groups;
-}
-
-// "2 of 9 files were not written: a.wav and b.wav: the disk is full; c.wav: the disk is read-only."
-QString sentenceOf(const RunReport& report, Trouble trouble) {
-    QStringList parts, files;
-    for (const auto& [reason, names] : byReason(report, trouble)) {
-        parts << listed(names) + because(reason);
-        files << names;
+        items << platform::NameAndReason{platform::shownName(mishap.file), mishap.reason};
+        files << mishap.file;
     }
     files.removeDuplicates();
     if (files.isEmpty()) return {};
     return filesOfAllWere(files.size(), report.files) + u' ' +
-           predicateOf(trouble, files.size() == 1) + u": "_qs + parts.join(u"; "_qs) + u'.';
+           predicateOf(trouble, files.size() == 1) + u": "_qs +
+           platform::listedByReason(items, kMostNames) + u'.';
 }
 
 QString mishapsOf(const RunReport& report) {
@@ -91,8 +79,7 @@ QStringList sourcesOf(const RunReport& report, bool inWork) {
 
 QString inWorkIsSafe(const RunReport& report) {
     return u"All sources are in Raw_Files; %1 is called %2 there."_qs.arg(
-        runtime::readableFileName(report.inWork),
-        runtime::readableFileName(nameInWork(report.inWork)));
+        platform::shownName(report.inWork), platform::shownName(nameInWork(report.inWork)));
 }
 
 // `story`: what has stopped it.
@@ -162,7 +149,7 @@ Notice noticeOfHalt(const RunReport& report, Halt halt, const QString& reason) {
         return mishap.file == report.inWork &&
                (mishap.trouble == Trouble::NotWritten || mishap.trouble == Trouble::EndsUnknown);
     });
-    return stopped(others, storyOf(runtime::readableFileName(report.inWork), halt, reason),
+    return stopped(others, storyOf(platform::shownName(report.inWork), halt, reason),
                    remedyOf(halt));
 }
 

@@ -1,5 +1,6 @@
 #include "batch/run_watch.h"
 
+#include "batch/words.h"
 #include "runtime/events.h"
 
 namespace tarnwick::batch {
@@ -102,8 +103,7 @@ void RunWatch::failed(const engine::Failure& failure) {
         case engine::Operation::Edit:
             // cutsEnd() knows of one that is too long.
             if (isCut(step_) && failure.code == engine::kBadRange) return;
-            return run_.report.add(Trouble::EditFailed,
-                                   u"%1 (%2)"_qs.arg(failureOf(step_), reason_));
+            return run_.report.add(Trouble::EditFailed, failureOf(step_) + because(reason_));
         case engine::Operation::Scan:
             return run_.report.add(Trouble::EndsUnknown, reason_);
         case engine::Operation::Export:

@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <optional>
 
-#include "platform/notices.h"
+#include "platform/notice_words.h"
 
 // The notices of the files that a run would take.
 
@@ -16,15 +16,10 @@ QString stemOf(const QString& source);
 // The bare name of an output; empty where stemOf() faults.
 QString outputOf(const QString& source, const QString& extension);
 
-// A file that cannot be loaded, and why.
-struct NoSound {
-    QString name;
-    QString reason;
-};
-
-// `all`: the number of files; `folder`: theirs. None without such files.
-std::optional<platform::Notice> noticeOfNoSounds(const QList<NoSound>& files, qsizetype all,
-                                                 const QString& folder);
+// `files`: those that cannot be loaded; `all`: the number of files of the run; `folder`: where they
+// are. None if all files can be loaded.
+std::optional<platform::Notice> noticeOfNoSounds(const QList<platform::NameAndReason>& files,
+                                                 qsizetype all, const QString& folder);
 
 // Tells which sources would be written under the same name; none if there are none.
 std::optional<platform::Notice> noticeOfSharedNames(const QStringList& sources,

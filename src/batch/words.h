@@ -19,9 +19,8 @@ inline constexpr QStringView kMaximumPercent = u"the maximum in percent";
 // The detail of a fault: "the cut at the start: '1e99'".
 QString typedFor(QStringView name, const QString& text);
 
-// "a.wav, b.wav and c.wav" in readable form; "a.wav, b.wav, c.wav, d.wav and 8 more" where there
-// are more than five.
-QString listed(const QStringList& names);
+// How many files a sentence names.
+inline constexpr qsizetype kMostNames = 4;
 
 // "1 file" or "3 files".
 QString filesOf(qsizetype count);

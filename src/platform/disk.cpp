@@ -106,6 +106,13 @@ QString pathIn(const QString& folder, const QString& name) {
     return folder.endsWith(QDir::separator()) ? folder + name : folder + QDir::separator() + name;
 }
 
+QStringList pathsIn(const QString& folder, const QStringList& names) {
+    QStringList paths;
+    for (const QString& name : names)
+        paths << pathIn(folder, name);
+    return paths;
+}
+
 QString folderOf(const QString& path) {
     const QString folder = path.left(std::max<qsizetype>(path.lastIndexOf(QDir::separator()), 0));
     return folder.isEmpty() ? QDir::rootPath() : folder;

@@ -77,6 +77,7 @@ class FileSystem {
 
 // `name` in `folder`, joined by the platform's separator.
 QString pathIn(const QString& folder, const QString& name);
+QStringList pathsIn(const QString& folder, const QStringList& names);
 
 // The folder of a file that is told by its full path, without a separator at its end. Only the root
 // keeps its own: the empty text is no folder.

@@ -2,12 +2,13 @@
 
 #include <cerrno>
 
-#include "platform/file_system.h"
-#include "project/notice_words.h"
+#include "platform/notice_words.h"
 
 namespace tarnwick::project {
 
 namespace {
+
+using platform::bareName;
 
 QString waysToLoad(const engine::Failure& failure) {
     switch (failure.code) {
@@ -40,8 +41,8 @@ QString wayToWrite(const engine::Failure& failure) {
 }
 
 QString stateOnDisk(const RecordingOnDisk& recording, const engine::Failure& failure) {
-    const QString name = shownName(recording.path);
-    const QString copy = shownName(recording.copy);
+    const QString name = bareName(recording.path);
+    const QString copy = bareName(recording.copy);
     if (failure.systemError == EEXIST)
         return u"%1 is now the file of another program and was left alone. The file that was there "
                u"before is %2 in BU_Source_Files."_qs.arg(name, copy);
@@ -82,19 +83,19 @@ QString noSoundLoaded() {
 }
 
 platform::Notice notLoaded(const engine::Failure& failure) {
-    return {.what =
-                u"%1 was not loaded: %2. No sound is loaded now; the duration and the counts "
-                u"in the window are those of before."_qs.arg(shownName(failure.path),
-                                                             reasonOf(failure)),
-            .files = {failure.path},
-            .safe = u"Loading has changed nothing in the file."_qs,
-            .remedy = waysToLoad(failure)};
+    return {
+        .what =
+            u"%1 was not loaded: %2. No sound is loaded now; the duration and the counts "
+            u"in the window are those of before."_qs.arg(bareName(failure.path), reasonOf(failure)),
+        .files = {failure.path},
+        .safe = u"Loading has changed nothing in the file."_qs,
+        .remedy = waysToLoad(failure)};
 }
 
 platform::Notice noSheetChosen(const QString& workbook) {
     return {.what =
                 u"No sheet of %1 was chosen, so nothing was loaded and the list of prompts is "
-                u"empty."_qs.arg(shownName(workbook)),
+                u"empty."_qs.arg(bareName(workbook)),
             .files = {workbook},
             .safe =
                 u"A recording that was loaded before is still there with its edits; Process "
@@ -114,7 +115,7 @@ platform::Notice noBackupFolder(const QString& folder, const QString& reason) {
 }
 
 platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failure& failure) {
-    return {.what = u"%1 was not saved: %2."_qs.arg(shownName(recording.path), reasonOf(failure)),
+    return {.what = u"%1 was not saved: %2."_qs.arg(bareName(recording.path), reasonOf(failure)),
             .files = {recording.path, recording.copy},
             .safe = stateOnDisk(recording, failure),
             .remedy = wayToWrite(failure) +
@@ -125,7 +126,7 @@ platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failur
 platform::Notice sourceChanged(const RecordingOnDisk& recording) {
     return {.what =
                 u"Another program has changed %1 since it was loaded, so its sound can no "
-                u"longer be played, edited, saved or exported."_qs.arg(shownName(recording.path)),
+                u"longer be played, edited, saved or exported."_qs.arg(bareName(recording.path)),
             .files = {recording.path},
             .safe = u"Files that were written before are complete."_qs,
             .remedy =
@@ -143,7 +144,7 @@ platform::Notice playsInSilence() {
 platform::Notice lateFileNotWritten(const engine::Failure& failure) {
     return {.what =
                 u"%1 was still being written when its recording was closed, and could not be "
-                u"completed: %2."_qs.arg(shownName(failure.path), reasonOf(failure)),
+                u"completed: %2."_qs.arg(bareName(failure.path), reasonOf(failure)),
             .files = {failure.path},
             .safe =
                 u"A file of that name is as it was before; copies of the recording are in "

@@ -1,55 +1,32 @@
 #include "rename/rename_notices.h"
 
+#include <algorithm>
+
 #include "model/limits.h"
 #include "platform/file_system.h"
+#include "platform/notice_words.h"
 #include "runtime/file_names.h"
 
 namespace tarnwick::rename {
 
 namespace {
 
-// A name as a sentence shows it: readable, and shortened in the middle.
-QString shown(const QString& name) {
-    constexpr qsizetype kMost = 60, kEnd = 20;
-    const QString readable = runtime::readableFileName(name);
-    return readable.size() <= kMost ? readable
-                                    : readable.left(kMost - kEnd) + u'…' + readable.right(kEnd);
-}
+using platform::bareName;
+using platform::counted;
+using platform::NameAndReason;
 
-// "a", "a and b", "a, b and c", "a, b, c and 37 more".
-QString listed(QStringList items) {
-    constexpr qsizetype kMost = 3;
-    if (items.size() > kMost + 1)
-        items = items.first(kMost) << u"%1 more"_qs.arg(items.size() - kMost);
-    if (items.size() < 2) return items.join(QString());
-    const QString last = items.takeLast();
-    return items.join(u", ") + u" and "_qs + last;
+constexpr qsizetype kFew = 3;
+
+// The same items with their names in a form for display.
+QString listedReasons(QList<NameAndReason> items) {
+    for (NameAndReason& item : items)
+        item.name = platform::shownName(item.name);
+    return platform::listedByReason(items, kFew);
 }
 
 QString listedNames(QStringList names) {
-    std::transform(names.begin(), names.end(), names.begin(), shown);
-    return listed(names);
-}
-
-QString listedReasons(const QList<Refused>& refused) {
-    QStringList items;
-    for (const auto& [name, reason] : refused)
-        items << shown(name) + u" ("_qs + reason + u')';
-    items.removeDuplicates();
-    return listed(items);
-}
-
-QString counted(qsizetype count, const QString& one, const QString& more) {
-    return u"%1 %2"_qs.arg(count).arg(count == 1 ? one : more);
-}
-
-QString bareName(const QString& path) { return path.section(u'/', -1); }
-
-QStringList pathsIn(const QString& folder, const QList<Refused>& files) {
-    QStringList paths;
-    for (const Refused& file : files)
-        paths << platform::pathIn(folder, file.name);
-    return paths;
+    std::transform(names.begin(), names.end(), names.begin(), platform::shownName);
+    return platform::listed(names, kFew);
 }
 
 // Of a reason that may be a sentence and may name files of the folder by their full paths.
@@ -62,7 +39,7 @@ QString withBareNames(QString reason, const QString& folder) {
 // Before the first file was moved.
 platform::Notice perListNotStarted(const PerListRun& run, const QString& reason) {
     using Step = PerListRun::Step;
-    const QString list = shown(bareName(run.workbook));
+    const QString list = bareName(run.workbook);
     const QString what = u"Rename Per List did not start: %1."_qs;
     const QString safe = u"No file was moved or renamed."_qs;
     if (run.step == Step::Reading && run.row > model::kRenameSlots)
@@ -115,17 +92,19 @@ QHash<QString, QString> marksOfNewNames(std::span<const model::RenameRecord> rec
 
 platform::Notice newNamesNotGiven(std::span<const model::RenameRecord> records,
                                   const QStringList& reasons, const QString& folder) {
-    QList<Refused> refused, files;
+    QList<NameAndReason> refused;
+    QStringList files;
     for (qsizetype i = 0; i < reasons.size(); ++i) {
         if (reasons[i].isEmpty()) continue;
         const auto& [original, renamed] = records[static_cast<std::size_t>(i)];
-        refused << Refused{renamed.isEmpty() ? u"the one of "_qs + original : renamed, reasons[i]};
-        files << Refused{original, reasons[i]};
+        refused << NameAndReason{renamed.isEmpty() ? u"the one of "_qs + original : renamed,
+                                 reasons[i]};
+        files << original;
     }
     return {
         u"%1 of %2 cannot be given: %3."_qs.arg(refused.size())
             .arg(counted(reasons.size(), u"new name"_qs, u"new names"_qs), listedReasons(refused)),
-        pathsIn(folder, files), u"No file has been renamed yet."_qs,
+        platform::pathsIn(folder, files), u"No file has been renamed yet."_qs,
         u"Choose Cancel and change the rules or the selection: Rename would end the program "
         u"at the first of these names."_qs};
 }
@@ -134,11 +113,15 @@ QString markOfProtected(const QString& reason) {
     return u"The date of this file cannot be changed: %1."_qs.arg(reason);
 }
 
-platform::Notice datesNotSet(const QList<Refused>& files, qsizetype total, const QString& folder) {
+platform::Notice datesNotSet(const QList<NameAndReason>& files, qsizetype total,
+                             const QString& folder) {
+    QStringList names;
+    for (const NameAndReason& file : files)
+        names << file.name;
     const qsizetype done = total - files.size();
     return {u"%1 of %2 kept the old date: %3."_qs.arg(files.size())
                 .arg(counted(total, u"file"_qs, u"files"_qs), listedReasons(files)),
-            pathsIn(folder, files),
+            platform::pathsIn(folder, names),
             done == 0
                 ? u"No date was changed."_qs
                 : counted(done, u"file has its new date."_qs, u"files have their new dates."_qs),
@@ -149,18 +132,14 @@ platform::Notice perListEnded(const PerListRun& run, const QString& fullReason) 
     const QString folder = platform::folderOf(run.workbook);
     const QString reason = withBareNames(fullReason, folder);
     if (run.step < PerListRun::Step::Moving) return perListNotStarted(run, reason);
-    QStringList paths;
-    for (const QString& name : run.originals)
-        paths << platform::pathIn(platform::pathIn(folder, kOriginals), name);
     const QString count = counted(run.originals.size(), u"file lies"_qs, u"files lie"_qs);
-    return {
-        u"Rename Per List ended at row %1 of %2: %3. %4"_qs.arg(
-            QString::number(run.row), shown(bareName(run.workbook)), reason, renamedBefore(run)),
-        paths,
-        run.originals.isEmpty()
-            ? u"All files are where they were; Original_Files is empty."_qs
-            : u"%1 in Original_Files: %2."_qs.arg(count, listedNames(run.originals)),
-        wayBack(run)};
+    return {u"Rename Per List ended at row %1 of %2: %3. %4"_qs.arg(
+                QString::number(run.row), bareName(run.workbook), reason, renamedBefore(run)),
+            platform::pathsIn(platform::pathIn(folder, kOriginals), run.originals),
+            run.originals.isEmpty()
+                ? u"All files are where they were; Original_Files is empty."_qs
+                : u"%1 in Original_Files: %2."_qs.arg(count, listedNames(run.originals)),
+            wayBack(run)};
 }
 
 platform::Notice volumeGone(const QString& volume) {
@@ -168,12 +147,6 @@ platform::Notice volumeGone(const QString& volume) {
             {volume},
             u"The Rename Wizard shows Home now and has changed no file."_qs,
             u"Connect the drive again and choose it in the list of drives."_qs};
-}
-
-QString sentencesOf(const platform::Notice& notice) {
-    QStringList sentences{notice.what, notice.safe, notice.remedy};
-    sentences.removeAll(QString());
-    return sentences.join(u' ');
 }
 
 }  // namespace tarnwick::rename

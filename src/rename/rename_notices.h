@@ -6,19 +6,13 @@
 #include <span>
 
 #include "model/rename_record.h"
-#include "platform/notices.h"
+#include "platform/notice_words.h"
 
 // What the Rename Wizard tells the operator without stopping. All functions are pure.
 
 namespace tarnwick::rename {
 
 inline const QString kOriginals = u"Original_Files"_qs;  // folder of Rename Per List
-
-// A name and, in a few words, what is wrong with it or its file.
-struct Refused {
-    QString name;
-    QString reason;
-};
 
 // The marks of the new names that cannot be given, by name. `reasons`: one for each record, empty
 // for a name that can be given (name_check.h).
@@ -31,7 +25,8 @@ platform::Notice newNamesNotGiven(std::span<const model::RenameRecord> records,
 // The mark of a file that re-dating would pass over.
 QString markOfProtected(const QString& reason);
 // The files that were passed over, out of `total`.
-platform::Notice datesNotSet(const QList<Refused>& files, qsizetype total, const QString& folder);
+platform::Notice datesNotSet(const QList<platform::NameAndReason>& files, qsizetype total,
+                             const QString& folder);
 
 // How far a run of Rename Per List has come.
 struct PerListRun {
@@ -48,8 +43,5 @@ platform::Notice perListEnded(const PerListRun& run, const QString& reason);
 
 // The volume of the listed folder was unmounted. `volume`: full path.
 platform::Notice volumeGone(const QString& volume);
-
-// A notice in sentences, without its files.
-QString sentencesOf(const platform::Notice& notice);
 
 }  // namespace tarnwick::rename

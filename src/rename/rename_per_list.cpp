@@ -36,7 +36,7 @@ void RenamePerList::cbRenamePerList_Click() {
 void RenamePerList::noteEnd(const QString& reason) {
     const platform::Notice notice = perListEnded(run_, reason);
     services_.notices.note(notice);
-    services_.state.perListEnd = sentencesOf(notice);
+    services_.state.perListEnd = platform::sentencesOf(notice);
     showEnd();
 }
 

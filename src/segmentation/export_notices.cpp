@@ -1,16 +1,20 @@
 #include "segmentation/export_notices.h"
 
-#include <QLocale>
-#include <QMap>
 #include <algorithm>
 #include <cerrno>
 
 #include "engine/sound_events.h"
-#include "segmentation/notice_words.h"
+#include "platform/notice_words.h"
+#include "segmentation/sound_notices.h"
 
 namespace tarnwick::segmentation {
 
 namespace {
+
+using platform::bareName;
+using platform::sizeText;
+
+constexpr qsizetype kMostNames = 10;
 
 QString stillThere() { return u"The recording is still in the project folder."_qs; }
 
@@ -18,27 +22,8 @@ QString toLoadAgain() {
     return u"To load this folder again, first move or rename BU_Source_Files."_qs;
 }
 
-// "a.wav and b.wav: permission denied; c.wav: the name is too long", in the order of the failures.
-QString byReason(const QList<engine::Failure>& failures) {
-    QStringList reasons;
-    QMap<QString, QStringList> names;
-    for (const engine::Failure& failure : failures) {
-        const QString reason = engine::reasonOf(failure);
-        if (!names.contains(reason)) reasons << reason;
-        names[reason] << bareName(failure.path);
-    }
-    QStringList parts;
-    for (const QString& reason : std::as_const(reasons))
-        parts << enumerated(names[reason]) + u": "_qs + reason;
-    return parts.join(u"; "_qs);
-}
-
 QString placeText(const ExportPlace& place) {
     return u"prompt %1 of %2"_qs.arg(place.row).arg(place.rows);
-}
-
-QString sizeText(qint64 bytes) {
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
 bool diskIsFull(const engine::Failure& failure) {
@@ -72,15 +57,19 @@ platform::Notice spaceIsShort(const QString& folder, qint64 neededBytes, qint64 
 platform::Notice promptsNotWritten(qint32 rows, const QList<engine::Failure>& unwritten,
                                    bool recordingIsKept) {
     QStringList files;
-    for (const engine::Failure& failure : unwritten)
+    QList<platform::NameAndReason> reasons;
+    for (const engine::Failure& failure : unwritten) {
         files << failure.path;
+        reasons << platform::NameAndReason{bareName(failure.path), engine::reasonOf(failure)};
+    }
     const QString cause = std::any_of(unwritten.begin(), unwritten.end(), diskIsFull)
                               ? u"Free some space. "_qs
                               : u"Remove the cause. "_qs;
-    return {.what = u"%1 of %2 prompts %3 not written: "_qs.arg(unwritten.size())
-                        .arg(rows)
-                        .arg(unwritten.size() == 1 ? u"was"_qs : u"were"_qs) +
-                    byReason(unwritten) + u'.',
+    return {.what = u"%1 of %2 %3 not written: "_qs.arg(
+                        QString::number(unwritten.size()),
+                        platform::counted(rows, u"prompt"_qs, u"prompts"_qs),
+                        unwritten.size() == 1 ? u"was"_qs : u"were"_qs) +
+                    platform::listedByReason(reasons, kMostNames) + u'.',
             .files = files,
             .safe = recordingIsKept ? u"The recording is in BU_Source_Files."_qs : stillThere(),
             .remedy = cause +

@@ -1,6 +1,6 @@
 #include "segmentation/sound_notices.h"
 
-#include "segmentation/notice_words.h"
+#include "platform/notice_words.h"
 
 namespace tarnwick::segmentation {
 
@@ -49,12 +49,16 @@ QString remedyOfRange(EditKind kind, qint16 command) {
 
 }  // namespace
 
+QString loadAgain() {
+    return u"Move or rename the folder BU_Source_Files, then load the session again."_qs;
+}
+
 platform::Notice soundDeleted(const QString& recording) {
     return {.what =
                 u"The whole sound was deleted, which cannot be undone. The rows and counts of "
                 u"the list are still those of before."_qs,
             .files = {recording},
-            .safe = bareName(recording) + u" is as it was last saved."_qs,
+            .safe = platform::bareName(recording) + u" is as it was last saved."_qs,
             .remedy = loadAgain()};
 }
 

@@ -9,6 +9,9 @@
 
 namespace tarnwick::segmentation {
 
+// A sentence: how to load a session again from the same folder.
+QString loadAgain();
+
 // An edit has left nothing of the sound, and it was closed. `recording` is its file's full path.
 platform::Notice soundDeleted(const QString& recording);
 

@@ -243,7 +243,7 @@ TEST_F(Imports, NoticesOfTheScriptAreToldBeforeTheRecordingLoads) {
           zipOf(workbookParts(cells.chopped(6) + "<c r='B2'><f>B1</f></c></row>")));
     onLoad = [this] { EXPECT_EQ(desk.notices.told.size(), 3); };
     excel.Import_Excel();
-    EXPECT_TRUE(desk.notices.told.last().what.startsWith(u"One prompt is empty"));
+    EXPECT_TRUE(desk.notices.told.last().what.startsWith(u"1 prompt is empty"));
     expectDone(u"F/1|one|1\nF_2||1"_qs);
     onLoad = {};
     desk.notices.told.clear();

@@ -54,16 +54,14 @@ TEST(RenameNotices, CountAndNameWhatFailed) {
     const QStringList reasons{u"twice"_qs, u"twice"_qs, u"empty"_qs, {}, u"long"_qs};
     const platform::Notice names = rename::newNamesNotGiven(records, reasons, u"/in/"_qs);
     EXPECT_EQ(names.what,
-              u"4 of 5 new names cannot be given: x (twice), the one of c (empty) and "_qs +
-                  u"n"_qs.repeated(40) + u'…' + u"n"_qs.repeated(20) + u" (long)."_qs);
+              u"4 of 5 new names cannot be given: x (twice); the one of c (empty); "_qs +
+                  u"n"_qs.repeated(39) + u'…' + u"n"_qs.repeated(20) + u" (long)."_qs);
     EXPECT_EQ(names.files.join(u' '), u"/in/a /in/b /in/c /in/e");
-    QList<rename::Refused> many;
+    QList<platform::NameAndReason> many;
     for (int i = 0; i < 40; ++i)
-        many << rename::Refused{u"f%1"_qs.arg(i), u"locked"_qs};
+        many << platform::NameAndReason{u"f%1"_qs.arg(i), u"locked"_qs};
     const platform::Notice dates = rename::datesNotSet(many, 41, u"/in"_qs);
-    EXPECT_EQ(
-        dates.what,
-        u"40 of 41 files kept the old date: f0 (locked), f1 (locked), f2 (locked) and 37 more.");
+    EXPECT_EQ(dates.what, u"40 of 41 files kept the old date: f0, f1, f2 and 37 more (locked).");
     EXPECT_EQ(dates.safe, u"1 file has its new date.");
     EXPECT_EQ(rename::datesNotSet(many, 40, u"/in"_qs).safe, u"No date was changed.");
 }
@@ -78,7 +76,7 @@ struct Notices : test::RenameDesk {
     QString noted() {
         QStringList texts;
         for (const platform::Notice& notice : std::exchange(desk.notices.noted, {}))
-            texts << rename::sentencesOf(notice);
+            texts << platform::sentencesOf(notice);
         return texts.join(u'|');
     }
     void run(const QString& list) {
@@ -99,7 +97,7 @@ TEST_F(Notices, APreviewMarksAndCountsNewNamesThatCannotBeGiven) {
     form.txbTargetExt->setText(u".mp3"_qs);
     form.cbPreview->click();
     EXPECT_EQ(told(),
-              u"2 of 2 new names cannot be given: a.mp3 (another file has it) and b.mp3 "
+              u"2 of 2 new names cannot be given: a.mp3 (another file has it); b.mp3 "
               u"(the file has it already).");
     EXPECT_EQ(marks(),
               u"a.mp3: This name cannot be given: another file has it. "
@@ -200,8 +198,8 @@ TEST_F(Notices, ReDatingMarksAndNotesFilesThatItPassesOver) {
     form.cbReDatePreview->click();
     form.cbReDate->click();
     EXPECT_TRUE(noted().startsWith(
-        u"3 of 4 files kept the old date: a (permission denied), c (the disk is read-only) and d "
-        u"(the disk is read-only). 1 file has its new date."));
+        u"3 of 4 files kept the old date: a (permission denied); c and d (the disk is "
+        u"read-only). 1 file has its new date."));
     EXPECT_EQ(marks() + boxes(), u"");
 }
 
