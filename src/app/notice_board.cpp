@@ -6,7 +6,7 @@
 
 namespace tarnwick::app {
 
-// An equal notice moves to the end of the list and is counted.
+// If the list already has an equal notice, it moves to the end and its count goes up.
 void NoticeBoard::enter(QList<Entry>& list, const Entry& entry) {
     const auto equal = std::ranges::find(list, entry.notice, &Entry::notice);
     const int before = equal == list.end() ? 0 : equal->count;

@@ -11,10 +11,10 @@ namespace tarnwick::app {
 
 namespace {
 
-constexpr qint32 kShortestPause = 20;    // ms; shorter ones are found inside the words
-constexpr qint32 kLongSilence = 600000;  // ms, between two long prompts
+constexpr qint32 kShortestPause = 20;    // ms; shorter pauses occur inside words
+constexpr qint32 kLongSilence = 600000;  // ms; the pauses around the rows tested
 
-// The classic words of the fault that `work` ends with; empty if it does not.
+// The classic description of the fault that `work` throws; empty if it throws none.
 template <class Work>
 QString faultOf(Work work) {
     try {
@@ -33,7 +33,7 @@ QString named(const QString& field, const QString& value) {
     return value.trimmed().isEmpty() ? field + u" is empty"_qs : u"%1 is “%2”"_qs.arg(field, value);
 }
 
-// The conversions of a scan: decibels, percent with one decimal, amplitude.
+// Makes the same conversions as a scan: decibels, percent with one decimal, amplitude.
 QString thresholdObjection(const QString& text) {
     const QString value = named(u"Threshold"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictDouble(text); });
@@ -68,7 +68,7 @@ QString durationObjection(const QString& text) {
                model::kSilenceSlots);
 }
 
-// The speed at the extremes: a prompt of one word and one of a hundred.
+// Tries the speed with the extremes: a prompt of 1 word and one of 100 words.
 QString speedObjection(const QString& text) {
     const auto fault = [&](const char16_t* words) {
         return faultOf([&] {

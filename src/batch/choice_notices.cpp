@@ -15,7 +15,7 @@ using platform::Notice;
 
 constexpr qsizetype kKbps = 5;  // " kbps"
 
-// Whether `conversion` takes the text.
+// Whether `conversion` accepts the text without a fault.
 template <class Conversion>
 bool converts(Conversion conversion, const QString& text) {
     try {
@@ -46,7 +46,7 @@ Notice endsProgram(QStringView name, const QString& text, const QString& when) {
         beforeProcess()};
 }
 
-// A level in decibels that is not a number does not change the percent, by which a run goes.
+// A run uses the percent. It stays as it was if the level in decibels is not a number.
 std::optional<Notice> noticeOfDecibels(QStringView name, const QString& decibels,
                                        const QString& percent) {
     if (isStrict(decibels) || !isStrict(percent)) return {};

@@ -16,8 +16,8 @@ namespace tarnwick::batch {
 
 namespace {
 
-// The files that are looked at in that time speak for the others, which a slow disk would make the
-// operator wait for.
+// After this time the check stops, so that a slow disk does not keep the operator waiting. The
+// files read until then are the sample from which the total length is estimated.
 constexpr qint64 kMostMs = 300;
 
 void tellAny(const Services& services, const std::optional<platform::Notice>& notice) {

@@ -14,7 +14,7 @@ constexpr Trouble kTroubles[] = {Trouble::NotWritten, Trouble::Replaced,    Trou
                                  Trouble::Uncut,      Trouble::Inaudible,   Trouble::EndsUnknown,
                                  Trouble::EditFailed, Trouble::StepsLeftOut};
 
-// How a sentence about these files goes on, up to the reason.
+// What happened to the files, as the predicate of a sentence.
 QString predicateOf(Trouble trouble, bool one) {
     switch (trouble) {
         case Trouble::NotWritten:
@@ -63,7 +63,7 @@ QString mishapsOf(const RunReport& report) {
     return sentences.join(u' ');
 }
 
-// The full path of a source; the one in work has another name for the time.
+// The full path of a source. `inWork`: it has its temporary name at the moment.
 QString pathOf(const RunReport& report, const QString& name, bool inWork) {
     return platform::pathIn(report.rawFolder, inWork ? nameInWork(name) : name);
 }
@@ -82,7 +82,7 @@ QString inWorkIsSafe(const RunReport& report) {
         platform::shownName(report.inWork), platform::shownName(nameInWork(report.inWork)));
 }
 
-// `story`: what has stopped it.
+// A notice about a run that has stopped. `story`: a sentence that says why.
 Notice stopped(const RunReport& report, const QString& story, const QString& remedy) {
     QStringList what{story, filesOfAllWere(report.written, report.files) + u" written before."_qs,
                      mishapsOf(report)};
@@ -145,7 +145,7 @@ QString remedyOf(Halt halt) {
 
 Notice noticeOfHalt(const RunReport& report, Halt halt, const QString& reason) {
     RunReport others = report;
-    others.mishaps.removeIf([&](const Mishap& mishap) {  // told by the story
+    others.mishaps.removeIf([&](const Mishap& mishap) {  // the story tells these
         return mishap.file == report.inWork &&
                (mishap.trouble == Trouble::NotWritten || mishap.trouble == Trouble::EndsUnknown);
     });
@@ -169,7 +169,7 @@ Notice noticeOfOtherFolder(const RunReport& report) {
 
 std::optional<Notice> noticeOfEnd(const RunReport& report) {
     if (report.mishaps.isEmpty()) return {};
-    // Otherwise the first mishap says how many were not.
+    // If not all files were written, the first sentence of the mishaps counts those that were not.
     const bool all = report.written == report.files;
     return Notice{
         (all ? filesOfAllWere(report.written, report.files) + u" written. "_qs : QString()) +

@@ -14,7 +14,7 @@ namespace {
 
 using platform::Notice;
 
-constexpr qsizetype kExtension = 4;  // ".wav", whatever the source has
+constexpr qsizetype kExtension = 4;  // always the length of ".wav"
 
 QString listedFiles(QStringList names) {
     std::transform(names.begin(), names.end(), names.begin(), platform::shownName);

@@ -18,7 +18,7 @@ using platform::Notice;
 
 constexpr qsizetype kFew = 3;
 
-// The prompts whose names have something in common.
+// The prompts whose names have the same fault.
 struct Rows {
     QStringList places;  // "row 3 (a.wav)"
     QStringList files;

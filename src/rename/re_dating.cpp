@@ -45,7 +45,7 @@ void ReDating::cbReDatePreview_Click() {
     markProtected();
 }
 
-// Marks the files that the run would pass over.
+// Marks the files whose date the run could not change.
 void ReDating::markProtected() {
     QHash<QString, QString> marks;
     const QStringList names = form_.lbxSelectedFiles->names();

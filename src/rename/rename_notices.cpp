@@ -17,7 +17,7 @@ using platform::NameAndReason;
 
 constexpr qsizetype kFew = 3;
 
-// The same items with their names in a form for display.
+// The items with their names shortened for display.
 QString listedReasons(QList<NameAndReason> items) {
     for (NameAndReason& item : items)
         item.name = platform::shownName(item.name);
@@ -29,14 +29,14 @@ QString listedNames(QStringList names) {
     return platform::listed(names, kFew);
 }
 
-// Of a reason that may be a sentence and may name files of the folder by their full paths.
+// Takes the folder out of full paths in a reason, and a full stop from its end.
 QString withBareNames(QString reason, const QString& folder) {
     if (folder != u"/")
         reason.remove(platform::pathIn(runtime::readableFileName(folder), QString()));
     return reason.endsWith(u'.') ? reason.chopped(1) : reason;
 }
 
-// Before the first file was moved.
+// The notice of a run that ended before the first file was moved.
 platform::Notice perListNotStarted(const PerListRun& run, const QString& reason) {
     using Step = PerListRun::Step;
     const QString list = bareName(run.workbook);

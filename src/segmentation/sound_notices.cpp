@@ -25,7 +25,7 @@ QString failedEdit(EditKind kind, qint16 command) {
     }
 }
 
-// What to do after a failure whose cause lies in no setting.
+// What to do after a failure that no setting can cause.
 QString generalRemedy(engine::ErrorCode code) {
     switch (code) {
         case engine::kNoSound:

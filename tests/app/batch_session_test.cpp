@@ -166,7 +166,7 @@ TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
     ASSERT_TRUE(finished(3));
     EXPECT_EQ(listed(), u"1.aiff|2.aiff");
     const std::string told = toldBy(notices);
-    EXPECT_TRUE(told.starts_with("1 of 3 files was not written: 3.wav: ")) << told;
+    EXPECT_TRUE(told.starts_with("1 of 3 files was not written: 3.wav (")) << told;
     EXPECT_TRUE(
         told.ends_with("1 of 3 files was not cut at its end, because the cut is longer "
                        "than the sound: 2.wav."))

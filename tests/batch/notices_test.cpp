@@ -128,13 +128,8 @@ struct Told : test::Chain {
     void fail(Operation operation, engine::ErrorCode code) {
         Q_EMIT EDTX.failed({operation, {}, code, 0});
     }
-    // What was told since the last look, one notice per line.
-    QString told() {
-        QStringList whats;
-        for (const platform::Notice& notice : std::exchange(desk.notices.told, {}))
-            whats << notice.what;
-        return whats.join(u'\n');
-    }
+    // The notices told since the last call, one per line.
+    QString told() { return test::takeSentences(desk.notices.told).join(u'\n'); }
 };
 
 TEST_F(Told, ARunInWhichAllIsWellTellsNothing) {

@@ -67,25 +67,12 @@ TEST(RenameNotices, CountAndNameWhatFailed) {
 }
 
 struct Notices : test::RenameDesk {
-    QString told() {
-        QStringList texts;
-        for (const platform::Notice& notice : std::exchange(desk.notices.told, {}))
-            texts << notice.what;
-        return texts.join(u'|');
-    }
+    QString told() { return test::takeSentences(desk.notices.told).join(u'|'); }
     QString noted() {
         QStringList texts;
         for (const platform::Notice& notice : std::exchange(desk.notices.noted, {}))
             texts << platform::sentencesOf(notice);
         return texts.join(u'|');
-    }
-    void run(const QString& list) {
-        Rows rows;
-        for (const QString& row : list.split(u';'))
-            rows << std::pair(row.section(u'=', 0, 0), row.section(u'=', 1));
-        workbook = zipOf(workbookParts(cellsOf(rows)));
-        cmdlg.path = in(u"list.xlsx"_qs);
-        form.cbRenamePerList->click();
     }
     QString onButton() const { return form.cbRenamePerList->accessibleDescription(); }
 };
@@ -125,7 +112,7 @@ remove the renamed copies, move the files in Original_Files back to the folder o
 Original_Files, correct row 2 and start again.)";
     for (const QStringList& row : test::rowsOf(cases, 2)) {
         put({u"a"_qs, u"b"_qs, u"own"_qs});
-        run(row[0]);
+        renamePerList(row[0]);
         EXPECT_EQ(onButton(), row[1]);
         EXPECT_EQ(noted(), onButton());
         EXPECT_TRUE(form.cbRenamePerList->toolTip().contains(u"start again"));
@@ -137,7 +124,7 @@ Original_Files, correct row 2 and start again.)";
                              {desk.failure, state, desk.boxes, cmdlg, files, desk.notices, {}});
     EXPECT_EQ(next.cbRenamePerList->accessibleDescription(), onButton());
     put({u"a"_qs});
-    run(u"a=z"_qs);
+    renamePerList(u"a=z"_qs);
     EXPECT_EQ(noted() + onButton() + form.cbRenamePerList->toolTip(), u"");
 }
 
@@ -149,7 +136,7 @@ TEST_F(Notices, RenamePerListNotesAFileThatCannotBeWritten) {
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
     const rlimit small{.rlim_cur = 4096, .rlim_max = limit.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    run(u"a=x;b=y"_qs);
+    renamePerList(u"a=x;b=y"_qs);
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, before);
     EXPECT_EQ(noted().section(u" To get back"_qs, 0, 0),
@@ -164,7 +151,7 @@ TEST_F(Notices, RenamePerListNotesWhyItDidNotStart) {
     form.cbRenamePerList->click();
     EXPECT_EQ(noted(), u"") << "the operator has cancelled it";
     const auto start = [&](const QString& list) {
-        run(list);
+        renamePerList(list);
         return noted().section(u" No file was moved or renamed."_qs, 0, 0);
     };
     EXPECT_EQ(start(u"a=x;"_qs.repeated(302).chopped(1)),

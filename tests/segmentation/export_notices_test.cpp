@@ -47,13 +47,9 @@ TEST(ExportNotices, UnwrittenPromptsAreGroupedByReason) {
 }
 
 struct ExportTells : test::ExportDesk {
-    // The sentences told and noted since the last look.
+    // The sentences told and noted since the last call.
     QStringList sentences() {
-        QStringList texts;
-        for (const platform::Notice& notice :
-             std::exchange(desk.notices.told, {}) + std::exchange(desk.notices.noted, {}))
-            texts << notice.what;
-        return texts;
+        return test::takeSentences(desk.notices.told) + test::takeSentences(desk.notices.noted);
     }
     void fail(int systemError) {
         EDT.failExport(engine::kWriteFailed, systemError);
