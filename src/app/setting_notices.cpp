@@ -37,7 +37,7 @@ QString named(const QString& field, const QString& value) {
 QString thresholdObjection(const QString& text) {
     const QString value = named(u"Threshold"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictDouble(text); });
-    if (!noNumber.isEmpty()) return value + u", which is no number: "_qs + ending(noNumber);
+    if (!noNumber.isEmpty()) return value + u", which is not a number: "_qs + ending(noNumber);
     QString amplitude;
     const QString tooLoud = faultOf([&] {
         const double percent = runtime::percentOfDecibels(runtime::strictDouble(text));
@@ -55,7 +55,7 @@ QString durationObjection(const QString& text) {
     const QString value = named(u"Duration"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictLong(text); });
     if (!noNumber.isEmpty())
-        return value + u", which is no length in milliseconds: "_qs + ending(noNumber);
+        return value + u", which is not a length in milliseconds: "_qs + ending(noNumber);
     const qint32 length = runtime::strictLong(text);
     if (length < 0)
         return value +
@@ -63,9 +63,8 @@ QString durationObjection(const QString& text) {
                u"load will end without a list."_qs;
     if (length >= kShortestPause) return {};
     return value +
-           u" ms. So short pauses are also found inside the words, and with more than %1 of "
-           u"them a load ends with the error “Subscript out of range”."_qs.arg(
-               model::kSilenceSlots);
+           u" ms. Pauses this short are also found inside words, and a load with more than %1 "
+           u"of them ends with the error “Subscript out of range”."_qs.arg(model::kSilenceSlots);
 }
 
 // Tries the speed with the extremes: a prompt of 1 word and one of 100 words.
@@ -80,7 +79,7 @@ QString speedObjection(const QString& text) {
     const QString shortOne = fault(u"1");
     const QString end = shortOne.isEmpty() ? fault(u"100") : shortOne;
     if (end.isEmpty()) return {};
-    return named(u"Words/min"_qs, text) + u", which is no possible reading speed: "_qs +
+    return named(u"Words/min"_qs, text) + u", which is not a possible reading speed: "_qs +
            ending(end);
 }
 
@@ -89,8 +88,8 @@ QString channelsObjection(const QString& text) {
     const QString noNumber = faultOf([&] { runtime::strictLong(text); });
     if (!noNumber.isEmpty())
         return value +
-               u", which is no number: saving the recording and exporting end with the "
-               u"error “%1”."_qs.arg(noNumber);
+               u", which is not a number: saving the recording and exporting end with the error "
+               u"“%1”."_qs.arg(noNumber);
     const qint32 channels = runtime::strictLong(text);
     if (channels == 1 || channels == 2) return {};
     return value +
@@ -107,7 +106,7 @@ QString rowsObjection(const LoadSettings& settings) {
         faultOf([&] { rows = project::specifiedRows(settings.firstRow, settings.lastRow); });
     if (!tooLarge.isEmpty()) return range + u": "_qs + ending(tooLarge);
     if (rows.viLastRow < rows.viFirstRow)
-        return range + u". These are no rows, so "_qs + ending(u"Index out of bounds"_qs);
+        return range + u". This range is empty, so "_qs + ending(u"Index out of bounds"_qs);
     if (rows.viFirstRow < 1)
         return range + u". The first row of a sheet is 1, so "_qs +
                ending(u"Application-defined or object-defined error"_qs);
@@ -123,9 +122,8 @@ QList<platform::Notice> noticesOf(const LoadSettings& settings) {
         u"Correct it now, and press Save in the Preferences again: after the "
         u"next start its box is grey."_qs;
     const QString greyBox =
-        u"Its box is grey until a list was filled. Quit, and put the "
-        u"Tarnwick.mdb that was delivered with Tarnwick in the place of this "
-        u"one; all settings then have their first values."_qs;
+        u"Its box is grey until a list has been filled. Quit and replace Tarnwick.mdb with the "
+        u"one that came with Tarnwick; all settings then return to their first values."_qs;
     const QString page = u"Correct it in the Preferences, and press Save there."_qs;
     QList<platform::Notice> notices;
     for (const QString& objection :

@@ -27,14 +27,14 @@ platform::Notice notOpened(const QString& target, const QString& reason) {
 
 platform::Notice settingsReadOnly(const QString& database, const QString& reason) {
     return {.what =
-                u"%1 cannot be written: %2. Tarnwick writes there when a recording was loaded "
-                u"or corrected and when settings are saved, and ends if it cannot."_qs.arg(
-                    platform::bareName(database), reason),
+                u"%1 cannot be written: %2. Tarnwick writes to it after loading or correcting a "
+                u"recording and when you save settings, and ends with an error if it "
+                u"cannot."_qs.arg(platform::bareName(database), reason),
             .files = {database},
             .safe = {},
             .remedy =
-                u"Quit, and make the file and its folder writable, or move the whole folder "
-                u"of Tarnwick to a place of your own."_qs};
+                u"Quit, and make the file and its folder writable, or move the whole folder of "
+                u"Tarnwick to a folder of your own."_qs};
 }
 
 platform::Notice settingsNotStored(const QString& database, const QString& reason) {

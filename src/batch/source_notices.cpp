@@ -47,9 +47,9 @@ std::optional<Notice> noticeOfNoSounds(const QList<platform::NameAndReason>& fil
         file.name = platform::shownName(file.name);
     }
     const bool one = names.size() == 1;
-    const QString waits = one ? u" cannot be loaded, and the run would wait at it for good: "_qs
-                              : u" cannot be loaded, and the run would wait at the first of them "
-                                u"for good: "_qs;
+    const QString waits = one ? u" cannot be loaded, and the run would get stuck there: "_qs
+                              : u" cannot be loaded, and the run would get stuck at the first "
+                                u"of them: "_qs;
     return Notice{u"%1 of "_qs.arg(names.size()) + filesOf(all) + waits +
                       platform::listedByReason(shown, kMostNames) + u'.',
                   platform::pathsIn(folder, names), u"No file has been moved."_qs,
@@ -101,11 +101,11 @@ Notice noticeOfDialog(const QString& reason) {
 }
 
 Notice noticeOfSpentWindow(const QString& rawFolder) {
-    return {
-        u"Process stays off, because a window can only be used for one run."_qs,
-        {rawFolder},
-        u"Nothing has been moved out of the folder that you chose."_qs,
-        u"Close this window, remove the empty folder Raw_Files and open the Batch Processor again."_qs};
+    return {u"Process stays off, because a window can only be used for one run."_qs,
+            {rawFolder},
+            u"Nothing has been moved out of the folder that you chose."_qs,
+            u"Close this window, remove the empty folder Raw_Files and open the Batch Processor "
+            u"again."_qs};
 }
 
 std::optional<Notice> noticeOfSpace(qint64 needed, qint64 free, const QString& folder) {

@@ -73,7 +73,7 @@ Notice hiddenNames(const Rows& rows) {
     return {
         .what = rows.count(u"file name begins with a dot"_qs, u"file names begin with a dot"_qs) +
                 u": "_qs + rows.list() +
-                u". Such files are hidden, and the Batch Processor leaves them out."_qs,
+                u". Such files are hidden, and the Batch Processor skips them."_qs,
         .files = rows.files,
         .safe = {},
         .remedy = changeTheScript()};
@@ -82,7 +82,7 @@ Notice hiddenNames(const Rows& rows) {
 Notice nameOfRecording(const Rows& rows) {
     return {
         .what = u"The recording's own name is also the file name of "_qs + rows.list() +
-                u". The export will replace the recording by the prompt."_qs,
+                u". The export will replace the recording with the prompt."_qs,
         .files = rows.files,
         .safe = u"The export copies the recording to BU_Source_Files first."_qs,
         .remedy = u"Change the name in the script and load again if the recording is to stay."_qs};
@@ -91,8 +91,8 @@ Notice nameOfRecording(const Rows& rows) {
 Notice namelessRows(const Rows& rows) {
     return {.what = rows.count(u"prompt has no file name"_qs, u"prompts have no file name"_qs) +
                     u": "_qs + rows.list() +
-                    u". The file is hidden, the Batch Processor leaves it out, and a later one "
-                    u"replaces it."_qs,
+                    u". The file is hidden, the Batch Processor skips it, and each further "
+                    u"prompt without a name overwrites it."_qs,
             .files = rows.files,
             .safe = {},
             .remedy =
@@ -136,7 +136,7 @@ QList<Notice> sharedNames(const QMap<QString, QStringList>& rowsOfFile) {
 QString cell(char16_t column, qint32 row) { return QString(QChar(column)) + QString::number(row); }
 
 Notice withoutResult(const QString& what, const QStringList& cells) {
-    return {.what = what + u", because the workbook has a formula without its result in "_qs +
+    return {.what = what + u", because the workbook has a formula without a stored result in "_qs +
                     platform::listed(cells, kFew) + u'.',
             .files = cells,
             .safe = {},

@@ -21,7 +21,7 @@ QString whyNoName(const QString& name) {
 }
 
 QString whyTaken(const model::RenameRecord& record, bool byOneThatWaits) {
-    if (record.Renamed == record.Original) return u"the file has it already"_qs;
+    if (record.Renamed == record.Original) return u"the file already has it"_qs;
     return byOneThatWaits ? u"a file later in the list still has it"_qs : u"another file has it"_qs;
 }
 
@@ -65,7 +65,7 @@ QStringList whyNotGiven(std::span<const model::RenameRecord> records,
         if (!invalid.isEmpty())
             reasons << invalid;
         else if (uses[name] > 1)
-            reasons << u"it stands more than once in the list"_qs;
+            reasons << u"it appears more than once in the list"_qs;
         else
             reasons << (given ? QString() : whyTaken(record, waiting.contains(name)));
     }

@@ -46,7 +46,7 @@ platform::Notice perListNotStarted(const PerListRun& run, const QString& reason)
         return {what.arg(u"%1 has more than %2 rows"_qs.arg(list).arg(model::kRenameSlots)),
                 {run.workbook},
                 safe,
-                u"Divide the list, and move Original_Files to another place between two runs."_qs};
+                u"Split the list, and move Original_Files elsewhere between two runs."_qs};
     if (run.step == Step::MakingFolder)
         return {what.arg(u"the folder Original_Files could not be made: "_qs + reason),
                 {platform::pathIn(platform::folderOf(run.workbook), kOriginals)},
@@ -64,11 +64,12 @@ QString wayBack(const PerListRun& run) {
     const QString again = u"correct row %1 and start again."_qs.arg(run.row);
     if (run.originals.isEmpty()) return u"Remove the folder Original_Files, "_qs + again;
     const QString back =
-        u"move the files in Original_Files back to the folder of the list, remove Original_Files, "_qs +
+        u"move the files in Original_Files back to the folder of the list, remove "
+        u"Original_Files, "_qs +
         again;
     return run.step == PerListRun::Step::Copying && run.row > 1
-               ? u"To get back, remove the renamed copies, "_qs + back
-               : u"To get back, "_qs + back;
+               ? u"To undo this, remove the renamed copies, "_qs + back
+               : u"To undo this, "_qs + back;
 }
 
 QString renamedBefore(const PerListRun& run) {
@@ -86,7 +87,7 @@ QHash<QString, QString> marksOfNewNames(std::span<const model::RenameRecord> rec
     for (qsizetype i = 0; i < reasons.size(); ++i)
         if (!reasons[i].isEmpty())
             marks[records[static_cast<std::size_t>(i)].Renamed] =
-                u"This name cannot be given: %1."_qs.arg(reasons[i]);
+                u"This name cannot be used: %1."_qs.arg(reasons[i]);
     return marks;
 }
 
@@ -97,12 +98,12 @@ platform::Notice newNamesNotGiven(std::span<const model::RenameRecord> records,
     for (qsizetype i = 0; i < reasons.size(); ++i) {
         if (reasons[i].isEmpty()) continue;
         const auto& [original, renamed] = records[static_cast<std::size_t>(i)];
-        refused << NameAndReason{renamed.isEmpty() ? u"the one of "_qs + original : renamed,
+        refused << NameAndReason{renamed.isEmpty() ? u"the name for "_qs + original : renamed,
                                  reasons[i]};
         files << original;
     }
     return {
-        u"%1 of %2 cannot be given: %3."_qs.arg(refused.size())
+        u"%1 of %2 cannot be used: %3."_qs.arg(refused.size())
             .arg(counted(reasons.size(), u"new name"_qs, u"new names"_qs), listedReasons(refused)),
         platform::pathsIn(folder, files), u"No file has been renamed yet."_qs,
         u"Choose Cancel and change the rules or the selection: Rename would end the program "
@@ -125,14 +126,15 @@ platform::Notice datesNotSet(const QList<NameAndReason>& files, qsizetype total,
             done == 0
                 ? u"No date was changed."_qs
                 : counted(done, u"file has its new date."_qs, u"files have their new dates."_qs),
-            u"Allow writing to the files named, as their owner, and re-date these files alone."_qs};
+            u"Make sure that you own these files and may write to them, then re-date only "
+            u"these."_qs};
 }
 
 platform::Notice perListEnded(const PerListRun& run, const QString& fullReason) {
     const QString folder = platform::folderOf(run.workbook);
     const QString reason = withBareNames(fullReason, folder);
     if (run.step < PerListRun::Step::Moving) return perListNotStarted(run, reason);
-    const QString count = counted(run.originals.size(), u"file lies"_qs, u"files lie"_qs);
+    const QString count = counted(run.originals.size(), u"file is"_qs, u"files are"_qs);
     return {u"Rename Per List ended at row %1 of %2: %3. %4"_qs.arg(
                 QString::number(run.row), bareName(run.workbook), reason, renamedBefore(run)),
             platform::pathsIn(platform::pathIn(folder, kOriginals), run.originals),
@@ -143,7 +145,7 @@ platform::Notice perListEnded(const PerListRun& run, const QString& fullReason) 
 }
 
 platform::Notice volumeGone(const QString& volume) {
-    return {u"The drive %1 is not there any more."_qs.arg(runtime::readableFileName(volume)),
+    return {u"The drive %1 is no longer there."_qs.arg(runtime::readableFileName(volume)),
             {volume},
             u"The Rename Wizard shows Home now and has changed no file."_qs,
             u"Connect the drive again and choose it in the list of drives."_qs};

@@ -46,12 +46,13 @@ platform::Notice nothingToExport(bool listIsChanging) {
 }
 
 platform::Notice spaceIsShort(const QString& folder, qint64 neededBytes, qint64 freeBytes) {
-    return {
-        .what = u"The prompts need %1 of disk space, but only %2 are free."_qs.arg(
-            sizeText(neededBytes), sizeText(freeBytes)),
-        .files = {folder},
-        .safe = u"A prompt is written completely or not at all."_qs,
-        .remedy = u"Free some space. The end of the export tells which prompts are missing."_qs};
+    return {.what = u"The prompts need %1 of disk space, but only %2 is free."_qs.arg(
+                sizeText(neededBytes), sizeText(freeBytes)),
+            .files = {folder},
+            .safe = u"A prompt is written completely or not at all."_qs,
+            .remedy =
+                u"Free some space. A notice at the end of the export names the missing "
+                u"prompts."_qs};
 }
 
 platform::Notice promptsNotWritten(qint32 rows, const QList<engine::Failure>& unwritten,
@@ -82,7 +83,7 @@ platform::Notice rowRefused(const ExportPlace& place, const engine::Failure& fai
     const bool range = failure.code == engine::kBadRange;
     return {
         .what =
-            u"The export stopped at %1, %2: %3. This prompt and those behind it were not "
+            u"The export stopped at %1, %2: %3. This prompt and those after it were not "
             u"written."_qs.arg(placeText(place), bareName(failure.path), engine::reasonOf(failure)),
         .files = {failure.path},
         .safe = stillThere(),
@@ -92,12 +93,12 @@ platform::Notice rowRefused(const ExportPlace& place, const engine::Failure& fai
 }
 
 platform::Notice exportStandsStill(const ExportPlace& place, bool canProcess) {
-    return {.what = u"The export stands still after %1: the list has no next row."_qs.arg(
+    return {.what = u"The export is waiting after %1: the list has no next row."_qs.arg(
                 placeText(place)),
             .files = {},
             .safe = stillThere(),
-            .remedy = canProcess ? u"Click Process: the export goes on when the list has its rows "
-                                   u"again. If there is no sound any more, do this: "_qs +
+            .remedy = canProcess ? u"Click Process: the export continues when the list has its "
+                                   u"rows again. If no sound is loaded, start over.  "_qs +
                                        loadAgain()
                                  : loadAgain()};
 }

@@ -122,9 +122,9 @@ TEST_F(Batch, AnInvalidFileStopsTheRunAndNothingIsLost) {
     EXPECT_EQ(listed(), u"1.wav");
     const std::string why = "it is not a WAV, AIFF or MP3 file, or there is no sound in it";
     EXPECT_EQ(toldBy(notices),
-              "1 of 3 files cannot be loaded, and the run would wait at it for good: 2.wav (" +
-                  why + ").\nThe batch run waits for good at 2.wav: it could not be loaded: " +
-                  why + ". 1 of 3 files was written before.");
+              "1 of 3 files cannot be loaded, and the run would get stuck there: 2.wav (" + why +
+                  ").\nThe batch run is stuck at 2.wav: it could not be loaded: " + why +
+                  ". 1 of 3 files was written before that.");
 
     window().parentWidget()->close();  // by its box
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -37,14 +37,14 @@ a>x b>a c>x|a:M c:M|a>b/x b>a|a:S b:O|a>.. b>.|a:N b:N|a> b>|a:E b:E|a>TOO b>FIT
         for (qsizetype i = 0; i < reasons.size(); ++i)
             if (const QString& reason = reasons[i]; !reason.isEmpty())
                 refused << records[i].Original + u':' +
-                               (reason.contains(u"slash")     ? u'S'
-                                : reason.contains(u"left")    ? u'E'
-                                : reason.contains(u"no name") ? u'N'
-                                : reason.contains(u"bytes")   ? u'T'
-                                : reason.contains(u"once")    ? u'M'
-                                : reason.contains(u"already") ? u'H'
-                                : reason.contains(u"later")   ? u'L'
-                                                              : u'O');
+                               (reason.contains(u"slash")        ? u'S'
+                                : reason.contains(u"empty")      ? u'E'
+                                : reason.contains(u"not a file") ? u'N'
+                                : reason.contains(u"bytes")      ? u'T'
+                                : reason.contains(u"once")       ? u'M'
+                                : reason.contains(u"already")    ? u'H'
+                                : reason.contains(u"later")      ? u'L'
+                                                                 : u'O');
         EXPECT_EQ(refused.join(u' '), row[1]) << qPrintable(row[0]);
     }
 }
@@ -54,7 +54,7 @@ TEST(RenameNotices, CountAndNameWhatFailed) {
     const QStringList reasons{u"twice"_qs, u"twice"_qs, u"empty"_qs, {}, u"long"_qs};
     const platform::Notice names = rename::newNamesNotGiven(records, reasons, u"/in/"_qs);
     EXPECT_EQ(names.what,
-              u"4 of 5 new names cannot be given: x (twice); the one of c (empty); "_qs +
+              u"4 of 5 new names cannot be used: x (twice); the name for c (empty); "_qs +
                   u"n"_qs.repeated(39) + u'…' + u"n"_qs.repeated(20) + u" (long)."_qs);
     EXPECT_EQ(names.files.join(u' '), u"/in/a /in/b /in/c /in/e");
     QList<platform::NameAndReason> many;
@@ -84,11 +84,11 @@ TEST_F(Notices, APreviewMarksAndCountsNewNamesThatCannotBeGiven) {
     form.txbTargetExt->setText(u".mp3"_qs);
     form.cbPreview->click();
     EXPECT_EQ(told(),
-              u"2 of 2 new names cannot be given: a.mp3 (another file has it); b.mp3 "
-              u"(the file has it already).");
+              u"2 of 2 new names cannot be used: a.mp3 (another file has it); b.mp3 (the file "
+              u"already has it).");
     EXPECT_EQ(marks(),
-              u"a.mp3: This name cannot be given: another file has it. "
-              u"b.mp3: This name cannot be given: the file has it already.");
+              u"a.mp3: This name cannot be used: another file has it. b.mp3: This name cannot be "
+              u"used: the file already has it.");
     form.cbCancel->click();
     EXPECT_EQ(marks(), u"");
     form.txbAddPrefix->setText(u"p"_qs);
@@ -101,14 +101,14 @@ TEST_F(Notices, RenamePerListNotesWhereItEndedAndTheWayBack) {
     // The list, what is noted, and where it leads back.
     const char* const cases = R"(
 a=x;gone=y;b=z|Rename Per List ended at row 2 of list.xlsx: file not found (gone). No file was 
-renamed. 1 file lies in Original_Files: a. To get back, move the files in Original_Files back to 
+renamed. 1 file is in Original_Files: a. To undo this, move the files in Original_Files back to 
 the folder of the list, remove Original_Files, correct row 2 and start again.|
 ../a=x|Rename Per List ended at row 1 of list.xlsx: bad file name or number (it contains a slash). 
 No file was renamed. All files are where they were; Original_Files is empty. Remove the folder 
 Original_Files, correct row 1 and start again.|
-a=own;b=|Rename Per List ended at row 2 of list.xlsx: bad file name or number (nothing is left of 
-it). The row before it was renamed. 3 files lie in Original_Files: a, b and own. To get back, 
-remove the renamed copies, move the files in Original_Files back to the folder of the list, remove 
+a=own;b=|Rename Per List ended at row 2 of list.xlsx: bad file name or number (it is empty). The row 
+before it was renamed. 3 files are in Original_Files: a, b and own. To undo this, remove the 
+renamed copies, move the files in Original_Files back to the folder of the list, remove 
 Original_Files, correct row 2 and start again.)";
     for (const QStringList& row : test::rowsOf(cases, 2)) {
         put({u"a"_qs, u"b"_qs, u"own"_qs});
@@ -141,7 +141,7 @@ TEST_F(Notices, RenamePerListNotesAFileThatCannotBeWritten) {
     std::signal(SIGXFSZ, before);
     EXPECT_EQ(noted().section(u" To get back"_qs, 0, 0),
               u"Rename Per List ended at row 2 of list.xlsx: file too large (y). The row before it "
-              u"was renamed. 2 files lie in Original_Files: a and b.");
+              u"was renamed. 2 files are in Original_Files: a and b.");
     EXPECT_EQ(onDisk(), u"x=a");
     EXPECT_EQ(boxes(), u"");
 }
@@ -238,7 +238,7 @@ TEST_F(Drives, AVolumeThatGoesLeavesHomeAndNoPreview) {
         mount({u"/"_qs});
         EXPECT_EQ(form.Drivelb->currentText() + u' ' + available() + selected(), u"Home a b");
         EXPECT_TRUE(form.cbRename->isHidden()) << "it would rename Home's files";
-        EXPECT_EQ(told(), u"The drive %1 is not there any more."_qs.arg(volume));
+        EXPECT_EQ(told(), u"The drive %1 is no longer there."_qs.arg(volume));
     }
 }
 

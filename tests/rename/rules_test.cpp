@@ -268,8 +268,7 @@ TEST_F(Rules, WhatFailsEndsTheRunAndLosesNothing) {
     form.cbClear->click();
     form.txbRemove->setText(u"5"_qs);
     preview();
-    EXPECT_TRUE(endOf(form.cbRename).contains(u"to \"\": Bad file name"))
-        << "nothing is left of it";
+    EXPECT_TRUE(endOf(form.cbRename).contains(u"to \"\": Bad file name")) << "it is empty";
     form.cbCancel->click();
     EXPECT_EQ(onDisk(), u"a.wav=a.wav b.wav=b.wav c.wav=c.wav taken.wav=taken.wav");
     form.cbClear->click();

@@ -112,7 +112,7 @@ TEST_F(ExportTells, WhyARunStopsOrDoesNotStart) {
     EXPECT_EQ(
         sentences().join(u'|'),
         u"The export stopped at prompt 3 of 3, P3.wav: this format, rate or number of channels "
-        u"cannot be written. This prompt and those behind it were not written.|1 of 3 prompts "
+        u"cannot be written. This prompt and those after it were not written.|1 of 3 prompts "
         u"was not written: P1.wav (no space left on the device)."_qs);
     exporting.drop();
     EXPECT_TRUE(sentences().isEmpty()) << "no run is open";
@@ -123,7 +123,7 @@ TEST_F(ExportTells, WhyARunStopsOrDoesNotStart) {
     for (int i = 0; i < 3; ++i)  // it arms itself again
         QMetaObject::invokeMethod(form.EDTTimerSoundExportDone, "timeout");
     EXPECT_EQ(sentences().join(u'|'),
-              u"The export stands still after prompt 1 of 3: the list has no next row.");
+              u"The export is waiting after prompt 1 of 3: the list has no next row.");
     exporting.drop();
     EXPECT_EQ(
         sentences().join(u'|'),
@@ -147,7 +147,7 @@ TEST_F(ExportTells, BeforeItStartsThatTheDiskIsTooSmall) {
     }
     EXPECT_EQ(EDT.calls.size(), 3) << "it starts all the same";
     EXPECT_EQ(spaceIsShort({}, 1'240'000'000, 99'000'000).what,
-              u"The prompts need 1.2 GB of disk space, but only 99.0 MB are free.");
+              u"The prompts need 1.2 GB of disk space, but only 99.0 MB is free.");
 }
 
 }  // namespace
