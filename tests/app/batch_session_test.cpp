@@ -126,7 +126,7 @@ TEST_F(Batch, AnInvalidFileStopsTheRunAndNothingIsLost) {
                   ").\nThe batch run is stuck at 2.wav: it could not be loaded: " + why +
                   ". 1 of 3 files was written before that.");
 
-    window().parentWidget()->close();  // by its box
+    window().parentWidget()->close();  // with its close button
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ASSERT_EQ(find<forms::frmBatchProcessor>(), nullptr);
     EXPECT_TRUE(form().isVisible());
@@ -158,7 +158,7 @@ TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
     put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
     put(u"2.wav"_qs, test::wavFile(test::wave(200, 9000)));
     put(u"3.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
-    ASSERT_TRUE(QDir().mkdir(in(u"3.aiff"_qs)));  // in the way of an output
+    ASSERT_TRUE(QDir().mkdir(in(u"3.aiff"_qs)));  // a folder that has the name of an output
     open();
     window().chCutEnd->setChecked(true);
     window().opFormat[3]->setChecked(true);

@@ -11,7 +11,7 @@ using test::operator+;
 
 namespace {
 
-// What the program tells of loads and saves that fail on a real disk.
+// Notices about loads and saves that fail on a real disk.
 struct LoadNotices : test::Launched {
     void SetUp() override {
         Launched::SetUp();
@@ -29,7 +29,7 @@ struct LoadNotices : test::Launched {
     }
 };
 
-// The largest size of a file, in bytes: a full disk for whatever is larger.
+// Limits the size of files in bytes, so that writing a larger file fails as on a full disk.
 class SmallFiles {
   public:
     explicit SmallFiles(rlim_t bytes) {

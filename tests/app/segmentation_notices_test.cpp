@@ -61,7 +61,7 @@ TEST_F(Told, UndoBelowTheLoadAndASoundThatIsGone) {
     EXPECT_TRUE(told(u"The export stopped at prompt 1 of 3, Prompt 2.wav: no sound is loaded."_qs));
     form().mnuUndo->trigger();
     EXPECT_TRUE(told(u"Undo changed nothing: no sound is loaded."_qs));
-    EXPECT_EQ(boxes().size(), 2) << "of different counters, and of the edit";
+    EXPECT_EQ(boxes().size(), 2) << "one about different counters, one about the edit";
 }
 
 }  // namespace

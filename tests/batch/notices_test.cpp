@@ -73,7 +73,7 @@ TEST(ChoiceNotices, TellWhatWouldStopOrSpoilTheRun) {
     const QList<double> rates{320000, 128000};
     const struct {
         batch::Choices choices;
-        QString told;  // in these words; empty: nothing
+        QString told;  // words of the notice; empty if there is none
     } cases[] = {
         {{true, true, u"128 kbps"_qs, rates, u"5.0"_qs, true, u"0.0"_qs, u"100.0"_qs}, {}},
         {{false, false, u"x"_qs, {}, u"5.0"_qs, false, u"20"_qs, u"1000.0"_qs}, {}},
@@ -124,7 +124,7 @@ TEST(SourceNotices, FilesThatShareAnOutputAndDisksThatAreTooSmall) {
         EXPECT_EQ(whatOf(batch::noticeOfSpace(needed, free, folder)), u"none");
 }
 
-// A run in the window, in which the sound editor says why it fails.
+// A run in the window with a sound editor that reports failures.
 struct Told : test::Chain {
     void fail(Operation operation, engine::ErrorCode code) {
         Q_EMIT EDTX.failed({operation, {}, code, 0});
@@ -273,7 +273,7 @@ TEST_F(Told, ARunThatWaitsForGoodIsToldOnce) {
         happens();
         EXPECT_EQ(desk.notices.told.size(), 1) << what.toStdString();
         EXPECT_TRUE(told().contains(what)) << what.toStdString();
-        exported();  // here it goes on all the same
+        exported();  // lets the run continue for the next case
         told();
     }
 }
@@ -341,16 +341,17 @@ TEST_F(Told, ChoicesAreToldWhereTheyAreMadeAndWhereTheRunBegins) {
     open({u"a.wav"_qs});
     form.opFrequency[6]->setChecked(true);
     form.opFormat[batch::kMp3]->click();
-    EXPECT_TRUE(told().startsWith(u"None of the frequencies that MP3 can have is selected"));
+    EXPECT_TRUE(told().startsWith(u"None of the frequencies that MP3 supports is selected"));
     process();
-    EXPECT_TRUE(told().startsWith(u"None of the frequencies that MP3 can have is selected"));
+    EXPECT_TRUE(told().startsWith(u"None of the frequencies that MP3 supports is selected"));
     form.opFrequency[4]->setChecked(true);
     form.cbxOutputCBR->setEditText(u"129 kbps"_qs);
     Q_EMIT form.cbxOutputCBR->lineEdit()->editingFinished();
     EXPECT_TRUE(told().startsWith(u"MP3 has no bit rate of '129 kbps'"));
     form.txbCutEnd->clear();
     Q_EMIT form.txbCutEnd->editingFinished();
-    EXPECT_TRUE(told().startsWith(u"This box does not contain a number: the cut at the end (empty)"));
+    EXPECT_TRUE(
+        told().startsWith(u"This box does not contain a number: the cut at the end (empty)"));
 }
 
 TEST_F(Told, AnEmptyBoxIsToldBeforeItEndsTheProgram) {

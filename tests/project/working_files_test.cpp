@@ -195,7 +195,7 @@ TEST_F(WorkingFilesDesk, ABackupThatCannotBeCopiedOverwritesNothing) {
     EXPECT_EQ(desk.log(), "");
 }
 
-// The told command ends in silence; what that means for the list is only noted.
+// The command ends without a message. Only a quiet note says what it means for the list.
 TEST_F(WorkingFilesDesk, AnEndedCommandSaysHowToGetTheRowsBack) {
     const auto cancel = [this] {
         cmdlg.path.clear();
@@ -264,7 +264,7 @@ struct FailingEditor : WorkingFilesDesk {
 
 TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
     session.vsLoadStage = u"End Silence Added"_qs;
-    // Two saves that fail, one that does not, and one after an edit.
+    // Two failed saves, a good one, and a failed one after an edit.
     const std::tuple<int, QString, QString> saves[] = {
         {ENOSPC, u"take.aiff was not saved: no space left on the device."_qs,
          u"take.aiff is on the disk as it was loaded, without pauses and edits; an untouched copy "
@@ -289,7 +289,7 @@ TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
         fails(Operation::Export, engine::kWriteFailed, error);  // a prompt of that name
         EXPECT_TRUE(desk.notices.told.isEmpty());
     }
-    // A save that is refused ends at once, and none of the following exports is a save.
+    // A refused save ends at once, so the exports after it do not count as saves.
     EDT.refuseExports = true;
     working.mnuBackupSourceFile_Click();
     fails(Operation::Export, engine::kBadFormat);

@@ -19,7 +19,7 @@ QList<model::RenameRecord> recordsOf(const QString& list) {
 }
 
 TEST(NameCheck, FollowsTheOrderInWhichFilesAreRenamed) {
-    // The records, and those whose new name cannot be given, with a letter for the reason: S slash,
+    // The records, and those whose new name is refused, with a letter for the reason: S slash,
     // E empty, N no name, T too long, M more than once, H has it, L a later file has it, O another.
     const char* const cases = R"(
 a>x b>y||a>b b>x|a:L|b>x a>b||a>b b>c c>x|a:L b:L|a>d b>x|a:O|a>a b>x|a:H|a>x b>x c>y|a:M b:M|
@@ -98,7 +98,7 @@ TEST_F(Notices, APreviewMarksAndCountsNewNamesThatCannotBeGiven) {
 }
 
 TEST_F(Notices, RenamePerListNotesWhereItEndedAndTheWayBack) {
-    // The list, what is noted, and where it leads back.
+    // The rows of the list, and the note.
     const char* const cases = R"(
 a=x;gone=y;b=z|Rename Per List ended at row 2 of list.xlsx: file not found (gone). No file was 
 renamed. 1 file is in Original_Files: a. To undo this, move the files in Original_Files back to 
@@ -139,7 +139,7 @@ TEST_F(Notices, RenamePerListNotesAFileThatCannotBeWritten) {
     renamePerList(u"a=x;b=y"_qs);
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, before);
-    EXPECT_EQ(noted().section(u" To get back"_qs, 0, 0),
+    EXPECT_EQ(noted().section(u" To undo this"_qs, 0, 0),
               u"Rename Per List ended at row 2 of list.xlsx: file too large (y). The row before it "
               u"was renamed. 2 files are in Original_Files: a and b.");
     EXPECT_EQ(onDisk(), u"x=a");

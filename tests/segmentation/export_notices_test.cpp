@@ -67,7 +67,7 @@ TEST_F(ExportTells, OnceAtTheEndWhichPromptsAreMissing) {
     form.mnuExport->trigger();
     EDT.failExport(engine::kWriteFailed, EIO);
     fire(form.EDTTimerSoundExportDone);
-    EXPECT_EQ(EDT.calls.size(), 1) << "that was the backup";
+    EXPECT_EQ(EDT.calls.size(), 1) << "this event belongs to the backup";
     fail(ENOSPC);
     next();
     EXPECT_TRUE(sentences().isEmpty());
@@ -78,8 +78,8 @@ TEST_F(ExportTells, OnceAtTheEndWhichPromptsAreMissing) {
     EXPECT_EQ(batch, 1);
     EDT.failExport(engine::kWriteFailed, EIO);  // a backup after the run
     finishRun();
-    desk.notices.noted.clear();  // the recording is not there any more
-    EXPECT_TRUE(sentences().isEmpty()) << "all is well";
+    desk.notices.noted.clear();  // about the recording, which was moved before
+    EXPECT_TRUE(sentences().isEmpty()) << "every prompt was written";
 }
 
 TEST_F(ExportTells, QuietlyWhatStaysInTheFolder) {
@@ -120,7 +120,7 @@ TEST_F(ExportTells, WhyARunStopsOrDoesNotStart) {
     form.mnuExport->trigger();
     form.lvAudioDetails->clear();
     EDT.endExport();
-    for (int i = 0; i < 3; ++i)  // it arms itself again
+    for (int i = 0; i < 3; ++i)  // the timer arms itself again
         QMetaObject::invokeMethod(form.EDTTimerSoundExportDone, "timeout");
     EXPECT_EQ(sentences().join(u'|'),
               u"The export is waiting after prompt 1 of 3: the list has no next row.");

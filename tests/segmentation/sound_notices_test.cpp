@@ -85,7 +85,7 @@ TEST_F(SoundTells, AnUndoThatTakesBackThePausesOfTheLoad) {
     chain.drop();
     load();
     edit(engine::kUndo);
-    EXPECT_EQ(told(), end) << "of another session";
+    EXPECT_EQ(told(), end) << "the first load belongs to another session";
 }
 
 TEST_F(SoundTells, AnEditOrASearchThatFailsAndASoundThatIsGone) {
