@@ -244,7 +244,7 @@ TEST_F(Strip, SavingAValueThatEndsALoadIsToldAndSoIsTheNextStart) {
     EXPECT_TRUE(text().contains(u"Correct it now"));
     app::Application second(services);
     second.Sub_Main();
-    EXPECT_TRUE(notices.entries().last().notice.remedy.contains(u"delivered"));
+    EXPECT_TRUE(notices.entries().last().notice.remedy.contains(u"replace Tarnwick.mdb"));
     EXPECT_EQ(notices.entries().last().notice.files, QStringList(desk.databaseFile()));
 }
 
