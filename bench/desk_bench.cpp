@@ -81,6 +81,7 @@ void menuToList(benchmark::State& state) {
     runtime::ProcessState process;
     settings::SettingsDatabase database;
     const auto createEditor = [] { return engine::createSoundEditor(); };
+    app::NoticeBoard notices(desk.clock);
     const app::Services services{.failure = desk.failure,
                                  .state = process,
                                  .database = database,
@@ -89,10 +90,12 @@ void menuToList(benchmark::State& state) {
                                  .batchDialog = cmdlg,
                                  .renameDialog = cmdlg,
                                  .files = files,
+                                 .notices = notices,
                                  .opener = opener,
                                  .clock = desk.clock,
                                  .createEDT = createEditor,
                                  .createEDTX = createEditor,
+                                 .notifyDesktop = [](const QString&) {},
                                  .endProcess = [] {}};
     app::Application application(services);
     application.Sub_Main();

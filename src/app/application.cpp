@@ -50,7 +50,7 @@ void Application::tellIfReadOnly() const {
 }
 
 void Application::keepOnScreen() {
-    // The size of the off-screen platform's screen has no meaning.
+    // The off-screen platform invents the size of its screen.
     if (QGuiApplication::platformName() == u"offscreen") return;
     const QSize wished = frame_->size();
     frame_->keepWithin(frame_->screen()->availableGeometry());

@@ -10,7 +10,8 @@ class frmMain;
 namespace tarnwick::app {
 
 // The Help menu with its outside documents, the About box, and the project folder in the desktop's
-// file manager. A document that does not open gives no box, only an entry in the list of notices.
+// file manager. If a document does not open, there is no box, only an entry in the list of
+// notices.
 // UI thread.
 class Help {
   public:

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/notice_words.h"
+
 namespace tarnwick::app {
 
-// An equal notice moves to the end of the list and is counted.
+// If the list already has an equal notice, it moves to the end and its count goes up.
 void NoticeBoard::enter(QList<Entry>& list, const Entry& entry) {
     const auto equal = std::ranges::find(list, entry.notice, &Entry::notice);
     const int before = equal == list.end() ? 0 : equal->count;
@@ -32,11 +34,9 @@ void NoticeBoard::dismiss() {
 }
 
 QString sentencesOf(const NoticeBoard::Entry& entry) {
-    QStringList sentences{entry.notice.what};
-    if (entry.count > 1) sentences << u"(%1 times.)"_qs.arg(entry.count);
-    sentences << entry.notice.safe << entry.notice.remedy;
-    sentences.removeAll(QString());
-    return sentences.join(u' ');
+    platform::Notice notice = entry.notice;
+    if (entry.count > 1) notice.what += u" (%1 times.)"_qs.arg(entry.count);
+    return platform::sentencesOf(notice);
 }
 
 }  // namespace tarnwick::app

@@ -10,15 +10,15 @@
 
 namespace tarnwick::app {
 
-// The notices of this run of the program. Knows nothing of how they are shown. UI thread.
+// Stores the notices of this run of the program; others show them. UI thread.
 class NoticeBoard : public QObject, public platform::Notices {
     Q_OBJECT
 
   public:
     struct Entry {
-        QDateTime time;  // of the last one
+        QDateTime time;  // of the latest one
         platform::Notice notice;
-        int count = 1;  // equal notices, one after the other or not
+        int count = 1;  // number of equal notices
     };
 
     explicit NoticeBoard(const platform::Clock& clock) : clock_(clock) {}
@@ -31,13 +31,13 @@ class NoticeBoard : public QObject, public platform::Notices {
     static constexpr qsizetype kMost = 500;
     const QList<Entry>& entries() const { return entries_; }
 
-    // The told notices that have not been dismissed, the newest last.
+    // The notices that tell() got and that have not been dismissed, the newest last.
     const QList<Entry>& shown() const { return shown_; }
     void dismiss();
 
   Q_SIGNALS:
-    void changed();                      // entries() or shown()
-    void told(const QString& sentence);  // a notice was told, and changed() emitted
+    void changed();                      // entries() or shown() has changed
+    void told(const QString& sentence);  // tell() was called; emitted after changed()
 
   private:
     static void enter(QList<Entry>& list, const Entry& entry);
@@ -47,7 +47,7 @@ class NoticeBoard : public QObject, public platform::Notices {
     QList<Entry> shown_;
 };
 
-// The whole notice in sentences, without its files.
+// The notice in sentences, without its files, with the number of times if it came repeatedly.
 QString sentencesOf(const NoticeBoard::Entry& entry);
 
 }  // namespace tarnwick::app

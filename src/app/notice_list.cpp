@@ -41,7 +41,7 @@ NoticeList::NoticeList(QWidget* parent, NoticeBoard& board)
     QPushButton* cbNoticesCopy = buttons->addButton(u"Copy"_qs, QDialogButtonBox::ActionRole);
     cbNoticesCopy->setObjectName(u"cbNoticesCopy"_qs);
     connect(cbNoticesCopy, &QPushButton::clicked, this, [this] { copy(); });
-    // The keyboard's way to take the strip away.
+    // The strip cannot be reached with Tab, so this button dismisses it by the keyboard.
     QPushButton* cbNoticesDismiss = buttons->addButton(u"Dismiss"_qs, QDialogButtonBox::ResetRole);
     cbNoticesDismiss->setObjectName(u"cbNoticesDismiss"_qs);
     connect(cbNoticesDismiss, &QPushButton::clicked, &board_, &NoticeBoard::dismiss);
@@ -61,7 +61,7 @@ void NoticeList::open() {
     activateWindow();
 }
 
-// Keeps what is highlighted and what is in view, so that a new notice does not disturb the reader.
+// Keeps the selection and the scroll position, so that a new notice does not disturb the reader.
 void NoticeList::fill() {
     QList<platform::Notice> highlighted;
     for (const QListWidgetItem* item : lbxNotices->selectedItems())

@@ -9,8 +9,7 @@ class QListWidget;
 namespace tarnwick::app {
 
 // All notices of this run, the newest first: time, sentences and files. Ctrl+C or the button copies
-// the highlighted ones, or all if none is. A window of its own that leaves the others usable. UI
-// thread.
+// the selected ones, or all if none is selected. A modeless window. UI thread.
 class NoticeList : public QDialog {
   public:
     NoticeList(QWidget* parent, NoticeBoard& board);
@@ -25,7 +24,7 @@ class NoticeList : public QDialog {
     void copy() const;
 
     NoticeBoard& board_;
-    QList<platform::Notice> filled_;  // of the rows of the list
+    QList<platform::Notice> filled_;  // one for each row of the list
     QListWidget* lbxNotices;
 };
 

@@ -65,7 +65,7 @@ NoticeStrip::NoticeStrip(QMainWindow& frame, NoticeBoard& board,
 
 NoticeStrip::~NoticeStrip() = default;
 
-// The colours of tool tips mark the strip as something that wants attention, in light and dark.
+// The colours of tool tips make the strip stand out in light and dark schemes.
 void NoticeStrip::makeLook() {
     setObjectName(u"frNotice"_qs);
     lbNotice->setObjectName(u"lbNotice"_qs);
@@ -86,7 +86,7 @@ void NoticeStrip::makeLook() {
     row->addWidget(cbNoticeClose);
 }
 
-// Keeps its place when the frame changes, its contents scroll, or another control gets the focus.
+// Places the strip again when the frame changes, its contents scroll or the focus moves.
 void NoticeStrip::followFrame() {
     const auto* area = qobject_cast<QAbstractScrollArea*>(frame_.centralWidget());
     view_ = area->viewport();
@@ -109,7 +109,7 @@ void NoticeStrip::showNewest() {
     place();
 }
 
-// To screen readers. Those that do not know alerts react to something that appears.
+// Tells screen readers. Those that ignore alerts react to a control that is shown.
 void NoticeStrip::announce() {
     for (const QAccessible::Event type : {QAccessible::Alert, QAccessible::ObjectShow}) {
         QAccessibleEvent event(this, type);
@@ -137,7 +137,7 @@ void NoticeStrip::place() {
     setGeometry(strip);
 }
 
-// Once what is happening is over: the window may still scroll to the control with the focus.
+// Queued, because the window may still scroll to the control that has just got the focus.
 void NoticeStrip::placeSoon() {
     QMetaObject::invokeMethod(this, &NoticeStrip::place, Qt::QueuedConnection);
 }

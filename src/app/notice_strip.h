@@ -13,17 +13,17 @@ namespace tarnwick::app {
 class NoticeBoard;
 class NoticeList;
 
-// A strip at the lower edge of the frame, over the window shown there, as long as the board has a
-// notice that was not dismissed. It never takes the focus by itself, gives back the focus that one
-// of its buttons was given, and moves to the upper edge while it would cover the control that has
-// the focus. Screen readers announce it as an alert. UI thread.
+// A strip at the lower edge of the frame that shows the newest notice of the board until it is
+// dismissed. It never takes the focus by itself. If one of its buttons had the focus, dismissing
+// returns the focus to the control before. The strip moves to the upper edge if it would cover the
+// control with the focus. Screen readers announce it as an alert. UI thread.
 class NoticeStrip : public QFrame {
     Q_OBJECT
 
   public:
-    // `notifyDesktop` gets each told sentence while the frame is not the active window. F9 opens
-    // the list of all notices, which also dismisses those shown: the strip cannot be reached with
-    // Tab. The central widget of `frame` is a scroll area, and `frame` outlives the strip.
+    // `notifyDesktop` gets each sentence that is told while the frame is not the active window. F9
+    // opens the list of all notices; its Dismiss button also clears the strip, which Tab cannot
+    // reach. The central widget of `frame` must be a scroll area. `frame` must outlive the strip.
     NoticeStrip(QMainWindow& frame, NoticeBoard& board,
                 std::function<void(const QString& sentence)> notifyDesktop);
     ~NoticeStrip() override;
@@ -44,14 +44,14 @@ class NoticeStrip : public QFrame {
     bool covers(const QWidget* control, const QRect& strip) const;
 
     QMainWindow& frame_;
-    QWidget* view_ = nullptr;  // of the frame's scroll area; its scroll bars stay uncovered
+    QWidget* view_ = nullptr;  // viewport of the frame's scroll area; excludes its scroll bars
     NoticeBoard& board_;
     std::function<void(const QString&)> notifyDesktop_;
     NoticeList* list_;
     QLabel* lbNotice;
     QPushButton* cbNoticeDetails;
     QPushButton* cbNoticeClose;
-    QPointer<QWidget> focusBefore_;  // had the focus before the strip's buttons
+    QPointer<QWidget> focusBefore_;  // last control with the focus outside the strip
 };
 
 }  // namespace tarnwick::app

@@ -84,7 +84,7 @@ void Preferences::PreferencesLoad() {
     tellOfSettings();
 }
 
-// Of values that the controls show now and with which a load ends early.
+// Tells of values in the controls that would end a load early.
 void Preferences::tellOfSettings() const {
     const bool onlyRows =
         form_.OpScriptFormat[1]->isChecked() && form_.chImportSpecifiedRows->isChecked();
@@ -193,7 +193,7 @@ void Preferences::cbPreferencesSave_Click() {
     tellOfSettings();
 }
 
-// Lines 20 to 80 of the save.
+// Lines 20 to 80 of cbPreferencesSave_Click.
 void Preferences::saveRows(runtime::Line& line) {
     settings::SettingsDatabase& database = services_.database;
     line(20);

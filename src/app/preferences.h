@@ -24,7 +24,8 @@ class Preferences : public QObject {
     // `opened` is called when the page is shown and has the focus.
     Preferences(forms::frmMain& form, const Services& services, std::function<void()> opened);
 
-    // Fills the settings controls from the database, and tells of values that end a load. Guarded.
+    // Fills the settings controls from the database and tells of values that would end a load.
+    // Guarded.
     void PreferencesLoad();
 
   protected:

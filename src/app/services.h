@@ -32,7 +32,7 @@ struct Services {
     // Make the sound editors of the main window and of the Batch Processor, as those load. They can
     // exchange sounds.
     std::function<std::unique_ptr<engine::SoundEditor>()> createEDT, createEDTX;
-    // Shows a sentence as a notification of the desktop, where there is such a service.
+    // Shows a sentence as a notification of the desktop if it has such a service.
     std::function<void(const QString& sentence)> notifyDesktop;
     std::function<void()> endProcess;
 };

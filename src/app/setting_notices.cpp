@@ -11,10 +11,10 @@ namespace tarnwick::app {
 
 namespace {
 
-constexpr qint32 kShortestPause = 20;    // ms; shorter ones are found inside the words
-constexpr qint32 kLongSilence = 600000;  // ms, between two long prompts
+constexpr qint32 kShortestPause = 20;    // ms; shorter pauses occur inside words
+constexpr qint32 kLongSilence = 600000;  // ms; the pauses around the rows tested
 
-// The classic words of the fault that `work` ends with; empty if it does not.
+// The classic description of the fault that `work` throws; empty if it throws none.
 template <class Work>
 QString faultOf(Work work) {
     try {
@@ -33,11 +33,11 @@ QString named(const QString& field, const QString& value) {
     return value.trimmed().isEmpty() ? field + u" is empty"_qs : u"%1 is “%2”"_qs.arg(field, value);
 }
 
-// The conversions of a scan: decibels, percent with one decimal, amplitude.
+// Makes the same conversions as a scan: decibels, percent with one decimal, amplitude.
 QString thresholdObjection(const QString& text) {
     const QString value = named(u"Threshold"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictDouble(text); });
-    if (!noNumber.isEmpty()) return value + u", which is no number: "_qs + ending(noNumber);
+    if (!noNumber.isEmpty()) return value + u", which is not a number: "_qs + ending(noNumber);
     QString amplitude;
     const QString tooLoud = faultOf([&] {
         const double percent = runtime::percentOfDecibels(runtime::strictDouble(text));
@@ -55,7 +55,7 @@ QString durationObjection(const QString& text) {
     const QString value = named(u"Duration"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictLong(text); });
     if (!noNumber.isEmpty())
-        return value + u", which is no length in milliseconds: "_qs + ending(noNumber);
+        return value + u", which is not a length in milliseconds: "_qs + ending(noNumber);
     const qint32 length = runtime::strictLong(text);
     if (length < 0)
         return value +
@@ -63,12 +63,11 @@ QString durationObjection(const QString& text) {
                u"load will end without a list."_qs;
     if (length >= kShortestPause) return {};
     return value +
-           u" ms. So short pauses are also found inside the words, and with more than %1 of "
-           u"them a load ends with the error “Subscript out of range”."_qs.arg(
-               model::kSilenceSlots);
+           u" ms. Pauses this short are also found inside words, and a load with more than %1 "
+           u"of them ends with the error “Subscript out of range”."_qs.arg(model::kSilenceSlots);
 }
 
-// The speed at the extremes: a prompt of one word and one of a hundred.
+// Tries the speed with the extremes: a prompt of 1 word and one of 100 words.
 QString speedObjection(const QString& text) {
     const auto fault = [&](const char16_t* words) {
         return faultOf([&] {
@@ -80,7 +79,7 @@ QString speedObjection(const QString& text) {
     const QString shortOne = fault(u"1");
     const QString end = shortOne.isEmpty() ? fault(u"100") : shortOne;
     if (end.isEmpty()) return {};
-    return named(u"Words/min"_qs, text) + u", which is no possible reading speed: "_qs +
+    return named(u"Words/min"_qs, text) + u", which is not a possible reading speed: "_qs +
            ending(end);
 }
 
@@ -89,8 +88,8 @@ QString channelsObjection(const QString& text) {
     const QString noNumber = faultOf([&] { runtime::strictLong(text); });
     if (!noNumber.isEmpty())
         return value +
-               u", which is no number: saving the recording and exporting end with the "
-               u"error “%1”."_qs.arg(noNumber);
+               u", which is not a number: saving the recording and exporting end with the error "
+               u"“%1”."_qs.arg(noNumber);
     const qint32 channels = runtime::strictLong(text);
     if (channels == 1 || channels == 2) return {};
     return value +
@@ -107,7 +106,7 @@ QString rowsObjection(const LoadSettings& settings) {
         faultOf([&] { rows = project::specifiedRows(settings.firstRow, settings.lastRow); });
     if (!tooLarge.isEmpty()) return range + u": "_qs + ending(tooLarge);
     if (rows.viLastRow < rows.viFirstRow)
-        return range + u". These are no rows, so "_qs + ending(u"Index out of bounds"_qs);
+        return range + u". This range is empty, so "_qs + ending(u"Index out of bounds"_qs);
     if (rows.viFirstRow < 1)
         return range + u". The first row of a sheet is 1, so "_qs +
                ending(u"Application-defined or object-defined error"_qs);
@@ -123,9 +122,8 @@ QList<platform::Notice> noticesOf(const LoadSettings& settings) {
         u"Correct it now, and press Save in the Preferences again: after the "
         u"next start its box is grey."_qs;
     const QString greyBox =
-        u"Its box is grey until a list was filled. Quit, and put the "
-        u"Tarnwick.mdb that was delivered with Tarnwick in the place of this "
-        u"one; all settings then have their first values."_qs;
+        u"Its box is grey until a list has been filled. Quit and replace Tarnwick.mdb with the "
+        u"one that came with Tarnwick; all settings then return to their first values."_qs;
     const QString page = u"Correct it in the Preferences, and press Save there."_qs;
     QList<platform::Notice> notices;
     for (const QString& objection :

@@ -7,19 +7,20 @@
 
 namespace tarnwick::app {
 
-// The settings on which a load depends, as they stand in their boxes.
+// The settings on which a load depends, as texts of their boxes.
 struct LoadSettings {
     QString duration, threshold, wordsPerMinute;  // of the main window
-    QString channels;                             // of the Preferences, like those below
-    bool onlyRows = false;                        // a range of rows of a workbook is imported
+    QString channels;                             // of the Preferences, like the rows below
+    bool onlyRows = false;                        // only a range of rows of a workbook is imported
     QString firstRow, lastRow;
 
-    // False from the start until a list was filled: the boxes of the main window are grey.
+    // Whether the boxes of the main window are enabled. They are grey from the start of the program
+    // until a list was filled.
     bool boxesAreLive = false;
     QString database;  // full path
 };
 
-// One notice for each value with which a load ends early, and how to correct it.
+// One notice for each value that would end a load early, with the way to correct it.
 QList<platform::Notice> noticesOf(const LoadSettings& settings);
 
 }  // namespace tarnwick::app

@@ -3,18 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/file_system.h"
-#include "runtime/file_names.h"
+#include "platform/notice_words.h"
 
 namespace tarnwick::app {
 
 namespace {
 
 constexpr int kSmallestScale = 100;  // percent
-
-QString bareName(const QString& path) {
-    return runtime::readableFileName(path.section(u'/', -1, -1, QString::SectionSkipEmpty));
-}
 
 }  // namespace
 
@@ -24,7 +19,7 @@ platform::Notice notOpened(const QString& target, const QString& reason) {
                 .files = {target},
                 .safe = {},
                 .remedy = u"Copy the address from here and paste it into a browser."_qs};
-    return {.what = u"%1 did not open: %2."_qs.arg(bareName(target), reason),
+    return {.what = u"%1 did not open: %2."_qs.arg(platform::bareName(target), reason),
             .files = {target},
             .safe = {},
             .remedy = u"Copy the path from here and open it with a program of your choice."_qs};
@@ -32,14 +27,14 @@ platform::Notice notOpened(const QString& target, const QString& reason) {
 
 platform::Notice settingsReadOnly(const QString& database, const QString& reason) {
     return {.what =
-                u"%1 cannot be written: %2. Tarnwick writes there when a recording was loaded "
-                u"or corrected and when settings are saved, and ends if it cannot."_qs.arg(
-                    bareName(database), reason),
+                u"%1 cannot be written: %2. Tarnwick writes to it after loading or correcting a "
+                u"recording and when you save settings, and ends with an error if it "
+                u"cannot."_qs.arg(platform::bareName(database), reason),
             .files = {database},
             .safe = {},
             .remedy =
-                u"Quit, and make the file and its folder writable, or move the whole folder "
-                u"of Tarnwick to a place of your own."_qs};
+                u"Quit, and make the file and its folder writable, or move the whole folder of "
+                u"Tarnwick to a folder of your own."_qs};
 }
 
 platform::Notice settingsNotStored(const QString& database, const QString& reason) {

@@ -14,12 +14,12 @@ namespace tarnwick::app {
 // `target`: the address of a page, or the full path of a file or folder.
 platform::Notice notOpened(const QString& target, const QString& reason);
 
-// `database`: full path. The first is for a start, the second for a save that has failed.
+// `database`: full path. The first is told at the start, the second after a failed save.
 platform::Notice settingsReadOnly(const QString& database, const QString& reason);
 platform::Notice settingsNotStored(const QString& database, const QString& reason);
 
 // None if the window was not shrunk. `wished` is its size at `scale` (1.0 is 100 %), `shrunk` the
-// size that the screen leaves it.
+// size that fits on the screen.
 std::optional<platform::Notice> windowTooLarge(QSize wished, QSize shrunk, double scale);
 
 }  // namespace tarnwick::app

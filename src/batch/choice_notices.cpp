@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "batch/words.h"
+#include "platform/notice_words.h"
 #include "runtime/fault.h"
 #include "runtime/numbers.h"
 
@@ -14,7 +15,7 @@ using platform::Notice;
 
 constexpr qsizetype kKbps = 5;  // " kbps"
 
-// Whether `conversion` takes the text.
+// Whether `conversion` accepts the text without a fault.
 template <class Conversion>
 bool converts(Conversion conversion, const QString& text) {
     try {
@@ -31,27 +32,27 @@ bool isStrict(const QString& text) {
 
 const QString& beforeProcess() {
     static const QString text =
-        u"Change it before you press Process. If the run has begun already, the sources are in "
+        u"Change it before you press Process. If the run has already begun, the sources are in "
         u"Raw_Files."_qs;
     return text;
 }
 
 Notice endsProgram(QStringView name, const QString& text, const QString& when) {
     return {
-        u"What is typed for %1 ('%2') is not a number: the program would end with an error %3."_qs
-            .arg(name, text, when),
+        u"The entry for %1 ('%2') is not a number: the program would end with an error %3."_qs.arg(
+            name, text, when),
         {},
         {},
         beforeProcess()};
 }
 
-// A level in decibels that is not a number does not change the percent, by which a run goes.
+// A run uses the percent. It stays as it was if the level in decibels is not a number.
 std::optional<Notice> noticeOfDecibels(QStringView name, const QString& decibels,
                                        const QString& percent) {
     if (isStrict(decibels) || !isStrict(percent)) return {};
     return Notice{
-        u"What is typed for %1 ('%2') is not a number, so the run goes by the percent "
-        u"beside it, %3."_qs.arg(name, decibels, percent),
+        u"The entry for %1 ('%2') is not a number, so the run uses the percentage next to it, "
+        u"%3."_qs.arg(name, decibels, percent),
         {},
         {},
         beforeProcess()};
@@ -61,8 +62,8 @@ std::optional<Notice> noticeOfRate(const Choices& choices) {
     if (!choices.mp3) return {};
     if (!choices.frequencyOn)
         return Notice{
-            u"None of the frequencies that MP3 can have is selected: the run would wait at "
-            u"its first file for good."_qs,
+            u"None of the frequencies that MP3 supports is selected: the run would get stuck at "
+            u"its first file."_qs,
             {},
             {},
             u"Select one of the frequencies shown. "_qs + beforeProcess()};
@@ -70,8 +71,8 @@ std::optional<Notice> noticeOfRate(const Choices& choices) {
         return endsProgram(u"the bit rate", choices.bitRate, u"at the first file"_qs);
     if (!choices.bitRates.contains(bitRateOf(choices.bitRate)))
         return Notice{
-            u"MP3 has no bit rate of '%1' at this frequency: the run would wait at its "
-            u"first file for good."_qs.arg(choices.bitRate),
+            u"MP3 has no bit rate of '%1' at this frequency: the run would get stuck at its "
+            u"first file."_qs.arg(choices.bitRate),
             {},
             {},
             u"Choose a bit rate from the list. "_qs + beforeProcess()};
@@ -105,8 +106,11 @@ std::optional<Notice> noticeOfEntries(const QList<NumberEntry>& entries) {
             wrong << entry.name +
                          (entry.text.isEmpty() ? u" (empty)"_qs : u" ('%1')"_qs.arg(entry.text));
     if (wrong.isEmpty()) return {};
-    return Notice{u"No number stands in the box for "_qs + listed(wrong) +
-                      u": the program would end with an error when Process stores the settings."_qs,
+    const bool one = wrong.size() == 1;
+    return Notice{(one ? u"This box does not contain a number: "_qs
+                       : u"These boxes do not contain a number: "_qs) +
+                      platform::listed(wrong, kMostNames) +
+                      u". The program would end with an error when Process stores the settings."_qs,
                   {},
                   u"No file has been moved."_qs,
                   u"Type a number of milliseconds, 0 for none."_qs};

@@ -191,13 +191,13 @@ OutputEncoding::Plan OutputEncoding::plan(qint64 soundMs) {
         plan.extension = setFormat();
         plan.bytes = services_.EDTX.exportBytes(vlFrequency, vlChannels, soundMs);
     } catch (const runtime::Fault&) {
-        // The bit rate, of which the operator is told by its own notice.
+        // The bit rate is not a number. noticesOf() tells the operator.
     }
     std::tie(vlFrequency, vlChannels) = kept;
     return plan;
 }
 
-// Sets rate and channels to the selected ones.
+// Takes over the selected frequency and channels.
 void OutputEncoding::takeRate() {
     take(form_.opFrequency, kFrequencies, vlFrequency);
     take(form_.opChannel, kChannels, vlChannels);

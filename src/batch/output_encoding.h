@@ -21,7 +21,7 @@ enum Format { kWav, kMp3, kAcm, kAiff };
 inline constexpr std::array<qint32, 8> kFrequencies{8000,  11025, 22050, 32000, 44100,
                                                     48000, 96000, 192000};  // Hz, by opFrequency
 
-// MP3 supports the first so many rates of opFrequency.
+// MP3 supports this many of the frequencies, from the first on.
 inline constexpr std::size_t kMp3Frequencies = 6;
 
 // The output format: its controls, which show and hide each other and list what the engine can
@@ -34,10 +34,10 @@ class OutputEncoding : public QObject {
     // False, with a message box, if the format is MP3 and the encoder program is missing.
     bool encoderIsThere() const;
 
-    // What a run would write with the present choices.
+    // What a run with the present choices would write.
     struct Plan {
-        QString extension;  // empty if no format is selected or the bit rate is no number
-        qint64 bytes = -1;  // about, for `soundMs` of sound; -1 if the engine would refuse it
+        QString extension;  // empty if no format is selected or the bit rate is not a number
+        qint64 bytes = -1;  // estimate for `soundMs` of sound; -1 if the engine would refuse it
     };
     Plan plan(qint64 soundMs);
 

@@ -19,7 +19,7 @@ struct Run {
     qint32 vlDuration = 0;               // length of the sound in ms when it was last read
     qint16 viThreshold = 0;              // silence threshold, 0 to 32767
 
-    qint64 soundMs = 0;  // about how much sound all the files hold
+    qint64 soundMs = 0;  // estimated length of all the files together
     RunReport report;
 
     // Both fault with "Subscript out of range" before a listing has succeeded, fileInWork also past

@@ -16,8 +16,8 @@ namespace tarnwick::batch {
 
 namespace {
 
-// The files that are looked at in that time speak for the others, which a slow disk would make the
-// operator wait for.
+// After this time the check stops, so that a slow disk does not keep the operator waiting. The
+// files read until then are the sample from which the total length is estimated.
 constexpr qint64 kMostMs = 300;
 
 void tellAny(const Services& services, const std::optional<platform::Notice>& notice) {
@@ -29,7 +29,7 @@ void tellAny(const Services& services, const std::optional<platform::Notice>& no
 void checkSources(Run& run, const Services& services) {
     const QString& folder = services.state.vsProjectFolder;
     const QStringList& names = *run.vsFiles;
-    QList<NoSound> noSounds;
+    QList<platform::NameAndReason> noSounds;
     qint64 lengthMs = 0;
     qsizetype seen = 0;
     QElapsedTimer timer;
@@ -39,8 +39,9 @@ void checkSources(Run& run, const Services& services) {
         const engine::FileFacts facts = services.EDTX.factsOf(path);
         lengthMs += facts.lengthMs;
         if (facts.code != engine::kOk)
-            noSounds << NoSound{names[seen], engine::reasonOf({engine::Operation::Load, path,
-                                                               facts.code, facts.systemError})};
+            noSounds << platform::NameAndReason{
+                names[seen],
+                engine::reasonOf({engine::Operation::Load, path, facts.code, facts.systemError})};
     }
     run.soundMs = seen == 0 ? 0 : lengthMs / seen * names.size();
     tellAny(services, noticeOfNoSounds(noSounds, names.size(), folder));

@@ -13,20 +13,20 @@ namespace tarnwick::batch {
 
 class OutputEncoding;
 
-// Looks at the listed files: tells which of them would stop a run and which would be written under
-// the same name, and notes in `run` how much sound they hold. Throws nothing.
+// Reads the headers of the listed files. Tells which of them would stop a run and which would be
+// written under the same name, and stores the length of their sound in `run`. Throws nothing.
 void checkSources(Run& run, const Services& services);
 
-// Tells before a run what would stop or spoil it: when the window opens, when the operator leaves a
-// box, and when Process is pressed. Nothing throws, and nothing is refused. UI thread.
+// Tells what would stop or spoil a run before it starts: when the window opens, when the operator
+// leaves a box, and when Process is pressed. Throws nothing and refuses nothing. UI thread.
 class RunChecks : public QObject {
   public:
     RunChecks(forms::frmBatchProcessor& form, Run& run, const Services& services,
               OutputEncoding& output);
 
-    void choices() const;     // of format and levels
-    void entries() const;     // that are stored as numbers
-    void processing() const;  // all that concerns the run that now begins; after the entries
+    void choices() const;     // checks format and levels
+    void entries() const;     // checks the boxes that are stored as numbers
+    void processing() const;  // call after Process has stored the settings: checks the rest
 
   private:
     void files(const QString& extension) const;

@@ -1,10 +1,8 @@
 #include "batch/run_notices.h"
 
-#include <algorithm>
-
 #include "batch/words.h"
 #include "platform/file_system.h"
-#include "runtime/file_names.h"
+#include "platform/notice_words.h"
 
 namespace tarnwick::batch {
 
@@ -16,7 +14,7 @@ constexpr Trouble kTroubles[] = {Trouble::NotWritten, Trouble::Replaced,    Trou
                                  Trouble::Uncut,      Trouble::Inaudible,   Trouble::EndsUnknown,
                                  Trouble::EditFailed, Trouble::StepsLeftOut};
 
-// How a sentence about these files goes on, up to the reason.
+// What happened to the files, as the predicate of a sentence.
 QString predicateOf(Trouble trouble, bool one) {
     switch (trouble) {
         case Trouble::NotWritten:
@@ -29,42 +27,33 @@ QString predicateOf(Trouble trouble, bool one) {
             return one ? u"not cut at its end, because the cut is longer than the sound"_qs
                        : u"not cut at their end, because the cut is longer than the sound"_qs;
         case Trouble::Inaudible:
-            return u"taken for silence, because nothing in "_qs + (one ? u"it"_qs : u"them"_qs) +
+            return u"treated as silence, because nothing in "_qs + (one ? u"it"_qs : u"them"_qs) +
                    u" is louder than the threshold"_qs;
         case Trouble::EndsUnknown:
             return u"written with wrong silences, because the search for them failed"_qs;
         case Trouble::EditFailed:
             return u"not processed completely"_qs;
         case Trouble::StepsLeftOut:
-            return u"written without a step, because the silence at the end was right already"_qs;
+            return u"written without a step, because the silence at the end already had the "
+                   u"right length"_qs;
     }
     return {};
 }
 
-// The files with this trouble by their reason, in the order in which the reasons came up.
-QList<std::pair<QString, QStringList>> byReason(const RunReport& report, Trouble trouble) {
-    QList<std::pair<QString, QStringList>> groups;
+// "2 of 9 files were not written: a.wav and b.wav (the disk is full)."
+QString sentenceOf(const RunReport& report, Trouble trouble) {
+    QList<platform::NameAndReason> items;
+    QStringList files;
     for (const Mishap& mishap : report.mishaps) {
         if (mishap.trouble != trouble) continue;
-        auto group =
-            std::ranges::find(groups, mishap.reason, &std::pair<QString, QStringList>::first);
-        if (group == groups.end()) group = groups.insert(groups.end(), {mishap.reason, {}});
-        group->second << mishap.file;
-    }
-    return groups;
-}
-
-// "2 of 9 files were not written: a.wav and b.wav: the disk is full; c.wav: the disk is read-only."
-QString sentenceOf(const RunReport& report, Trouble trouble) {
-    QStringList parts, files;
-    for (const auto& [reason, names] : byReason(report, trouble)) {
-        parts << listed(names) + because(reason);
-        files << names;
+        items << platform::NameAndReason{platform::shownName(mishap.file), mishap.reason};
+        files << mishap.file;
     }
     files.removeDuplicates();
     if (files.isEmpty()) return {};
     return filesOfAllWere(files.size(), report.files) + u' ' +
-           predicateOf(trouble, files.size() == 1) + u": "_qs + parts.join(u"; "_qs) + u'.';
+           predicateOf(trouble, files.size() == 1) + u": "_qs +
+           platform::listedByReason(items, kMostNames) + u'.';
 }
 
 QString mishapsOf(const RunReport& report) {
@@ -75,7 +64,7 @@ QString mishapsOf(const RunReport& report) {
     return sentences.join(u' ');
 }
 
-// The full path of a source; the one in work has another name for the time.
+// The full path of a source. `inWork`: it has its temporary name at the moment.
 QString pathOf(const RunReport& report, const QString& name, bool inWork) {
     return platform::pathIn(report.rawFolder, inWork ? nameInWork(name) : name);
 }
@@ -91,26 +80,26 @@ QStringList sourcesOf(const RunReport& report, bool inWork) {
 
 QString inWorkIsSafe(const RunReport& report) {
     return u"All sources are in Raw_Files; %1 is called %2 there."_qs.arg(
-        runtime::readableFileName(report.inWork),
-        runtime::readableFileName(nameInWork(report.inWork)));
+        platform::shownName(report.inWork), platform::shownName(nameInWork(report.inWork)));
 }
 
-// `story`: what has stopped it.
+// A notice about a run that has stopped. `story`: a sentence that says why.
 Notice stopped(const RunReport& report, const QString& story, const QString& remedy) {
-    QStringList what{story, filesOfAllWere(report.written, report.files) + u" written before."_qs,
+    QStringList what{story,
+                     filesOfAllWere(report.written, report.files) + u" written before that."_qs,
                      mishapsOf(report)};
     what.removeAll(QString());
     return {what.join(u' '), sourcesOf(report, true), inWorkIsSafe(report), remedy};
 }
 
 QString cleanUp(const QString& before) {
-    return u"Close the window by its close box, which is safe. "_qs + before +
-           u"Give the file its name back and process the files that were not written in a folder "
-           u"of their own."_qs;
+    return u"Close the window with its close button, which is safe. "_qs + before +
+           u"Rename the file back to its own name, copy the files that were not written to a "
+           u"new folder, and process that folder."_qs;
 }
 
 QString storyOf(const QString& file, Halt halt, const QString& reason) {
-    const QString waits = u"The batch run waits for good at %1: "_qs.arg(file);
+    const QString waits = u"The batch run is stuck at %1: "_qs.arg(file);
     switch (halt) {
         case Halt::Load:
             return waits + u"it could not be loaded"_qs + because(reason) + u'.';
@@ -123,13 +112,13 @@ QString storyOf(const QString& file, Halt halt, const QString& reason) {
             return waits + u"the hiss filter is on, and it never ends."_qs;
         case Halt::NothingToEdit:
             return waits +
-                   u"the silence at its end has the right length already, so no step follows."_qs;
+                   u"the silence at its end already has the right length, so no step follows."_qs;
         case Halt::Unexpected:
-            return waits + u"a step ended that did not belong there."_qs;
+            return waits + u"a step ended that was not expected."_qs;
         case Halt::Round:
-            return u"The batch run goes round in circles at %1: the silence at its end has the "
-                   u"right length after the cut, and the search for it starts again each time."_qs
-                       .arg(file);
+            return u"The batch run goes round in circles at %1: after the cut, the silence at "
+                   u"its end already has the right length, so the search for it starts again "
+                   u"each time."_qs.arg(file);
     }
     return waits;
 }
@@ -142,11 +131,11 @@ QString remedyOf(Halt halt) {
             return cleanUp(u"Choose another output format, frequency or bit rate. "_qs);
         case Halt::Hiss:
             return cleanUp(
-                u"The filter can only come from the stored settings: put the delivered "
-                u"Tarnwick.mdb back, which has it off. "_qs);
+                u"The filter can only come from the stored settings: put back the delivered "
+                u"Tarnwick.mdb, in which it is off. "_qs);
         case Halt::NothingToEdit:
         case Halt::Round:
-            return cleanUp(u"Set the silence at the end to a millisecond more. "_qs);
+            return cleanUp(u"Make the silence at the end one millisecond longer. "_qs);
         case Halt::Search:
         case Halt::Unexpected:
             break;
@@ -158,38 +147,37 @@ QString remedyOf(Halt halt) {
 
 Notice noticeOfHalt(const RunReport& report, Halt halt, const QString& reason) {
     RunReport others = report;
-    others.mishaps.removeIf([&](const Mishap& mishap) {  // told by the story
+    others.mishaps.removeIf([&](const Mishap& mishap) {  // the story tells these
         return mishap.file == report.inWork &&
                (mishap.trouble == Trouble::NotWritten || mishap.trouble == Trouble::EndsUnknown);
     });
-    return stopped(others, storyOf(runtime::readableFileName(report.inWork), halt, reason),
+    return stopped(others, storyOf(platform::shownName(report.inWork), halt, reason),
                    remedyOf(halt));
 }
 
 Notice noticeOfClosing(const RunReport& report) {
     return stopped(report, u"The Batch Processor was closed during its run."_qs,
-                   u"Give the file its name back and process the files that were not written in a "
-                   u"folder of their own."_qs);
+                   u"Rename the file back to its own name, copy the files that were not written "
+                   u"to a new folder, and process that folder."_qs);
 }
 
 Notice noticeOfOtherFolder(const RunReport& report) {
-    return stopped(
-        report,
-        u"Another folder was chosen during the batch run: what is written from now on goes "
-        u"there, and the files that are still to come may not be found."_qs,
-        cleanUp({}));
+    return stopped(report,
+                   u"Another folder was chosen during the batch run: from now on files are "
+                   u"written there, and the remaining files may not be found."_qs,
+                   cleanUp({}));
 }
 
 std::optional<Notice> noticeOfEnd(const RunReport& report) {
     if (report.mishaps.isEmpty()) return {};
-    // Otherwise the first mishap says how many were not.
+    // If not all files were written, the first sentence of the mishaps counts those that were not.
     const bool all = report.written == report.files;
     return Notice{
         (all ? filesOfAllWere(report.written, report.files) + u" written. "_qs : QString()) +
             mishapsOf(report),
         sourcesOf(report, false), u"All sources are in Raw_Files."_qs,
-        u"Copy the sources of these files to a folder of their own, mend the cause and "
-        u"process that folder."_qs};
+        u"Remove the cause, copy the sources of these files to a new folder, and process that "
+        u"folder."_qs};
 }
 
 }  // namespace tarnwick::batch

@@ -1,5 +1,6 @@
 #include "batch/run_watch.h"
 
+#include "batch/words.h"
 #include "runtime/events.h"
 
 namespace tarnwick::batch {
@@ -60,7 +61,8 @@ void RunWatch::begins(ChainStep step) {
     if (step == ChainStep::Export) checkSteps();
 }
 
-// The end of an edit of the file before can stand for one of this file.
+// If the silence at the end is right already, the chain takes the last edit of the file before for
+// one of this file and leaves steps out.
 void RunWatch::checkSteps() {
     QStringList leftOut;
     if (asked_.ends && !headSet_) leftOut << u"no silence set at the start"_qs;
@@ -93,17 +95,16 @@ void RunWatch::asked(Halt step) {
 }
 
 void RunWatch::failed(const engine::Failure& failure) {
-    // What follows a file that could not be loaded fails for that reason only.
+    // After a failed load, the other steps of the file fail for the same reason.
     if (!run_.report.underWay || halted_) return;
     reason_ = engine::reasonOf(failure);
     switch (failure.operation) {
         case engine::Operation::Load:
             return halted(Halt::Load);
         case engine::Operation::Edit:
-            // cutsEnd() knows of one that is too long.
+            // cutsEnd() and cutsStart() report cuts that are too long.
             if (isCut(step_) && failure.code == engine::kBadRange) return;
-            return run_.report.add(Trouble::EditFailed,
-                                   u"%1 (%2)"_qs.arg(failureOf(step_), reason_));
+            return run_.report.add(Trouble::EditFailed, failureOf(step_) + because(reason_));
         case engine::Operation::Scan:
             return run_.report.add(Trouble::EndsUnknown, reason_);
         case engine::Operation::Export:

@@ -11,28 +11,29 @@
 
 namespace tarnwick::batch {
 
-// Watches a run: keeps its report and tells the operator when the run waits for good, when it ends
-// with something amiss and when the window is closed before. Nothing throws, and nothing is told
-// between runs. UI thread.
+// Watches a run and keeps its report. Tells the operator when the run waits forever, when it has
+// ended with mishaps, and when the window is closed before the end. Throws nothing, and tells
+// nothing between runs. UI thread.
 class RunWatch : public QObject {
   public:
     RunWatch(Run& run, const Services& services);
 
-    // The steps that the run was asked for.
+    // The steps that the operator has requested for all files.
     struct Asked {
         bool ends = false;
         bool level = false;
     };
     void started(const Asked& asked);
     void loading(const QString& name);
-    // A step begins. The step text of the run is still that of the step before.
+    // Call when a step begins, before the run stores its step text.
     void begins(ChainStep step);
-    // A cut begins: of the first `cutMs`, or of all from `beginMs` on, which may be negative.
+    // Call before a cut: of the first `cutMs`, or from `beginMs` (may be negative) to the end.
     void cutsStart(qint32 cutMs);
     void cutsEnd(qint32 beginMs);
-    void hears(qint32 beginMs, qint32 endMs);  // the audible range
+    void hears(qint32 beginMs, qint32 endMs);  // the audible range was found
     void edited() { heard_.reset(); }
-    // A step that the engine refused raises no event, so the run waits for good.
+    // Call after a request to the engine: if it was refused, no event comes and the run waits
+    // forever.
     void asked(Halt step);
     void exported();
     void finished();
@@ -48,13 +49,13 @@ class RunWatch : public QObject {
     const Services& services_;
     Asked asked_;
     ChainStep step_ = ChainStep::Wait;
-    // Of the file in work.
+    // The state of the file in work.
     bool halted_ = false;
     bool headSet_ = false;
     bool normalized_ = false;
-    QString reason_;                                  // of its last failure
+    QString reason_;                                  // why its last operation failed
     std::optional<std::pair<qint32, qint32>> heard_;  // the last range that led to no edit
-    int rounds_ = 0;                                  // how often it was heard
+    int rounds_ = 0;                                  // how often that range was found in a row
 };
 
 }  // namespace tarnwick::batch

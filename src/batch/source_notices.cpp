@@ -1,11 +1,11 @@
 #include "batch/source_notices.h"
 
-#include <QLocale>
 #include <QMap>
 #include <algorithm>
 
 #include "batch/words.h"
 #include "platform/file_system.h"
+#include "platform/notice_words.h"
 #include "runtime/fault.h"
 
 namespace tarnwick::batch {
@@ -14,17 +14,11 @@ namespace {
 
 using platform::Notice;
 
-constexpr qsizetype kExtension = 4;  // ".wav", whatever the source has
+constexpr qsizetype kExtension = 4;  // always the length of ".wav"
 
-QStringList pathsOf(const QStringList& names, const QString& folder) {
-    QStringList paths;
-    for (const QString& name : names)
-        paths << platform::pathIn(folder, name);
-    return paths;
-}
-
-QString sizeOf(qint64 bytes) {
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+QString listedFiles(QStringList names) {
+    std::transform(names.begin(), names.end(), names.begin(), platform::shownName);
+    return platform::listed(names, kMostNames);
 }
 
 QString openAnew(const QString& first) {
@@ -43,20 +37,22 @@ QString outputOf(const QString& source, const QString& extension) {
     return source.size() < kExtension ? QString() : stemOf(source) + extension;
 }
 
-std::optional<Notice> noticeOfNoSounds(const QList<NoSound>& files, qsizetype all,
+std::optional<Notice> noticeOfNoSounds(const QList<platform::NameAndReason>& files, qsizetype all,
                                        const QString& folder) {
     if (files.isEmpty()) return {};
     QStringList names;
-    for (const NoSound& file : files)
+    QList<platform::NameAndReason> shown = files;
+    for (platform::NameAndReason& file : shown) {
         names << file.name;
+        file.name = platform::shownName(file.name);
+    }
     const bool one = names.size() == 1;
-    const QString waits = one ? u" cannot be loaded, and the run would wait at it for good: "_qs
-                              : u" cannot be loaded, and the run would wait at the first of them "
-                                u"for good: "_qs;
-    return Notice{u"%1 of "_qs.arg(names.size()) + filesOf(all) + waits + listed(names) +
-                      (one ? u": "_qs : u". The reason for the first one: "_qs) +
-                      files.first().reason + u'.',
-                  pathsOf(names, folder), u"No file has been moved."_qs,
+    const QString waits = one ? u" cannot be loaded, and the run would get stuck there: "_qs
+                              : u" cannot be loaded, and the run would get stuck at the first "
+                                u"of them: "_qs;
+    return Notice{u"%1 of "_qs.arg(names.size()) + filesOf(all) + waits +
+                      platform::listedByReason(shown, kMostNames) + u'.',
+                  platform::pathsIn(folder, names), u"No file has been moved."_qs,
                   openAnew(u"take them out of the project folder"_qs)};
 }
 
@@ -67,7 +63,7 @@ std::optional<Notice> noticeOfSharedNames(const QStringList& sources, const QStr
     QStringList groups, names;
     for (const QStringList& each : std::as_const(byStem)) {
         if (each.size() < 2) continue;
-        groups << listed(each);
+        groups << listedFiles(each);
         names << each;
     }
     if (names.isEmpty()) return {};
@@ -78,7 +74,7 @@ std::optional<Notice> noticeOfSharedNames(const QStringList& sources, const QStr
         u"These files would be written under the same name, so that only the last one "
         u"would be kept: "_qs +
             groups.first(std::min(groups.size(), kMostGroups)).join(u"; "_qs) + others + u'.',
-        pathsOf(names, folder), u"The sources are kept in any case, in Raw_Files."_qs,
+        platform::pathsIn(folder, names), u"The sources are kept in any case, in Raw_Files."_qs,
         openAnew(u"rename all but one of them"_qs)};
 }
 
@@ -90,8 +86,8 @@ std::optional<Notice> noticeOfForeignFiles(const QStringList& names, const QStri
                u"moved to Raw_Files: "_qs
              : u"These files are not part of the run but have the names of outputs, so "
                u"they are moved to Raw_Files: "_qs) +
-            listed(names) + u'.',
-        pathsOf(names, folder),
+            listedFiles(names) + u'.',
+        platform::pathsIn(folder, names),
         u"Nothing in them changes."_qs,
         {}};
 }
@@ -105,18 +101,18 @@ Notice noticeOfDialog(const QString& reason) {
 }
 
 Notice noticeOfSpentWindow(const QString& rawFolder) {
-    return {
-        u"Process stays off, because a window can only be used for one run."_qs,
-        {rawFolder},
-        u"Nothing has been moved out of the folder that you chose."_qs,
-        u"Close this window, remove the empty folder Raw_Files and open the Batch Processor again."_qs};
+    return {u"Process stays off, because a window can only be used for one run."_qs,
+            {rawFolder},
+            u"Nothing has been moved out of the folder that you chose."_qs,
+            u"Close this window, remove the empty folder Raw_Files and open the Batch Processor "
+            u"again."_qs};
 }
 
 std::optional<Notice> noticeOfSpace(qint64 needed, qint64 free, const QString& folder) {
     if (free < 0 || needed <= free) return {};
     return Notice{
         u"The disk of the project folder may be too small for this run: about %1 will be "
-        u"written, and %2 is free."_qs.arg(sizeOf(needed), sizeOf(free)),
+        u"written, and %2 is free."_qs.arg(platform::sizeText(needed), platform::sizeText(free)),
         {folder},
         u"The sources are kept in any case, in Raw_Files."_qs,
         u"Free some space on that disk now, while the run goes on."_qs};

@@ -3,46 +3,41 @@
 #include <QStringList>
 #include <optional>
 
-#include "platform/notices.h"
+#include "platform/notice_words.h"
 
-// The notices of the files that a run would take.
+// Notices about the files of a run before it starts.
 
 namespace tarnwick::batch {
 
-// The name of an output without its extension: the source's less four characters, whatever they
-// are. Faults if it has fewer.
+// The name of an output without its extension: the name of the source without its last four
+// characters. Faults if it has fewer.
 QString stemOf(const QString& source);
 
 // The bare name of an output; empty where stemOf() faults.
 QString outputOf(const QString& source, const QString& extension);
 
-// A file that cannot be loaded, and why.
-struct NoSound {
-    QString name;
-    QString reason;
-};
+// `files`: those that cannot be loaded; `all`: the number of files of the run; `folder`: where they
+// are. None if all files can be loaded.
+std::optional<platform::Notice> noticeOfNoSounds(const QList<platform::NameAndReason>& files,
+                                                 qsizetype all, const QString& folder);
 
-// `all`: the number of files; `folder`: theirs. None without such files.
-std::optional<platform::Notice> noticeOfNoSounds(const QList<NoSound>& files, qsizetype all,
-                                                 const QString& folder);
-
-// Tells which sources would be written under the same name; none if there are none.
+// Sources that would be written under the same name; none if all names differ.
 std::optional<platform::Notice> noticeOfSharedNames(const QStringList& sources,
                                                     const QString& folder);
 
-// Other files of the folder with the names of outputs, which the run moves to Raw_Files; none
-// without such files.
+// Other files that have the name of an output. The run moves them to Raw_Files. None if `names` is
+// empty.
 std::optional<platform::Notice> noticeOfForeignFiles(const QStringList& names,
                                                      const QString& folder);
 
-// Browse could not show its dialog.
+// The dialog of Browse failed.
 platform::Notice noticeOfDialog(const QString& reason);
 
-// A folder was chosen after a run, which no further run can follow in the same window. `rawFolder`:
-// the empty one that was made there.
+// A folder was chosen after a run, but a window can be used for only one run. `rawFolder`: the
+// empty Raw_Files that was made in the folder.
 platform::Notice noticeOfSpentWindow(const QString& rawFolder);
 
-// None if `needed` bytes fit into `free` or if one of them is not known (below 0).
+// None if `needed` bytes fit into `free`, or if either is unknown (negative).
 std::optional<platform::Notice> noticeOfSpace(qint64 needed, qint64 free, const QString& folder);
 
 }  // namespace tarnwick::batch

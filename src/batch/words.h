@@ -2,11 +2,11 @@
 
 #include <QStringList>
 
-// Parts of the sentences that notices consist of.
+// Words that the notices of this room share.
 
 namespace tarnwick::batch {
 
-// What the boxes hold.
+// What the boxes contain.
 inline constexpr QStringView kCutStart = u"the cut at the start";
 inline constexpr QStringView kCutEnd = u"the cut at the end";
 inline constexpr QStringView kHead = u"the silence at the start";
@@ -19,9 +19,8 @@ inline constexpr QStringView kMaximumPercent = u"the maximum in percent";
 // The detail of a fault: "the cut at the start: '1e99'".
 QString typedFor(QStringView name, const QString& text);
 
-// "a.wav, b.wav and c.wav" in readable form; "a.wav, b.wav, c.wav, d.wav and 8 more" where there
-// are more than five.
-QString listed(const QStringList& names);
+// How many files a notice names by name.
+inline constexpr qsizetype kMostNames = 4;
 
 // "1 file" or "3 files".
 QString filesOf(qsizetype count);

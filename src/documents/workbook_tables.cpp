@@ -64,7 +64,7 @@ const NumberFormat& formatOf(const pugi::xml_node& cell, const WorkbookTables& t
     return style < tables.formats.size() ? tables.formats[style] : plain;
 }
 
-// A text result may be empty; any other result is a value.
+// A stored result of type text may be empty; a result of any other type has a value.
 bool lacksResult(const pugi::xml_node& cell) {
     return childNamed(cell, "f") && textIn(childNamed(cell, "v")).isEmpty() &&
            attributeNamed(cell, "t").as_string("n") != std::string_view("str");

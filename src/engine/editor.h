@@ -107,8 +107,8 @@ class Editor final : public SoundEditor, private Effects {
     void scanAudibleRange(const Ticket& ticket, qint16 threshold);
 
     void exportDone(const Reason& reason, const QString& path, bool forgotten);
-    // Both set lastError_ and emit failed(); fail() has no effect for kOk. `path` is that of the
-    // sound unless another one is given.
+    // Both set lastError_ and emit failed(); fail() has no effect for kOk. `path` defaults to the
+    // file of the sound.
     qint32 refuse(Operation operation, const Reason& reason, const QString& path = {});
     void fail(Operation operation, const Reason& reason, const QString& path = {});
 

@@ -18,7 +18,7 @@ namespace tarnwick::engine {
 // Calls with the same target are written one after the other in their order. UI thread.
 class Exports {
   public:
-    // Called with the outcome of each export and its target on the UI thread, in the order of the
+    // Called on the UI thread with the outcome and the target of each export, in the order of the
     // calls. `forgotten`: the sound was replaced after the call.
     using Done = std::function<void(const Reason&, const QString& path, bool forgotten)>;
 
@@ -28,7 +28,7 @@ class Exports {
     void add(const sound::Timeline& timeline, qint64 first, qint64 end,
              const sound::OutputFormat& output, const QString& path);
 
-    // Call when the sound is replaced: pending exports are still written, and done as forgotten.
+    // Call when the sound is replaced. Pending exports are still written and reported as forgotten.
     void forget() { pending_ = 0; }
 
     qint32 pending() const { return pending_; }  // exports not reported yet

@@ -23,7 +23,7 @@ QString reasonOfCode(ErrorCode code) {
         case kSourceChanged:
             return u"another program has changed the file of the loaded sound"_qs;
         case kBadRange:
-            return u"the times lie outside the sound"_qs;
+            return u"the times are outside the sound"_qs;
         case kBadFormat:
             return u"this format, rate or number of channels cannot be written"_qs;
         case kWriteFailed:

@@ -12,7 +12,7 @@ namespace tarnwick::engine {
 ErrorCode outputFormat(const EncodeFormats& formats, qint32 frequencyHz, qint32 channels,
                        sound::OutputFormat& output);
 
-// About how many bytes a file of that length has.
+// The estimated size in bytes of a file of that length.
 qint64 bytesOf(const sound::OutputFormat& output, qint64 lengthMs);
 
 }  // namespace tarnwick::engine

@@ -17,7 +17,7 @@ namespace tarnwick::engine {
 class Playback {
   public:
     // `failed` is called with the reason if playing fails, just before SoundPlaybackStopped. If
-    // playing goes on in silence because there is no device, only the signal failed is emitted.
+    // playing continues in silence because there is no device, only the signal failed is emitted.
     Playback(SoundEditor& editor, EventQueue& events, std::function<void(ErrorCode)> failed);
 
     // Call when a sound that may be played is about to be loaded.

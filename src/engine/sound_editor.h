@@ -31,7 +31,7 @@ struct FileFacts {
 // exceptions are edits, which then also end with SoundEditDone(command, 0), and SoundPlay, which
 // has no code to return and then ends with SoundPlaybackStopped. After the sound was closed or
 // replaced, work still under way for it reports nothing more, but requested output files are
-// completed; of them, only a failure is reported (lateExportFailed).
+// completed. If one of these fails, lateExportFailed is emitted.
 //
 // All functions and signals: UI thread. Nothing throws.
 class SoundEditor : public QObject {
@@ -91,10 +91,10 @@ class SoundEditor : public QObject {
     // Silence `index`, from 0; start rounded up and end rounded down. (0, 0) out of range.
     virtual void SilencePositionsGetRange(qint32 index, qint32& startMs, qint32& endMs) const = 0;
 
-    // What the header of a file tells. Changes nothing, and no event follows.
+    // Reads the header of a file. Changes nothing, and no event follows.
     virtual FileFacts factsOf(const QString& path) const = 0;
-    // About how many bytes SoundExport would write for `lengthMs` of sound in the present format;
-    // -1 if it would refuse the format.
+    // Estimates how many bytes SoundExport would write for `lengthMs` of sound in the present
+    // format; -1 if it would refuse the format.
     virtual qint64 exportBytes(qint32 frequencyHz, qint32 channels, qint64 lengthMs) const = 0;
 
     // Writes the stretch in the present format of encodeFormats(), from a snapshot of the sound.
@@ -111,12 +111,12 @@ class SoundEditor : public QObject {
 
   Q_SIGNALS:
     // An operation failed or was refused, and why. Emitted just before the event that ends the
-    // operation, and before a function that refuses it returns. Operation Play with
-    // kPlaybackFailed also comes once for each playing that goes on in silence because there is no
-    // sound device.
+    // operation, or before the function that refuses it returns. If there is no sound device,
+    // playing continues in silence, and this is emitted once for each start with Play and
+    // kPlaybackFailed.
     void failed(const engine::Failure& failure);
-    // An export of a sound that has been closed or replaced meanwhile failed. The only thing that
-    // is still reported of such a sound; LastError does not change.
+    // An export failed after its sound had been closed or replaced. Such a sound reports nothing
+    // else; LastError does not change.
     void lateExportFailed(const engine::Failure& failure);
 
     void SoundLoadingStarted();

@@ -10,7 +10,7 @@ namespace tarnwick::forms {
 // Whether texts are lighter than the ground on which they stand.
 bool isDark(const QPalette& palette);
 
-// The colour of a text that stands for a state, on this ground: a lighter one on a dark ground,
+// A text colour that stands for a state, adapted to the background: lighter on a dark background,
 // where a pure colour is hard to read.
 QColor readableOn(const QColor& ground, const QColor& colour);
 

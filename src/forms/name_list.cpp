@@ -54,7 +54,8 @@ class FileNameDelegate : public QStyledItemDelegate {
     }
 
   private:
-    // A selected entry keeps the selection's colours, on which red cannot be read, and the sign.
+    // Red is unreadable on the selection's background, so a selected entry keeps the selection's
+    // colours and shows only the sign.
     static void drawMark(QStyleOptionViewItem& option) {
         QPalette& palette = option.palette;
         palette.setColor(QPalette::Text,

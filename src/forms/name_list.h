@@ -6,8 +6,8 @@
 
 namespace tarnwick::forms {
 
-// The names of a list, and marks on some of them. A mark says in a sentence what is wrong with the
-// entry; its tool tip and its accessible description return it.
+// The names of a list, and marks on some of them. A mark is a sentence that says what is wrong with
+// the entry. It is the entry's tool tip and accessible description.
 class MarkedNames : public QStringListModel {
   public:
     QVariant data(const QModelIndex& index, int role) const override;
@@ -33,8 +33,9 @@ class NameList : public QListView {
     // Further entries at their places. What is highlighted stays so, and the list does not scroll.
     void add(const QStringList& names);
 
-    // Marks the entries of these names, each with its sentence, and no others: in red, with a
-    // warning sign before it. A mark follows its name; setNames takes all of them away.
+    // Marks the entries with these names in red with a warning sign, each with its sentence, and
+    // removes all other marks. A mark stays with its name when entries are added or removed;
+    // setNames removes all marks.
     void mark(const QHash<QString, QString>& sentences) { model_.setMarks(sentences); }
 
     // Draws the entries as they stand, for who keeps the event loop waiting.

@@ -21,7 +21,7 @@ QDBusMessage notification(const QString& sentence) {
     QDBusMessage notify = QDBusMessage::createMethodCall(
         u"org.freedesktop.Notifications"_qs, u"/org/freedesktop/Notifications"_qs,
         u"org.freedesktop.Notifications"_qs, u"Notify"_qs);
-    // The body may hold markup, so what looks like markup is escaped.
+    // The service reads the body as markup, so special characters are escaped.
     notify << u"Tarnwick"_qs << 0U << u"tarnwick"_qs << u"Tarnwick"_qs << sentence.toHtmlEscaped()
            << QStringList() << QVariantMap() << kUsualTime;
     return notify;

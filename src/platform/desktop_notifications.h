@@ -6,8 +6,8 @@ namespace tarnwick::platform {
 
 class SessionBus;
 
-// The desktop's notification service (org.freedesktop.Notifications). Without a session bus or such
-// a service nothing happens. UI thread; no call waits for the service.
+// The desktop's notification service (org.freedesktop.Notifications). Does nothing
+// without a session bus or such a service. UI thread; no call waits for the service.
 class DesktopNotifications {
   public:
     // `bus` must outlive this object.

@@ -16,13 +16,13 @@ namespace tarnwick::platform {
 
 namespace {
 
-// Runs the opener and reports its exit status on descriptor 3. A shell, since a copy of this
-// program that waits would keep its memory and its open files.
+// Runs the opener and writes its exit status to descriptor 3. A shell does the waiting, because a
+// forked copy of this program would keep its memory and open files.
 constexpr char kShell[] = "/bin/sh";
 constexpr char kScript[] = R"("$1" "$2" 3>&-; echo $? >&3)";
 constexpr int kReport = 3;
 
-// A shell reports this number and the signal if a signal ended the opener.
+// If a signal ended the opener, the shell reports this number plus the number of the signal.
 constexpr int kSignalled = 128;
 
 bool isPage(const QString& target) {
@@ -30,7 +30,7 @@ bool isPage(const QString& target) {
     return scheme == u"http" || scheme == u"https";
 }
 
-// Why it cannot be opened; empty if it can.
+// Why the target cannot be opened; empty if nothing is known against it.
 QString objectionTo(const QString& target) {
     if (isPage(target)) return {};
     const std::filesystem::path file = runtime::pathOf(target);
@@ -45,7 +45,7 @@ QString objectionTo(const QString& target) {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         ::dup2(nothing, stream);
     if (report == kReport)
-        ::fcntl(report, F_SETFD, 0);  // stays open
+        ::fcntl(report, F_SETFD, 0);  // keep it open across exec
     else
         ::dup2(report, kReport);
     // The root is no folder that somebody wants to move.
@@ -54,8 +54,8 @@ QString objectionTo(const QString& target) {
 }
 
 // By hand, since QProcess changes arguments that are no UTF-8. Forked twice, so that the started
-// program is nobody's child and need not be waited for. Returns where its exit status can be read;
-// -1 if it was not started.
+// program is not our child and need not be waited for. Returns the descriptor from which its exit
+// status can be read; -1 if it was not started.
 int startDetached(std::string program, std::string argument) {
     std::string shell = kShell, option = "-c", script = kScript;
     char* const command[] = {shell.data(),   option.data(),   script.data(), shell.data(),
@@ -77,8 +77,8 @@ int startDetached(std::string program, std::string argument) {
     return -1;
 }
 
-// The words for an exit status of the opener; empty if it opened the target, or was ended by
-// somebody.
+// The reason that belongs to an exit status of the opener; empty if it opened the target or was
+// ended by a signal.
 QString failureOf(int status) {
     switch (status) {
         case 0:
@@ -105,7 +105,7 @@ void DesktopOpener::open(const QString& target, const Failed& failed) {
     tellWhenEnded(report, failed);
 }
 
-// The report comes in one piece. It ends without one if the shell was ended by somebody.
+// The status arrives in one read. If the shell was killed, the read is empty and nothing is told.
 void DesktopOpener::tellWhenEnded(int report, const Failed& failed) {
     auto* ended = new QSocketNotifier(report, QSocketNotifier::Read, this);
     const auto descriptor = std::make_shared<Descriptor>(report);

@@ -8,7 +8,7 @@ namespace tarnwick::platform {
 
 // Starts the desktop's own opener detached, without the program's terminal, and does not wait for
 // it. Pages are http and https addresses; anything else must be the full path of an existing file
-// or folder. A failure that the opener reports is told as long as this object lives.
+// or folder. Failures that the opener reports are told while this object exists.
 class DesktopOpener : public QObject, public Opener {
   public:
     void open(const QString& target, const Failed& failed) override;

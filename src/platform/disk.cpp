@@ -48,7 +48,7 @@ using runtime::pathOf;
     }
 }
 
-// The same, with the file that it is about.
+// The same, with the path as the detail.
 [[noreturn]] void throwFault(const std::error_code& error, const QString& path) {
     runtime::withDetail(runtime::readableFileName(path), [&] { throwClassicFault(error); });
     std::abort();  // never reached: the call above always throws
@@ -76,8 +76,8 @@ void requireFolderOf(const fs::path& path) {
                             runtime::pathNotFound);
 }
 
-// Which of two files an error is about: only reading can miss a file, only writing finds a full
-// disk or a taken name, and the target is likelier to be protected.
+// Guesses which of two files an error belongs to. A missing file can only be the source. A full
+// disk or a taken name can only be the target, which is also more likely to be protected.
 const QString& faultyOf(const std::error_code& error, const QString& source,
                         const QString& destination) {
     return error == std::errc::no_such_file_or_directory ? source : destination;
@@ -104,6 +104,13 @@ int openToDate(const QString& path, Descriptor& opened) {
 
 QString pathIn(const QString& folder, const QString& name) {
     return folder.endsWith(QDir::separator()) ? folder + name : folder + QDir::separator() + name;
+}
+
+QStringList pathsIn(const QString& folder, const QStringList& names) {
+    QStringList paths;
+    for (const QString& name : names)
+        paths << pathIn(folder, name);
+    return paths;
 }
 
 QString folderOf(const QString& path) {

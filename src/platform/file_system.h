@@ -35,7 +35,7 @@ class FileSystem {
 
     // Full paths of the root and of the volumes mounted below it, the root first.
     virtual QStringList drives() const = 0;
-    // Bytes that the operator can still use in `folder`; -1 if that is not known.
+    // Free bytes in `folder` that the operator may use; -1 if unknown.
     virtual qint64 freeBytes(const QString& folder) const = 0;
     // Calls `changed` from the event loop of this thread whenever drives() may have changed, until
     // the returned object is deleted. `changed` must not throw.
@@ -70,13 +70,14 @@ class FileSystem {
         int ignored = 0;
         return setDateLastModified(path, time, ignored);
     }
-    // Why setDateLastModified would fail, as an errno value; 0 if nothing is known against it.
+    // Why setDateLastModified would fail, as an errno value; 0 if no obstacle is known.
     // Changes nothing.
     virtual int dateError(const QString& path) const = 0;
 };
 
 // `name` in `folder`, joined by the platform's separator.
 QString pathIn(const QString& folder, const QString& name);
+QStringList pathsIn(const QString& folder, const QStringList& names);
 
 // The folder of a file that is told by its full path, without a separator at its end. Only the root
 // keeps its own: the empty text is no folder.

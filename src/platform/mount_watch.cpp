@@ -2,8 +2,8 @@
 
 namespace tarnwick::platform {
 
-// The kernel reports a change of its table of mounts as an exceptional condition of that file, once
-// for each change; nothing has to be read.
+// The kernel signals each change of its mount table as an exceptional condition (POLLPRI) of the
+// file. The file need not be read.
 MountWatch::MountWatch(std::function<void()> changed) : table_("/proc/self/mountinfo", O_RDONLY) {
     if (!table_.valid()) return;
     notifier_ = std::make_unique<QSocketNotifier>(table_.number(), QSocketNotifier::Exception);

@@ -9,8 +9,8 @@
 
 namespace tarnwick::platform {
 
-// Calls `changed` from the event loop whenever a volume is mounted or unmounted, as long as this
-// object lives. Without /proc it never does. `changed` must not throw.
+// Calls `changed` from the event loop whenever a volume is mounted or unmounted while this object
+// exists. Without /proc it is never called. `changed` must not throw.
 class MountWatch : public QObject {
   public:
     explicit MountWatch(std::function<void()> changed);

@@ -5,7 +5,7 @@
 
 namespace tarnwick::platform {
 
-// Something that the operator should know although nothing stops for it.
+// Something that the operator should know but that does not interrupt the work.
 struct Notice {
     QString what;       // one or two sentences: what happened and why
     QStringList files;  // the files concerned, full paths or bare names
@@ -15,7 +15,7 @@ struct Notice {
     bool operator==(const Notice&) const = default;
 };
 
-// Puts notices before the operator without asking, stopping, taking the focus or delaying a step.
+// Shows notices to the operator without asking, stopping, taking the focus or delaying a step.
 // UI thread. Nothing throws, and no call runs an event loop.
 class Notices {
   public:
@@ -24,7 +24,8 @@ class Notices {
     virtual void tell(const Notice& notice) = 0;  // shows it at once, over the window
     virtual void note(const Notice& notice) = 0;  // only adds it to the list of notices
 
-    // A new session is being loaded: takes away what is shown of the last one. The list stays.
+    // Call when a new session is loaded: hides the notices of the last session. The list keeps
+    // them.
     virtual void startSession() = 0;
 };
 

@@ -12,8 +12,8 @@ class Opener {
     using Failed = std::function<void(const QString& reason)>;
 
     virtual ~Opener() = default;
-    // Does not wait. `failed` is called at most once: before the return, or later from the event
-    // loop if the desktop's program reports a failure, even when the caller is gone.
+    // Does not wait. `failed` is called at most once: before open() returns, or later from the
+    // event loop if the desktop's program reports a failure. It may then outlive its caller.
     virtual void open(const QString& target, const Failed& failed) = 0;
 };
 

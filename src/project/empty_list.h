@@ -16,7 +16,7 @@ namespace tarnwick::project {
 // description. `sentence` says why the list is empty. No effect if there are rows.
 void explainEmptyList(forms::frmMain& form, const QString& sentence);
 
-// From now on, takes the tool tip away when rows are added.
+// From now on, removes the tool tip when rows are added.
 void endExplanationWithRows(forms::frmMain& form, const runtime::FailurePath& failure);
 
 }  // namespace tarnwick::project

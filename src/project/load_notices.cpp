@@ -2,12 +2,13 @@
 
 #include <cerrno>
 
-#include "platform/file_system.h"
-#include "project/notice_words.h"
+#include "platform/notice_words.h"
 
 namespace tarnwick::project {
 
 namespace {
+
+using platform::bareName;
 
 QString waysToLoad(const engine::Failure& failure) {
     switch (failure.code) {
@@ -16,8 +17,8 @@ QString waysToLoad(const engine::Failure& failure) {
         case engine::kNotASound:
             return u"Choose a WAV, AIFF or MP3 file."_qs;
         case engine::kDamaged:
-            return u"Take another copy of the recording, or save it anew in another program, then "
-                   u"load it."_qs;
+            return u"Use another copy of the recording, or save it again in another program, "
+                   u"then load it."_qs;
         case engine::kNoMemory:
             return u"Free some space, or split the recording, then load it again."_qs;
         default:
@@ -40,14 +41,14 @@ QString wayToWrite(const engine::Failure& failure) {
 }
 
 QString stateOnDisk(const RecordingOnDisk& recording, const engine::Failure& failure) {
-    const QString name = shownName(recording.path);
-    const QString copy = shownName(recording.copy);
+    const QString name = bareName(recording.path);
+    const QString copy = bareName(recording.copy);
     if (failure.systemError == EEXIST)
-        return u"%1 is now the file of another program and was left alone. The file that was there "
-               u"before is %2 in BU_Source_Files."_qs.arg(name, copy);
+        return u"%1 is now a file of another program and was not changed. The file that was "
+               u"there before is %2 in BU_Source_Files."_qs.arg(name, copy);
     return (recording.savedBefore
-                ? u"%1 is on the disk as it was last saved, without the edits made since; the same "
-                  u"is %2 in BU_Source_Files."_qs
+                ? u"%1 is on the disk as it was last saved, without the edits made since; a "
+                  u"copy of it is %2 in BU_Source_Files."_qs
                 : u"%1 is on the disk as it was loaded, without pauses and edits; an untouched "
                   u"copy is %2 in BU_Source_Files."_qs)
         .arg(name, copy);
@@ -57,8 +58,7 @@ QString stateOnDisk(const RecordingOnDisk& recording, const engine::Failure& fai
 
 platform::Notice listEmptied(const QString& reason) {
     return {.what = reason +
-                    u" The list of prompts was emptied all the same, so Export has "
-                    u"nothing to write."_qs,
+                    u" The list of prompts was emptied anyway, so Export has nothing to write."_qs,
             .files = {},
             .safe = u"The recording that was loaded before is still there with its edits."_qs,
             .remedy = u"Click Process to bring the rows back."_qs};
@@ -73,19 +73,18 @@ platform::Notice nothingLoaded(const QString& reason) {
 
 QString rowsCanComeBack() {
     return u"The list was emptied by Load Working Files. As long as its recording is loaded, "
-           u"Process "
-           u"brings the rows back."_qs;
+           u"Process brings the rows back."_qs;
 }
 
 QString noSoundLoaded() {
-    return u"The recording was not loaded, so there are no rows. Choose Load Working Files again."_qs;
+    return u"The recording was not loaded, so there are no rows. Choose Load Working Files "
+           u"again."_qs;
 }
 
 platform::Notice notLoaded(const engine::Failure& failure) {
     return {.what =
-                u"%1 was not loaded: %2. No sound is loaded now; the duration and the counts "
-                u"in the window are those of before."_qs.arg(shownName(failure.path),
-                                                             reasonOf(failure)),
+                u"%1 was not loaded: %2. No sound is loaded now; the duration and the counts in "
+                u"the window are out of date."_qs.arg(bareName(failure.path), reasonOf(failure)),
             .files = {failure.path},
             .safe = u"Loading has changed nothing in the file."_qs,
             .remedy = waysToLoad(failure)};
@@ -94,7 +93,7 @@ platform::Notice notLoaded(const engine::Failure& failure) {
 platform::Notice noSheetChosen(const QString& workbook) {
     return {.what =
                 u"No sheet of %1 was chosen, so nothing was loaded and the list of prompts is "
-                u"empty."_qs.arg(shownName(workbook)),
+                u"empty."_qs.arg(bareName(workbook)),
             .files = {workbook},
             .safe =
                 u"A recording that was loaded before is still there with its edits; Process "
@@ -114,7 +113,7 @@ platform::Notice noBackupFolder(const QString& folder, const QString& reason) {
 }
 
 platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failure& failure) {
-    return {.what = u"%1 was not saved: %2."_qs.arg(shownName(recording.path), reasonOf(failure)),
+    return {.what = u"%1 was not saved: %2."_qs.arg(bareName(recording.path), reasonOf(failure)),
             .files = {recording.path, recording.copy},
             .safe = stateOnDisk(recording, failure),
             .remedy = wayToWrite(failure) +
@@ -125,12 +124,12 @@ platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failur
 platform::Notice sourceChanged(const RecordingOnDisk& recording) {
     return {.what =
                 u"Another program has changed %1 since it was loaded, so its sound can no "
-                u"longer be played, edited, saved or exported."_qs.arg(shownName(recording.path)),
+                u"longer be played, edited, saved or exported."_qs.arg(bareName(recording.path)),
             .files = {recording.path},
             .safe = u"Files that were written before are complete."_qs,
             .remedy =
-                u"Move BU_Source_Files out of the project folder and load the recording "
-                u"again. Edits that were not saved must be made anew."_qs};
+                u"Move BU_Source_Files out of the project folder and load the recording again. "
+                u"Edits that were not saved must be made again."_qs};
 }
 
 platform::Notice playsInSilence() {
@@ -143,10 +142,10 @@ platform::Notice playsInSilence() {
 platform::Notice lateFileNotWritten(const engine::Failure& failure) {
     return {.what =
                 u"%1 was still being written when its recording was closed, and could not be "
-                u"completed: %2."_qs.arg(shownName(failure.path), reasonOf(failure)),
+                u"completed: %2."_qs.arg(bareName(failure.path), reasonOf(failure)),
             .files = {failure.path},
             .safe =
-                u"A file of that name is as it was before; copies of the recording are in "
+                u"An older file of that name is unchanged; copies of the recording are in "
                 u"BU_Source_Files."_qs,
             .remedy = wayToWrite(failure) + u", then load the recording again."_qs};
 }

@@ -5,11 +5,11 @@
 #include "engine/failure.h"
 #include "platform/notices.h"
 
-// What the operator is told about the recording: its load, its saves and its sound.
+// Notices about the recording: its load, its saves and its sound.
 
 namespace tarnwick::project {
 
-// The load command has emptied the list and loads nothing. `reason` is a whole sentence.
+// The load command has emptied the list and loaded nothing. `reason` is a whole sentence.
 platform::Notice listEmptied(const QString& reason);
 
 // The same if the list was empty before.
@@ -32,20 +32,20 @@ platform::Notice noBackupFolder(const QString& folder, const QString& reason);
 // How the recording lies on the disk. Full paths.
 struct RecordingOnDisk {
     QString path;
-    QString copy;  // of what was there before the last save; empty before the first save
+    QString copy;              // the copy made before the last save; empty before the first save
     bool savedBefore = false;  // a save of the loaded sound has succeeded
 };
 
 // A save failed; the engine has left the file as it was.
 platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failure& failure);
 
-// The file of the loaded sound was changed in place, so its sound is lost.
+// Another program has changed the file of the loaded sound in place, so its sound is lost.
 platform::Notice sourceChanged(const RecordingOnDisk& recording);
 
-// Playing goes on, but cannot be heard.
+// Playing continues, but cannot be heard.
 platform::Notice playsInSilence();
 
-// A file of a sound that has been closed meanwhile was not written.
+// A file was not written, and its sound has been closed since.
 platform::Notice lateFileNotWritten(const engine::Failure& failure);
 
 }  // namespace tarnwick::project

@@ -53,8 +53,8 @@ class ScriptImport {
     // Faults with "Invalid property value" if `value` is above the maximum of the progress bar.
     void showRow(qint32 value, const QString& caption);
 
-    // Ends an import whose prompts are all stored, and starts loading the recording. Before that it
-    // tells of file names that will not become files, and then the notices of the import.
+    // Ends an import after all prompts are stored, and starts loading the recording. First tells of
+    // unusable file names, then passes on the notices of the import.
     void finish(qint16 viPromptCount, const QList<platform::Notice>& ofImport = {});
 
     QString vsImportResult;  // emptied by each load; "Abort" if there was no script

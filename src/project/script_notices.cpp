@@ -5,28 +5,32 @@
 #include <climits>
 
 #include "documents/sheet.h"
-#include "project/notice_words.h"
+#include "platform/notice_words.h"
 #include "runtime/file_names.h"
 
 namespace tarnwick::project {
 
 namespace {
 
+using platform::bareName;
+using platform::counted;
 using platform::Notice;
 
-// The prompts whose names have something in common.
+constexpr qsizetype kFew = 3;
+
+// The prompts whose names have the same fault.
 struct Rows {
     QStringList places;  // "row 3 (a.wav)"
     QStringList files;
 
     void add(qsizetype row, const QString& file) {
-        places << u"row %1 (%2)"_qs.arg(QString::number(row), shownName(file));
+        places << u"row %1 (%2)"_qs.arg(QString::number(row), bareName(file));
         files << file;
     }
     QString count(const QString& one, const QString& many) const {
         return counted(places.size(), one, many);
     }
-    QString list() const { return firstFew(places); }
+    QString list() const { return platform::listed(places, kFew); }
 };
 
 struct SortedNames {
@@ -58,7 +62,7 @@ const QString& changeTheScript() {
 }
 
 Notice changedNames(const Rows& rows) {
-    return {.what = rows.count(u"One file name has a slash"_qs, u"file names have a slash"_qs) +
+    return {.what = rows.count(u"file name has a slash"_qs, u"file names have a slash"_qs) +
                     u", which becomes an underscore: "_qs + rows.list() + u'.',
             .files = rows.files,
             .safe = {},
@@ -66,29 +70,29 @@ Notice changedNames(const Rows& rows) {
 }
 
 Notice hiddenNames(const Rows& rows) {
-    return {.what = rows.count(u"One file name begins with a dot"_qs,
-                               u"file names begin with a dot"_qs) +
-                    u": "_qs + rows.list() +
-                    u". Such files are hidden, and the Batch Processor leaves them out."_qs,
-            .files = rows.files,
-            .safe = {},
-            .remedy = changeTheScript()};
+    return {
+        .what = rows.count(u"file name begins with a dot"_qs, u"file names begin with a dot"_qs) +
+                u": "_qs + rows.list() +
+                u". Such files are hidden, and the Batch Processor skips them."_qs,
+        .files = rows.files,
+        .safe = {},
+        .remedy = changeTheScript()};
 }
 
 Notice nameOfRecording(const Rows& rows) {
     return {
         .what = u"The recording's own name is also the file name of "_qs + rows.list() +
-                u". The export will replace the recording by the prompt."_qs,
+                u". The export will replace the recording with the prompt."_qs,
         .files = rows.files,
         .safe = u"The export copies the recording to BU_Source_Files first."_qs,
         .remedy = u"Change the name in the script and load again if the recording is to stay."_qs};
 }
 
 Notice namelessRows(const Rows& rows) {
-    return {.what = rows.count(u"One prompt has no file name"_qs, u"prompts have no file name"_qs) +
+    return {.what = rows.count(u"prompt has no file name"_qs, u"prompts have no file name"_qs) +
                     u": "_qs + rows.list() +
-                    u". The file is hidden, the Batch Processor leaves it out, and a later one "
-                    u"replaces it."_qs,
+                    u". The file is hidden, the Batch Processor skips it, and each further "
+                    u"prompt without a name overwrites it."_qs,
             .files = rows.files,
             .safe = {},
             .remedy =
@@ -98,7 +102,7 @@ Notice namelessRows(const Rows& rows) {
 
 Notice tooLongNames(const Rows& rows) {
     return {
-        .what = rows.count(u"One file name is"_qs, u"file names are"_qs) +
+        .what = rows.count(u"file name is"_qs, u"file names are"_qs) +
                 u" longer than the disk allows (%1 bytes with .wav) and cannot be written: "_qs.arg(
                     NAME_MAX) +
                 rows.list() + u'.',
@@ -109,7 +113,7 @@ Notice tooLongNames(const Rows& rows) {
 
 // The rows of one file: "a.wav (rows 2, 5 and 9)".
 QString sharedFile(const QString& file, const QStringList& rows) {
-    return u"%1 (rows %2)"_qs.arg(shownName(file), firstFew(rows));
+    return u"%1 (rows %2)"_qs.arg(bareName(file), platform::listed(rows, kFew));
 }
 
 QList<Notice> sharedNames(const QMap<QString, QStringList>& rowsOfFile) {
@@ -120,8 +124,8 @@ QList<Notice> sharedNames(const QMap<QString, QStringList>& rowsOfFile) {
         shared << sharedFile(file.key(), *file);
     }
     if (files.isEmpty()) return {};
-    return {{.what = counted(files.size(), u"One file name belongs"_qs, u"file names belong"_qs) +
-                     u" to more than one prompt: "_qs + firstFew(shared) +
+    return {{.what = counted(files.size(), u"file name belongs"_qs, u"file names belong"_qs) +
+                     u" to more than one prompt: "_qs + platform::listed(shared, kFew) +
                      u". Each later row overwrites the file of the row before."_qs,
              .files = files,
              .safe = {},
@@ -132,8 +136,8 @@ QList<Notice> sharedNames(const QMap<QString, QStringList>& rowsOfFile) {
 QString cell(char16_t column, qint32 row) { return QString(QChar(column)) + QString::number(row); }
 
 Notice withoutResult(const QString& what, const QStringList& cells) {
-    return {.what = what + u", because the workbook has a formula without its result in "_qs +
-                    firstFew(cells) + u'.',
+    return {.what = what + u", because the workbook has a formula without a stored result in "_qs +
+                    platform::listed(cells, kFew) + u'.',
             .files = cells,
             .safe = {},
             .remedy =
@@ -165,7 +169,7 @@ QList<Notice> formulaNotices(const documents::Sheet& sheet, const RowRange& rows
         if (sheet.lacksResult(row, oneColumn ? 1 : 2)) empty << cell(oneColumn ? u'A' : u'B', row);
     if (!empty.isEmpty())
         notices << withoutResult(
-            counted(empty.size(), u"One prompt is empty"_qs, u"prompts are empty"_qs), empty);
+            counted(empty.size(), u"prompt is empty"_qs, u"prompts are empty"_qs), empty);
     if (sheet.lacksResult(1, 2))
         notices << withoutResult(
             u"The script was read as one column of texts, and its file names are numbered"_qs,

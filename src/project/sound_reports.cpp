@@ -35,7 +35,7 @@ void SoundReports::exportEnded(bool written) {
     saving_ = false;
 }
 
-// A save that was refused has no event that would end it.
+// A refused save has no ending event, so the failure itself ends it.
 bool SoundReports::endsSave(const engine::Failure& failure) {
     return failure.operation == engine::Operation::Export && failure.path == recording_.path &&
            std::exchange(saving_, false);
@@ -55,7 +55,7 @@ void SoundReports::failed(const engine::Failure& failure) {
     }
 }
 
-// An export meets the change once for each of its prompts, but is one thing to the operator.
+// An export fails once for each prompt, but the operator is told only once.
 void SoundReports::tellOfChange(engine::Operation operation) {
     if (std::exchange(changeTold_, true) && operation == engine::Operation::Export) return;
     const model::Session& session = services_.session;

@@ -12,8 +12,8 @@ class frmMain;
 
 namespace tarnwick::project {
 
-// Tells the operator what the sound editor could not do with the recording: load, save, read or
-// play it. Only listens, and changes nothing in the way of an operation. UI thread.
+// Tells the operator when the sound editor could not load, save, read or play the recording. Only
+// listens and does not change any operation. UI thread.
 class SoundReports {
   public:
     struct Services {
@@ -29,7 +29,7 @@ class SoundReports {
     void loadStarts();
 
     // Call before each save. `copy`: full path of the copy that was made of the file. No earlier
-    // export may be pending unless the sound is closed before the save ends.
+    // export may be pending, unless the sound is closed before the save ends.
     void saveStarts(const QString& copy);
 
     // Call at each SoundExportDone.
@@ -45,8 +45,8 @@ class SoundReports {
     Services services_;
     RecordingOnDisk recording_;
     bool saving_ = false;         // the next export that ends is a save
-    bool changeTold_ = false;     // of the loaded sound
-    bool toldOfSilence_ = false;  // in this session
+    bool changeTold_ = false;     // sourceChanged() was told for the loaded sound
+    bool toldOfSilence_ = false;  // playsInSilence() was told in this session
 };
 
 }  // namespace tarnwick::project

@@ -70,10 +70,10 @@ void WorkingFiles::mnuLoadFiles_Click() try {
 void WorkingFiles::loadWhatWaits() try {
     if (const auto choice = std::exchange(chosen_, {})) load(*choice);
 } catch (const std::exception& error) {
-    endedBy(error);  // this is a part of the command
+    endedBy(error);  // the load belongs to the command
 }
 
-// Any fault ends the command quietly.
+// A fault ends the command without a message; only a quiet note gives the reason.
 void WorkingFiles::endedBy(const std::exception& error) {
     const QString reason = u"Loading ended early: %1."_qs.arg(runtime::reasonOf(error));
     if (!tellOfEmptyList(reason)) services_.notices.note(nothingLoaded(reason));
@@ -85,7 +85,7 @@ void WorkingFiles::emptyList() {
     if (rowsAreGone_) explainEmptyList(form_, rowsCanComeBack());
 }
 
-// Without a sound, there is no way back to the rows.
+// Process can bring the rows back only while a sound is loaded.
 bool WorkingFiles::tellOfEmptyList(const QString& reason) {
     const bool gone = std::exchange(rowsAreGone_, false) && services_.EDT.GetSoundDuration() > 0;
     if (gone) services_.notices.note(listEmptied(reason));

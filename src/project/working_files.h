@@ -39,9 +39,9 @@ class WorkingFiles {
 
     WorkingFiles(forms::frmMain& form, Services services);
 
-    // The command "Load Working Files...". Ends without a message, apart from a quiet note, if the
-    // dialog is cancelled or anything faults. A file chosen during an export waits until the export
-    // has ended; only the last one chosen is loaded.
+    // The command "Load Working Files...". If the dialog is cancelled or a step faults, it ends
+    // without a message and leaves only a quiet note. A file chosen during an export waits until
+    // the export has ended; only the last one chosen is loaded.
     void mnuLoadFiles_Click();
 
     // Loads the waiting file, if any.
@@ -64,7 +64,7 @@ class WorkingFiles {
     void load(const platform::OpenDialog::Choice& choice);
     void endedBy(const std::exception& error);
     void emptyList();
-    bool tellOfEmptyList(const QString& reason);  // whether there was something to tell
+    bool tellOfEmptyList(const QString& reason);  // returns whether there was something to tell
     void makeBackupFolder();
     void save();
     QString copyName() const;

@@ -7,10 +7,10 @@
 namespace tarnwick::rename {
 
 QString whyNoBareName(const QString& name) {
-    if (name.isEmpty()) return u"nothing is left of it"_qs;
+    if (name.isEmpty()) return u"it is empty"_qs;
     if (name.contains(QDir::separator())) return u"it contains a slash"_qs;
     if (name == u"." || name == u".." || name.contains(QChar::Null))
-        return u"it is no name for a file"_qs;
+        return u"it is not a file name"_qs;
     return {};
 }
 

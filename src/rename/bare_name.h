@@ -4,8 +4,8 @@
 
 namespace tarnwick::rename {
 
-// Why a name is not that of a file in its folder, in a few words about "it": it is empty, "." or
-// "..", or contains a separator or a null character. Empty if it is one.
+// Why a text cannot be the bare name of a file, in a few words about "it": it is empty, "." or
+// "..", or contains a separator or a null character. Empty if it can.
 QString whyNoBareName(const QString& name);
 
 // Checks that a name stays in its folder. Faults with "Bad file name or number" and the reason if

@@ -27,7 +27,7 @@ bool isWithin(const QString& path, const QString& drive) {
     return path == drive || path.startsWith(platform::pathIn(drive, QString()));
 }
 
-// The deepest drive that holds the folder.
+// The drive that contains the folder; of several, the one with the longest path.
 QString volumeOf(const QString& folder, const QStringList& drives) {
     QString volume;
     for (const QString& drive : drives)
@@ -65,7 +65,7 @@ void FolderLists::open() {
 // Full path of the chosen drive; empty before the drives are shown.
 QString FolderLists::drive() const { return form_.Drivelb->currentData().toString(); }
 
-// Without the action of a change.
+// Chooses a drive without running Drivelb_Change().
 void FolderLists::chooseDrive(int row) {
     const QSignalBlocker silent(form_.Drivelb);
     form_.Drivelb->setCurrentIndex(row);
@@ -76,7 +76,7 @@ void FolderLists::Drivelb_Change() {
     setFolder(drive());
 }
 
-// Waits while a box or dialog is open: the procedure that has opened it still uses the lists.
+// Waits while a box or dialog is open, because the procedure that opened it still uses the lists.
 void FolderLists::followDrives() {
     if (QApplication::activeModalWidget() != nullptr) {
         QTimer::singleShot(kTryAgain, this,
@@ -90,7 +90,8 @@ void FolderLists::followDrives() {
     if (!drives_.contains(volume) || drive() != chosen) leaveVolume(volume);
 }
 
-// Adds and removes single entries, so that the chosen one stays and an open list stays usable.
+// Adds and removes single entries. So the choice stays, and a list that is dropped down stays
+// usable.
 void FolderLists::showDrives() {
     QComboBox& list = *form_.Drivelb;
     const QSignalBlocker silent(list);
@@ -101,7 +102,7 @@ void FolderLists::showDrives() {
             list.insertItem(row, drive, drive);
 }
 
-// Goes home. Ends the previews first: their names belong to files that are not there any more.
+// Changes to Home. Cancels previews first, because their files are no longer there.
 void FolderLists::leaveVolume(const QString& volume) {
     for (QPushButton* cancel : {form_.cbCancel, form_.cbReDateCancel})
         if (!cancel->isHidden()) cancel->click();

@@ -14,7 +14,7 @@ namespace tarnwick::rename {
 
 // Drive, folder and file list. A change of the drive changes the folder; a change of the folder or
 // of the filter changes the file list. The first drive is Home, the operator's home folder. The
-// list of drives follows the volumes that come and go. UI thread.
+// list of drives is updated when volumes are mounted or unmounted. UI thread.
 class FolderLists : public QObject {
   public:
     FolderLists(forms::frmRenameWiz& form, WorkingTable& table, const Services& services);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLongestName = 255;  // bytes
 
-// What is wrong with a name wherever it is given.
+// What is wrong with a name, regardless of the other files.
 QString whyNoName(const QString& name) {
     const QString reason = whyNoBareName(name);
     if (!reason.isEmpty()) return reason;
@@ -21,11 +21,11 @@ QString whyNoName(const QString& name) {
 }
 
 QString whyTaken(const model::RenameRecord& record, bool byOneThatWaits) {
-    if (record.Renamed == record.Original) return u"the file has it already"_qs;
+    if (record.Renamed == record.Original) return u"the file already has it"_qs;
     return byOneThatWaits ? u"a file later in the list still has it"_qs : u"another file has it"_qs;
 }
 
-// The names of the folder while the records before are being renamed.
+// The names in the folder after the records before were renamed.
 class Folder {
   public:
     explicit Folder(const std::function<bool(const QString&)>& isTaken) : isTaken_(isTaken) {}
@@ -41,7 +41,7 @@ class Folder {
 
   private:
     const std::function<bool(const QString&)>& isTaken_;
-    QHash<QString, bool> changes_;  // names that are taken, or free, by now
+    QHash<QString, bool> changes_;  // whether a name is taken now, for names that changed
 };
 
 }  // namespace
@@ -49,7 +49,7 @@ class Folder {
 QStringList whyNotGiven(std::span<const model::RenameRecord> records,
                         const std::function<bool(const QString& name)>& isTaken) {
     QHash<QString, int> uses;
-    QSet<QString> waiting;  // the present names of the files that are still to be renamed
+    QSet<QString> waiting;  // present names of the files that are renamed later
     for (const model::RenameRecord& record : records) {
         ++uses[record.Renamed];
         waiting << record.Original;
@@ -65,7 +65,7 @@ QStringList whyNotGiven(std::span<const model::RenameRecord> records,
         if (!invalid.isEmpty())
             reasons << invalid;
         else if (uses[name] > 1)
-            reasons << u"it stands more than once in the list"_qs;
+            reasons << u"it appears more than once in the list"_qs;
         else
             reasons << (given ? QString() : whyTaken(record, waiting.contains(name)));
     }

@@ -45,7 +45,7 @@ void ReDating::cbReDatePreview_Click() {
     markProtected();
 }
 
-// Marks the files that the run would pass over.
+// Marks the files whose date the run could not change.
 void ReDating::markProtected() {
     QHash<QString, QString> marks;
     const QStringList names = form_.lbxSelectedFiles->names();
@@ -68,14 +68,14 @@ void ReDating::cbReDate_Click() {
         return services_.boxes.plain(u"No file selected."_qs);
     }
     takeSelection();
-    QList<Refused> passedOver;
+    QList<platform::NameAndReason> passedOver;
     for (const model::RenameRecord& record : table_.used()) {
         const QString path = table_.vsFolder + record.Original;
         const QDateTime date = shifted(services_.files.DateLastModified(path),
                                        runtime::val(form_.txbDateModified->text()));
         int error = 0;
         if (!SetFileDateTime(services_.files, path, textOfDate(date), &error))
-            passedOver << Refused{record.Original, runtime::systemReason(error)};
+            passedOver << platform::NameAndReason{record.Original, runtime::systemReason(error)};
     }
     buttons_.showPreviewing(false);
     emptyFields();

@@ -6,32 +6,27 @@
 #include <span>
 
 #include "model/rename_record.h"
-#include "platform/notices.h"
+#include "platform/notice_words.h"
 
-// What the Rename Wizard tells the operator without stopping. All functions are pure.
+// The notices of the Rename Wizard. All functions are pure.
 
 namespace tarnwick::rename {
 
 inline const QString kOriginals = u"Original_Files"_qs;  // folder of Rename Per List
 
-// A name and, in a few words, what is wrong with it or its file.
-struct Refused {
-    QString name;
-    QString reason;
-};
-
-// The marks of the new names that cannot be given, by name. `reasons`: one for each record, empty
-// for a name that can be given (name_check.h).
+// The marks in the list for new names that cannot be given, by name. `reasons`: one for each
+// record, empty for a name that can be given (name_check.h).
 QHash<QString, QString> marksOfNewNames(std::span<const model::RenameRecord> records,
                                         const QStringList& reasons);
-// Counts them. `folder`: full path, with or without a separator at its end.
+// The notice that counts these names. `folder`: full path, with or without a separator at its end.
 platform::Notice newNamesNotGiven(std::span<const model::RenameRecord> records,
                                   const QStringList& reasons, const QString& folder);
 
-// The mark of a file that re-dating would pass over.
+// The mark of a file whose date cannot be changed.
 QString markOfProtected(const QString& reason);
-// The files that were passed over, out of `total`.
-platform::Notice datesNotSet(const QList<Refused>& files, qsizetype total, const QString& folder);
+// `files`: those whose date was not changed, out of `total`.
+platform::Notice datesNotSet(const QList<platform::NameAndReason>& files, qsizetype total,
+                             const QString& folder);
 
 // How far a run of Rename Per List has come.
 struct PerListRun {
@@ -39,17 +34,14 @@ struct PerListRun {
 
     Step step = Step::Choosing;
     QString workbook;       // full path
-    int row = 0;            // of the list, from 1: the one that is being moved, copied or read
-    QStringList originals;  // what lies in Original_Files now, bare names
+    int row = 0;            // row of the list that is being read, moved or copied, from 1
+    QStringList originals;  // bare names of the files now in Original_Files
 };
 
-// A run that ended early, because of `reason`.
+// A run that ended early. `reason`: words that continue a sentence.
 platform::Notice perListEnded(const PerListRun& run, const QString& reason);
 
 // The volume of the listed folder was unmounted. `volume`: full path.
 platform::Notice volumeGone(const QString& volume);
-
-// A notice in sentences, without its files.
-QString sentencesOf(const platform::Notice& notice);
 
 }  // namespace tarnwick::rename

@@ -21,8 +21,8 @@ RenamePerList::RenamePerList(forms::frmRenameWiz& form, WorkingTable& table,
     showEnd();
 }
 
-// From the dialog on, any failure ends the command without a message; only the list of notices and
-// the button tell of it.
+// From the dialog on, a failure ends the command without a message. Only the list of notices and
+// the button's tool tip give the reason.
 void RenamePerList::cbRenamePerList_Click() {
     selection_.cbRemoveAll_Click();
     run_ = {};
@@ -36,11 +36,11 @@ void RenamePerList::cbRenamePerList_Click() {
 void RenamePerList::noteEnd(const QString& reason) {
     const platform::Notice notice = perListEnded(run_, reason);
     services_.notices.note(notice);
-    services_.state.perListEnd = sentencesOf(notice);
+    services_.state.perListEnd = platform::sentencesOf(notice);
     showEnd();
 }
 
-// The button says how the last run ended if it ended early, also in the wizard's next window.
+// If the last run ended early, the button's tool tip says why, also in the wizard's next window.
 void RenamePerList::showEnd() {
     const QString& end = services_.state.perListEnd;
     form_.cbRenamePerList->setToolTip(

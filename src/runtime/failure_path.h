@@ -36,8 +36,8 @@ class FailurePath {
     QString logDate() const;
 
     // Writes five log lines with `text`, shows the box and ends the process. If the log cannot be
-    // written, it still shows the box and ends the process. `shown` replaces the text in the box,
-    // where it can tell more; empty: the same text.
+    // written, it still shows the box and ends the process. `shown` replaces `text` in the
+    // box, which may say more than the log; empty: the box shows `text`.
     [[noreturn]] void Fatal_Error(const QString& text, const QString& shown = {}) const;
 
     // The delivered database is not beside the executable: writes two log lines, shows the box

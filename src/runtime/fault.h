@@ -6,7 +6,7 @@
 namespace tarnwick::runtime {
 
 // A failed step of a procedure. The log shows the classic description; boxes and notices also show
-// the detail: of which file, of which field.
+// the detail: the file or the field that is concerned.
 class Fault : public std::exception {
   public:
     explicit Fault(QString description, QString detail = {});
@@ -21,7 +21,7 @@ class Fault : public std::exception {
     QByteArray utf8_;
 };
 
-// Runs `work`; a Fault from it that has no detail yet gets this one.
+// Runs `work`. A Fault that it throws gets this detail unless it has one already.
 template <class Work>
 decltype(auto) withDetail(const QString& detail, Work&& work) {
     try {
@@ -47,7 +47,7 @@ decltype(auto) withDetail(const QString& detail, Work&& work) {
 // The description of any exception, for the log.
 QString descriptionOf(const std::exception& error);
 
-// The same with the detail behind it in brackets, for boxes and notices.
+// The description followed by the detail in brackets, for boxes and notices.
 QString detailedDescriptionOf(const std::exception& error);
 
 }  // namespace tarnwick::runtime

@@ -12,7 +12,7 @@ struct ProcessState {
     QString vsProjectFolder;   // full path, no trailing separator except the root's own; empty
                                // before the first load
     QString vsSelectedSheet;   // worksheet chosen for the import
-    QString perListEnd;        // how the last Rename Per List ended early; empty if it did not
+    QString perListEnd;        // why the last Rename Per List ended early; empty if it did not
 };
 
 }  // namespace tarnwick::runtime

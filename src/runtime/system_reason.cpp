@@ -23,7 +23,7 @@ QString systemReason(int error) {
         case ENOSPC:
             return u"no space left on the device"_qs;
         case EDQUOT:
-            return u"your share of the disk is used up"_qs;
+            return u"your disk quota is used up"_qs;
         case EFBIG:
             return u"the file would be larger than is allowed"_qs;
         case EACCES:

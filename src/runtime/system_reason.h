@@ -7,10 +7,10 @@
 
 namespace tarnwick::runtime {
 
-// Of an errno value: "no space left on the device". Empty for 0.
+// The reason for an errno value: "no space left on the device". Empty for 0.
 QString systemReason(int error);
 
-// Of a caught exception: its description with the detail, with a small first letter.
+// The reason for a caught exception: its description with the detail, with a small first letter.
 QString reasonOf(const std::exception& error);
 
 }  // namespace tarnwick::runtime

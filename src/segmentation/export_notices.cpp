@@ -1,16 +1,20 @@
 #include "segmentation/export_notices.h"
 
-#include <QLocale>
-#include <QMap>
 #include <algorithm>
 #include <cerrno>
 
 #include "engine/sound_events.h"
-#include "segmentation/notice_words.h"
+#include "platform/notice_words.h"
+#include "segmentation/sound_notices.h"
 
 namespace tarnwick::segmentation {
 
 namespace {
+
+using platform::bareName;
+using platform::sizeText;
+
+constexpr qsizetype kMostNames = 10;
 
 QString stillThere() { return u"The recording is still in the project folder."_qs; }
 
@@ -18,27 +22,8 @@ QString toLoadAgain() {
     return u"To load this folder again, first move or rename BU_Source_Files."_qs;
 }
 
-// "a.wav and b.wav: permission denied; c.wav: the name is too long", in the order of the failures.
-QString byReason(const QList<engine::Failure>& failures) {
-    QStringList reasons;
-    QMap<QString, QStringList> names;
-    for (const engine::Failure& failure : failures) {
-        const QString reason = engine::reasonOf(failure);
-        if (!names.contains(reason)) reasons << reason;
-        names[reason] << bareName(failure.path);
-    }
-    QStringList parts;
-    for (const QString& reason : std::as_const(reasons))
-        parts << enumerated(names[reason]) + u": "_qs + reason;
-    return parts.join(u"; "_qs);
-}
-
 QString placeText(const ExportPlace& place) {
     return u"prompt %1 of %2"_qs.arg(place.row).arg(place.rows);
-}
-
-QString sizeText(qint64 bytes) {
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
 bool diskIsFull(const engine::Failure& failure) {
@@ -61,26 +46,31 @@ platform::Notice nothingToExport(bool listIsChanging) {
 }
 
 platform::Notice spaceIsShort(const QString& folder, qint64 neededBytes, qint64 freeBytes) {
-    return {
-        .what = u"The prompts need %1 of disk space, but only %2 are free."_qs.arg(
-            sizeText(neededBytes), sizeText(freeBytes)),
-        .files = {folder},
-        .safe = u"A prompt is written completely or not at all."_qs,
-        .remedy = u"Free some space. The end of the export tells which prompts are missing."_qs};
+    return {.what = u"The prompts need %1 of disk space, but only %2 is free."_qs.arg(
+                sizeText(neededBytes), sizeText(freeBytes)),
+            .files = {folder},
+            .safe = u"A prompt is written completely or not at all."_qs,
+            .remedy =
+                u"Free some space. A notice at the end of the export names the missing "
+                u"prompts."_qs};
 }
 
 platform::Notice promptsNotWritten(qint32 rows, const QList<engine::Failure>& unwritten,
                                    bool recordingIsKept) {
     QStringList files;
-    for (const engine::Failure& failure : unwritten)
+    QList<platform::NameAndReason> reasons;
+    for (const engine::Failure& failure : unwritten) {
         files << failure.path;
+        reasons << platform::NameAndReason{bareName(failure.path), engine::reasonOf(failure)};
+    }
     const QString cause = std::any_of(unwritten.begin(), unwritten.end(), diskIsFull)
                               ? u"Free some space. "_qs
                               : u"Remove the cause. "_qs;
-    return {.what = u"%1 of %2 prompts %3 not written: "_qs.arg(unwritten.size())
-                        .arg(rows)
-                        .arg(unwritten.size() == 1 ? u"was"_qs : u"were"_qs) +
-                    byReason(unwritten) + u'.',
+    return {.what = u"%1 of %2 %3 not written: "_qs.arg(
+                        QString::number(unwritten.size()),
+                        platform::counted(rows, u"prompt"_qs, u"prompts"_qs),
+                        unwritten.size() == 1 ? u"was"_qs : u"were"_qs) +
+                    platform::listedByReason(reasons, kMostNames) + u'.',
             .files = files,
             .safe = recordingIsKept ? u"The recording is in BU_Source_Files."_qs : stillThere(),
             .remedy = cause +
@@ -93,7 +83,7 @@ platform::Notice rowRefused(const ExportPlace& place, const engine::Failure& fai
     const bool range = failure.code == engine::kBadRange;
     return {
         .what =
-            u"The export stopped at %1, %2: %3. This prompt and those behind it were not "
+            u"The export stopped at %1, %2: %3. This prompt and those after it were not "
             u"written."_qs.arg(placeText(place), bareName(failure.path), engine::reasonOf(failure)),
         .files = {failure.path},
         .safe = stillThere(),
@@ -103,12 +93,12 @@ platform::Notice rowRefused(const ExportPlace& place, const engine::Failure& fai
 }
 
 platform::Notice exportStandsStill(const ExportPlace& place, bool canProcess) {
-    return {.what = u"The export stands still after %1: the list has no next row."_qs.arg(
+    return {.what = u"The export is waiting after %1: the list has no next row."_qs.arg(
                 placeText(place)),
             .files = {},
             .safe = stillThere(),
-            .remedy = canProcess ? u"Click Process: the export goes on when the list has its rows "
-                                   u"again. If there is no sound any more, do this: "_qs +
+            .remedy = canProcess ? u"Click Process: the export continues when the list has its "
+                                   u"rows again. If no sound is loaded, start over.  "_qs +
                                        loadAgain()
                                  : loadAgain()};
 }

@@ -6,26 +6,26 @@
 
 namespace tarnwick::segmentation {
 
-// The prompts that a run of the export could not write. The editor also writes backups during a
-// run, even to the same path, so its exports are counted to tell which one is the prompt's. UI
+// The prompts that a run of the export could not write. The editor may also write backups during a
+// run, even to the same path. Counting the editor's exports tells which one is the prompt. UI
 // thread.
 class ExportReport {
   public:
-    // A run begins or has been reported.
+    // Call when a run begins and after it was reported.
     void clear() {
         unwritten_.clear();
         exportsAhead_ = kNone;
     }
 
-    // A prompt was requested behind `exportsAhead` other exports.
+    // Call after requesting a prompt. `exportsAhead`: exports that were pending before.
     void requested(qint32 exportsAhead) { exportsAhead_ = exportsAhead; }
 
-    // An export has failed; call it before ended() for the same export.
+    // Call when an export has failed, before ended() for the same export.
     void failed(const engine::Failure& failure) {
         if (exportsAhead_ == 0) unwritten_ << failure;
     }
 
-    // An export has ended, well or not.
+    // Call when an export has ended, with or without success.
     void ended() {
         if (exportsAhead_ > kNone) --exportsAhead_;
     }

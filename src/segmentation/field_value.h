@@ -7,7 +7,7 @@
 
 namespace tarnwick::segmentation {
 
-// `convert` applied to the text of a box; a Fault from it names the box and its text.
+// Returns `convert` of the text of a box. A Fault from it gets the box and the text as its detail.
 template <class Convert>
 auto fieldValue(const QString& field, const QString& text, Convert&& convert) {
     return runtime::withDetail(field + u" is \""_qs + text + u'"', [&] { return convert(text); });

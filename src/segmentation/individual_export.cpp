@@ -53,7 +53,7 @@ void IndividualExport::mnuExport_Click() {
                                   u"The file numbers are different so something is incorrect. "
                                   u"Do you want proceed anyway?"_qs))
         return;
-    if (!listIsReady())  // it may have changed while the box was open
+    if (!listIsReady())  // the list may have changed while the box was open
         return services_.notices.tell(nothingToExport(services_.listIsChanging()));
     checkSpace();
     report_.clear();
@@ -147,7 +147,8 @@ void IndividualExport::Export_Row(float index) {
     if (refused) stopAtRefusedRow(nResult);
 }
 
-// A file that was chosen during the run is loaded now, which takes away what was told before.
+// stuck() may load a file that was chosen during the run, which hides earlier notices. So the
+// notice is told afterwards.
 void IndividualExport::stopAtRefusedRow(qint32 code) {
     const engine::Failure failure{engine::Operation::Export, vsExportFile,
                                   static_cast<engine::ErrorCode>(code)};
@@ -229,7 +230,8 @@ bool IndividualExport::moveAway(Source source, const QString& name) {
         services_.files.MoveFile(path, backupFolder());
         return true;
     } catch (const std::exception& error) {
-        // A script of another folder can be left over, and a copied recording is where it belongs.
+        // No notice is needed for a script that is not in this folder, or for a recording that was
+        // copied before.
         const bool isThere = services_.files.FileExists(path);
         if (source == Source::Recording ? !recordingCopied_ : isThere)
             services_.notices.note(sourceNotMoved(source, path, runtime::reasonOf(error), isThere));

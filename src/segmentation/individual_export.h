@@ -88,7 +88,7 @@ class IndividualExport {
     qint32 vlExportStart = 0;  // the row's range, in ms
     qint32 vlExportEnd = 0;
     ExportReport report_;
-    bool standstillTold_ = false;   // of the last requested row
+    bool standstillTold_ = false;   // exportStandsStill() was told for the last requested row
     bool recordingCopied_ = false;  // a prompt of this run has the recording's name
 };
 

@@ -141,7 +141,7 @@ void ReloadChain::TimerReload_Timer() {
     }
 }
 
-// After a failed load, or after an edit that has left nothing.
+// There is no sound after a failed load, or after an edit that deleted everything.
 void ReloadChain::endWithoutSound() {
     const model::Session& session = services_.session;
     if (edits_.anyDone())

@@ -72,7 +72,7 @@ class ReloadChain {
     engine::OneShotTimer TimerDisplayWaveform;
     bool rebuilding_ = false;  // the sound has changed, but the list is not updated yet
     EditLog edits_;
-    engine::Failure editFailure_;  // of the edit whose end comes next
+    engine::Failure editFailure_;  // of the edit that is about to end
 };
 
 }  // namespace tarnwick::segmentation

@@ -62,7 +62,7 @@ void SilenceDetection::startScan() {
     scanning_ = nResult == engine::kOk;
 }
 
-// Converts the threshold by way of the hidden boxes. Returns the amplitude.
+// Converts the threshold through the hidden boxes and returns the amplitude.
 qint16 SilenceDetection::showThreshold(const QString& decibels) {
     form_.txbSilencePerc->setText(
         runtime::fixedOneDecimal(runtime::percentOfDecibels(runtime::strictDouble(decibels))));

@@ -1,6 +1,6 @@
 #include "segmentation/sound_notices.h"
 
-#include "segmentation/notice_words.h"
+#include "platform/notice_words.h"
 
 namespace tarnwick::segmentation {
 
@@ -25,7 +25,7 @@ QString failedEdit(EditKind kind, qint16 command) {
     }
 }
 
-// What to do after a failure whose cause lies in no setting.
+// What to do after a failure that no setting can cause.
 QString generalRemedy(engine::ErrorCode code) {
     switch (code) {
         case engine::kNoSound:
@@ -43,18 +43,22 @@ QString remedyOfRange(EditKind kind, qint16 command) {
     if (kind != EditKind::Operator)
         return u"Set Duration to a number of milliseconds that is not negative. "_qs + loadAgain();
     return command == engine::kInsertSilence
-               ? u"Give a length in milliseconds that is not negative, and try again."_qs
-               : u"Select the stretch again."_qs;
+               ? u"Enter a length in milliseconds that is not negative, and try again."_qs
+               : u"Make the selection again."_qs;
 }
 
 }  // namespace
 
+QString loadAgain() {
+    return u"Move or rename the folder BU_Source_Files, then load the session again."_qs;
+}
+
 platform::Notice soundDeleted(const QString& recording) {
     return {.what =
                 u"The whole sound was deleted, which cannot be undone. The rows and counts of "
-                u"the list are still those of before."_qs,
+                u"the list are out of date."_qs,
             .files = {recording},
-            .safe = bareName(recording) + u" is as it was last saved."_qs,
+            .safe = platform::bareName(recording) + u" is as it was last saved."_qs,
             .remedy = loadAgain()};
 }
 
@@ -67,7 +71,8 @@ platform::Notice pauseUndone(EditKind pause) {
             .files = {},
             .safe = {},
             .remedy = (atStart ? u"Clear the selection"_qs : u"Click at the end of the sound"_qs) +
-                      u" and insert silence of at least the length in Duration. Or do this: "_qs +
+                      u" and insert silence of at least the length in Duration. Or start "
+                      u"over. "_qs +
                       loadAgain()};
 }
 

@@ -5,11 +5,14 @@
 #include "platform/notices.h"
 #include "segmentation/edit_log.h"
 
-// The notices about edits of the sound and searches for pauses.
+// Notices about edits of the sound and about the search for pauses.
 
 namespace tarnwick::segmentation {
 
-// An edit has left nothing of the sound, and it was closed. `recording` is its file's full path.
+// A sentence: how to load a session again from the same folder.
+QString loadAgain();
+
+// An edit has deleted the whole sound, and it was closed. `recording`: full path of its file.
 platform::Notice soundDeleted(const QString& recording);
 
 // Undo has taken back a pause that the load had added; `pause` is not Operator.

@@ -27,7 +27,7 @@ void Connection::drop() {
     readyToWrite_ = false;
 }
 
-// What the provider's code means for the file, in words that continue its name.
+// What an error code of the database means for the file, in words that follow its name.
 QString Connection::causeOf(int code) const {
     switch (code & 0xff) {
         case SQLITE_READONLY:

@@ -11,7 +11,7 @@ namespace tarnwick::settings {
 
 // A connection to the provider: opens the encrypted file, executes statements, closes.
 // Every failure is a runtime::Fault with the provider's description; the detail is the file and
-// what is the matter with it.
+// what is wrong with it.
 class Connection {
   public:
     Connection() = default;
@@ -40,7 +40,7 @@ class Connection {
     [[noreturn]] void fail() const;
     QString causeOf(int code) const;
 
-    QString file_;  // of the last Open
+    QString file_;  // full path, of the last Open
     sqlite3* database_ = nullptr;
     bool readyToWrite_ = false;
 };

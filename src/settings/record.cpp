@@ -33,7 +33,8 @@ QString Record::textOr(const QString& name, const QString& onNull) const {
     return isNull(name) ? onNull : text(name);
 }
 
-// `conversion` gets the value of the column; a fault of it names the column and the value.
+// Applies `conversion` to the value of the column. A fault gets the column and the value as its
+// detail.
 template <class Conversion>
 auto Record::converted(const QString& name, Conversion conversion) const {
     const QVariant& value = filled(name);

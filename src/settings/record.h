@@ -9,8 +9,8 @@ namespace tarnwick::settings {
 
 // One row of a table, its columns by name (without regard to case). A column is Null, a number or
 // a text, depending on what was stored last. An unknown name faults in every function; a Null
-// faults with "Invalid use of Null" in all but isNull, isTrue and textOr. A value that cannot be
-// converted is the detail of the fault.
+// faults with "Invalid use of Null" in all but isNull, isTrue and textOr. If a
+// value cannot be converted, the detail of the fault is the column and the value.
 class Record {
   public:
     bool isNull(const QString& name) const;

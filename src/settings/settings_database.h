@@ -52,8 +52,8 @@ class SettingsDatabase {
     QString vsSQL;
 };
 
-// Why the file or its folder may not be written, an errno value; 0 if they may. Tells nothing of a
-// full disk or of a file that is in use.
+// Why the file or its folder is not writable, as an errno value; 0 if both are. Does not detect a
+// full disk or a file that is in use.
 int whyNotWritable(const QString& vsConnection);
 
 // Opens the database and makes sure that it is closed on every way out. On the normal way out the

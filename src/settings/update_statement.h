@@ -14,7 +14,7 @@ class UpdateStatement {
     explicit UpdateStatement(int firstColumn = 2) : column_(firstColumn) {}
 
     // The leading number of an entry, 0 if there is none. Faults with "Overflow" if it is too large
-    // for a double; the detail is the entry.
+    // for a double, with the entry as the detail.
     UpdateStatement& number(QStringView entry);
     // An entry as typed, which must be a number as a whole, with a decimal point. Any other text
     // faults here: it would be a syntax error for the provider or, with a comma or a comment in it,

@@ -120,13 +120,13 @@ TEST_F(Batch, AnInvalidFileStopsTheRunAndNothingIsLost) {
     EXPECT_FALSE(window().cbClose->isEnabled());
     expectSourcesKept(1);
     EXPECT_EQ(listed(), u"1.wav");
-    const std::string why = "it is not a WAV, AIFF or MP3 file, or there is no sound in it.";
+    const std::string why = "it is not a WAV, AIFF or MP3 file, or there is no sound in it";
     EXPECT_EQ(toldBy(notices),
-              "1 of 3 files cannot be loaded, and the run would wait at it for good: 2.wav: " +
-                  why + "\nThe batch run waits for good at 2.wav: it could not be loaded: " + why +
-                  " 1 of 3 files was written before.");
+              "1 of 3 files cannot be loaded, and the run would get stuck there: 2.wav (" + why +
+                  ").\nThe batch run is stuck at 2.wav: it could not be loaded: " + why +
+                  ". 1 of 3 files was written before that.");
 
-    window().parentWidget()->close();  // by its box
+    window().parentWidget()->close();  // with its close button
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ASSERT_EQ(find<forms::frmBatchProcessor>(), nullptr);
     EXPECT_TRUE(form().isVisible());
@@ -158,7 +158,7 @@ TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
     put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
     put(u"2.wav"_qs, test::wavFile(test::wave(200, 9000)));
     put(u"3.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
-    ASSERT_TRUE(QDir().mkdir(in(u"3.aiff"_qs)));  // in the way of an output
+    ASSERT_TRUE(QDir().mkdir(in(u"3.aiff"_qs)));  // a folder that has the name of an output
     open();
     window().chCutEnd->setChecked(true);
     window().opFormat[3]->setChecked(true);
@@ -166,7 +166,7 @@ TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
     ASSERT_TRUE(finished(3));
     EXPECT_EQ(listed(), u"1.aiff|2.aiff");
     const std::string told = toldBy(notices);
-    EXPECT_TRUE(told.starts_with("1 of 3 files was not written: 3.wav: ")) << told;
+    EXPECT_TRUE(told.starts_with("1 of 3 files was not written: 3.wav (")) << told;
     EXPECT_TRUE(
         told.ends_with("1 of 3 files was not cut at its end, because the cut is longer "
                        "than the sound: 2.wav."))

@@ -20,7 +20,7 @@ struct Painted : QObject {
         if (text != std::exchange(last, text)) texts += u'|' + text;
         return false;
     }
-    // Those since the last look, each behind a bar.
+    // The events since the last call, each with '|' before it.
     QString take() {
         last.clear();
         return std::exchange(texts, {});

@@ -15,7 +15,7 @@ namespace {
 constexpr int kRows = 6;
 constexpr int kSteps = 4;                    // load and edits, export, batch, rename
 constexpr int kPatienceMs = 6000;            // for a step that may never end because a call failed
-const QString kNames = u"zz_names.xlsx"_qs;  // sorted behind the script, which the load looks for
+const QString kNames = u"zz_names.xlsx"_qs;  // sorts after the script, which the load takes
 
 int fromEnvironment(const char* name, int otherwise) {
     bool ok = false;
@@ -26,8 +26,8 @@ int fromEnvironment(const char* name, int otherwise) {
 // One call in so many fails.
 const auto kOneIn = static_cast<unsigned>(fromEnvironment("TARNWICK_FAULTS_ONE_IN", 50));
 
-// The whole work of a session while system calls fail at random below its folder. The parameter is
-// the seed: tests/app/faults runs as many as it is told.
+// Runs a whole session while system calls below its folder fail at random. The parameter is the
+// seed; tests/app/faults runs as many seeds as requested.
 struct Faults : test::Launched, testing::WithParamInterface<int> {
     QByteArray recording, script;
     std::optional<test::FailingCalls> failing;
@@ -90,7 +90,7 @@ struct Faults : test::Launched, testing::WithParamInterface<int> {
                                kPatienceMs) &&
                calm();
     }
-    // The recording on the disk is the sound in the window, or its name was told.
+    // Expects the recording on the disk to be the sound in the window, or a notice to name it.
     void expectSaved(const char* after) {
         const qsizetype samples =
             std::ssize(test::samplesOf(in(u"take.wav"_qs))) * 1000 / test::kRate;

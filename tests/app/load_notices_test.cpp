@@ -11,7 +11,7 @@ using test::operator+;
 
 namespace {
 
-// What the program tells of loads and saves that fail on a real disk.
+// Notices about loads and saves that fail on a real disk.
 struct LoadNotices : test::Launched {
     void SetUp() override {
         Launched::SetUp();
@@ -29,7 +29,7 @@ struct LoadNotices : test::Launched {
     }
 };
 
-// The largest size of a file, in bytes: a full disk for whatever is larger.
+// Limits the size of files in bytes, so that writing a larger file fails as on a full disk.
 class SmallFiles {
   public:
     explicit SmallFiles(rlim_t bytes) {
@@ -74,8 +74,8 @@ TEST_F(LoadNotices, AFailedSaveTellsWhatLiesOnTheDisk) {
     }
     EXPECT_EQ(told(),
               QStringList(u"take.wav was not saved: the file would be larger than is allowed. "
-                          u"take.wav is on the disk as it was last saved, without the edits made "
-                          u"since; the same is take_102.wav in BU_Source_Files."_qs));
+                          u"take.wav is on the disk as it was last saved, without the edits "
+                          u"made since; a copy of it is take_102.wav in BU_Source_Files."_qs));
     EXPECT_EQ(read(u"take.wav"_qs), saved);
     EXPECT_EQ(read(u"BU_Source_Files/take_102.wav"_qs), saved);
     EXPECT_TRUE(boxes().isEmpty());
@@ -95,10 +95,10 @@ TEST_F(LoadNotices, ARecordingThatIsChangedOrBadIsTold) {
 
     write(u"take.wav"_qs, "no sound");
     loadAnew();
-    EXPECT_EQ(told(), QStringList(u"take.wav was not loaded: it is not a WAV, AIFF or MP3 file, or "
-                                  u"there is no sound in it. No sound is loaded now; the duration "
-                                  u"and the counts in the window are those of before. Loading has "
-                                  u"changed nothing in the file."_qs));
+    EXPECT_EQ(told(), QStringList(u"take.wav was not loaded: it is not a WAV, AIFF or MP3 file, "
+                                  u"or there is no sound in it. No sound is loaded now; the "
+                                  u"duration and the counts in the window are out of date. "
+                                  u"Loading has changed nothing in the file."_qs));
     EXPECT_TRUE(form().lvAudioDetails->toolTip().contains(u"was not loaded"));
     EXPECT_EQ(boxes().size(), 1);
 }

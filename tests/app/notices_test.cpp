@@ -48,7 +48,7 @@ TEST(NoticeBoard, CountsEqualNoticesAndDropsTheOldest) {
     EXPECT_TRUE(board.shown().isEmpty());
 }
 
-// The values of a load in their boxes, and words of the only notice about them.
+// The values of a load as its boxes show them, and words of the only notice about them.
 TEST(SettingNotices, NameEveryValueThatEndsALoad) {
     const char* const cases = R"(
 threshold|-35||threshold|-0.1||threshold|-200||threshold|35|“Overflow”|threshold|0.01|“Overflow”|
@@ -244,7 +244,7 @@ TEST_F(Strip, SavingAValueThatEndsALoadIsToldAndSoIsTheNextStart) {
     EXPECT_TRUE(text().contains(u"Correct it now"));
     app::Application second(services);
     second.Sub_Main();
-    EXPECT_TRUE(notices.entries().last().notice.remedy.contains(u"delivered"));
+    EXPECT_TRUE(notices.entries().last().notice.remedy.contains(u"replace Tarnwick.mdb"));
     EXPECT_EQ(notices.entries().last().notice.files, QStringList(desk.databaseFile()));
 }
 

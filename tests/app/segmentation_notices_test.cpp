@@ -36,7 +36,7 @@ TEST_F(Told, PromptsWhoseNamesAreTakenByFolders) {
     form().mnuExport->trigger();
     ASSERT_TRUE(test::waitUntil([&] { return !form().isVisible(); }, 10000));
     const QString missing =
-        u"2 of 3 prompts were not written: Prompt 2.wav and Prompt 4.wav: a folder has that name."_qs;
+        u"2 of 3 prompts were not written: Prompt 2.wav and Prompt 4.wav (a folder has that name)."_qs;
     EXPECT_TRUE(told(missing));
     EXPECT_TRUE(files.FileExists(in(u"Prompt 3.wav"_qs)));
     EXPECT_TRUE(files.FileExists(in(u"BU_Source_Files/take.wav"_qs)));
@@ -61,7 +61,7 @@ TEST_F(Told, UndoBelowTheLoadAndASoundThatIsGone) {
     EXPECT_TRUE(told(u"The export stopped at prompt 1 of 3, Prompt 2.wav: no sound is loaded."_qs));
     form().mnuUndo->trigger();
     EXPECT_TRUE(told(u"Undo changed nothing: no sound is loaded."_qs));
-    EXPECT_EQ(boxes().size(), 2) << "of different counters, and of the edit";
+    EXPECT_EQ(boxes().size(), 2) << "one about different counters, one about the edit";
 }
 
 }  // namespace

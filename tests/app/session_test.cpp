@@ -188,7 +188,7 @@ TEST_F(Session, OnlyOneWindowReplacesTheMainWindow) {
     EXPECT_EQ(shown(u"frmRenameWiz"_qs), 0);
 }
 
-// What happens to a session when another one is chosen.
+// Sessions in which a second recording is chosen.
 
 constexpr int kPrompts = 6;
 

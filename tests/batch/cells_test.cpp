@@ -19,9 +19,9 @@ struct Cells : test::BatchDesk {
     batch::Trace trace{*form.txbDebug};
     batch::OutputEncoding output{form, run, services, trace};
     std::map<QString, QString>
-        cells;  // "codec rate channels" by file name; of MP3 also the bit rate
+        cells;  // "codec rate channels", for MP3 also the bit rate, by file name
 
-    std::map<QString, qint64> estimates;  // of their sizes in bytes
+    std::map<QString, qint64> estimates;  // estimated sizes in bytes, by file name
 
     void SetUp() override {
         BatchDesk::SetUp();

@@ -8,7 +8,7 @@
 
 namespace tarnwick::test {
 
-// A window on a folder of files whose names are all that counts; the test raises EDTX's events.
+// A window on a folder of files without sound; the test emits EDTX's events itself.
 struct Chain : BatchDesk {
     std::unique_ptr<batch::BatchProcessor> processor;
 
@@ -30,7 +30,7 @@ struct Chain : BatchDesk {
         return std::any_of(timers.begin(), timers.end(),
                            [](const QTimer* timer) { return timer->isActive(); });
     }
-    // What EDTX is asked after an event, once the chain waits again.
+    // The calls of EDTX after an event, up to where the chain waits again.
     QString asked() {
         EXPECT_TRUE(waitUntil([&] { return !armed(); }, 5000));
         return EDTX.taken();
@@ -40,7 +40,7 @@ struct Chain : BatchDesk {
         return asked();
     }
     QString loaded() {
-        Q_EMIT EDTX.SoundLoadingDone(0);  // a failed load is gone on from, too
+        Q_EMIT EDTX.SoundLoadingDone(0);  // the chain continues after a failed load, too
         return asked();
     }
     QString edited(qint16 command) {

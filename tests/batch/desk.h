@@ -40,7 +40,7 @@ struct BatchDesk : ::testing::Test {
     }
     QString in(const QString& name) const { return project.filePath(name); }
     QStringList boxes() { return std::exchange(desk.boxes.shown, {}); }
-    // The procedure, fault and step that the fatal box tells; empty where all ends well.
+    // The procedure, fault and step that the fatal box names; empty if there is no such box.
     QString endOf(const std::function<void()>& procedure) {
         try {
             procedure();

@@ -3,7 +3,6 @@
 #include "batch/choice_notices.h"
 #include "batch/run_notices.h"
 #include "batch/source_notices.h"
-#include "batch/words.h"
 #include "chain.h"
 
 using namespace tarnwick;
@@ -16,15 +15,6 @@ namespace {
 
 QString whatOf(const std::optional<platform::Notice>& notice) {
     return notice ? notice->what : u"none"_qs;
-}
-
-TEST(NoticeWords, NamesAreListedAndTooManyAreCounted) {
-    const std::pair<QString, QString> lists[] = {{u"a"_qs, u"a"_qs},
-                                                 {u"a b"_qs, u"a and b"_qs},
-                                                 {u"a b c d e"_qs, u"a, b, c, d and e"_qs},
-                                                 {u"a b c d e f"_qs, u"a, b, c, d and 2 more"_qs}};
-    for (const auto& [names, text] : lists)
-        EXPECT_EQ(batch::listed(names.split(u' ')), text);
 }
 
 batch::RunReport report(qsizetype files, qsizetype written) {
@@ -48,7 +38,7 @@ TEST(RunNotices, TheEndCountsFilesByTroubleAndReason) {
     }
     run.add(Trouble::Uncut);
     EXPECT_EQ(whatOf(noticeOfEnd(run)),
-              u"3 of 9 files were not written: a.wav and c.wav: no space; b.wav: no permission. "
+              u"3 of 9 files were not written: a.wav and c.wav (no space); b.wav (no permission). "
               u"1 of 9 files was not cut at its end, because the cut is longer than the sound: "
               u"c.wav.");
     EXPECT_EQ(noticeOfEnd(run)->files.join(u'|'),
@@ -70,19 +60,20 @@ TEST(RunNotices, AHaltTellsWhereTheSourceIsAndWhatHappenedBefore) {
     run.add(Trouble::NotWritten, u"no space"_qs);
     const platform::Notice notice = noticeOfHalt(run, Halt::Export, u"no space"_qs);
     EXPECT_EQ(notice.what,
-              u"The batch run waits for good at b.wav: its output could not be started: no space. "
-              u"1 of 3 files was written before. 1 of 3 files was taken for silence, because "
+              u"The batch run is stuck at b.wav: its output could not be started: no space. 1 of 3 "
+              u"files was written before that. 1 of 3 files was treated as silence, because "
               u"nothing in it is louder than the threshold: a.wav.");
     EXPECT_EQ(notice.safe, u"All sources are in Raw_Files; b.wav is called ZZ_TEMP_b.wav there.");
     EXPECT_EQ(notice.files.join(u'|'), u"/p/Raw_Files/ZZ_TEMP_b.wav|/p/Raw_Files/a.wav");
-    EXPECT_TRUE(notice.remedy.startsWith(u"Close the window by its close box, which is safe. "));
+    EXPECT_TRUE(
+        notice.remedy.startsWith(u"Close the window with its close button, which is safe. "));
 }
 
 TEST(ChoiceNotices, TellWhatWouldStopOrSpoilTheRun) {
     const QList<double> rates{320000, 128000};
     const struct {
         batch::Choices choices;
-        QString told;  // in these words; empty: nothing
+        QString told;  // words of the notice; empty if there is none
     } cases[] = {
         {{true, true, u"128 kbps"_qs, rates, u"5.0"_qs, true, u"0.0"_qs, u"100.0"_qs}, {}},
         {{false, false, u"x"_qs, {}, u"5.0"_qs, false, u"20"_qs, u"1000.0"_qs}, {}},
@@ -98,7 +89,7 @@ TEST(ChoiceNotices, TellWhatWouldStopOrSpoilTheRun) {
         {{false, true, {}, {}, u"5.0"_qs, true, u"1.5"_qs, u"118.9"_qs},
          u"normalized to 1.5 dB, which is above full scale"_qs},
         {{false, true, {}, {}, u"3.0"_qs, false, {}, {}, true, u"-26 dB"_qs},
-         u"('-26 dB') is not a number, so the run goes by the percent beside it, 3.0."_qs},
+         u"('-26 dB') is not a number, so the run uses the percentage next to it, 3.0."_qs},
         {{false, true, {}, {}, u"3.0"_qs, true, u"loud"_qs, u"90"_qs, false, u"-26 dB"_qs},
          u"the maximum in dB ('loud') is not a number"_qs}};
     for (const auto& [choices, told] : cases) {
@@ -114,7 +105,7 @@ TEST(ChoiceNotices, TellTheBoxesThatCannotBeStored) {
     EXPECT_EQ(
         whatOf(batch::noticeOfEntries(
             {{u"the cut"_qs, {}}, {u"the head"_qs, u"5"_qs}, {u"the tail"_qs, u"1e999"_qs}})),
-        u"No number stands in the box for the cut (empty) and the tail ('1e999'): the program "
+        u"These boxes do not contain a number: the cut (empty) and the tail ('1e999'). The program "
         u"would end with an error when Process stores the settings.");
 }
 
@@ -133,18 +124,13 @@ TEST(SourceNotices, FilesThatShareAnOutputAndDisksThatAreTooSmall) {
         EXPECT_EQ(whatOf(batch::noticeOfSpace(needed, free, folder)), u"none");
 }
 
-// A run in the window, in which the sound editor says why it fails.
+// A run in the window with a sound editor that reports failures.
 struct Told : test::Chain {
     void fail(Operation operation, engine::ErrorCode code) {
         Q_EMIT EDTX.failed({operation, {}, code, 0});
     }
-    // What was told since the last look, one notice per line.
-    QString told() {
-        QStringList whats;
-        for (const platform::Notice& notice : std::exchange(desk.notices.told, {}))
-            whats << notice.what;
-        return whats.join(u'\n');
-    }
+    // The notices told since the last call, one per line.
+    QString told() { return test::takeSentences(desk.notices.told).join(u'\n'); }
 };
 
 TEST_F(Told, ARunInWhichAllIsWellTellsNothing) {
@@ -198,16 +184,14 @@ TEST_F(Told, FailedStepsAreCountedUntilTheEnd) {
     exported();
     EXPECT_EQ(
         told(),
-        u"1 of 3 files was not written: a.wav: the file cannot be written. "
-        u"1 of 3 files was emptied, because the cut is as long as the sound or longer: b.wav. "
-        u"1 of 3 files was not cut at its end, because the cut is longer than the sound: "
-        u"a.wav. "
-        u"1 of 3 files was taken for silence, because nothing in it is louder than the "
-        u"threshold: c.wav. "
-        u"1 of 3 files was written with wrong silences, because the search for them failed: "
-        u"a.wav: the file is damaged or cannot be read to its end. "
-        u"1 of 3 files was not processed completely: b.wav: setting the silence at the end "
-        u"failed (memory or disk space ran out).");
+        u"1 of 3 files was not written: a.wav (the file cannot be written). 1 of 3 files was "
+        u"emptied, because the cut is as long as the sound or longer: b.wav. 1 of 3 files was not "
+        u"cut at its end, because the cut is longer than the sound: a.wav. 1 of 3 files was "
+        u"treated as silence, because nothing in it is louder than the threshold: c.wav. 1 of 3 "
+        u"files was written with wrong silences, because the search for them failed: a.wav (the "
+        u"file is damaged or cannot be read to its end). 1 of 3 files was not processed "
+        u"completely: b.wav (setting the silence at the end failed: memory or disk space ran "
+        u"out).");
 }
 
 TEST_F(Told, ASourceWhoseEndIsRightGetsTheLastEditOfTheFileBefore) {
@@ -227,25 +211,25 @@ TEST_F(Told, ASourceWhoseEndIsRightGetsTheLastEditOfTheFileBefore) {
     exported();
     EXPECT_EQ(told(),
               u"2 of 2 files were written. 1 of 2 files was written without a step, because the "
-              u"silence at the end was right already: b.wav: no silence set at the start, not "
-              u"normalized.");
+              u"silence at the end already had the right length: b.wav (no silence set at the "
+              u"start, not normalized).");
 }
 
 TEST_F(Told, ARunThatWaitsForGoodIsToldOnce) {
     const std::pair<QString, std::function<void()>> halts[] = {
-        {u"waits for good at a.wav: it could not be loaded: the file is damaged"_qs,
+        {u"is stuck at a.wav: it could not be loaded: the file is damaged"_qs,
          [&] {
              EDTX.refuseExports = true;
              fail(Operation::Load, engine::kDamaged);
              loaded();
          }},
-        {u"waits for good at b.wav: its output could not be started: this format"_qs,
+        {u"is stuck at b.wav: its output could not be started: this format"_qs,
          [&] {
              fail(Operation::Export, engine::kBadFormat);
              loaded();
              EDTX.refuseExports = false;
          }},
-        {u"waits for good at c.wav: the search for its silences could not start: no sound"_qs,
+        {u"is stuck at c.wav: the search for its silences could not start: no sound"_qs,
          [&] {
              form.chSilenceEnds->setChecked(true);
              EDTX.detectResult = engine::kNoSound;
@@ -253,7 +237,7 @@ TEST_F(Told, ARunThatWaitsForGoodIsToldOnce) {
              loaded();
              EDTX.detectResult = engine::kOk;
          }},
-        {u"waits for good at d.wav: the silence at its end has the right length already"_qs,
+        {u"is stuck at d.wav: the silence at its end already has the right length"_qs,
          [&] {
              loaded();
              audible(800, 9500);
@@ -271,12 +255,12 @@ TEST_F(Told, ARunThatWaitsForGoodIsToldOnce) {
                  asked();
              }
          }},
-        {u"waits for good at f.wav: a step ended that did not belong there"_qs,
+        {u"is stuck at f.wav: a step ended that was not expected"_qs,
          [&] {
              loaded();
              edited(2);
          }},
-        {u"waits for good at g.wav: the hiss filter is on"_qs, [&] {
+        {u"is stuck at g.wav: the hiss filter is on"_qs, [&] {
              form.chCutEnd->setChecked(false);
              form.chSilenceEnds->setChecked(false);
              form.chHissFilter->setChecked(true);
@@ -289,7 +273,7 @@ TEST_F(Told, ARunThatWaitsForGoodIsToldOnce) {
         happens();
         EXPECT_EQ(desk.notices.told.size(), 1) << what.toStdString();
         EXPECT_TRUE(told().contains(what)) << what.toStdString();
-        exported();  // here it goes on all the same
+        exported();  // lets the run continue for the next case
         told();
     }
 }
@@ -308,7 +292,8 @@ TEST_F(Told, ClosingOrLeavingTheFolderDuringARun) {
     EXPECT_EQ(desk.notices.told.value(0).safe,
               u"All sources are in Raw_Files; b.wav is called ZZ_TEMP_b.wav there.");
     EXPECT_EQ(told(),
-              u"The Batch Processor was closed during its run. 1 of 2 files was written before.");
+              u"The Batch Processor was closed during its run. 1 of 2 files was written before "
+              u"that.");
     form.cbProcess->setEnabled(false);
     ASSERT_TRUE(QDir(other.path()).rmdir(u"Raw_Files"_qs));
     form.cbBrowse->click();
@@ -319,12 +304,11 @@ TEST_F(Told, FilesThatStopARunOrShareANameAreToldWhereTheyAreListed) {
     EDTX.facts[u"b.wav"_qs] = {.code = engine::kNotASound};
     EDTX.facts[u"c.wav"_qs] = {.code = engine::kFileNotFound, .systemError = EACCES};
     open({u"a.wav"_qs, u"a.WAV"_qs, u"b.wav"_qs, u"c.wav"_qs});
-    EXPECT_EQ(
-        told(),
-        u"2 of 4 files cannot be loaded, and the run would wait at the first of them for "
-        u"good: b.wav and c.wav. The reason for the first one: it is not a WAV, AIFF or MP3 "
-        u"file, or there is no sound in it.\nThese files would be written under the same name, "
-        u"so that only the last one would be kept: a.WAV and a.wav.");
+    EXPECT_EQ(told(),
+              u"2 of 4 files cannot be loaded, and the run would get stuck at the first of them: "
+              u"b.wav (it is not a WAV, AIFF or MP3 file, or there is no sound in it); c.wav "
+              u"(permission denied).\nThese files would be written under the same name, so that "
+              u"only the last one would be kept: a.WAV and a.wav.");
     process();
     for (int file = 0; file < 4; ++file) {
         loaded();
@@ -357,23 +341,24 @@ TEST_F(Told, ChoicesAreToldWhereTheyAreMadeAndWhereTheRunBegins) {
     open({u"a.wav"_qs});
     form.opFrequency[6]->setChecked(true);
     form.opFormat[batch::kMp3]->click();
-    EXPECT_TRUE(told().startsWith(u"None of the frequencies that MP3 can have is selected"));
+    EXPECT_TRUE(told().startsWith(u"None of the frequencies that MP3 supports is selected"));
     process();
-    EXPECT_TRUE(told().startsWith(u"None of the frequencies that MP3 can have is selected"));
+    EXPECT_TRUE(told().startsWith(u"None of the frequencies that MP3 supports is selected"));
     form.opFrequency[4]->setChecked(true);
     form.cbxOutputCBR->setEditText(u"129 kbps"_qs);
     Q_EMIT form.cbxOutputCBR->lineEdit()->editingFinished();
     EXPECT_TRUE(told().startsWith(u"MP3 has no bit rate of '129 kbps'"));
     form.txbCutEnd->clear();
     Q_EMIT form.txbCutEnd->editingFinished();
-    EXPECT_TRUE(told().startsWith(u"No number stands in the box for the cut at the end (empty)"));
+    EXPECT_TRUE(
+        told().startsWith(u"This box does not contain a number: the cut at the end (empty)"));
 }
 
 TEST_F(Told, AnEmptyBoxIsToldBeforeItEndsTheProgram) {
     open({u"a.wav"_qs});
     form.txbSetSilenceStart->clear();
     EXPECT_THROW(process(), test::ProcessEnded);
-    EXPECT_TRUE(told().startsWith(u"No number stands in the box for the silence at the start"));
+    EXPECT_TRUE(told().startsWith(u"This box does not contain a number: the silence at the start"));
 }
 
 TEST_F(Told, AFaultOfAnEntryNamesTheEntry) {

@@ -18,8 +18,8 @@ std::string told(ChainEvent event, const ChainMoment& moment) {
     return std::string{letter(next.step), '|'}.append(next.vsFilterStep.toStdString());
 }
 
-// Every combination of what the operator can ask for, with the steps of a file in their order as
-// letters: start, end, detect, hiss, normalise, export.
+// Every combination of the operator's options, with the steps of a file in order as letters: start,
+// end, detect, hiss, normalise, export.
 struct Asked {
     ChainMoment moment;
     std::string steps;
@@ -50,7 +50,7 @@ TEST(ChainStep, StepsFollowOneAnotherInTheirOrder) {
         const auto behind = [&](std::string_view done) {
             return steps[steps.find_first_not_of(done)];
         };
-        // What a file before left behind does not count.
+        // State left by the file before has no effect.
         m.nCommand = 19;
         m.vsFilterStep = kSetSilenceEnd.toString();
         const std::map<char, std::string> texts{

@@ -61,7 +61,7 @@ class Desk : public testing::Test {
         return path(name);
     }
 
-    // Waits until the last event is `line`; not where the test has failed already.
+    // Waits until the last event is `line`. Returns at once if the test has already failed.
     bool sees(const char* line) {
         const bool seen = !HasFatalFailure() && waitUntil([&] {
             return events.value(events.size() - 1) == QLatin1String(line);
@@ -71,7 +71,7 @@ class Desk : public testing::Test {
     }
     std::string said() const { return events.join(u", ").toStdString(); }
 
-    // Waits for the one event that ends what a call has just begun.
+    // Waits for the one event that ends the operation just started.
     void ends(qint32 result, const char* line) {
         EXPECT_EQ(result, kOk);
         events.clear();

@@ -161,7 +161,7 @@ TEST_F(Display, PlayingTellsItsStartItsPauseAndHowItEnded) {
     editor->SoundPause();
     ASSERT_TRUE(sees("Ended"));
     test::pass(50);
-    EXPECT_EQ(said(), "Started, Ended") << "what is asked for in between is silent";
+    EXPECT_EQ(said(), "Started, Ended") << "requests in between emit no event";
 }
 
 }  // namespace

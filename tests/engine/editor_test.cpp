@@ -55,15 +55,16 @@ TEST_F(Desk, AQueuedEditWorksOnTheResultOfTheOneBefore) {
     load(kTake);
     editor->DeleteRange(0, 500);
     editor->DeleteRange(0, 500);
-    ASSERT_EQ(editor->InsertSilence(4000, 100), kOk);  // meant as the end when it was asked for
+    ASSERT_EQ(editor->InsertSilence(4000, 100),
+              kOk);  // the end of the sound at the time of the call
     EXPECT_EQ(editor->GetSoundDuration(), 4000);
     ASSERT_TRUE(sees("EditDone 2 1"));
     EXPECT_EQ(written("out.wav"), slice(kTake, kRate, kTake.size()) + Samples(kRate / 10, 0));
 }
 
 TEST_F(Desk, APositionPastTheLastWholeMillisecondIsTheEnd) {
-    // Frames of the sound (44.1 are a ms), ms cut from its start, where silence is put in, and the
-    // frame where that is.
+    // Frames of the sound (44.1 per ms), ms cut from its start, the ms at which silence is
+    // inserted, and the frame of that position.
     const std::tuple<qsizetype, qint32, qint32, qsizetype> cases[] = {
         {20, 0, 0, 0},    {60, 0, 1, 60},   {60, 0, 0, 0},  {203, 0, 3, 132},
         {203, 0, 4, 203}, {203, 1, 3, 159}, {115, 1, 1, 71}};

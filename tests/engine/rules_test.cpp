@@ -51,7 +51,7 @@ TEST(ErrorCodes, AreTheNumbersThatBoxesShow) {
     EXPECT_EQ(codeOf(std::length_error("")), -2);
     EXPECT_EQ(codeOf(std::runtime_error("")), -6);
     EXPECT_EQ(attempt([] {}), kOk);
-    using std::errc;  // a thread that cannot be started is no damaged file
+    using std::errc;  // failing to start a thread must not count as a damaged file
     EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::resource_unavailable_try_again))), -2);
     EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::io_error))), -6);
 }
@@ -194,7 +194,7 @@ class OutputFormats : public testing::Test {
 };
 
 TEST_F(OutputFormats, EachContainerHasItsNumberAndAFormatOfItsOwn) {
-    EXPECT_EQ(chosen(44100, 2), "0 44100 2 16 0 0") << "WAV, where nobody has chosen";
+    EXPECT_EQ(chosen(44100, 2), "0 44100 2 16 0 0") << "WAV is the default";
     formats.ACM.CodecsEnum();
     const std::pair<qint32, const char*> cases[] = {{1, "0 44100 2 16 0 0"},
                                                     {2, "2 44100 2 16 128000 0"},
@@ -207,7 +207,7 @@ TEST_F(OutputFormats, EachContainerHasItsNumberAndAFormatOfItsOwn) {
 }
 
 TEST_F(OutputFormats, UncompressedDepthsByMode) {
-    // By mode from -1 on: what the container is told, or that it is refused.
+    // For each mode from -1 on: the depth that the container gets, or the refusal.
     const std::pair<qint32, const char*> cases[] = {
         {kWavContainer, "-9|0 8|0 16|0 24|0 32|0 f32|-9|-9"},
         {kAiffContainer, "-9|1 8|-9|1 16|1 24|1 32|1 f32|-9"},
@@ -233,7 +233,8 @@ TEST_F(OutputFormats, UncompressedDepthsByMode) {
 
 TEST_F(OutputFormats, Mp3TakesTheListedRatesOnly) {
     formats.FormatToUse = kMp3Container;
-    // Frequencies, how many rates they have, the highest, which a list preselects, and the lowest.
+    // Frequency, its number of bit rates, the highest one (preselected in the list), and the
+    // lowest.
     const std::tuple<std::vector<qint32>, qint32, double, double> lists[] = {
         {{8000, 12000, 11025}, 8, 64000, 8000},
         {{16000, 24000}, 14, 160000, 8000},

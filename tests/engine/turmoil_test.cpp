@@ -7,8 +7,8 @@
 namespace tarnwick::engine {
 namespace {
 
-// The first is the longest by far, so that others are complete before it; some fail at once, and
-// one target is written again and again under several spellings.
+// The first export is much longer than the others, so that others are complete before it. Some fail
+// at once, and one target is written repeatedly under several spellings.
 TEST_F(Desk, ManyExportsEndInTheOrderOfTheCalls) {
     Samples take = wave(1000, 8000);
     for (int i = 0; i < 5; ++i)
@@ -40,8 +40,8 @@ TEST_F(Desk, ManyExportsEndInTheOrderOfTheCalls) {
     EXPECT_EQ(samplesOf(path("same.wav")), slice(take, 0, 390 * kRate / 1000));
 }
 
-// Gone in the midst of all, it gives up what is being written and leaves nothing behind.
-TEST_F(Desk, AnEditorThatGoesLeavesNoHalfFile) {
+// Deleting an editor during its exports cancels the unfinished ones and leaves no partial file.
+TEST_F(Desk, ADeletedEditorLeavesNoPartialFile) {
     Samples take = wave(1000, 8000);
     for (int i = 0; i < 6; ++i)
         take = take + take;
@@ -62,7 +62,7 @@ TEST_F(Desk, AnEditorThatGoesLeavesNoHalfFile) {
     EXPECT_LT(QDir(folder.path()).count(), 20u);
 }
 
-// How many of its ending events an editor still owes, and how many told of a failure.
+// Counts the ending events that an editor has still to emit, and those that reported a failure.
 struct Debts {
     explicit Debts(SoundEditor& editor) {
         const auto settled = [this, &editor](qint32 result) {
@@ -85,7 +85,7 @@ struct Debts {
     }
     void owe(qint32 result = kOk) { owed += result == kOk ? 1 : 0; }
 
-    int owed = 0;  // 0 where another sound comes
+    int owed = 0;  // reset to 0 when another sound is loaded
     int failed = 0;
 };
 

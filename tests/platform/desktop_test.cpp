@@ -22,7 +22,7 @@ using namespace tarnwick;
 
 namespace {
 
-// What the message box says that shows next; it is answered by that button, or closed.
+// Records the text of the next message box, and answers it with that button or closes it.
 struct Answer {
     explicit Answer(QMessageBox::StandardButton button) {
         QTimer::singleShot(0, [this, button] {
@@ -69,7 +69,7 @@ TEST(DesktopBoxes, AnInputThatIsCancelledIsNone) {
     }
 }
 
-// The operator picks `file` in the dialog that shows next. Returns where that began.
+// Picks `file` in the next dialog. Returns the folder in which the dialog opened.
 QString picked(platform::OpenDialog& cmdlg, const QString& file) {
     QString begun;
     QTimer::singleShot(0, [&] {

@@ -40,7 +40,7 @@ struct DiskTest : ::testing::Test {
     QString listed(const QString& patterns) const {
         return disk.list(folder.path(), patterns.split(u';')).join(u' ');
     }
-    // What becomes of it.
+    // The outcome: the fault, or "none".
     QString copied(const QString& from, const QString& to) {
         return faultOf([&] { disk.CopyFile(at(from), at(to)); });
     }

@@ -123,8 +123,7 @@ TEST_F(SessionBusTest, OneThatIsSilentIsHiddenAndMayAnswerLater) {
     }
 }
 
-// A settings portal on a bus of the test's own. It answers from the same thread as the asking, so
-// every answer comes late.
+// A settings portal on a private bus. It answers on the thread that asks, so every answer is late.
 class Portal : public QDBusVirtualObject {
   public:
     QString introspect(const QString&) const override { return {}; }
@@ -142,7 +141,7 @@ TEST(SessionBus, IsSilentWhereNoThreadCanGreetIt) {
     EXPECT_EQ(test::withFewThreads(0, greet), 0);
 }
 
-// A bus of the test's own.
+// A private bus for the test.
 class PrivateBus {
   public:
     PrivateBus() {
@@ -171,7 +170,7 @@ TEST(ColourScheme, FollowsThePortal) {
     bus.registerService(u"org.freedesktop.portal.Desktop"_qs);
     bus.registerVirtualObject(u"/org/freedesktop/portal/desktop"_qs, &portal);
 
-    // A daemon that stands still accepts and says nothing.
+    // A stopped daemon accepts connections but does not answer.
     ::kill(daemon, SIGSTOP);
     EXPECT_FALSE(SessionBus(address).answers());
     const SessionBus session(address);
@@ -182,8 +181,8 @@ TEST(ColourScheme, FollowsThePortal) {
         EXPECT_TRUE(test::waitUntil([&] { return scheme.dark(); }, 5000));
         EXPECT_TRUE(portal.asked);
     }
-    // The portal runs on this thread and so answers when the patience is over; from a thread of its
-    // own it answers at once.
+    // On this thread the portal answers only after the time-out; on its own thread it answers at
+    // once.
     ColourScheme scheme(session);
     EXPECT_FALSE(scheme.dark());
     EXPECT_TRUE(test::waitUntil([&] { return scheme.dark(); }, 5000));

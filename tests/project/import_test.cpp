@@ -22,7 +22,7 @@ TEST(ScriptRows, SpecifiedRangeIsLenientButBounded) {
     EXPECT_THROW(project::specifiedRows(u"1"_qs, u"40000"_qs), runtime::Fault);
 }
 
-// The preview shows what the boxes do; it ends at the third name and at 32767.
+// The preview shows the effect of the boxes. It has three names and cannot go beyond 32767.
 TEST(NamingScheme, NamesReachFurtherThanTheirPreview) {
     const auto name = [](const QString& start, const QString& increment, int position) {
         return project::readScheme(u"ACME_"_qs, start, increment, u"_a"_qs).nameAt(position);
@@ -143,7 +143,7 @@ struct Imports : ::testing::Test {
         const QByteArray log = desk.log();
         return log.sliced(log.lastIndexOf("frmMain.")).split('\r').first();
     }
-    // The import has ended well, with these prompts.
+    // Whether the import succeeded with these prompts.
     void expectDone(const QString& wanted, const QString& script = u"script.xlsx"_qs) {
         EXPECT_EQ(prompts(), wanted);
         EXPECT_EQ(form.txbScript->text(), script);
@@ -243,7 +243,7 @@ TEST_F(Imports, NoticesOfTheScriptAreToldBeforeTheRecordingLoads) {
           zipOf(workbookParts(cells.chopped(6) + "<c r='B2'><f>B1</f></c></row>")));
     onLoad = [this] { EXPECT_EQ(desk.notices.told.size(), 3); };
     excel.Import_Excel();
-    EXPECT_TRUE(desk.notices.told.last().what.startsWith(u"One prompt is empty"));
+    EXPECT_TRUE(desk.notices.told.last().what.startsWith(u"1 prompt is empty"));
     expectDone(u"F/1|one|1\nF_2||1"_qs);
     onLoad = {};
     desk.notices.told.clear();
@@ -272,7 +272,7 @@ TEST_F(Imports, TableRowsBecomePromptsByTheShapeOfTheTable) {
     }
 }
 
-// The log keeps the classic line; the box also says where to look.
+// The log gets only the classic line; the box also names the field.
 TEST_F(Imports, TheBoxOfAFaultNamesItsField) {
     form.chIgnoreFirstRow->setChecked(false);
     const Rows row{{u"F"_qs, u"text"_qs}};

@@ -195,7 +195,7 @@ TEST_F(WorkingFilesDesk, ABackupThatCannotBeCopiedOverwritesNothing) {
     EXPECT_EQ(desk.log(), "");
 }
 
-// The told command ends in silence; what that means for the list is only noted.
+// The command ends without a message. Only a quiet note says what it means for the list.
 TEST_F(WorkingFilesDesk, AnEndedCommandSaysHowToGetTheRowsBack) {
     const auto cancel = [this] {
         cmdlg.path.clear();
@@ -219,8 +219,8 @@ TEST_F(WorkingFilesDesk, AnEndedCommandSaysHowToGetTheRowsBack) {
         ASSERT_EQ(desk.notices.noted.size(), 1) << reason.toStdString();
         EXPECT_EQ(desk.notices.noted.takeFirst().what,
                   reason +
-                      u" The list of prompts was emptied all the same, so Export has nothing "
-                      u"to write."_qs);
+                      u" The list of prompts was emptied anyway, so Export has nothing to "
+                      u"write."_qs);
         QHelpEvent hover(QEvent::ToolTip, QPoint(5, 5), form.lvAudioDetails->mapToGlobal(QPoint()));
         QApplication::sendEvent(form.lvAudioDetails->viewport(), &hover);
         EXPECT_TRUE(QToolTip::text().endsWith(u"Process brings the rows back."));
@@ -264,18 +264,18 @@ struct FailingEditor : WorkingFilesDesk {
 
 TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
     session.vsLoadStage = u"End Silence Added"_qs;
-    // Two saves that fail, one that does not, and one after an edit.
+    // Two failed saves, a good one, and a failed one after an edit.
     const std::tuple<int, QString, QString> saves[] = {
         {ENOSPC, u"take.aiff was not saved: no space left on the device."_qs,
          u"take.aiff is on the disk as it was loaded, without pauses and edits; an untouched copy "
          u"is take._100.wav in BU_Source_Files."_qs},
         {EEXIST, u"take.aiff was not saved: another file has that name."_qs,
-         u"take.aiff is now the file of another program and was left alone. The file that was "
+         u"take.aiff is now a file of another program and was not changed. The file that was "
          u"there before is take._101.wav in BU_Source_Files."_qs},
         {0, {}, {}},
         {EACCES, u"take.aiff was not saved: permission denied."_qs,
-         u"take.aiff is on the disk as it was last saved, without the edits made since; the same "
-         u"is take._103.wav in BU_Source_Files."_qs}};
+         u"take.aiff is on the disk as it was last saved, without the edits made since; a copy "
+         u"of it is take._103.wav in BU_Source_Files."_qs}};
     for (const auto& [error, what, safe] : saves) {
         working.mnuBackupSourceFile_Click();
         failsForPrompt(engine::kWriteFailed);
@@ -289,7 +289,7 @@ TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
         fails(Operation::Export, engine::kWriteFailed, error);  // a prompt of that name
         EXPECT_TRUE(desk.notices.told.isEmpty());
     }
-    // A save that is refused ends at once, and none of the following exports is a save.
+    // A refused save ends at once, so the exports after it do not count as saves.
     EDT.refuseExports = true;
     working.mnuBackupSourceFile_Click();
     fails(Operation::Export, engine::kBadFormat);
@@ -316,9 +316,9 @@ TEST_F(FailingEditor, WhatTheSoundCannotDoIsTold) {
     form.lvAudioDetails->clear();
     fails(Operation::Load, engine::kDamaged);
     EXPECT_EQ(told().what,
-              u"take.aiff was not loaded: the file is damaged or cannot be read to "
-              u"its end. No sound is loaded now; the duration and the counts in the "
-              u"window are those of before."_qs);
+              u"take.aiff was not loaded: the file is damaged or cannot be read to its end. No "
+              u"sound is loaded now; the duration and the counts in the window are out of "
+              u"date."_qs);
     EXPECT_TRUE(form.lvAudioDetails->toolTip().contains(u"was not loaded"));
     working.Load_Working_Sound();
     fails(Operation::Play, engine::kPlaybackFailed);

@@ -96,8 +96,8 @@ TEST_F(Dates, TextsLeadToFilesDates) {
 // Where the clocks change a time comes twice, and the first is meant, or not at all, and the one as
 // much later is.
 TEST_F(Dates, LeadToMomentsWhereTheClocksChange) {
-    // Place, time there, and how many minutes it is ahead of Greenwich. In Dublin it is the
-    // winter's time that is shifted.
+    // Zone, local time, and its offset from UTC in minutes. In Dublin, winter time is the shifted
+    // one.
     const char* const cases = R"(
 Europe/Berlin|2024-03-31 01:59:59|60|Europe/Berlin|2024-03-31 02:30:00|60|
 Europe/Berlin|2024-03-31 03:00:00|120|Europe/Berlin|2024-10-27 01:59:59|120|

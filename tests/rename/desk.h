@@ -17,7 +17,7 @@ struct ScriptedDisk : platform::Disk {
     QString home;
     QStringList mounted;                    // the disk's own if empty
     QHash<QString, int> refusals;           // full path and errno value
-    mutable std::function<void()> changed;  // as the wizard is told of drives
+    mutable std::function<void()> changed;  // the wizard's handler of changed drives
 
     QString homeFolder() const override { return home.isEmpty() ? Disk::homeFolder() : home; }
     QStringList drives() const override { return mounted.isEmpty() ? Disk::drives() : mounted; }
@@ -63,6 +63,15 @@ struct RenameDesk : ::testing::Test {
         put(names);
         wizard->setFolder(folder.path());
         form.cbAddAll->click();
+    }
+    // Runs Rename Per List; `list` has its rows, "old=new;old=new".
+    void renamePerList(const QString& list) {
+        Rows rows;
+        for (const QString& row : list.split(u';'))
+            rows << std::pair(row.section(u'=', 0, 0), row.section(u'=', 1));
+        workbook = zipOf(workbookParts(cellsOf(rows)));
+        cmdlg.path = in(u"list.xlsx"_qs);
+        form.cbRenamePerList->click();
     }
     // "name=content" of every file, in order.
     QString onDisk(const QString& below = {}) const {

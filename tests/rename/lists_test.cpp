@@ -17,7 +17,7 @@ struct Selection : test::RenameDesk {
     QListWidgetItem* folderOf(const QString& name) const {
         return form.Directorylb->findItems(name, Qt::MatchExactly).value(0);
     }
-    // How far below the drive a folder is shown.
+    // The indentation of a folder in the list: its number of levels below the drive.
     int levelOf(const QString& name) const {
         return folderOf(name)->data(forms::kLevelRole).toInt();
     }
@@ -120,18 +120,9 @@ TEST_F(Selection, FlipAlternates) {
 }
 
 struct PerList : test::RenameDesk {
-    // The rows of the list, "old=new" each.
-    void run(const QString& list) {
-        Rows rows;
-        for (const QString& row : list.split(u';'))
-            rows << std::pair(row.section(u'=', 0, 0), row.section(u'=', 1));
-        workbook = zipOf(workbookParts(cellsOf(rows)));
-        cmdlg.path = in(u"list.xlsx"_qs);
-        form.cbRenamePerList->click();
-    }
     QString both() const { return onDisk() + u'|' + onDisk(u"Original_Files"_qs); }
     bool originalsAreThere() const { return files.FolderExists(in(u"Original_Files"_qs)); }
-    // For another run.
+    // Deletes all files, so that another run can begin.
     void clear() {
         for (const QString& name : files.list(in(u"Original_Files"_qs), u"*"_qs))
             QFile::remove(in(u"Original_Files/"_qs + name));
@@ -145,7 +136,7 @@ TEST_F(PerList, OriginalsAreKeptAndCopiesTakeTheNewNames) {
     put({u"a.wav"_qs, u"b.wav"_qs, u"c.wav"_qs, u"other.wav"_qs});
     wizard->setFolder(folder.path());
     form.cbAddAll->click();
-    run(u"a.wav=b.wav;b.wav=a.wav;c.wav=ü & 'c'.x;=z;other.wav=z"_qs);
+    renamePerList(u"a.wav=b.wav;b.wav=a.wav;c.wav=ü & 'c'.x;=z;other.wav=z"_qs);
     EXPECT_EQ(boxes(), u"Renaming completed.");
     EXPECT_EQ(cmdlg.filter, u"Excel Files (*.xls; *.xlsx)|*.xls; *.xlsx|");
     EXPECT_EQ(onDisk(), u"a.wav=b.wav b.wav=a.wav other.wav=other.wav ü & 'c'.x=c.wav");
@@ -154,7 +145,7 @@ TEST_F(PerList, OriginalsAreKeptAndCopiesTakeTheNewNames) {
     EXPECT_EQ(available(), u"a.wav b.wav c.wav other.wav");
     EXPECT_EQ(state.vsProjectFolder, folder.path());
 
-    run(u"a.wav=d.wav"_qs);
+    renamePerList(u"a.wav=d.wav"_qs);
     EXPECT_EQ(boxes(),
               u"The Project folder cannot contain an 'Original_Files' folder. Rename or move "
               u"outside of the Project folder before proceeding.");
@@ -163,21 +154,21 @@ TEST_F(PerList, OriginalsAreKeptAndCopiesTakeTheNewNames) {
 }
 
 TEST_F(PerList, FailuresEndItInSilenceAndLoseNothing) {
-    // What is on the list, what it leaves, and the originals.
+    // The rows of the list, the files in the folder after it, and those in Original_Files.
     const char* const cases = R"(
 a=x;gone=y;b=z|b=b|a=a|a=x;a=y|b=b|a=a|a=x;b=|x=a|a=a b=b|a=../x;b=y||a=a b=b|
 ./a=x|a=a b=b||a=nodir/x|b=b|a=a)";
     for (const QStringList& row : test::rowsOf(cases, 3)) {
         put({u"a"_qs, u"b"_qs});
-        run(row[0]);
+        renamePerList(row[0]);
         EXPECT_EQ(boxes() + both(), row[1] + u'|' + row[2]) << qPrintable(row[0]);
         clear();
     }
     put({u"a"_qs, u"b"_qs});
-    run(u"a=x;"_qs.repeated(302).chopped(1));
+    renamePerList(u"a=x;"_qs.repeated(302).chopped(1));
     EXPECT_FALSE(originalsAreThere());
     put({u"Original_Files"_qs});
-    run(u"a=x"_qs);
+    renamePerList(u"a=x"_qs);
     EXPECT_EQ(onDisk() + boxes(), u"a=a b=b Original_Files=Original_Files");
     workbook = "no workbook";
     form.cbRenamePerList->click();
@@ -186,12 +177,12 @@ a=x;gone=y;b=z|b=b|a=a|a=x;a=y|b=b|a=a|a=x;b=|x=a|a=a b=b|a=../x;b=y||a=a b=b|
     EXPECT_EQ(boxes(), u"");
 }
 
-// The two ways of renaming share their table.
+// Rename Per List and the preview's Rename share one working table.
 TEST_F(PerList, NamesOfAListThatAreRefusedAreRefusedByThePreviewsRenameToo) {
     select({u"a"_qs});
     form.txbAddPrefix->setText(u"p"_qs);
     form.cbPreview->click();
-    run(u"./a=x"_qs);
+    renamePerList(u"./a=x"_qs);
     EXPECT_EQ(endOf(form.cbRename),
               u"Tarnwick|\"./a\" could not be renamed to \"x\": Bad file name or number.\n"
               u"Files renamed before it: 0.");
@@ -199,18 +190,18 @@ TEST_F(PerList, NamesOfAListThatAreRefusedAreRefusedByThePreviewsRenameToo) {
 
 TEST_F(PerList, AnEmptySheetMakesTheFolderAloneAndAFileThatIsNotOnTheListIsNotOverwritten) {
     put({u"a.wav"_qs});
-    run(u"=x;a.wav=b.wav"_qs);
+    renamePerList(u"=x;a.wav=b.wav"_qs);
     EXPECT_TRUE(originalsAreThere());
     EXPECT_EQ(boxes() + both(), u"Renaming completed.a.wav=a.wav|");
     clear();
     put({u"a"_qs, u"b"_qs, u"own"_qs});
-    run(u"a=own;b=own"_qs);
+    renamePerList(u"a=own;b=own"_qs);
     EXPECT_EQ(boxes(), u"Renaming completed.");
     EXPECT_EQ(both(), u"own=b|a=a b=b own=own");
     clear();
     put({u"a"_qs});
     QFile::link(u"nowhere"_qs, in(u"link"_qs));
-    run(u"a=link"_qs);
+    renamePerList(u"a=link"_qs);
     EXPECT_EQ(onDisk(), u"link=a");
     EXPECT_TRUE(QFileInfo(in(u"Original_Files/link"_qs)).isSymLink());
 }

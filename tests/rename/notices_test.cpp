@@ -19,7 +19,7 @@ QList<model::RenameRecord> recordsOf(const QString& list) {
 }
 
 TEST(NameCheck, FollowsTheOrderInWhichFilesAreRenamed) {
-    // The records, and those whose new name cannot be given, with a letter for the reason: S slash,
+    // The records, and those whose new name is refused, with a letter for the reason: S slash,
     // E empty, N no name, T too long, M more than once, H has it, L a later file has it, O another.
     const char* const cases = R"(
 a>x b>y||a>b b>x|a:L|b>x a>b||a>b b>c c>x|a:L b:L|a>d b>x|a:O|a>a b>x|a:H|a>x b>x c>y|a:M b:M|
@@ -37,14 +37,14 @@ a>x b>a c>x|a:M c:M|a>b/x b>a|a:S b:O|a>.. b>.|a:N b:N|a> b>|a:E b:E|a>TOO b>FIT
         for (qsizetype i = 0; i < reasons.size(); ++i)
             if (const QString& reason = reasons[i]; !reason.isEmpty())
                 refused << records[i].Original + u':' +
-                               (reason.contains(u"slash")     ? u'S'
-                                : reason.contains(u"left")    ? u'E'
-                                : reason.contains(u"no name") ? u'N'
-                                : reason.contains(u"bytes")   ? u'T'
-                                : reason.contains(u"once")    ? u'M'
-                                : reason.contains(u"already") ? u'H'
-                                : reason.contains(u"later")   ? u'L'
-                                                              : u'O');
+                               (reason.contains(u"slash")        ? u'S'
+                                : reason.contains(u"empty")      ? u'E'
+                                : reason.contains(u"not a file") ? u'N'
+                                : reason.contains(u"bytes")      ? u'T'
+                                : reason.contains(u"once")       ? u'M'
+                                : reason.contains(u"already")    ? u'H'
+                                : reason.contains(u"later")      ? u'L'
+                                                                 : u'O');
         EXPECT_EQ(refused.join(u' '), row[1]) << qPrintable(row[0]);
     }
 }
@@ -54,40 +54,25 @@ TEST(RenameNotices, CountAndNameWhatFailed) {
     const QStringList reasons{u"twice"_qs, u"twice"_qs, u"empty"_qs, {}, u"long"_qs};
     const platform::Notice names = rename::newNamesNotGiven(records, reasons, u"/in/"_qs);
     EXPECT_EQ(names.what,
-              u"4 of 5 new names cannot be given: x (twice), the one of c (empty) and "_qs +
-                  u"n"_qs.repeated(40) + u'…' + u"n"_qs.repeated(20) + u" (long)."_qs);
+              u"4 of 5 new names cannot be used: x (twice); the name for c (empty); "_qs +
+                  u"n"_qs.repeated(39) + u'…' + u"n"_qs.repeated(20) + u" (long)."_qs);
     EXPECT_EQ(names.files.join(u' '), u"/in/a /in/b /in/c /in/e");
-    QList<rename::Refused> many;
+    QList<platform::NameAndReason> many;
     for (int i = 0; i < 40; ++i)
-        many << rename::Refused{u"f%1"_qs.arg(i), u"locked"_qs};
+        many << platform::NameAndReason{u"f%1"_qs.arg(i), u"locked"_qs};
     const platform::Notice dates = rename::datesNotSet(many, 41, u"/in"_qs);
-    EXPECT_EQ(
-        dates.what,
-        u"40 of 41 files kept the old date: f0 (locked), f1 (locked), f2 (locked) and 37 more.");
+    EXPECT_EQ(dates.what, u"40 of 41 files kept the old date: f0, f1, f2 and 37 more (locked).");
     EXPECT_EQ(dates.safe, u"1 file has its new date.");
     EXPECT_EQ(rename::datesNotSet(many, 40, u"/in"_qs).safe, u"No date was changed.");
 }
 
 struct Notices : test::RenameDesk {
-    QString told() {
-        QStringList texts;
-        for (const platform::Notice& notice : std::exchange(desk.notices.told, {}))
-            texts << notice.what;
-        return texts.join(u'|');
-    }
+    QString told() { return test::takeSentences(desk.notices.told).join(u'|'); }
     QString noted() {
         QStringList texts;
         for (const platform::Notice& notice : std::exchange(desk.notices.noted, {}))
-            texts << rename::sentencesOf(notice);
+            texts << platform::sentencesOf(notice);
         return texts.join(u'|');
-    }
-    void run(const QString& list) {
-        Rows rows;
-        for (const QString& row : list.split(u';'))
-            rows << std::pair(row.section(u'=', 0, 0), row.section(u'=', 1));
-        workbook = zipOf(workbookParts(cellsOf(rows)));
-        cmdlg.path = in(u"list.xlsx"_qs);
-        form.cbRenamePerList->click();
     }
     QString onButton() const { return form.cbRenamePerList->accessibleDescription(); }
 };
@@ -99,11 +84,11 @@ TEST_F(Notices, APreviewMarksAndCountsNewNamesThatCannotBeGiven) {
     form.txbTargetExt->setText(u".mp3"_qs);
     form.cbPreview->click();
     EXPECT_EQ(told(),
-              u"2 of 2 new names cannot be given: a.mp3 (another file has it) and b.mp3 "
-              u"(the file has it already).");
+              u"2 of 2 new names cannot be used: a.mp3 (another file has it); b.mp3 (the file "
+              u"already has it).");
     EXPECT_EQ(marks(),
-              u"a.mp3: This name cannot be given: another file has it. "
-              u"b.mp3: This name cannot be given: the file has it already.");
+              u"a.mp3: This name cannot be used: another file has it. b.mp3: This name cannot be "
+              u"used: the file already has it.");
     form.cbCancel->click();
     EXPECT_EQ(marks(), u"");
     form.txbAddPrefix->setText(u"p"_qs);
@@ -113,21 +98,21 @@ TEST_F(Notices, APreviewMarksAndCountsNewNamesThatCannotBeGiven) {
 }
 
 TEST_F(Notices, RenamePerListNotesWhereItEndedAndTheWayBack) {
-    // The list, what is noted, and where it leads back.
+    // The rows of the list, and the note.
     const char* const cases = R"(
 a=x;gone=y;b=z|Rename Per List ended at row 2 of list.xlsx: file not found (gone). No file was 
-renamed. 1 file lies in Original_Files: a. To get back, move the files in Original_Files back to 
+renamed. 1 file is in Original_Files: a. To undo this, move the files in Original_Files back to 
 the folder of the list, remove Original_Files, correct row 2 and start again.|
 ../a=x|Rename Per List ended at row 1 of list.xlsx: bad file name or number (it contains a slash). 
 No file was renamed. All files are where they were; Original_Files is empty. Remove the folder 
 Original_Files, correct row 1 and start again.|
-a=own;b=|Rename Per List ended at row 2 of list.xlsx: bad file name or number (nothing is left of 
-it). The row before it was renamed. 3 files lie in Original_Files: a, b and own. To get back, 
-remove the renamed copies, move the files in Original_Files back to the folder of the list, remove 
+a=own;b=|Rename Per List ended at row 2 of list.xlsx: bad file name or number (it is empty). The row 
+before it was renamed. 3 files are in Original_Files: a, b and own. To undo this, remove the 
+renamed copies, move the files in Original_Files back to the folder of the list, remove 
 Original_Files, correct row 2 and start again.)";
     for (const QStringList& row : test::rowsOf(cases, 2)) {
         put({u"a"_qs, u"b"_qs, u"own"_qs});
-        run(row[0]);
+        renamePerList(row[0]);
         EXPECT_EQ(onButton(), row[1]);
         EXPECT_EQ(noted(), onButton());
         EXPECT_TRUE(form.cbRenamePerList->toolTip().contains(u"start again"));
@@ -139,7 +124,7 @@ Original_Files, correct row 2 and start again.)";
                              {desk.failure, state, desk.boxes, cmdlg, files, desk.notices, {}});
     EXPECT_EQ(next.cbRenamePerList->accessibleDescription(), onButton());
     put({u"a"_qs});
-    run(u"a=z"_qs);
+    renamePerList(u"a=z"_qs);
     EXPECT_EQ(noted() + onButton() + form.cbRenamePerList->toolTip(), u"");
 }
 
@@ -151,12 +136,12 @@ TEST_F(Notices, RenamePerListNotesAFileThatCannotBeWritten) {
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
     const rlimit small{.rlim_cur = 4096, .rlim_max = limit.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    run(u"a=x;b=y"_qs);
+    renamePerList(u"a=x;b=y"_qs);
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, before);
-    EXPECT_EQ(noted().section(u" To get back"_qs, 0, 0),
+    EXPECT_EQ(noted().section(u" To undo this"_qs, 0, 0),
               u"Rename Per List ended at row 2 of list.xlsx: file too large (y). The row before it "
-              u"was renamed. 2 files lie in Original_Files: a and b.");
+              u"was renamed. 2 files are in Original_Files: a and b.");
     EXPECT_EQ(onDisk(), u"x=a");
     EXPECT_EQ(boxes(), u"");
 }
@@ -166,7 +151,7 @@ TEST_F(Notices, RenamePerListNotesWhyItDidNotStart) {
     form.cbRenamePerList->click();
     EXPECT_EQ(noted(), u"") << "the operator has cancelled it";
     const auto start = [&](const QString& list) {
-        run(list);
+        renamePerList(list);
         return noted().section(u" No file was moved or renamed."_qs, 0, 0);
     };
     EXPECT_EQ(start(u"a=x;"_qs.repeated(302).chopped(1)),
@@ -200,8 +185,8 @@ TEST_F(Notices, ReDatingMarksAndNotesFilesThatItPassesOver) {
     form.cbReDatePreview->click();
     form.cbReDate->click();
     EXPECT_TRUE(noted().startsWith(
-        u"3 of 4 files kept the old date: a (permission denied), c (the disk is read-only) and d "
-        u"(the disk is read-only). 1 file has its new date."));
+        u"3 of 4 files kept the old date: a (permission denied); c and d (the disk is "
+        u"read-only). 1 file has its new date."));
     EXPECT_EQ(marks() + boxes(), u"");
 }
 
@@ -253,7 +238,7 @@ TEST_F(Drives, AVolumeThatGoesLeavesHomeAndNoPreview) {
         mount({u"/"_qs});
         EXPECT_EQ(form.Drivelb->currentText() + u' ' + available() + selected(), u"Home a b");
         EXPECT_TRUE(form.cbRename->isHidden()) << "it would rename Home's files";
-        EXPECT_EQ(told(), u"The drive %1 is not there any more."_qs.arg(volume));
+        EXPECT_EQ(told(), u"The drive %1 is no longer there."_qs.arg(volume));
     }
 }
 

@@ -25,7 +25,7 @@ TEST(NewNames, LettersAreRepeatedPastZ) {
         EXPECT_EQ(lettersOf(index), letters) << index;
 }
 
-// File after file: "!" is an abnormal one.
+// Names in the order of the files; "!" marks an abnormal name.
 TEST(NewNames, TheLengthOfAnExtensionIsCarriedOn) {
     const std::pair<QString, QString> cases[] = {
         {u"take01.wav a.b.wav song.flac x.z .z x..y x.tar.gz"_qs,
@@ -62,7 +62,7 @@ TEST(NewNames, TextsAreReplacedInsertedAndRemoved) {
     EXPECT_EQ(replaced(u"a"_qs, u"b"_qs, true), u"Ab.wbv");
     EXPECT_EQ(replaced(u"a"_qs, u"aa"_qs, false), u"aaaa.waav");
     EXPECT_EQ(replaced(u"A.WAV"_qs, u"x"_qs, false), u"Ax");
-    // Of 2.5, 1.5 and 4.5 characters are left: 2 and 4. Of 3.5, 2.5 and 3.5: 2 and 4.
+    // Halves are rounded to the even number.
     const std::pair<double, QString> inserts[] = {
         {1, u"-abcdef"_qs}, {3, u"ab-cdef"_qs},   {7, u"abcdef-"_qs},   {8, kCountFault},
         {0, kCountFault},   {2.5, u"ab-cdef"_qs}, {3.5, u"ab-cdef"_qs}, {1e10, u"Overflow"_qs}};
@@ -84,7 +84,8 @@ TEST(NewNames, TextsAreReplacedInsertedAndRemoved) {
     const std::pair<QString, QString> cases[] = {
         {withRemoved(u"🎤a🎤b"_qs, 3, 1), u"🎤ab"_qs},
         {withInserted(u"🎤a"_qs, 2, u"x"_qs), u"🎤xa"_qs},
-        {withInserted(u"\xDCFF\xDCFFz"_qs, 2, u"x"_qs), u"\xDCFFx\xDCFFz"_qs},  // bytes, no text
+        {withInserted(u"\xDCFF\xDCFFz"_qs, 2, u"x"_qs),
+         u"\xDCFFx\xDCFFz"_qs},  // bytes that are not text
         {withExtension(u"x.wav"_qs, u".wav"_qs, u".mp3"_qs), u"x.mp3"_qs},
         {withExtension(u"x.wav"_qs, u".WAV"_qs, u".mp3"_qs), u"x.wav"_qs},
         {withExtension(u"x.wav"_qs, u"."_qs, u".mp3"_qs), u"x.wav"_qs}};
@@ -120,7 +121,7 @@ struct Rules : test::RenameDesk {
 };
 
 TEST_F(Rules, EachWorksAloneAndOnlyWhenItsFieldsAreFilled) {
-    // "nothing" where there is nothing to preview.
+    // "nothing" if there is nothing to preview.
     const char* const cases = R"(
 txbAddPrefix=p-|p-a.wav p-B.wav p-c.wav|chIncrNumberPrefix|0_a.wav 1_B.wav 2_c.wav|
 chIncrLetterPrefix|A_a.wav B_B.wav C_c.wav|txbAddSuffix=_x|a_x.wav B_x.wav c_x.wav|
@@ -268,8 +269,7 @@ TEST_F(Rules, WhatFailsEndsTheRunAndLosesNothing) {
     form.cbClear->click();
     form.txbRemove->setText(u"5"_qs);
     preview();
-    EXPECT_TRUE(endOf(form.cbRename).contains(u"to \"\": Bad file name"))
-        << "nothing is left of it";
+    EXPECT_TRUE(endOf(form.cbRename).contains(u"to \"\": Bad file name")) << "it is empty";
     form.cbCancel->click();
     EXPECT_EQ(onDisk(), u"a.wav=a.wav b.wav=b.wav c.wav=c.wav taken.wav=taken.wav");
     form.cbClear->click();

@@ -96,7 +96,7 @@ TEST(FailurePath, AProgramFolderWhoseNameIsNoTextHasItsLogAndIsShownReadably) {
     const QString shown = parent.path() + u"/a\uFFFD b"_qs;
     EXPECT_EQ(line, "09:05 Database file Tarnwick.mdb must be in " + shown.toStdString() + '\r');
     EXPECT_TRUE(desk.boxes.shown.last().contains(u"(located in the "_qs + shown + u" folder)"_qs));
-    std::filesystem::remove_all(folder);  // Qt would leave it behind
+    std::filesystem::remove_all(folder);  // Qt cannot remove a folder with such a name
 }
 
 TEST(FailurePath, ALogThatCannotBeWrittenIsAFaultAndKeepsTheProgramNeitherAliveNorSilent) {
@@ -191,7 +191,7 @@ TEST(Numbers, TextsHaveTheProductsForms) {
     EXPECT_EQ(plainText(2147483647.0), u"2147483647");
 }
 
-// What the program writes is what it reads, and what is no number is read leniently.
+// The program reads the numbers that it writes, and reads other texts leniently.
 TEST(Numbers, RegionsHaveTheirOwnSeparators) {
     const char* const regions = R"(
 C.UTF-8|1234567.89|1234567.9|1234567.9|POSIX|1234.56|1234.6|1234.6|

@@ -84,7 +84,7 @@ struct Chain : test::MainDesk {
          [this] { done << u"gone"_qs; }}};
     segmentation::Transport transport{form, desk.failure, EDT, status};
 
-    // Of what was edited or loaded, up to the view.
+    // Runs the chain after an edit or a load, up to the view of the sound.
     void analyse() {
         fire(form.TimerReload);
         Q_EMIT EDT.WaveAnalysisStarted();

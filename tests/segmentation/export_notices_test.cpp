@@ -20,21 +20,21 @@ TEST(ExportSize, CountsWhatTheFolderGrowsBy) {
 
 TEST(ExportNotices, UnwrittenPromptsAreGroupedByReason) {
     QList<Failure> many;
-    for (const QString& name : u"a b c d e f g h i j k"_qs.split(u' '))
+    for (const QString& name : u"a b c d e f g h i j k l"_qs.split(u' '))
         many << Failure{Operation::Export, u"/p/%1.wav"_qs.arg(name), engine::kWriteFailed, 0};
     QList<Failure> full = many.mid(0, 3);
     for (Failure& failure : full)
         failure.systemError = ENOSPC;
     const std::tuple<QList<Failure>, QString, QString> cases[] = {
-        {many.mid(0, 1), u"1 of 40 prompts was not written: a.wav: the file cannot be written."_qs,
+        {many.mid(0, 1), u"1 of 40 prompts was not written: a.wav (the file cannot be written)."_qs,
          u"Remove the cause."_qs},
         {many.mid(3, 1) + full + many.mid(4, 1),
-         u"5 of 40 prompts were not written: d.wav and e.wav: the file cannot be written; a.wav, "
-         u"b.wav and c.wav: no space left on the device."_qs,
+         u"5 of 40 prompts were not written: d.wav and e.wav (the file cannot be written); a.wav, "
+         u"b.wav and c.wav (no space left on the device)."_qs,
          u"Free some space."_qs},
         {many,
-         u"11 of 40 prompts were not written: a.wav, b.wav, c.wav, d.wav, e.wav, f.wav, g.wav, "
-         u"h.wav, i.wav, j.wav and 1 other: the file cannot be written."_qs,
+         u"12 of 40 prompts were not written: a.wav, b.wav, c.wav, d.wav, e.wav, f.wav, g.wav, "
+         u"h.wav, i.wav, j.wav and 2 more (the file cannot be written)."_qs,
          u"Remove the cause."_qs}};
     for (const auto& [unwritten, what, remedy] : cases) {
         const platform::Notice notice = promptsNotWritten(40, unwritten, false);
@@ -47,13 +47,9 @@ TEST(ExportNotices, UnwrittenPromptsAreGroupedByReason) {
 }
 
 struct ExportTells : test::ExportDesk {
-    // The sentences told and noted since the last look.
+    // The sentences told and noted since the last call.
     QStringList sentences() {
-        QStringList texts;
-        for (const platform::Notice& notice :
-             std::exchange(desk.notices.told, {}) + std::exchange(desk.notices.noted, {}))
-            texts << notice.what;
-        return texts;
+        return test::takeSentences(desk.notices.told) + test::takeSentences(desk.notices.noted);
     }
     void fail(int systemError) {
         EDT.failExport(engine::kWriteFailed, systemError);
@@ -71,19 +67,19 @@ TEST_F(ExportTells, OnceAtTheEndWhichPromptsAreMissing) {
     form.mnuExport->trigger();
     EDT.failExport(engine::kWriteFailed, EIO);
     fire(form.EDTTimerSoundExportDone);
-    EXPECT_EQ(EDT.calls.size(), 1) << "that was the backup";
+    EXPECT_EQ(EDT.calls.size(), 1) << "this event belongs to the backup";
     fail(ENOSPC);
     next();
     EXPECT_TRUE(sentences().isEmpty());
     fail(ENOSPC);
     EXPECT_EQ(desk.notices.told.value(0).safe, u"The recording is in BU_Source_Files.");
-    EXPECT_EQ(sentences(), QStringList(u"2 of 3 prompts were not written: P1.wav and P3.wav: no "
-                                       u"space left on the device."_qs));
+    EXPECT_EQ(sentences(), QStringList(u"2 of 3 prompts were not written: P1.wav and P3.wav (no "
+                                       u"space left on the device)."_qs));
     EXPECT_EQ(batch, 1);
     EDT.failExport(engine::kWriteFailed, EIO);  // a backup after the run
     finishRun();
-    desk.notices.noted.clear();  // the recording is not there any more
-    EXPECT_TRUE(sentences().isEmpty()) << "all is well";
+    desk.notices.noted.clear();  // about the recording, which was moved before
+    EXPECT_TRUE(sentences().isEmpty()) << "every prompt was written";
 }
 
 TEST_F(ExportTells, QuietlyWhatStaysInTheFolder) {
@@ -116,18 +112,18 @@ TEST_F(ExportTells, WhyARunStopsOrDoesNotStart) {
     EXPECT_EQ(
         sentences().join(u'|'),
         u"The export stopped at prompt 3 of 3, P3.wav: this format, rate or number of channels "
-        u"cannot be written. This prompt and those behind it were not written.|1 of 3 prompts "
-        u"was not written: P1.wav: no space left on the device."_qs);
+        u"cannot be written. This prompt and those after it were not written.|1 of 3 prompts "
+        u"was not written: P1.wav (no space left on the device)."_qs);
     exporting.drop();
     EXPECT_TRUE(sentences().isEmpty()) << "no run is open";
     EDT.refuseExports = false;
     form.mnuExport->trigger();
     form.lvAudioDetails->clear();
     EDT.endExport();
-    for (int i = 0; i < 3; ++i)  // it arms itself again
+    for (int i = 0; i < 3; ++i)  // the timer arms itself again
         QMetaObject::invokeMethod(form.EDTTimerSoundExportDone, "timeout");
     EXPECT_EQ(sentences().join(u'|'),
-              u"The export stands still after prompt 1 of 3: the list has no next row.");
+              u"The export is waiting after prompt 1 of 3: the list has no next row.");
     exporting.drop();
     EXPECT_EQ(
         sentences().join(u'|'),
@@ -151,7 +147,7 @@ TEST_F(ExportTells, BeforeItStartsThatTheDiskIsTooSmall) {
     }
     EXPECT_EQ(EDT.calls.size(), 3) << "it starts all the same";
     EXPECT_EQ(spaceIsShort({}, 1'240'000'000, 99'000'000).what,
-              u"The prompts need 1.2 GB of disk space, but only 99.0 MB are free.");
+              u"The prompts need 1.2 GB of disk space, but only 99.0 MB is free.");
 }
 
 }  // namespace

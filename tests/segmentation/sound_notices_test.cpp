@@ -18,15 +18,16 @@ TEST(SoundNotices, AFailedEditNamesItsReasonAndTheWayOut) {
     using enum EditKind;
     const std::tuple<EditKind, qint16, engine::ErrorCode, QString, QString> cases[] = {
         {Operator, engine::kDeleteRange, engine::kBadRange,
-         u"The selection was not deleted: the times lie outside the sound."_qs,
-         u"Select the stretch again."_qs},
+         u"The selection was not deleted: the times are outside the sound."_qs,
+         u"Make the selection again."_qs},
         {Operator, engine::kApplyVolume, engine::kSourceChanged,
          u"The selection was not flattened: another program has changed the file of the loaded sound."_qs,
          u"Move or rename the folder BU_Source_Files"_qs},
         {Operator, engine::kUndo, engine::kNotSupported,
          u"Undo changed nothing: there is nothing to undo."_qs, u""_qs},
         {EndPause, engine::kInsertSilence, engine::kBadRange,
-         u"The load could not add its pause at the end of the sound: the times lie outside the sound."_qs,
+         u"The load could not add its pause at the end of the sound: the times are outside the "
+         u"sound."_qs,
          u"Set Duration to"_qs}};
     for (const auto& [kind, command, code, what, remedy] : cases) {
         const platform::Notice notice = editFailed(kind, command, {Operation::Edit, {}, code});
@@ -84,7 +85,7 @@ TEST_F(SoundTells, AnUndoThatTakesBackThePausesOfTheLoad) {
     chain.drop();
     load();
     edit(engine::kUndo);
-    EXPECT_EQ(told(), end) << "of another session";
+    EXPECT_EQ(told(), end) << "the first load belongs to another session";
 }
 
 TEST_F(SoundTells, AnEditOrASearchThatFailsAndASoundThatIsGone) {

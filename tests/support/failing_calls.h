@@ -7,9 +7,9 @@
 
 namespace tarnwick::test {
 
-// While one of these lives, system calls that write, open for writing, rename, link or flush a file
-// below a folder fail at random, whichever thread or library makes them. Link failing_calls.cpp
-// into the test program: it takes the place of the C library's functions.
+// While an object of this class exists, system calls that write, open for writing, rename, link or
+// flush a file below a folder fail at random, whichever thread or library makes them. Link
+// failing_calls.cpp into the test program; it replaces the C library's functions.
 class FailingCalls {
   public:
     // About one call in `oneIn` fails; the same seed draws the same numbers.
@@ -18,7 +18,7 @@ class FailingCalls {
     FailingCalls(const FailingCalls&) = delete;
     FailingCalls& operator=(const FailingCalls&) = delete;
 
-    // What failed so far, "fsync take.wav: Input/output error".
+    // The calls that failed so far, "fsync take.wav: Input/output error".
     QStringList failed() const;
 
     // For the replaced functions: an errno value if this call has to fail, otherwise 0.

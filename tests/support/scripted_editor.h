@@ -115,13 +115,13 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         --pending;
         Q_EMIT SoundExportDone(1);
     }
-    // The last export that was asked for fails.
+    // The last requested export fails.
     void failExport(engine::ErrorCode code, int systemError = 0) {
         --pending;
         Q_EMIT failed({engine::Operation::Export, exportPath, code, systemError});
         Q_EMIT SoundExportDone(0);
     }
-    // The calls since the last look, with '|' in between.
+    // The calls since the last call of this function, joined by '|'.
     QString taken() { return std::exchange(calls, {}).join(u'|'); }
     qint32 note(const QString& name, std::initializer_list<qint32> arguments) {
         QString call = name;
@@ -141,7 +141,7 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
     qint32 silenceCount = 3;
     qint32 pending = 0;
     bool refuseExports = false;
-    QMap<QString, engine::FileFacts> facts;  // by bare name, where they are not those of a sound
+    QMap<QString, engine::FileFacts> facts;  // by bare name, for files that are not a sound
     qint64 bytesPerMs = 0;
     Display display{*this};
 

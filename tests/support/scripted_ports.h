@@ -1,7 +1,10 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QDateTime>
 #include <QTemporaryDir>
+#include <utility>
 
 #include "platform/boxes.h"
 #include "platform/clock.h"
@@ -49,6 +52,14 @@ class ScriptedNotices : public platform::Notices {
     QList<platform::Notice> told, noted;
     int sessions = 0;
 };
+
+// What the notices say, without the safe state and the remedy. Empties the list.
+inline QStringList takeSentences(QList<platform::Notice>& notices) {
+    QStringList sentences;
+    for (const platform::Notice& notice : std::exchange(notices, {}))
+        sentences << notice.what;
+    return sentences;
+}
 
 class ScriptedDialog : public platform::OpenDialog {
   public:

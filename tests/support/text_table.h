@@ -4,8 +4,8 @@
 
 namespace tarnwick::test {
 
-// The rows of a table that is written as text, of so many cells each. '|' is between two cells, and
-// line breaks only wrap the table.
+// The rows of a table written as text, with `columns` cells each. '|' separates cells; line breaks
+// are ignored.
 inline QList<QStringList> rowsOf(const char* table, qsizetype columns) {
     const QStringList cells = QString::fromUtf8(table).remove(u'\n').split(u'|');
     QList<QStringList> rows;

@@ -39,8 +39,8 @@ class WaveformDesk : public testing::Test {
     QColor at(int x, int y) { return picture().pixelColor(x + kFrame, y + kFrame); }
     WaveformColours colours() const { return WaveformColours(view.palette()); }
 
-    // A letter for the colour of a pixel. Where it is selected, the ground is ':', the wave '%',
-    // the zero line '=', and '*' is clipped; 'x' is between two colours and seen.
+    // A letter for the colour of a pixel. In the selection, the background is ':', the wave '%',
+    // the zero line '=' and clipping '*'. 'x' is a blend of two colours that is visible.
     char letterOf(const QColor& colour) const {
         const WaveformColours c = colours();
         const std::pair<QColor, char> letters[] = {

@@ -230,6 +230,7 @@ class Studio {
     runtime::ProcessState state_;
     settings::SettingsDatabase database_;
     engine::SoundEditor* EDT_ = nullptr;
+    app::NoticeBoard notices_{desk_.clock};
     app::Services services_{.failure = desk_.failure,
                             .state = state_,
                             .database = database_,
@@ -238,6 +239,7 @@ class Studio {
                             .batchDialog = cmdlg_,
                             .renameDialog = cmdlg_,
                             .files = files_,
+                            .notices = notices_,
                             .opener = opener_,
                             .clock = desk_.clock,
                             .createEDT =
@@ -247,6 +249,7 @@ class Studio {
                                     return editor;
                                 },
                             .createEDTX = [] { return engine::createSoundEditor(); },
+                            .notifyDesktop = [](const QString&) {},
                             .endProcess = [] {}};
     app::Application application_{services_};
     forms::frmMain* form_ = nullptr;

@@ -15,7 +15,7 @@ struct PlayerEvents {
     std::function<void()> started;             // the stretch begins to sound
     std::function<void()> ended;               // its last frame has been heard
     std::function<void(SoundFailure)> failed;  // reading the sound failed; playing has stopped
-    std::function<void()> silent{};            // there is no device (any more); once a stretch
+    std::function<void()> silent{};            // no (more) device; once per stretch
 };
 
 // Plays a stretch of a sound on the default sound device. If there is none, or it goes away or

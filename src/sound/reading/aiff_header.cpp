@@ -18,7 +18,7 @@ namespace {
 // explicit leading one, of which 32 bits are enough. Returns 0 if it is not a sensible rate.
 int readRate(const std::uint8_t* bytes) {
     const int exponent = big16(bytes) - 16383;
-    if (exponent < 0 || exponent > 19) return 0;  // 2^20 Hz is beyond any rate
+    if (exponent < 0 || exponent > 19) return 0;  // no rate reaches 2^20 Hz
     return static_cast<int>(std::lround(std::ldexp(big32(bytes + 2), exponent - 31)));
 }
 

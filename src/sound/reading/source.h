@@ -25,7 +25,7 @@ class Source : public FrameReader {
     static std::shared_ptr<const Source> open(const std::filesystem::path& path,
                                               const Progress& progress = {});
 
-    // Reads only the header and throws whatever open() would throw for it. Returns the length in
+    // Reads only the header and throws what open() would throw for it. Returns the length in
     // ms, which is an estimate for MP3 unless the file states it.
     static std::int64_t probe(const std::filesystem::path& path);
 

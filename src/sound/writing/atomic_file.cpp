@@ -23,7 +23,7 @@ constexpr std::int64_t kFlushStep = 8 << 20;
 
 std::string procName(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
 
-// With 64 random bits, no other file has this name.
+// 64 random bits make a clash with another file practically impossible.
 std::filesystem::path randomName(const std::filesystem::path& folder) {
     std::random_device random;
     std::array<char, 40> name;

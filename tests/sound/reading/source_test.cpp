@@ -179,7 +179,7 @@ TEST_F(SourceTest, FindsTheSamplesInEveryLayout) {
     EXPECT_EQ(samples(aiff(1, 16, "", big)), std::vector<double>{0.5});
 }
 
-TEST_F(SourceTest, BelievesNoSizeThatALongFileContradicts) {
+TEST_F(SourceTest, IgnoresASizeThatALongFileContradicts) {
     constexpr std::int64_t kMost = INT32_MAX, kLong = 3'000'000'001, kLonger = 5'000'000'000;
     const std::string sizes = chunk("ds64", number(0, 8) + number(kLonger, 8));
     const std::tuple<std::string, std::int64_t, std::int64_t, std::string, std::int64_t> cases[] = {

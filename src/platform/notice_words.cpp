@@ -1,0 +1,65 @@
+#include "platform/notice_words.h"
+
+#include <QLocale>
+#include <algorithm>
+#include <utility>
+
+#include "runtime/file_names.h"
+
+namespace tarnwick::platform {
+
+QString counted(qsizetype count, const QString& one, const QString& many) {
+    return QString::number(count) + u' ' + (count == 1 ? one : many);
+}
+
+QString listed(const QStringList& items, qsizetype most) {
+    QStringList shown = items;
+    if (items.size() > most + 1)
+        shown = items.first(most) << QString::number(items.size() - most) + u" more"_qs;
+    if (shown.size() < 2) return shown.value(0);
+    const QString last = shown.takeLast();
+    return shown.join(u", "_qs) + u" and "_qs + last;
+}
+
+QString listedByReason(const QList<NameAndReason>& items, qsizetype most) {
+    using Group = std::pair<QString, QStringList>;
+    QList<Group> groups;
+    for (const auto& [name, reason] : items) {
+        auto group = std::ranges::find(groups, reason, &Group::first);
+        if (group == groups.end()) group = groups.insert(groups.end(), {reason, {}});
+        if (!group->second.contains(name)) group->second << name;
+    }
+    QStringList parts;
+    for (const auto& [reason, names] : std::as_const(groups))
+        parts << listed(names, most) + (reason.isEmpty() ? reason : u" ("_qs + reason + u')');
+    return parts.join(u"; "_qs);
+}
+
+QString shownName(const QString& name) {
+    constexpr qsizetype kMost = 60;
+    constexpr qsizetype kEnd = 20;  // characters behind the gap
+    const QString readable = runtime::readableFileName(name);
+    if (readable.size() <= kMost) return readable;
+    QString begin = readable.left(kMost - kEnd - 1);
+    QString end = readable.right(kEnd);
+    // A character of two code units is not cut in half.
+    if (begin.back().isHighSurrogate()) begin.chop(1);
+    if (end.front().isLowSurrogate()) end.remove(0, 1);
+    return begin + u'…' + end;
+}
+
+QString bareName(const QString& path) {
+    return shownName(path.section(u'/', -1, -1, QString::SectionSkipEmpty));
+}
+
+QString sizeText(qint64 bytes) {
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+}
+
+QString sentencesOf(const Notice& notice) {
+    QStringList sentences{notice.what, notice.safe, notice.remedy};
+    sentences.removeAll(QString());
+    return sentences.join(u' ');
+}
+
+}  // namespace tarnwick::platform
