@@ -25,7 +25,6 @@ enum Format { kWav, kMp3, kAcm, kAiff };
 
 constexpr std::array<qint32, 8> kFrequencies{8000,  11025, 22050, 32000,
                                              44100, 48000, 96000, 192000};  // Hz, by opFrequency
-constexpr std::size_t kMp3Frequencies = 6;  // MP3 supports the first six
 constexpr std::array kWavModes{engine::kWav8, engine::kWav16, engine::kWav24, engine::kWav32,
                                engine::kWavFloat};
 constexpr std::array kAiffModes{engine::kAiff8, engine::kAiff16, engine::kAiff24, engine::kAiff32,
@@ -97,27 +96,27 @@ bool OutputEncoding::encoderIsThere() const {
 }
 
 void OutputEncoding::opFormat_Click(int index) {
-    runtime::guarded(services_.failure, u"frmBatchProcessor.opFormat_Click: ",
-                     [&](runtime::Line& line) {
-                         const bool codecs = index == kAcm;
-                         const bool mp3 = index == kMp3;
-                         line(10);
-                         if (!codecs)
-                             for (const std::size_t high : {6, 7})
-                                 form_.opFrequency[high]->setVisible(!mp3);
-                         line(20);
-                         form_.frResampleSettings->setVisible(!codecs);
-                         line(30);
-                         if (codecs) return showCodecs();
-                         form_.frRate->setVisible(!mp3);
-                         line(40);
-                         if (mp3) MP3_CBR_Enumerate();
-                         line(50);
-                         form_.frKbps->setVisible(mp3);
-                         if (mp3) form_.frKbps->move(form_.frKbps->x(), forms::px(kKbpsTop));
-                         line(60);
-                         form_.frACMCodecs->hide();
-                     });
+    runtime::guarded(
+        services_.failure, u"frmBatchProcessor.opFormat_Click: ", [&](runtime::Line& line) {
+            const bool codecs = index == kAcm;
+            const bool mp3 = index == kMp3;
+            line(10);
+            if (!codecs)
+                for (std::size_t high = kMp3Frequencies; high < form_.opFrequency.size(); ++high)
+                    form_.opFrequency[high]->setVisible(!mp3);
+            line(20);
+            form_.frResampleSettings->setVisible(!codecs);
+            line(30);
+            if (codecs) return showCodecs();
+            form_.frRate->setVisible(!mp3);
+            line(40);
+            if (mp3) MP3_CBR_Enumerate();
+            line(50);
+            form_.frKbps->setVisible(mp3);
+            if (mp3) form_.frKbps->move(form_.frKbps->x(), forms::px(kKbpsTop));
+            line(60);
+            form_.frACMCodecs->hide();
+        });
 }
 
 void OutputEncoding::showCodecs() {

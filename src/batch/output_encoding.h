@@ -14,6 +14,9 @@ namespace tarnwick::batch {
 
 class Trace;
 
+// MP3 supports the first so many rates of opFrequency.
+inline constexpr std::size_t kMp3Frequencies = 6;
+
 // The output format: its controls, which show and hide each other and list what the engine can
 // write, and the export of a file. UI thread.
 class OutputEncoding : public QObject {

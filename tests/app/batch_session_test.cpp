@@ -31,14 +31,7 @@ struct Batch : test::Launched {
         window().opFrequency[4]->setChecked(true);
         window().opChannel[0]->setChecked(true);
     }
-    forms::frmBatchProcessor& window() {
-        return *application.frame().findChild<forms::frmBatchProcessor*>();
-    }
-    void closeByItsBox() {
-        window().parentWidget()->close();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        ASSERT_EQ(application.frame().findChild<forms::frmBatchProcessor*>(), nullptr);
-    }
+    forms::frmBatchProcessor& window() { return *find<forms::frmBatchProcessor>(); }
     void tickAll() {
         for (QCheckBox* box : {window().chCutEnd, window().chSilenceEnds, window().chNormalize})
             box->setChecked(true);
@@ -84,9 +77,8 @@ TEST_F(Batch, EveryFileGetsTheRightSilencesAndLevel) {
     window().cbProcess->click();
     ASSERT_TRUE(finished(4)) << window().txbDebug->toPlainText().toStdString();
     expectSourcesKept();
-    EXPECT_EQ(files.list(session.path(), u"*"_qs),
-              QStringList({u"long ends.wav"_qs, u"script.xlsx"_qs, u"short ends.wav"_qs,
-                           u"shorter than the cuts.wav"_qs, u"Silence.wav"_qs}));
+    EXPECT_EQ(listed(),
+              u"long ends.wav|script.xlsx|short ends.wav|shorter than the cuts.wav|Silence.wav");
     for (const QString& name : {u"long ends.wav"_qs, u"short ends.wav"_qs}) {
         const Samples file = test::samplesOf(in(name));
         const auto [head, tail] = endsOf(file);
@@ -112,16 +104,18 @@ TEST_F(Batch, AnInvalidFileStopsTheRunAndNothingIsLost) {
     put(u"3.wav"_qs, test::wavFile(prompt(100, 9000, 100)));
     open();
     window().cbProcess->click();
-    ASSERT_TRUE(test::waitUntil([&] { return !desk.boxes.shown.isEmpty(); }, 10000));
+    ASSERT_TRUE(boxIsShown());
     EXPECT_EQ(boxes(),
               QStringList(u"Cannot load file %1 with error -5"_qs.arg(in(u"Raw_Files/2.wav"_qs))));
     test::pass(400);
     EXPECT_EQ(window().lbConversion->text(), u"Batch Processing File 0 of 3 ...");
     EXPECT_FALSE(window().cbClose->isEnabled());
     expectSourcesKept(1);
-    EXPECT_EQ(files.list(session.path(), u"*"_qs), QStringList(u"1.wav"_qs));
+    EXPECT_EQ(listed(), u"1.wav");
 
-    closeByItsBox();
+    window().parentWidget()->close();  // by its box
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_EQ(find<forms::frmBatchProcessor>(), nullptr);
     EXPECT_TRUE(form().isVisible());
     form().mnuBatchProcessor->trigger();
     EXPECT_TRUE(boxes().value(0).startsWith(u"The Project folder cannot contain"));
@@ -142,7 +136,7 @@ TEST_F(Batch, ClosingTheWindowDuringARunLeavesOnlyCompleteFiles) {
     EXPECT_TRUE(form().isVisible());
     test::pass(700);
     expectSourcesKept(1);
-    EXPECT_EQ(files.list(session.path(), u"*"_qs), QStringList({u"1.wav"_qs, u"2.wav"_qs}));
+    EXPECT_EQ(listed(), u"1.wav|2.wav");
     for (const QString& name : {u"1.wav"_qs, u"2.wav"_qs})
         EXPECT_NEAR(endsOf(test::samplesOf(in(name))).second, 500.0, 1.0);
 }

@@ -1,7 +1,9 @@
+#include <QPushButton>
 #include <QtEndian>
 
+#include "forms/frm_batch_processor.h"
+#include "journey.h"
 #include "model/list_columns.h"
-#include "session.h"
 #include "support/wav_samples.h"
 
 using namespace tarnwick;
@@ -10,7 +12,7 @@ using test::operator+;
 
 namespace {
 
-using test::Session;
+using Session = test::Launched;
 
 TEST_F(Session, TheDemoBecomesTenNamedFiles) {
     takeDemo(u"harbour_tour.wav"_qs);
@@ -35,14 +37,11 @@ TEST_F(Session, TheDemoBecomesTenNamedFiles) {
         EXPECT_EQ(qFromLittleEndian<quint32>(file.constData() + 24), 44100u);
         EXPECT_EQ(qFromLittleEndian<quint16>(file.constData() + 34), 24);
     }
-    EXPECT_EQ(
-        files.list(in(u"BU_Source_Files"_qs), u"*"_qs),
-        QStringList({u"harbour_tour.wav"_qs, u"harbour_tour.xlsx"_qs, u"harbour_tour_100.wav"_qs}));
+    EXPECT_EQ(listed(u"BU_Source_Files"_qs),
+              u"harbour_tour.wav|harbour_tour.xlsx|harbour_tour_100.wav");
     EXPECT_TRUE(boxes().isEmpty());
 
-    auto* close = application.frame().findChild<QPushButton*>(u"cbClose"_qs);
-    ASSERT_NE(close, nullptr);
-    close->click();
+    find<QPushButton>(u"cbClose"_qs)->click();
     EXPECT_TRUE(form().isVisible());
     EXPECT_EQ(form().lvAudioDetails->topLevelItemCount(), 0);
     EXPECT_EQ(EDT->GetSoundDuration(), 0);
@@ -72,7 +71,7 @@ TEST_F(Session, ExportedPromptsContainTheirSpeechBitForBit) {
     }
 }
 
-TEST_F(Session, ADocumentsRowsBecomeTheListToo) {
+TEST_F(Session, ADocumentOrAChosenSheetBecomesTheListToo) {
     form().OpScriptFormat[0]->setChecked(true);
     write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
     write(u"script.docx"_qs, zipOf(documentParts("<tbl><tr><tc><p><r><t>F_1</t></r></p></tc><tc><p>"
@@ -80,21 +79,28 @@ TEST_F(Session, ADocumentsRowsBecomeTheListToo) {
     load();
     ASSERT_TRUE(settled(1));
     EXPECT_EQ(cell(0, model::kFileName) + u'|' + cell(0, model::kContent), u"F_1|one two");
+    form().OpScriptFormat[1]->setChecked(true);
+    form().chPromptSheet->setChecked(true);
+    writeScript(3);
+    loadAnew();
+    QWidget* chooser = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == u"frmSelectImportSheet") chooser = window;
+    ASSERT_TRUE(chooser != nullptr && chooser->isVisible());
+    EXPECT_EQ(form().lvAudioDetails->topLevelItemCount(), 0) << "the import waits";
+    chooser->findChild<QPushButton*>(u"cbSelectSheet"_qs)->click();
+    EXPECT_TRUE(settled(2));
 }
 
 TEST_F(Session, BadRecordingsShowABoxAndNothingElseHappens) {
     const QByteArray whole = test::wavFile(test::wave(500, 9000));
-    const std::vector<std::pair<QByteArray, QString>> cases{
-        {QByteArray(), u"empty"_qs},
-        {QByteArray(20000, 'n'), u"no sound"_qs},
-        {whole.left(30), u"cut in the header"_qs},
-        {test::wavFile({}), u"without frames"_qs}};
+    // Empty, no sound, cut in the header, without frames.
+    const QByteArray cases[] = {{}, QByteArray(20000, 'n'), whole.left(30), test::wavFile({})};
     writeScript(3);
-    for (const auto& [bytes, what] : cases) {
+    for (const QByteArray& bytes : cases) {
         write(u"take.wav"_qs, bytes);
         load();
-        ASSERT_TRUE(test::waitUntil([&] { return !desk.boxes.shown.isEmpty(); }))
-            << what.toStdString();
+        ASSERT_TRUE(boxIsShown()) << bytes.size();
         EXPECT_TRUE(desk.boxes.shown[0].startsWith(u"Cannot "))
             << desk.boxes.shown[0].toStdString();
         test::pass(300);
@@ -127,24 +133,6 @@ TEST_F(Session, BadWorkbooksEndTheLoadOrTheProgram) {
     EXPECT_TRUE(desk.log().contains("frmMain.Import_Excel: Subscript out of range, Line 90\r\n"));
 }
 
-TEST_F(Session, TheImportWaitsForTheChosenSheet) {
-    write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
-    writeScript(3);
-    form().chPromptSheet->setChecked(true);
-    load();
-    QWidget* chooser = nullptr;
-    for (QWidget* window : QApplication::topLevelWidgets())
-        if (window->objectName() == u"frmSelectImportSheet") chooser = window;
-    ASSERT_TRUE(chooser != nullptr && chooser->isVisible());
-    EXPECT_EQ(EDT->GetSoundDuration(), 0);
-    auto* names = chooser->findChild<QComboBox*>(u"cbxSheetNames"_qs);
-    EXPECT_EQ(names->count(), 1);
-    EXPECT_EQ(names->currentText(), names->itemText(0));
-    chooser->findChild<QPushButton*>(u"cbSelectSheet"_qs)->click();
-    EXPECT_TRUE(settled(2));
-    EXPECT_EQ(state.vsSelectedSheet, names->itemText(0));
-}
-
 TEST_F(Session, ANewLoadReplacesOneInProgress) {
     const Samples speech = test::wave(900, 9000) + test::wave(1800, 100) + test::wave(900, 9000);
     writeScript(3);
@@ -168,7 +156,7 @@ TEST_F(Session, ANewLoadReplacesOneInProgress) {
 
 TEST_F(Session, AReplacedWindowLivesUntilItsBoxIsAnswered) {
     form().mnuRenameWizard->trigger();
-    const QPointer<QWidget> wizard = application.frame().findChild<QWidget*>(u"frmRenameWiz"_qs);
+    const QPointer<QWidget> wizard = find<QWidget>(u"frmRenameWiz"_qs);
     QDialog box;
     QTimer::singleShot(0, &box, [this] { form().mnuBatchProcessor->trigger(); });
     QTimer::singleShot(300, &box, &QDialog::accept);
@@ -190,13 +178,98 @@ TEST_F(Session, OnlyOneWindowReplacesTheMainWindow) {
     form().mnuRenameWizard->trigger();
     EXPECT_EQ(shown(u"frmBatchProcessor"_qs), 0);
     EXPECT_EQ(shown(u"frmRenameWiz"_qs), 1);
-    const auto* wizard = application.frame().findChild<QWidget*>(u"frmRenameWiz"_qs);
+    const auto* wizard = find<QWidget>(u"frmRenameWiz"_qs);
     EXPECT_EQ(wizard->findChild<QListWidget*>(u"Directorylb"_qs)->item(0)->text(), u"/");
     EXPECT_EQ(shown(u"frmMain"_qs), 0);
     for (QWidget* window : application.frame().findChildren<QWidget*>(u"frmRenameWiz"_qs))
         window->findChild<QPushButton*>(u"cbClose"_qs)->click();
     EXPECT_EQ(shown(u"frmMain"_qs), 1);
     EXPECT_EQ(shown(u"frmRenameWiz"_qs), 0);
+}
+
+// What happens to a session when another one is chosen.
+
+constexpr int kPrompts = 6;
+
+struct TwoSessions : test::Launched {
+    QTemporaryDir other;
+
+    void SetUp() override {
+        Launched::SetUp();
+        Samples take;
+        for (int i = 0; i < kPrompts; ++i)
+            take = take + test::wave(400, 9000) + test::wave(1600, 100);
+        write(u"take.wav"_qs, test::wavFile(take));
+        writeScript(kPrompts + 1);
+        ASSERT_TRUE(QFile::copy(in(u"take.wav"_qs), other.filePath(u"second.wav"_qs)));
+    }
+    void loadFirst() {
+        load();
+        ASSERT_TRUE(settled(kPrompts));
+    }
+    bool written(int prompt) const {
+        return files.FileExists(in(u"Prompt %1.wav"_qs.arg(prompt + 1)));
+    }
+    forms::frmBatchProcessor* batch() { return find<forms::frmBatchProcessor>(); }
+    // All prompts are written, recording and script are in the backup folder, and the Batch
+    // Processor shows the prompts' folder.
+    void expectExported() {
+        ASSERT_TRUE(test::waitUntil([&] { return batch() != nullptr; }, 10000));
+        for (int prompt = 1; prompt <= kPrompts; ++prompt)
+            EXPECT_TRUE(written(prompt)) << prompt;
+        EXPECT_EQ(listed(u"BU_Source_Files"_qs), u"script.xlsx|take.wav|take_100.wav");
+        EXPECT_EQ(batch()->txbProjectFolder->text(), session.path());
+        EXPECT_EQ(batch()->txbProjectFiles->text(), QString::number(kPrompts));
+    }
+};
+
+TEST_F(TwoSessions, AFileChosenDuringAnExportIsLoadedAfterItAndACancelStopsNothing) {
+    loadFirst();
+    ASSERT_TRUE(QFile::copy(in(u"script.xlsx"_qs), other.filePath(u"script.xlsx"_qs)));
+    form().mnuExport->trigger();
+    cmdlg.meanwhile = [&] { test::waitUntil([&] { return written(2); }, 5000); };
+    choose({});
+    cmdlg.meanwhile = {};
+    EXPECT_TRUE(written(2)) << "the export also continues while the dialog is open";
+    EXPECT_EQ(form().lvAudioDetails->topLevelItemCount(), 0);
+    choose(other.filePath(u"second.wav"_qs));
+    EXPECT_FALSE(written(kPrompts));
+    expectExported();
+    EXPECT_FALSE(QFile::exists(other.filePath(u"BU_Source_Files"_qs)));
+    batch()->cbClose->click();
+    ASSERT_TRUE(settled(kPrompts));
+    EXPECT_EQ(state.vsProjectFolder, other.path());
+    EXPECT_TRUE(QFile::exists(other.filePath(u"BU_Source_Files/second_101.wav"_qs)));
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(TwoSessions, AnExportUsesTheLoadedSession) {
+    loadFirst();
+    choose(other.filePath(u"second.wav"_qs));  // without a script
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_EQ(state.vsProjectFolder, other.path());
+    form().cbProcess->click();
+    ASSERT_TRUE(settled(kPrompts));
+    form().mnuExport->trigger();
+    expectExported();
+    EXPECT_EQ(files.list(other.path(), u"*"_qs), QStringList(u"second.wav"_qs));
+    EXPECT_FALSE(QFile::exists(other.filePath(u"Raw_Files"_qs)));
+}
+
+TEST_F(TwoSessions, ABadFileChosenDuringALoadLeavesNothingInProgress) {
+    ASSERT_TRUE(QFile::copy(in(u"script.xlsx"_qs), other.filePath(u"script.xlsx"_qs)));
+    test::writeFile(other.filePath(u"bad.wav"_qs), "no sound");
+    QObject::connect(EDT, &engine::SoundEditor::SoundLoadingStarted, &form(), [&] {
+        EXPECT_FALSE(form().pbWAVFormBuilding->isHidden());
+        choose(other.filePath(u"bad.wav"_qs));
+    });
+    load();
+    ASSERT_TRUE(boxIsShown());
+    EXPECT_TRUE(boxes().value(0).startsWith(u"Cannot load file bad.wav"));
+    test::pass(300);
+    EXPECT_TRUE(form().txbCalculating->isHidden());
+    EXPECT_TRUE(form().pbWAVFormBuilding->isHidden());
+    EXPECT_EQ(form().lbStatus->text(), u"Status: Idle");
 }
 
 }  // namespace

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "batch/output_encoding.h"
 #include "batch/run.h"
 #include "batch/services.h"
+#include "batch/trace.h"
 #include "forms/frm_batch_processor.h"
 #include "support/scripted_editor.h"
 #include "support/scripted_ports.h"
@@ -21,16 +23,13 @@ struct BatchDesk : ::testing::Test {
     settings::SettingsDatabase database;
     ScriptedEditor EDT;
     ScriptedEditor EDTX;
-    int unloads = 0;
     forms::frmBatchProcessor form;
     batch::Run run;
     batch::Services services{desk.failure, state,      database, desk.boxes, cmdlg,
-                             files,        desk.clock, EDT,      EDTX,       [this] { ++unloads; }};
+                             files,        desk.clock, EDT,      EDTX,       [] {}};
 
     void SetUp() override {
-        const QString file = desk.folder.filePath(u"Tarnwick.mdb"_qs);
-        ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE), file));
-        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        desk.takeDatabase();
         state.vsConnection = settings::connectionString(desk.folder.path());
         state.vsProjectFolder = project.path();
     }
@@ -41,6 +40,18 @@ struct BatchDesk : ::testing::Test {
     }
     QString in(const QString& name) const { return project.filePath(name); }
     QStringList boxes() { return std::exchange(desk.boxes.shown, {}); }
+    // The procedure, fault and step that the fatal box tells; empty where all ends well.
+    QString endOf(const std::function<void()>& procedure) {
+        try {
+            procedure();
+            return {};
+        } catch (const ProcessEnded&) {
+            return boxes()
+                .value(0)
+                .section(u"Error: frmBatchProcessor."_qs, 1)
+                .section(u"\r\n"_qs, 0, 0);
+        }
+    }
 };
 
 }  // namespace tarnwick::test

@@ -2,17 +2,31 @@
 
 #include <QDir>
 
-#include "batch/output_encoding.h"
 #include "batch/project_files.h"
-#include "batch/trace.h"
 #include "desk.h"
 
 using namespace tarnwick;
 
 namespace {
 
+// A disk that may have its root in another folder.
+struct RootedDisk : platform::Disk {
+    QString root;
+
+    bool FolderExists(const QString& path) const override {
+        return !path.isEmpty() && Disk::FolderExists(root + path);
+    }
+    QStringList list(const QString& folder, const QStringList& patterns) const override {
+        return folder.isEmpty() ? QStringList() : Disk::list(root + folder, patterns);
+    }
+    void createFolder(const QString& path) override { Disk::createFolder(root + path); }
+};
+
 struct Files : test::BatchDesk {
-    batch::ProjectFiles projectFiles{form, run, services};
+    RootedDisk disk;
+    batch::Services rooted{desk.failure, state,      database, desk.boxes, cmdlg,
+                           disk,         desk.clock, EDT,      EDTX,       [] {}};
+    batch::ProjectFiles projectFiles{form, run, rooted};
 
     Files() {
         QPalette dark;
@@ -48,7 +62,7 @@ struct Files : test::BatchDesk {
 TEST_F(Files, TheWindowOpensOnTheRecordings) {
     put({u"b.wav"_qs, u"A.WAV"_qs, u"c.mp3"_qs, u"c.wav.txt"_qs});
     open();
-    EXPECT_EQ(run.files(), QStringList({u"A.WAV"_qs, u"b.wav"_qs}));
+    EXPECT_EQ(run.files().join(u' '), u"A.WAV b.wav");
     EXPECT_EQ(run.vsRawFolder, in(u"Raw_Files"_qs));
     EXPECT_TRUE(QDir(run.vsRawFolder).exists());
     EXPECT_EQ(form.txbProjectFolder->text(), project.path());
@@ -88,7 +102,7 @@ TEST_F(Files, BrowsingTakesTheFilesOfTheChosenKind) {
     browse(in(u"b.MP3"_qs));
     EXPECT_EQ(state.vsProjectFolder, project.path());
     EXPECT_EQ(shown(), u"white|3|white|shown|2");
-    EXPECT_EQ(run.files(), QStringList({u"a.mp3"_qs, u"b.MP3"_qs, u"c.mp3"_qs}));
+    EXPECT_EQ(run.files().join(u' '), u"a.mp3 b.MP3 c.mp3");
     EXPECT_EQ(form.cbBrowse->palette().color(QPalette::Button), QColor(192, 192, 192));
 
     form.txbProjectFolder->clear();
@@ -96,54 +110,25 @@ TEST_F(Files, BrowsingTakesTheFilesOfTheChosenKind) {
     EXPECT_EQ(form.txbProjectFolder->text(), project.path());
     EXPECT_TRUE(boxes().value(0).contains(u"'Raw_Files' folder at the beginning"_qs));
     EXPECT_EQ(run.files().size(), 3);
-}
 
-TEST_F(Files, APathWithoutADotStandsForNamesWithoutExtension) {
     const QTemporaryDir plain(QDir::tempPath() + u"/batchXXXXXX"_qs);
-    test::writeFile(plain.filePath(u"take"_qs), "x");
-    test::writeFile(plain.filePath(u"note.txt"_qs), "x");
+    for (const QString& name : {u"take"_qs, u"note.txt"_qs})
+        test::writeFile(plain.filePath(name), "x");
     browse(plain.filePath(u"take"_qs));
-    EXPECT_EQ(run.files(), QStringList(u"take"_qs));
+    EXPECT_EQ(run.files().join(u' '), u"take") << "without a dot: those without an extension";
     EXPECT_EQ(shown(), u"white|1|white|shown|1");
 }
 
-// A disk whose root is a folder of its own.
-struct RootedDisk : platform::Disk {
-    QTemporaryDir root;
-
-    bool FolderExists(const QString& path) const override {
-        return !path.isEmpty() && Disk::FolderExists(root.path() + path);
-    }
-    QStringList list(const QString& folder, const QStringList& patterns) const override {
-        return folder.isEmpty() ? QStringList() : Disk::list(root.path() + folder, patterns);
-    }
-    void createFolder(const QString& path) override { Disk::createFolder(root.path() + path); }
-};
-
-struct RootFiles : test::BatchDesk {
-    RootedDisk disk;
-    batch::Services rooted{desk.failure, state,      database, desk.boxes, cmdlg,
-                           disk,         desk.clock, EDT,      EDTX,       [] {}};
-    batch::ProjectFiles projectFiles{form, run, rooted};
-
-    void open() {
-        runtime::guarded(desk.failure, u"",
-                         [&](runtime::Line& line) { projectFiles.open(line, 0); });
-    }
-};
-
-TEST_F(RootFiles, TheRootIsAFolderLikeAnyOtherAndNoFolderIsNone) {
+TEST_F(Files, TheRootIsAFolderLikeAnyOtherAndNoFolderIsNone) {
     const QStringList names{u"a.wav"_qs, u"b.wav"_qs};
-    for (const QString& name : names)
-        test::writeFile(disk.root.filePath(name), "x");
-    cmdlg.path = u"/b.wav"_qs;
-    form.cbBrowse->click();
-    EXPECT_EQ(state.vsProjectFolder, u"/");
-    EXPECT_EQ(form.txbProjectFolder->text(), u"/");
-    EXPECT_EQ(run.vsRawFolder, u"/Raw_Files");
+    put(names);
+    disk.root = project.path();
+    browse(u"/b.wav"_qs);
+    EXPECT_EQ(state.vsProjectFolder + form.txbProjectFolder->text() + run.vsRawFolder,
+              u"///Raw_Files");
     EXPECT_EQ(run.files(), names);
 
-    ASSERT_TRUE(QDir(disk.root.path()).rmdir(u"Raw_Files"_qs));
+    ASSERT_TRUE(QDir(disk.root).rmdir(u"Raw_Files"_qs));
     run = {};
     open();
     EXPECT_EQ(run.files(), names);
@@ -160,12 +145,8 @@ struct Output : Files {
     // The path's last part of what the engine is asked to write, or the fault that ends it.
     QString written(const QString& source) {
         run.vsFiles = QStringList(source);
-        try {
-            output.EDTX_Export_File();
-        } catch (const test::ProcessEnded&) {
-            return boxes().value(0).section(u"_File: "_qs, 1).section(u"\r\n"_qs, 0, 0);
-        }
-        return EDTX.taken().join(u'+');
+        const QString fault = endOf([&] { output.EDTX_Export_File(); });
+        return EDTX.taken() + fault.section(u"_File: "_qs, 1);
     }
     QStringList raw() const { return QDir(in(u"Raw_Files"_qs)).entryList(QDir::Files); }
 };
@@ -194,10 +175,10 @@ TEST_F(Output, ListsAreTheEngines) {
     form.opFormat[1]->click();
     EXPECT_EQ(form.cbxOutputCBR->itemText(0), u"32 kbps");
     EXPECT_EQ(form.cbxOutputCBR->currentText(), u"320 kbps") << "the engine's first";
-    form.opFrequency[0]->click();
-    EXPECT_EQ(form.cbxOutputCBR->currentText(), u"64 kbps");
-    form.opFrequency[6]->setChecked(true);
-    EXPECT_EQ(form.cbxOutputCBR->currentText(), u"64 kbps") << "keeps the frequency";
+    for (const std::size_t frequency : {0, 6}) {
+        form.opFrequency[frequency]->setChecked(true);
+        EXPECT_EQ(form.cbxOutputCBR->currentText(), u"64 kbps") << "the seventh keeps the first's";
+    }
     for (const int listed : {6, 12}) {
         form.opFormat[2]->setChecked(true);
         EXPECT_EQ(form.cbxCodecs->count(), listed);

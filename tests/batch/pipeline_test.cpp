@@ -1,11 +1,118 @@
+#include <gtest/gtest.h>
+
 #include <QMouseEvent>
 
 #include "batch/batch_processor.h"
+#include "batch/chain_step.h"
 #include "desk.h"
 
+using namespace tarnwick::batch;
 using namespace tarnwick;
 
 namespace {
+
+// One letter for each step, in the order of ChainStep.
+char letter(ChainStep step) { return "-sedthnx!+FR"[static_cast<int>(step)]; }
+
+std::string told(ChainEvent event, const ChainMoment& moment) {
+    const Following next = following(event, moment);
+    return std::string{letter(next.step), '|'}.append(next.vsFilterStep.toStdString());
+}
+
+// Every combination of what the operator can ask for, with the steps of a file in their order as
+// letters: start, end, detect, hiss, normalise, export.
+struct Asked {
+    ChainMoment moment;
+    std::string steps;
+};
+std::vector<Asked> everythingAsked() {
+    std::vector<Asked> all;
+    for (int bits = 0; bits < 64; ++bits) {
+        Asked asked;
+        ChainMoment& m = asked.moment;
+        bool* const flags[] = {&m.chCutEnd,      &m.cutsStart,    &m.cutsEnd,
+                               &m.chSilenceEnds, &m.chHissFilter, &m.chNormalize};
+        for (int i = 0; i < 6; ++i)
+            *flags[i] = (bits >> i & 1) != 0;
+        if (m.chCutEnd && m.cutsStart) asked.steps += 's';
+        if (m.chCutEnd && (m.cutsEnd || !m.cutsStart)) asked.steps += 'e';
+        if (m.chSilenceEnds) asked.steps += 'd';
+        if (m.chHissFilter) asked.steps += 'h';
+        if (m.chNormalize) asked.steps += 'n';
+        all.push_back({m, asked.steps + 'x'});
+    }
+    return all;
+}
+
+TEST(ChainStep, StepsFollowOneAnotherInTheirOrder) {
+    for (Asked& asked : everythingAsked()) {
+        ChainMoment& m = asked.moment;
+        const std::string& steps = asked.steps;
+        const auto behind = [&](std::string_view done) {
+            return steps[steps.find_first_not_of(done)];
+        };
+        // What a file before left behind does not count.
+        m.nCommand = 19;
+        m.vsFilterStep = kSetSilenceEnd.toString();
+        const std::map<char, std::string> texts{
+            {'s', "CutFileStart"}, {'e', "CutFileEnd"}, {'n', "All Filters Done"}};
+        const auto text = texts.find(steps[0]);
+        const std::string loaded = told(ChainEvent::SoundLoaded, m);
+        EXPECT_EQ(loaded[0], steps[0]);
+        EXPECT_EQ(loaded.substr(2), text == texts.end() ? "Set Silence End" : text->second);
+
+        m.nCommand = 1;
+        m.vsFilterStep = kCutFileStart.toString();
+        const std::string cut = told(ChainEvent::EditEnded, m);
+        if (m.cutsEnd)
+            EXPECT_EQ(cut, "e|CutFileEnd");
+        else
+            EXPECT_EQ(cut, std::string(1, behind("se")).append("|CutFileStart"));
+        for (const QStringView other : {kCutFileEnd, kSetSilenceEnd, QStringView()}) {
+            m.vsFilterStep = other.toString();
+            EXPECT_EQ(told(ChainEvent::EditEnded, m)[0], behind("se"));
+        }
+        for (const qint16 silence : {2, 14}) {
+            m.nCommand = silence;
+            m.vsFilterStep = kSetSilenceEnd.toString();
+            EXPECT_EQ(told(ChainEvent::EditEnded, m), "t|");
+            m.vsFilterStep.clear();
+            EXPECT_EQ(told(ChainEvent::EditEnded, m), (std::string{behind("sed"), '|'}));
+        }
+        for (const ChainEvent event : {ChainEvent::EditEnded, ChainEvent::ErrorAnswered}) {
+            m.nCommand = 16;
+            EXPECT_EQ(told(event, m)[0], behind("sedh"));
+            m.nCommand = 19;
+            EXPECT_EQ(told(event, m)[0], 'x');
+        }
+    }
+}
+
+TEST(ChainStep, WhatDoesNotFitLeadsNowhereOrIsToldTo) {
+    ChainMoment m;
+    m.chSilenceEnds = m.chNormalize = m.cutsEnd = true;
+    m.vsFilterStep = kSetSilenceEnd.toString();
+    for (const qint16 command : {0, 3, 4, 15, -1}) {
+        m.nCommand = command;
+        EXPECT_EQ(told(ChainEvent::EditEnded, m), "-|Set Silence End");
+    }
+    m.nCommand = 19;
+    EXPECT_EQ(told(ChainEvent::EditEnded, m), "x|Set Silence End") << "without head and level";
+    for (const qint16 command : {2, 14}) {
+        m.nCommand = command;
+        for (const QStringView step : {kCutFileStart, kCutFileEnd, kAllFiltersDone,
+                                       QStringView(u"set silence end"), QStringView(u" ")}) {
+            m.vsFilterStep = step.toString();
+            EXPECT_EQ(told(ChainEvent::EditEnded, m)[0], '!') << step.toString().toStdString();
+        }
+        EXPECT_EQ(told(ChainEvent::ErrorAnswered, m)[0], '-');
+    }
+    EXPECT_EQ(told(ChainEvent::ExportEnded, m)[0], '+');
+    m.lastFile = true;
+    EXPECT_EQ(told(ChainEvent::ExportEnded, m)[0], 'F');
+    m.appliesToEditor = true;
+    EXPECT_EQ(told(ChainEvent::ExportEnded, m)[0], 'R');
+}
 
 // A window on a folder of files whose names are all that counts; the test raises EDTX's events.
 struct Chain : test::BatchDesk {
@@ -22,7 +129,7 @@ struct Chain : test::BatchDesk {
             timer->setInterval(0);
         }
         EDTX.duration = 10000;
-        EXPECT_EQ(EDTX.taken(), QStringList(u"SetEditorOption 100"_qs));
+        EXPECT_EQ(EDTX.taken(), u"SetEditorOption 100");
     }
     bool armed() const {
         const auto timers = form.findChildren<QTimer*>();
@@ -32,7 +139,7 @@ struct Chain : test::BatchDesk {
     // What EDTX is asked after an event, once the chain waits again.
     QString asked() {
         EXPECT_TRUE(test::waitUntil([&] { return !armed(); }, 5000));
-        return EDTX.taken().join(u'|');
+        return EDTX.taken();
     }
     QString process() {
         form.cbProcess->click();
@@ -48,21 +155,14 @@ struct Chain : test::BatchDesk {
     }
     QString audible(qint32 begin, qint32 end) {
         Q_EMIT EDTX.AudibleRangeDetected(begin, end);
-        return EDTX.taken().join(u'|');
+        return EDTX.taken();
     }
     QString exported() {
         EDTX.endExport();
         return asked();
     }
-    QStringList raw() const { return files.list(in(u"Raw_Files"_qs), u"*"_qs); }
+    QString raw() const { return files.list(in(u"Raw_Files"_qs), u"*"_qs).join(u'|'); }
     QString trace() const { return form.txbDebug->toPlainText(); }
-    QString ended(const std::function<void()>& procedure) {
-        EXPECT_THROW(procedure(), test::ProcessEnded);
-        return boxes()
-            .value(0)
-            .section(u"Error: frmBatchProcessor."_qs, 1)
-            .section(u"\r\n"_qs, 0, 0);
-    }
 };
 
 TEST_F(Chain, AFileTakesEveryStepAndTheTraceTellsThem) {
@@ -78,7 +178,7 @@ TEST_F(Chain, AFileTakesEveryStepAndTheTraceTellsThem) {
     EXPECT_FALSE(form.pbConversion->isHidden() || form.lbConversion->isHidden());
     const settings::Access access(database, state.vsConnection);
     EXPECT_EQ(database.Read(u"SELECT F9 FROM Admin WHERE F1 = 12"_qs).text(u"F9"_qs), u"50.5");
-    EXPECT_EQ(raw(), QStringList({u"b.wav"_qs, u"ZZ_TEMP_a.wav"_qs}));
+    EXPECT_EQ(raw(), u"b.wav|ZZ_TEMP_a.wav");
     for (const QWidget* off :
          std::initializer_list<QWidget*>{form.frNormalizationFunction, form.frSilenceFunction,
                                          form.frOutputSpecs, form.cbClose, form.cbProcess})
@@ -91,20 +191,18 @@ TEST_F(Chain, AFileTakesEveryStepAndTheTraceTellsThem) {
     EXPECT_EQ(edited(14), u"RemoveSilence 0 300 1638 1");
     EXPECT_EQ(edited(14), u"Normalize 0 -1 84.1 100 100");
     EXPECT_EQ(edited(19), u"SoundExport 48000 2 0 -1 a.wav");
-    EXPECT_EQ(
-        trace().split(u'\n'),
-        QStringList(
-            {u"File: a.wav"_qs, u"vlDuration BEFORE Cut_File_Start = 10000"_qs,
-             u"nResult for Cut_File_Start = 0"_qs, u"vlDuration AFTER Cut_File_Start = 10000"_qs,
-             u"nResult for Cut_File_End = 0"_qs, u"vlDuration AFTER Cut_File_End = 10000"_qs,
-             u"GetSoundDuration done in AudibleRangeDetected"_qs,
-             u"vlSilenceAdjustment at Remove_End = 500"_qs,
-             u"vlSilenceAdjustment at Remove_Start = 300"_qs, u"Enter Normalization"_qs,
-             u"nResult for Normalization: 0"_qs, u"Enter Export"_qs, u"Exit Export"_qs}));
+    EXPECT_EQ(trace(),
+              u"File: a.wav\nvlDuration BEFORE Cut_File_Start = 10000\n"
+              u"nResult for Cut_File_Start = 0\nvlDuration AFTER Cut_File_Start = 10000\n"
+              u"nResult for Cut_File_End = 0\nvlDuration AFTER Cut_File_End = 10000\n"
+              u"GetSoundDuration done in AudibleRangeDetected\n"
+              u"vlSilenceAdjustment at Remove_End = 500\n"
+              u"vlSilenceAdjustment at Remove_Start = 300\nEnter Normalization\n"
+              u"nResult for Normalization: 0\nEnter Export\nExit Export");
     EXPECT_EQ(exported(), u"SetLoadMode 0|LoadSound ZZ_TEMP_b.wav");
     EXPECT_EQ(form.lbConversion->text(), u"Batch Processing File 0 of 2 ...");
     EXPECT_EQ(trace(), QString());
-    EXPECT_EQ(raw(), QStringList({u"a.wav"_qs, u"ZZ_TEMP_b.wav"_qs}));
+    EXPECT_EQ(raw(), u"a.wav|ZZ_TEMP_b.wav");
 }
 
 TEST_F(Chain, NothingAskedForIsAnExportOfEachFileAndThenTheEnd) {
@@ -123,7 +221,7 @@ TEST_F(Chain, NothingAskedForIsAnExportOfEachFileAndThenTheEnd) {
     EXPECT_TRUE(form.cbClose->isEnabled() && form.frOutputSpecs->isEnabled());
     EXPECT_TRUE(form.cbProcess->isHidden() && form.pbConversion->isHidden());
     EXPECT_EQ(form.cbClose->y(), 568);
-    EXPECT_EQ(raw(), QStringList({u"a.wav"_qs, u"b.wav"_qs, u"c.wav"_qs}));
+    EXPECT_EQ(raw(), u"a.wav|b.wav|c.wav");
 }
 
 TEST_F(Chain, EndsThatAreRightAlreadyGoOnWithTheLastEdit) {
@@ -143,7 +241,7 @@ TEST_F(Chain, EndsThatAreRightAlreadyGoOnWithTheLastEdit) {
         EXPECT_TRUE(armed());
     }
     EXPECT_EQ(edited(19), u"SoundExport 48000 2 0 -1 a.wav") << "the end of a file before";
-    EXPECT_EQ(ended([&] { Q_EMIT EDTX.AudibleRangeDetected(0, -2147483647); }),
+    EXPECT_EQ(endOf([&] { Q_EMIT EDTX.AudibleRangeDetected(0, -2147483647); }),
               u"Set_Silence_End: Overflow, Line 10");
 }
 
@@ -201,7 +299,7 @@ TEST_F(Chain, ARunRefusedOrWithoutFilesMovesNothing) {
     EXPECT_EQ(boxes().size(), 2);
     QFile::remove(in(u"a.wav"_qs));
     form.txbNormPerc->setText(u"60"_qs);
-    EXPECT_EQ(ended([&] { process(); }), u"cbProcess_Click: File not found, Line 60");
+    EXPECT_EQ(endOf([&] { process(); }), u"cbProcess_Click: File not found, Line 60");
 }
 
 TEST_F(Chain, TheDelayHoldsEachStepAlsoOverMidnight) {

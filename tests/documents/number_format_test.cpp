@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QStringList>
+#include "support/text_table.h"
 
 using tarnwick::documents::NumberFormat;
 
@@ -10,10 +10,9 @@ namespace {
 
 // Code, value and text in turn, behind a bar each.
 void expectShown(const char* table) {
-    const QStringList cases = QString::fromUtf8(table).remove(u'\n').split(u'|');
-    for (qsizetype i = 0; i + 2 < cases.size(); i += 3)
-        EXPECT_EQ(NumberFormat(cases[i]).format(cases[i + 1].toDouble(), false), cases[i + 2])
-            << cases[i].toStdString();
+    for (const QStringList& row : tarnwick::test::rowsOf(table, 3))
+        EXPECT_EQ(NumberFormat(row[0]).format(row[1].toDouble(), false), row[2])
+            << qPrintable(row[0]);
 }
 
 }  // namespace
@@ -32,17 +31,15 @@ h:mm|0.50046|12:01|AM/PM h|0.75|PM 6|yyy|43897.5|2020|d-mmm-yyyy|1e300|1E+300|"W
 }
 
 TEST(NumberFormat, CodesThatAWorkbookNamesByNumber) {
-    const QStringList codes =
-        QStringLiteral(
-            "0|43897.54321|8|43897.54321|9|4389754%|10|4389754.32%|11|43897.54321|13|43897.54321|"
-            "14|07/03/2020|15|7-Mar-20|16|7-Mar|17|Mar-20|18|1:02 PM|19|1:02:13 PM|20|13:02|"
-            "21|13:02:13|22|07/03/2020 13:02|26|43897.54321|27|2020/03/07|36|2020/03/07|"
-            "37|43897.54321|44|43897.54321|45|02:13|46|1053541:02:13|47|02:13.3|48|43897.54321|"
-            "49|43897.54321|50|2020/03/07|58|2020/03/07|59|43897.54321")
-            .split(u'|');
-    for (qsizetype i = 0; i < codes.size(); i += 2)
-        EXPECT_EQ(NumberFormat::builtIn(codes[i].toInt()).format(43897.54321, false), codes[i + 1])
-            << codes[i].toStdString();
+    const char* const codes = R"(
+0|43897.54321|8|43897.54321|9|4389754%|10|4389754.32%|11|43897.54321|13|43897.54321|
+14|07/03/2020|15|7-Mar-20|16|7-Mar|17|Mar-20|18|1:02 PM|19|1:02:13 PM|20|13:02|
+21|13:02:13|22|07/03/2020 13:02|26|43897.54321|27|2020/03/07|36|2020/03/07|37|43897.54321|
+44|43897.54321|45|02:13|46|1053541:02:13|47|02:13.3|48|43897.54321|49|43897.54321|
+50|2020/03/07|58|2020/03/07|59|43897.54321)";
+    for (const QStringList& row : tarnwick::test::rowsOf(codes, 2))
+        EXPECT_EQ(NumberFormat::builtIn(row[0].toInt()).format(43897.54321, false), row[1])
+            << qPrintable(row[0]);
 }
 
 // As an office program shows them.
@@ -74,13 +71,8 @@ TEST(NumberFormat, OtherCodesShowThePlainValue) {
 }
 
 TEST(NumberFormat, TextsHaveWhatTheCodePutsAroundThem) {
-    const std::tuple<const char*, const char*, const char*> cases[] = {
-        {"\"VO_\"@", "intro", "VO_intro"},
-        {"0;0;0;@\".wav\"", "a", "a.wav"},
-        {"0;@_)", "a", "a"},
-        {"\"VO_\"@", "", ""},
-        {"\"VO_\"0", "a", "a"},
-        {";;;", "a", "a"}};
-    for (const auto& [code, text, shown] : cases)
-        EXPECT_EQ(NumberFormat(QString::fromLatin1(code)).format(QString::fromLatin1(text)), shown);
+    const char* const cases = R"(
+"VO_"@|intro|VO_intro|0;0;0;@".wav"|a|a.wav|0;@_)|a|a|"VO_"@|||"VO_"0|a|a|;;;|a|a)";
+    for (const QStringList& row : tarnwick::test::rowsOf(cases, 3))
+        EXPECT_EQ(NumberFormat(row[0]).format(row[1]), row[2]) << qPrintable(row[0]);
 }

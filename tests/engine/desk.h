@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QStringList>
@@ -60,33 +61,47 @@ class Desk : public testing::Test {
         return path(name);
     }
 
-    // Waits until the last event is `line`.
+    // Waits until the last event is `line`; not where the test has failed already.
     bool sees(const char* line) {
-        const bool seen =
-            waitUntil([&] { return !events.empty() && events.last() == QLatin1String(line); });
+        const bool seen = !HasFatalFailure() && waitUntil([&] {
+            return events.value(events.size() - 1) == QLatin1String(line);
+        });
         EXPECT_TRUE(seen) << line << " after " << said();
         return seen;
     }
     std::string said() const { return events.join(u", ").toStdString(); }
 
+    // Waits for the one event that ends what a call has just begun.
+    void ends(qint32 result, const char* line) {
+        EXPECT_EQ(result, kOk);
+        events.clear();
+        ASSERT_TRUE(sees(line));
+    }
+    void insert(qint32 at, qint32 ms) { ends(editor->InsertSilence(at, ms), "EditDone 2 1"); }
+    void undo() {
+        editor->Undo();
+        ends(kOk, "EditDone 4 1");
+    }
+    void detect(qint16 threshold, qint32 ms, const char* line = "SilencesDone 1") {
+        ends(editor->SilencePositionsDetect(threshold, ms, 0), line);
+    }
+
     // Loads a recording and forgets the events of that.
-    void load(const Samples& samples) {
-        ASSERT_EQ(editor->LoadSound(make("take.wav", wavFile(samples))), kOk);
+    void load(const Samples& samples, int rate = kRate) {
+        ASSERT_EQ(editor->LoadSound(make("take.wav", wavFile(samples, rate))), kOk);
         EXPECT_EQ(editor->GetSoundDuration(), 0) << "nothing changes before its event";
         ASSERT_TRUE(sees("LoadingDone 1"));
         events.clear();
     }
     // Writes a stretch as it is now; its event is still to come.
-    qint32 write(const char* name, qint32 beginMs = 0, qint32 endMs = -1) {
+    qint32 write(const char* name, qint32 beginMs = 0, qint32 endMs = -1, int rate = kRate) {
         editor->encodeFormats().FormatToUse = kWavContainer;
         editor->encodeFormats().WAV.EncodeMode = kWav24;
-        return editor->SoundExport(kRate, 1, 0, beginMs, endMs, path(name));
+        return editor->SoundExport(rate, 1, 0, beginMs, endMs, path(name));
     }
-    Samples written(const char* name, qint32 beginMs = 0, qint32 endMs = -1) {
-        events.clear();
-        EXPECT_EQ(write(name, beginMs, endMs), kOk);
-        EXPECT_TRUE(sees("ExportDone 1"));
-        return samplesOf(path(name));
+    Samples written(const char* name, qint32 beginMs = 0, qint32 endMs = -1, int rate = kRate) {
+        ends(write(name, beginMs, endMs, rate), "ExportDone 1");
+        return samplesOf(path(name), rate);
     }
     std::string silences() const {
         QStringList all;

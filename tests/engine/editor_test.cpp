@@ -36,21 +36,18 @@ TEST_F(Desk, NoSpeechSampleIsLostBetweenTwoSilences) {
     const Samples quiet(70013, 0);
     const Samples speech(50007, 100000);
     load(quiet + speech + quiet);
-    editor->SilencePositionsDetect(0, 1000, 0);
-    ASSERT_TRUE(sees("SilencesDone 1"));
+    detect(0, 1000);
     ASSERT_EQ(silences(), "0-1587 2722-4309");
-    qint32 start = 1;
-    qint32 end = 1;
-    editor->SilencePositionsGetRange(2, start, end);
-    EXPECT_EQ(start + end, 0);
-    editor->SilencePositionsGetRange(-1, start, end);
-    EXPECT_EQ(start + end, 0);
+    for (const qint32 outside : {-1, 2}) {
+        qint32 start = 1, end = 1;
+        editor->SilencePositionsGetRange(outside, start, end);
+        EXPECT_EQ(start + end, 0);
+    }
     const Samples span = written("speech.wav", 1587, 2722);
     EXPECT_EQ(std::ranges::count(span, 100000), 50007);
     EXPECT_LT(span.size(), 50007u + 2 * 45);
     load(Samples(50, 100000) + Samples(10, 0) + Samples(50, 100000));
-    editor->SilencePositionsDetect(0, 0, 0);
-    ASSERT_TRUE(sees("SilencesDone 1"));
+    detect(0, 0);
     EXPECT_EQ(silences(), "2-2") << "within a millisecond";
 }
 
@@ -58,52 +55,39 @@ TEST_F(Desk, AQueuedEditWorksOnTheResultOfTheOneBefore) {
     load(kTake);
     editor->DeleteRange(0, 500);
     editor->DeleteRange(0, 500);
-    editor->InsertSilence(4000, 100);  // meant as the end when it was asked for
+    ASSERT_EQ(editor->InsertSilence(4000, 100), kOk);  // meant as the end when it was asked for
     EXPECT_EQ(editor->GetSoundDuration(), 4000);
     ASSERT_TRUE(sees("EditDone 2 1"));
     EXPECT_EQ(written("out.wav"), slice(kTake, kRate, kTake.size()) + Samples(kRate / 10, 0));
 }
 
 TEST_F(Desk, APositionPastTheLastWholeMillisecondIsTheEnd) {
-    struct Case {
-        qsizetype frames;                  // of the sound, 44.1 are a ms
-        std::pair<qint32, qint32> before;  // what is cut first
-        qint32 at;                         // where silence is put in
-        qsizetype place;                   // in frames, of what is left
-    };
-    for (const Case& c : std::initializer_list<Case>{{20, {0, 0}, 0, 0},
-                                                     {60, {0, 0}, 1, 60},
-                                                     {60, {0, 0}, 0, 0},
-                                                     {203, {0, 0}, 3, 132},
-                                                     {203, {0, 0}, 4, 203},
-                                                     {203, {0, 1}, 3, 159},
-                                                     {115, {0, 1}, 1, 71}}) {
-        const Samples take(static_cast<std::size_t>(c.frames), 1000);
-        load(take);
-        editor->DeleteRange(c.before.first, c.before.second);
-        editor->InsertSilence(c.at, 10);
-        ASSERT_TRUE(sees("EditDone 2 1"));
+    // Frames of the sound (44.1 are a ms), ms cut from its start, where silence is put in, and the
+    // frame where that is.
+    const std::tuple<qsizetype, qint32, qint32, qsizetype> cases[] = {
+        {20, 0, 0, 0},    {60, 0, 1, 60},   {60, 0, 0, 0},  {203, 0, 3, 132},
+        {203, 0, 4, 203}, {203, 1, 3, 159}, {115, 1, 1, 71}};
+    for (const auto& [frames, cut, at, place] : cases) {
+        load(Samples(static_cast<std::size_t>(frames), 1000));
+        editor->DeleteRange(0, cut);
+        insert(at, 10);
         const Samples out = written("out.wav");
-        EXPECT_EQ(std::ranges::find(out, 0) - out.begin(), c.place) << c.frames << ' ' << c.at;
+        EXPECT_EQ(std::ranges::find(out, 0) - out.begin(), place) << frames << ' ' << at;
     }
 }
 
 TEST_F(Desk, UndoGoesBackBitForBitAndNoFurther) {
     load(kTake);
     EXPECT_EQ(written("before.wav"), kTake);
-    events.clear();
     editor->DeleteRange(700, 1700);
     editor->effects().ApplyVolume(0, 500, 0, 0.0f, 0);
-    editor->InsertSilence(250, 0);
-    ASSERT_TRUE(sees("EditDone 2 1"));
+    insert(250, 0);
     const Samples edited = written("edited.wav");
     EXPECT_EQ(edited.size(), kTake.size() - kRate);
     EXPECT_EQ(slice(edited, 0, kRate / 2), Samples(kRate / 2, 0));
     for (int i = 0; i < 3; ++i) {
         EXPECT_TRUE(editor->UndoAvailable());
-        events.clear();
-        editor->Undo();
-        ASSERT_TRUE(sees("EditDone 4 1"));
+        undo();
     }
     EXPECT_EQ(said(), "EditStarted, EditPerc 100, EditDone 4 1");
     EXPECT_FALSE(editor->UndoAvailable());
@@ -113,8 +97,7 @@ TEST_F(Desk, UndoGoesBackBitForBitAndNoFurther) {
     EXPECT_EQ(editor->LastError(), kNotSupported);
 
     editor->EnableUndo(0);
-    editor->DeleteRange(0, -1);
-    ASSERT_TRUE(sees("EditDone 1 1"));
+    ends(editor->DeleteRange(0, -1), "EditDone 1 1");
     EXPECT_FALSE(editor->UndoAvailable());
     EXPECT_EQ(editor->GetSoundDuration(), 0);
     EXPECT_EQ(written("nothing.wav").size(), 0u);
@@ -138,17 +121,14 @@ TEST_F(Desk, RemoveSilenceCutsWhatIsQuietInItsRangeAndNothingElse) {
     };
     const Samples before = written("before.wav");
     for (const auto& [begin, end, shortest, left] : cases) {
-        EXPECT_EQ(editor->RemoveSilence(begin, end, kThreshold, shortest), kOk);
-        ASSERT_TRUE(sees("EditDone 14 1"));
+        ends(editor->RemoveSilence(begin, end, kThreshold, shortest), "EditDone 14 1");
         const Samples after = written("after.wav");
         EXPECT_TRUE(after == (left.empty() ? before : left))
             << begin << " to " << end << ", " << after.size();
-        editor->Undo();
-        ASSERT_TRUE(sees("EditDone 4 1"));
+        undo();
     }
     EXPECT_TRUE(written("back.wav") == before);
-    EXPECT_EQ(editor->RemoveSilence(0, -1, 0, 1), kOk);
-    ASSERT_TRUE(sees("EditDone 14 1"));
+    ends(editor->RemoveSilence(0, -1, 0, 1), "EditDone 14 1");
     EXPECT_EQ(written("zero.wav").size(), before.size() - 4419) << "what is silent altogether";
 }
 
@@ -158,13 +138,11 @@ TEST_F(Desk, NormalizeBringsThePeakOfItsStretchToThePercent) {
     load(take);
     // The largest sample of what a stretch became, in steps of 24 bits.
     const auto peak = [&](qint32 begin, qint32 end) {
-        const Samples samples = written("out.wav", begin, end);
-        const auto [low, high] = std::ranges::minmax(samples);
+        const auto [low, high] = std::ranges::minmax(written("out.wav", begin, end));
         return std::max(-low, high);
     };
     const auto normalize = [&](qint32 begin, qint32 end, float percent) {
-        EXPECT_EQ(editor->effects().Normalize(begin, end, percent, 100.0f, 100.0f), kOk);
-        EXPECT_TRUE(sees("EditDone 19 1"));
+        ends(editor->effects().Normalize(begin, end, percent, 100.0f, 100.0f), "EditDone 19 1");
         EXPECT_EQ(events.filter(QStringLiteral("EditPerc")).removeDuplicates(), 0);
     };
     normalize(1000, 2000, 50.0f);
@@ -173,14 +151,14 @@ TEST_F(Desk, NormalizeBringsThePeakOfItsStretchToThePercent) {
     EXPECT_EQ(peak(2000, 3000), 8000 * 256 + 179);
     normalize(1000, 2000, 6.25f);  // of what the first one made
     EXPECT_EQ(peak(1000, 2000), 524288);
-    normalize(0, -1, 100.0f);
-    EXPECT_EQ(peak(0, -1), 8388607);  // as far as 24 bits go
-    normalize(3000, 4000, 90.0f);     // silence
-    EXPECT_EQ(peak(3000, 4000), 0);
-    normalize(3000, 4000, 0.0f);
-    EXPECT_EQ(peak(3000, 4000), 0);
-    normalize(0, -1, 0.0f);
-    EXPECT_EQ(peak(0, -1), 0);
+    const std::tuple<qint32, float, qint32> more[] = {{0, 100.0f, 8388607},  // as far as 24 bits go
+                                                      {3000, 90.0f, 0},
+                                                      {3000, 0.0f, 0},
+                                                      {0, 0.0f, 0}};  // silence
+    for (const auto& [begin, percent, highest] : more) {
+        normalize(begin, -1, percent);
+        EXPECT_EQ(peak(begin, -1), highest) << begin << ' ' << percent;
+    }
 }
 
 TEST_F(Desk, AnEditorTakesOverTheSoundOfAnother) {
@@ -195,8 +173,7 @@ TEST_F(Desk, AnEditorTakesOverTheSoundOfAnother) {
     ASSERT_TRUE(waitUntil([&] { return other->GetSoundDuration() == 4000; }));
     other->DeleteRange(0, 1000);
     ASSERT_TRUE(waitUntil([&] { return other->GetSoundDuration() == 3000; }));
-    ASSERT_EQ(editor->LoadFromEditor(7), kOk);
-    ASSERT_TRUE(sees("LoadingDone 1"));
+    ends(editor->LoadFromEditor(7), "LoadingDone 1");
     EXPECT_EQ(said(), "LoadingStarted, LoadingPerc 100, LoadingDone 1");
     EXPECT_FALSE(editor->UndoAvailable());
     const Samples taken = slice(kTake, kRate, kTake.size());
@@ -204,10 +181,8 @@ TEST_F(Desk, AnEditorTakesOverTheSoundOfAnother) {
 
     // From here on both go their own ways; one may even take over what it has itself.
     other->SoundClose();
-    editor->DeleteRange(0, 2000);
-    ASSERT_TRUE(sees("EditDone 1 1"));
-    ASSERT_EQ(editor->LoadFromEditor(8), kOk);
-    ASSERT_TRUE(sees("LoadingDone 1"));
+    ends(editor->DeleteRange(0, 2000), "EditDone 1 1");
+    ends(editor->LoadFromEditor(8), "LoadingDone 1");
     EXPECT_TRUE(written("own.wav") == slice(taken, 2 * kRate, taken.size()));
     EXPECT_EQ(editor->LoadFromEditor(7), kNoSound);
     EXPECT_EQ(editor->GetSoundDuration(), 1000);  // a refusal costs nothing
@@ -295,15 +270,17 @@ TEST_F(Desk, RefusedCallsRaiseNothing) {
     EXPECT_EQ(editor->SoundExport(kRate, 3, 0, 0, -1, out), kBadFormat);
     ASSERT_TRUE(sees("EditDone 1 0"));
     EXPECT_EQ(editor->LastError(), kBadRange) << "that of the event";
-    EXPECT_EQ(editor->DeleteRange(20, 10), kBadRange);
-    EXPECT_EQ(editor->DeleteRange(0, -2), kBadRange);
-    EXPECT_EQ(editor->InsertSilence(0, -1), kBadRange);
-    EXPECT_EQ(editor->RemoveSilence(0, -1, -1, 1), kBadRange);
-    EXPECT_EQ(editor->RemoveSilence(0, -1, 9, 0), kBadRange);
-    EXPECT_EQ(editor->RemoveSilence(20, 10, 9, 1), kBadRange);
-    EXPECT_EQ(editor->effects().Normalize(20, 10, 9.0f, 100.0f, 100.0f), kBadRange);
-    for (const float percent : {-1.0f, std::numeric_limits<float>::infinity()})
-        EXPECT_EQ(editor->effects().Normalize(0, -1, percent, 100.0f, 100.0f), kBadRange);
+    const qint32 refused[] = {
+        editor->DeleteRange(20, 10),
+        editor->DeleteRange(0, -2),
+        editor->InsertSilence(0, -1),
+        editor->RemoveSilence(0, -1, -1, 1),
+        editor->RemoveSilence(0, -1, 9, 0),
+        editor->RemoveSilence(20, 10, 9, 1),
+        editor->effects().Normalize(20, 10, 9.0f, 100.0f, 100.0f),
+        editor->effects().Normalize(0, -1, -1.0f, 100.0f, 100.0f),
+        editor->effects().Normalize(0, -1, std::numeric_limits<float>::infinity(), 100.0f, 100.0f)};
+    EXPECT_THAT(refused, testing::Each(kBadRange));
     ASSERT_TRUE(waitUntil([&] { return events.size() == 10; }));
     EXPECT_EQ(said(),
               "EditDone 1 0, EditDone 1 0, EditDone 1 0, EditDone 2 0, EditDone 14 0, EditDone 14 "
@@ -355,8 +332,7 @@ TEST_F(Desk, AClosedSoundReportsNothingMoreButItsFileIsWritten) {
 TEST_F(Desk, ARecordingChangedInPlaceFailsWhatComesNext) {
     editor->InitEditor(8);
     load(kTake);
-    editor->InsertSilence(0, 0);
-    ASSERT_TRUE(sees("EditDone 2 1"));
+    insert(0, 0);
     std::ofstream(QFile::encodeName(path("take.wav")).toStdString(), std::ios::app) << "more";
     EXPECT_EQ(editor->SoundPlayRange(0, -1), kSourceChanged);
     const std::pair<std::function<void()>, const char*> cases[] = {
@@ -380,8 +356,7 @@ TEST_F(Desk, ARecordingChangedInPlaceFailsWhatComesNext) {
     EXPECT_TRUE(editor->UndoAvailable());
     EXPECT_FALSE(QFile::exists(path("out.wav")));
     editor->SoundPlayRange(-7, 0);
-    EXPECT_EQ(editor->LoadFromEditor(8), kOk);
-    ASSERT_TRUE(sees("LoadingDone 0"));
+    ends(editor->LoadFromEditor(8), "LoadingDone 0");
     EXPECT_EQ(editor->LastError(), kSourceChanged);
     EXPECT_EQ(editor->GetSoundDuration(), 0);
 }
@@ -399,20 +374,15 @@ TEST_F(Desk, TheAudibleRangeIsToldOutwardAndItsHandlerMayEdit) {
     EXPECT_EQ(editor->GetSoundDuration(), 680);  // 30032 frames, rounded down
     QObject::disconnect(tail);
     // A tail of 500 ms behind what is audible, within the millisecond that the end was rounded by.
-    editor->Undo();
-    ASSERT_TRUE(sees("EditDone 4 1"));
+    undo();
     const qint32 behind = editor->GetSoundDuration() - 681;
-    editor->InsertSilence(editor->GetSoundDuration(), 500 - behind);
-    ASSERT_TRUE(sees("EditDone 2 1"));
+    insert(editor->GetSoundDuration(), 500 - behind);
     EXPECT_EQ(written("tail.wav").size(), 52082u);  // 1181 ms
-    editor->InsertSilence(-1, 0);
-    ASSERT_TRUE(sees("EditDone 2 1"));
+    insert(-1, 0);
     EXPECT_EQ(written("same.wav").size(), 52082u);
-    editor->SilencePositionsDetect(32767, 1, 0);
-    EXPECT_TRUE(sees("Audible 0 0"));
+    detect(32767, 1, "Audible 0 0");
     load(Samples(10013, 0) + Samples(20000, 100000));
-    editor->SilencePositionsDetect(10, 1, 0);
-    EXPECT_TRUE(sees("Audible 227 680")) << "not behind the duration";
+    detect(10, 1, "Audible 227 680");  // not behind the duration
 }
 
 }  // namespace

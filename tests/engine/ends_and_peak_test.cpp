@@ -2,6 +2,7 @@
 #include <random>
 
 #include "desk.h"
+#include "sound/writing/sound_writer.h"
 
 // What an operator who asks for a head, a tail and a maximum finds in the written file.
 
@@ -10,12 +11,12 @@ namespace {
 
 constexpr double kFullScale = 8388608.0;
 constexpr float kPercent = 99.0f;
-constexpr int kRates[] = {8000, 11025, 22050, 32000, 44100, 48000, 96000, 192000};
+constexpr int kRates[] = {sound::kLowestRate, 11025, 22050, 32000, 44100, 48000, 96000,
+                          sound::kHighestRate};
 
 struct Wish {
     qint16 threshold;
-    qint32 headMs;
-    qint32 tailMs;
+    qint32 headMs, tailMs;
 };
 
 class EndsAndPeak : public Desk {
@@ -64,14 +65,6 @@ class EndsAndPeak : public Desk {
         if (excess > 0) edited(editor->RemoveSilence(from, from + excess, threshold, 1));
         if (excess < 0) edited(editor->InsertSilence(to, -excess));
     }
-    Samples at(int rate) {
-        editor->encodeFormats().FormatToUse = kWavContainer;
-        editor->encodeFormats().WAV.EncodeMode = kWav24;
-        events.clear();
-        EXPECT_EQ(editor->SoundExport(rate, 1, 0, 0, -1, path("out.wav")), kOk);
-        EXPECT_TRUE(sees("ExportDone 1"));
-        return samplesOf(path("out.wav"), rate);
-    }
 
   private:
     // Lengths whose frames round away from what was asked.
@@ -85,14 +78,13 @@ TEST_F(EndsAndPeak, AreAsWishedAtEveryRate) {
         const Samples take = voice(source, 60 * wish.threshold);
         const auto [lowest, highest] = std::ranges::minmax(take);
         const double gain = kFullScale * kPercent / 100.0 / std::max(-lowest, highest);
-        ASSERT_EQ(editor->LoadSound(make("take.wav", wavFile(take, source))), kOk);
-        ASSERT_TRUE(sees("LoadingDone 1"));
+        load(take, source);
         chain(wish);
         const double threshold = wish.threshold / 32767.0 * kFullScale * gain;
         for (const int rate : kRates) {
             SCOPED_TRACE(testing::Message()
                          << source << " to " << rate << " threshold " << wish.threshold);
-            const Samples samples = at(rate);
+            const Samples samples = written("out.wav", 0, -1, rate);
             const auto loud = [&](qint32 sample) { return std::abs(sample) > threshold; };
             const auto begin = std::ranges::find_if(samples, loud);
             const auto end = std::find_if(samples.rbegin(), samples.rend(), loud);
@@ -103,9 +95,8 @@ TEST_F(EndsAndPeak, AreAsWishedAtEveryRate) {
             EXPECT_NEAR((end - samples.rbegin()) * 1000.0 / rate, wish.tailMs, within);
             const auto [low, high] = std::ranges::minmax(samples);
             const double peak = std::max(-low, high) / kFullScale * 100.0 / kPercent;
-            if (rate == source) {
-                EXPECT_NEAR(20.0 * std::log10(peak), 0.0, 0.05);
-            }
+            if (rate != source) continue;
+            EXPECT_NEAR(20.0 * std::log10(peak), 0.0, 0.05);
         }
     }
 }

@@ -2,18 +2,24 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QStringList>
+#include <cmath>
 #include <memory>
+#include <sstream>
 #include <thread>
 
 #include "engine/create_sound_editor.h"
 #include "engine/editor_directory.h"
+#include "engine/encoder_lists.h"
 #include "engine/event_queue.h"
 #include "engine/failure_codes.h"
 #include "engine/one_shot_timer.h"
+#include "engine/output_format.h"
 #include "engine/time_text.h"
 #include "engine/view_range.h"
 #include "support/fault_of.h"
 #include "support/few_threads.h"
+#include "support/text_table.h"
 #include "support/wait_until.h"
 
 namespace tarnwick::engine {
@@ -45,6 +51,9 @@ TEST(ErrorCodes, AreTheNumbersThatBoxesShow) {
     EXPECT_EQ(codeOf(std::length_error("")), -2);
     EXPECT_EQ(codeOf(std::runtime_error("")), -6);
     EXPECT_EQ(attempt([] {}), kOk);
+    using std::errc;  // a thread that cannot be started is no damaged file
+    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::resource_unavailable_try_again))), -2);
+    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::io_error))), -6);
 }
 
 TEST(WaveformSettings, HasItsFieldsAtTheirPlaces) {
@@ -134,12 +143,6 @@ TEST(CreateSoundEditor, FaultsWhereNotAllOfItsThreadsCanBeStarted) {
     }
 }
 
-TEST(FailureCodes, AThreadThatCannotBeStartedIsNoDamagedFile) {
-    using std::errc;
-    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::resource_unavailable_try_again))), -2);
-    EXPECT_EQ(codeOf(std::system_error(make_error_code(errc::io_error))), -6);
-}
-
 TEST(EventQueue, KeepsTheOrderThroughNestedLoopsAndDropsOldGenerations) {
     EventQueue queue;
     std::string heard;
@@ -169,6 +172,122 @@ TEST(EventQueue, MayBeDestroyedByADelivery) {
     QCoreApplication::processEvents();
     EXPECT_FALSE(queue);
     EXPECT_FALSE(more);
+}
+
+class OutputFormats : public testing::Test {
+  protected:
+    // "container rate channels bits bit-rate codec", or the code of the refusal.
+    std::string chosen(qint32 frequencyHz, qint32 channels) const {
+        sound::OutputFormat output;
+        const ErrorCode code = outputFormat(formats, frequencyHz, channels, output);
+        if (code != kOk) return std::to_string(code);
+        std::ostringstream line;
+        line << static_cast<int>(output.container) << ' ' << output.format.rate << ' '
+             << output.format.channels << (output.format.floating ? " f" : " ")
+             << output.format.bits << ' ' << output.bitRate << ' ' << output.codec;
+        return line.str();
+    }
+
+    Mp3Rates mp3;
+    WavCodecs acm;
+    EncodeFormats formats{mp3, acm};
+};
+
+TEST_F(OutputFormats, EachContainerHasItsNumberAndAFormatOfItsOwn) {
+    EXPECT_EQ(chosen(44100, 2), "0 44100 2 16 0 0") << "WAV, where nobody has chosen";
+    formats.ACM.CodecsEnum();
+    const std::pair<qint32, const char*> cases[] = {{1, "0 44100 2 16 0 0"},
+                                                    {2, "2 44100 2 16 128000 0"},
+                                                    {7, "3 8000 1 8 0 0"},
+                                                    {8, "1 44100 2 16 0 0"}};
+    for (const auto& [container, expected] : cases) {
+        formats.FormatToUse = container;
+        EXPECT_EQ(chosen(44100, 2), expected);
+    }
+}
+
+TEST_F(OutputFormats, UncompressedDepthsByMode) {
+    // By mode from -1 on: what the container is told, or that it is refused.
+    const std::pair<qint32, const char*> cases[] = {
+        {kWavContainer, "-9|0 8|0 16|0 24|0 32|0 f32|-9|-9"},
+        {kAiffContainer, "-9|1 8|-9|1 16|1 24|1 32|1 f32|-9"},
+        {3, "-9|-9|-9|-9|-9|-9|-9|-9"}};
+    for (const auto& [container, expected] : cases) {
+        QStringList told;
+        for (qint32 mode = -1; mode <= 6; ++mode) {
+            formats.FormatToUse = container;
+            formats.WAV.EncodeMode = formats.AIFF.EncodeMode = mode;
+            told << QString::fromStdString(chosen(44100, 2))
+                        .remove(QStringLiteral("44100 2 "))
+                        .remove(QStringLiteral(" 0 0"));
+        }
+        EXPECT_EQ(told.join(u'|').toStdString(), expected);
+    }
+    formats.FormatToUse = kAiffContainer;
+    formats.AIFF.EncodeMode = kAiff16;
+    for (const auto& [hertz, channels] : {std::pair{7999, 1}, {192001, 1}, {8000, 0}, {8000, 3}})
+        EXPECT_EQ(chosen(hertz, channels), "-9") << hertz;
+    EXPECT_EQ(chosen(192000, 1), "1 192000 1 16 0 0");
+    EXPECT_EQ(chosen(8000, 1), "1 8000 1 16 0 0");
+}
+
+TEST_F(OutputFormats, Mp3TakesTheListedRatesOnly) {
+    formats.FormatToUse = kMp3Container;
+    // Frequencies, how many rates they have, the highest, which a list preselects, and the lowest.
+    const std::tuple<std::vector<qint32>, qint32, double, double> lists[] = {
+        {{8000, 12000, 11025}, 8, 64000, 8000},
+        {{16000, 24000}, 14, 160000, 8000},
+        {{32000, 44100, 48000}, 14, 320000, 32000},
+        {{96000, 44101, -1}, 0, 0, 0}};
+    for (const auto& [frequencies, count, highest, lowest] : lists)
+        for (const qint32 hertz : frequencies) {
+            EXPECT_EQ(formats.MP3.CBR_GetCount(hertz), count) << hertz;
+            EXPECT_EQ(formats.MP3.CBR_GetValue(hertz, 0), highest) << hertz;
+            EXPECT_EQ(formats.MP3.CBR_GetValue(hertz, count - 1), lowest) << hertz;
+            EXPECT_EQ(formats.MP3.CBR_GetValue(hertz, count), 0.0) << hertz;
+        }
+
+    const char* const cases = R"(
+320000|44100|2 44100 1 16 320000 0|64000|11025|2 11025 1 16 64000 0|
+128000|11025|-9|128000|96000|-9|128000.5|44100|-9|0|96000|-9|nan|44100|-9)";
+    for (const QStringList& row : test::rowsOf(cases, 3)) {
+        formats.MP3.CBR = row[0].toDouble();
+        EXPECT_EQ(chosen(row[1].toInt(), 1), row[2].toStdString()) << qPrintable(row[0]);
+    }
+    formats.MP3.CBR = 128000.0;
+    formats.MP3.EncodeMode = 2;
+    EXPECT_EQ(chosen(44100, 1), "-9");
+}
+
+TEST_F(OutputFormats, CodecsAreListedOnceAskedForAndDecideRateAndChannels) {
+    formats.FormatToUse = kAcmContainer;
+    EXPECT_EQ(formats.ACM.CodecsGetCount() + formats.ACM.FormatsGetCount(0), 0);
+    EXPECT_EQ(formats.ACM.CodecsGetName(0) + formats.ACM.FormatsGetName(0, 0), QString());
+    EXPECT_EQ(chosen(0, 0), "-9");
+    formats.ACM.CodecsEnum();
+    QStringList codecs;
+    for (qint16 codec = 0; codec < formats.ACM.CodecsGetCount(); ++codec) {
+        const auto last = static_cast<qint16>(formats.ACM.FormatsGetCount(codec) - 1);
+        codecs << QStringLiteral("%1: %2 - %3")
+                      .arg(formats.ACM.CodecsGetName(codec), formats.ACM.FormatsGetName(codec, 0),
+                           formats.ACM.FormatsGetName(codec, last));
+        EXPECT_EQ(formats.ACM.FormatsGetName(codec, last + 1), QString());
+    }
+    EXPECT_EQ(codecs.join(u'\n').toStdString(),
+              "PCM: 8.000 kHz, 8 Bit, Mono - 48.000 kHz, 24 Bit, Stereo\n"
+              "A-law: 8.000 kHz, 8 Bit, Mono - 48.000 kHz, 8 Bit, Stereo\n"
+              "mu-law: 8.000 kHz, 8 Bit, Mono - 48.000 kHz, 8 Bit, Stereo\n"
+              "IMA ADPCM: 8.000 kHz, 4 Bit, Mono - 48.000 kHz, 4 Bit, Stereo\n"
+              "Microsoft ADPCM: 8.000 kHz, 4 Bit, Mono - 48.000 kHz, 4 Bit, Stereo\n"
+              "GSM 6.10: 8.000 kHz, Mono - 44.100 kHz, Mono");
+    const char* const cases = R"(
+0|1|3 8000 2 8 0 0|1|3|3 11025 2 8 0 1|5|0|3 8000 1 0 0 5|5|4|-9|0|-1|-9|
+6|1|3 8000 2 8 0 0|11|0|3 8000 1 0 0 5|11|4|-9|-1|0|-9)";
+    for (const QStringList& row : test::rowsOf(cases, 3)) {
+        formats.ACM.CodecIndex = row[0].toShort();
+        formats.ACM.FormatIndex = row[1].toShort();
+        EXPECT_EQ(chosen(0, 0), row[2].toStdString()) << qPrintable(row.join(u' '));
+    }
 }
 
 }  // namespace

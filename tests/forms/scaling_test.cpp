@@ -9,6 +9,7 @@
 #include "forms/form_checks.h"
 #include "forms/units.h"
 #include "model/list_columns.h"
+#include "support/text_table.h"
 
 namespace tarnwick::forms {
 namespace {
@@ -48,23 +49,17 @@ TEST_P(ScalingTest, ListedControlsAreScaledFromTheirDesign) {
 }
 
 TEST_P(ScalingTest, CaptionsEndWhereTheirValueBegins) {
-    const std::pair<const QWidget*, const QWidget*> captions[] = {
-        {form.Label37, form.LabelTotalDuration},
-        {form.Label36, form.LabelSelectionDuration},
-        {form.Label34, form.LabelSelectionBegin},
-        {form.Label18, form.LabelSelectionEnd},
-        {form.Label32, form.txbSilence},
-        {form.Label10, form.txbThreshold},
-        {form.Label38, form.txbSpeed},
-        {form.Label16, form.txbVariance},
-        {form.Label41, form.txbNberFileNames},
-        {form.Label42, form.txbNberAudioFiles}};
+    const char* const captions = R"(
+Label37|LabelTotalDuration|Label36|LabelSelectionDuration|Label34|LabelSelectionBegin|
+Label18|LabelSelectionEnd|Label32|txbSilence|Label10|txbThreshold|Label38|txbSpeed|
+Label16|txbVariance|Label41|txbNberFileNames|Label42|txbNberAudioFiles)";
     const int top = scaled(0, 260, 0, 0).y();
-    for (const auto& [caption, value] : captions) {
-        EXPECT_EQ(caption->x() + caption->width(), value->x())
-            << caption->objectName().toStdString();
-        EXPECT_EQ(caption->y(), top);
-        EXPECT_GE(caption->x(), 0);
+    for (const QStringList& names : test::rowsOf(captions, 2)) {
+        const QRect caption = form.findChild<QWidget*>(names[0])->geometry();
+        EXPECT_EQ(caption.right() + 1, form.findChild<QWidget*>(names[1])->x())
+            << qPrintable(names[0]);
+        EXPECT_EQ(caption.y(), top);
+        EXPECT_GE(caption.x(), 0);
     }
     EXPECT_EQ(form.txbThreshold->pos(), scaled(3600, 240, 0, 0).topLeft());
     EXPECT_EQ(form.Label13->pos(), QPoint(form.txbThreshold->geometry().right() + 1, top));

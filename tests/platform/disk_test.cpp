@@ -30,7 +30,29 @@ struct DiskTest : ::testing::Test {
     void write(const QString& name, const QByteArray& bytes) const {
         test::writeFile(at(name), bytes);
     }
+    void write(const QStringList& names) const {
+        for (const QString& name : names)
+            write(name, "x");
+    }
     QByteArray read(const QString& name) const { return test::contentOf(at(name)); }
+    QString listed(const QString& patterns) const {
+        return disk.list(folder.path(), patterns.split(u';')).join(u' ');
+    }
+    // What becomes of it.
+    QString copied(const QString& from, const QString& to) {
+        return faultOf([&] { disk.CopyFile(at(from), at(to)); });
+    }
+    QString moved(const QString& from, const QString& to) {
+        return faultOf([&] { disk.MoveFile(at(from), at(to)); });
+    }
+    struct stat statusOf(const QString& name) const {
+        struct stat state {};
+        EXPECT_EQ(stat(at(name).toStdString().c_str(), &state), 0);
+        return state;
+    }
+    bool dated(const QString& name, qint64 seconds) {
+        return disk.setDateLastModified(at(name), QDateTime::fromSecsSinceEpoch(seconds));
+    }
     QStringList names() const {
         return QDir(folder.path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
@@ -38,40 +60,33 @@ struct DiskTest : ::testing::Test {
 };
 
 TEST_F(DiskTest, ListsWithoutRegardToCase) {
-    for (const QString& name : {u"b.XLS"_qs, u"A.xls"_qs, u"c.xlsx"_qs, u"a.wav"_qs, u".h.xls"_qs})
-        write(name, "x");
-    EXPECT_EQ(disk.list(folder.path(), u"*.xls"_qs), QStringList({u"A.xls"_qs, u"b.XLS"_qs}));
-    EXPECT_EQ(disk.list(folder.path(), u"*.xlsx"_qs), QStringList({u"c.xlsx"_qs}));
+    write({u"b.XLS"_qs, u"A.xls"_qs, u"c.xlsx"_qs, u"a.wav"_qs, u".h.xls"_qs});
+    EXPECT_EQ(listed(u"*.xls"_qs), u"A.xls b.XLS");
+    EXPECT_EQ(listed(u"*.xlsx"_qs), u"c.xlsx");
     EXPECT_TRUE(disk.list(at(u"gone"_qs), u"*"_qs).isEmpty());
-    for (const QString& name : {u"take"_qs, u"take."_qs, u"b.w[v]"_qs, u"b.wv"_qs})
-        write(name, "x");
-    EXPECT_EQ(disk.list(folder.path(), u"*."_qs), QStringList({u"take"_qs}));
-    EXPECT_EQ(disk.list(folder.path(), u"?.w[v]"_qs), QStringList({u"b.w[v]"_qs}));
+    write({u"take"_qs, u"take."_qs, u"b.w[v]"_qs, u"b.wv"_qs});
+    EXPECT_EQ(listed(u"*."_qs), u"take");
+    EXPECT_EQ(listed(u"?.w[v]"_qs), u"b.w[v]");
 }
 
 TEST_F(DiskTest, WildcardsTakeWhatIsCustomary) {
     const QStringList all{u"A.TXT"_qs, u"b.doc"_qs, u"c"_qs, u"d."_qs, u"l\ni.txt"_qs, u"🎤.a.b"_qs};
-    for (const QString& name : all + QStringList{u".h.txt"_qs})
-        write(name, "x");
-    const auto found = [&](const QString& patterns) {
-        return disk.list(folder.path(), patterns.split(u';')).join(u' ');
-    };
+    write(all + QStringList{u".h.txt"_qs});
     EXPECT_EQ(disk.list(folder.path(), u"*.*"_qs), all);
     EXPECT_EQ(disk.list(folder.path(), u"*"_qs), all);
-    const std::pair<QString, QString> cases[] = {
-        {u"*.txt;*.doc;*.t*"_qs, u"A.TXT b.doc l\ni.txt"_qs},
-        {u"*.txt; *.doc"_qs, u"A.TXT l\ni.txt"_qs},
-        {u"c.*"_qs, u"c"_qs},
-        {u".*"_qs, u".h.txt"_qs},
-        {u"?.a.?"_qs, u"🎤.a.b"_qs},
-        {u"*.*.b;?.a"_qs, u"🎤.a.b"_qs},
-        {u"*b.*"_qs, u"b.doc"_qs},
-        {u"*.d*"_qs, u"b.doc"_qs},
-        {u"*a*b"_qs, u"🎤.a.b"_qs},
-        {u"?"_qs, u"c"_qs},
-        {u""_qs, u""_qs}};
+    EXPECT_EQ(listed(u"*.txt;*.doc;*.t*"_qs), u"A.TXT b.doc l\ni.txt");
+    const std::pair<QString, QString> cases[] = {{u"*.txt; *.doc"_qs, u"A.TXT l\ni.txt"_qs},
+                                                 {u"c.*"_qs, u"c"_qs},
+                                                 {u".*"_qs, u".h.txt"_qs},
+                                                 {u"?.a.?"_qs, u"🎤.a.b"_qs},
+                                                 {u"*.*.b;?.a"_qs, u"🎤.a.b"_qs},
+                                                 {u"*b.*"_qs, u"b.doc"_qs},
+                                                 {u"*.d*"_qs, u"b.doc"_qs},
+                                                 {u"*a*b"_qs, u"🎤.a.b"_qs},
+                                                 {u"?"_qs, u"c"_qs},
+                                                 {u""_qs, u""_qs}};
     for (const auto& [patterns, names] : cases)
-        EXPECT_EQ(found(patterns), names) << patterns.toStdString();
+        EXPECT_EQ(listed(patterns), names) << patterns.toStdString();
 }
 
 TEST_F(DiskTest, NamesThatAreNoTextAreListedAndMovedAsTheyAre) {
@@ -90,18 +105,16 @@ TEST_F(DiskTest, NamesThatAreNoTextAreListedAndMovedAsTheyAre) {
 
 TEST_F(DiskTest, OnlyTheDateOfLastModificationIsSet) {
     write(u"a"_qs, "x");
-    const std::string path = at(u"a"_qs).toStdString();
     const timespec times[] = {{.tv_sec = 1000, .tv_nsec = 5}, {.tv_sec = -5, .tv_nsec = 999999999}};
-    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    ASSERT_EQ(utimensat(AT_FDCWD, at(u"a"_qs).toStdString().c_str(), times, 0), 0);
     EXPECT_EQ(disk.DateLastModified(at(u"a"_qs)).toMSecsSinceEpoch(), -5000);
-    EXPECT_TRUE(disk.setDateLastModified(at(u"a"_qs), QDateTime::fromSecsSinceEpoch(-7)));
-    struct stat state {};
-    ASSERT_EQ(stat(path.c_str(), &state), 0);
+    EXPECT_TRUE(dated(u"a"_qs, -7));
+    const struct stat state = statusOf(u"a"_qs);
     EXPECT_EQ(state.st_atim.tv_sec, 1000);
     EXPECT_EQ(state.st_atim.tv_nsec, 5);
     EXPECT_EQ(state.st_mtim.tv_sec, -7);
     EXPECT_EQ(state.st_mtim.tv_nsec, 0);
-    EXPECT_FALSE(disk.setDateLastModified(at(u"gone"_qs), QDateTime::fromSecsSinceEpoch(7)));
+    EXPECT_FALSE(dated(u"gone"_qs, 7));
     for (const QString& other : {at(u"gone"_qs), folder.path()})
         EXPECT_EQ(faultOf([&] { disk.DateLastModified(other); }), u"File not found");
 }
@@ -112,11 +125,9 @@ TEST_F(DiskTest, WhatMayNotBeWrittenKeepsItsDate) {
     const uid_t owner = root ? 65534 : geteuid();
     const auto date = [&](const QString& name) {
         if (root && seteuid(owner) != 0) return u"no other user"_qs;
-        const bool set = disk.setDateLastModified(at(name), QDateTime::fromSecsSinceEpoch(7));
+        const bool set = dated(name, 7);
         if (root && seteuid(0) != 0) std::abort();
-        struct stat state {};
-        stat(at(name).toStdString().c_str(), &state);
-        return set ? QString::number(state.st_mtim.tv_sec) : u"no"_qs;
+        return set ? QString::number(statusOf(name).st_mtim.tv_sec) : u"no"_qs;
     };
     const std::pair<QString, mode_t> files[] = {{u"own"_qs, 0644}, {u"no"_qs, 0444}};
     for (const auto& [name, mode] : files) {
@@ -129,9 +140,9 @@ TEST_F(DiskTest, WhatMayNotBeWrittenKeepsItsDate) {
     EXPECT_EQ(read(u"own"_qs), "kept");
     const std::string pipe = at(u"pipe"_qs).toStdString();
     ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
-    EXPECT_FALSE(disk.setDateLastModified(at(u"pipe"_qs), QDateTime::fromSecsSinceEpoch(7)));
+    EXPECT_FALSE(dated(u"pipe"_qs, 7));
     const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
-    EXPECT_FALSE(disk.setDateLastModified(at(u"pipe"_qs), QDateTime::fromSecsSinceEpoch(7)));
+    EXPECT_FALSE(dated(u"pipe"_qs, 7));
     pollfd end{.fd = reader, .events = POLLIN, .revents = 0};
     EXPECT_EQ(poll(&end, 1, 0), 0) << "the reader saw a writer come and go";
     close(reader);
@@ -170,15 +181,15 @@ TEST_F(DiskTest, CopiesOverWhatIsThere) {
     const QByteArray big((2 << 20) + 1, 'q');
     write(u"a"_qs, big);
     write(u"b"_qs, "old");
-    disk.setDateLastModified(at(u"a"_qs), QDateTime::fromSecsSinceEpoch(1000));
+    dated(u"a"_qs, 1000);
     disk.CopyFile(at(u"a"_qs), at(u"b"_qs));
     EXPECT_EQ(read(u"b"_qs), big);
     EXPECT_EQ(disk.DateLastModified(at(u"b"_qs)).toSecsSinceEpoch(), 1000);
     chmod(at(u"a"_qs).toStdString().c_str(), 0640);
     disk.CopyFile(at(u"a"_qs), at(u"b"_qs));
     EXPECT_EQ(QFile::permissions(at(u"b"_qs)), QFile::permissions(at(u"a"_qs)));
-    EXPECT_EQ(faultOf([&] { disk.CopyFile(at(u"no"_qs), at(u"c"_qs)); }), u"File not found");
-    EXPECT_EQ(faultOf([&] { disk.CopyFile(at(u"a"_qs), at(u"no/c"_qs)); }), u"Path not found");
+    EXPECT_EQ(copied(u"no"_qs, u"c"_qs), u"File not found");
+    EXPECT_EQ(copied(u"a"_qs, u"no/c"_qs), u"Path not found");
     write(u"b"_qs, "another's");
     EXPECT_EQ(faultOf([&] { disk.copyToNewFile(at(u"a"_qs), at(u"b"_qs)); }),
               u"File already exists");
@@ -186,8 +197,8 @@ TEST_F(DiskTest, CopiesOverWhatIsThere) {
     disk.copyToNewFile(at(u"b"_qs), at(u"c"_qs));
     EXPECT_EQ(read(u"c"_qs), "another's");
     ASSERT_EQ(mkfifo(at(u"d"_qs).toStdString().c_str(), 0666), 0);
-    EXPECT_NE(faultOf([&] { disk.CopyFile(at(u"d"_qs), at(u"e"_qs)); }), u"none") << "no waiting";
-    EXPECT_EQ(disk.list(folder.path(), u"*"_qs), QStringList({u"a"_qs, u"b"_qs, u"c"_qs}));
+    EXPECT_NE(copied(u"d"_qs, u"e"_qs), u"none") << "no waiting";
+    EXPECT_EQ(listed(u"*"_qs), u"a b c");
 }
 
 TEST_F(DiskTest, ACopyThatRunsOutOfSpaceLeavesTheOldFileAndNoLitter) {
@@ -199,7 +210,7 @@ TEST_F(DiskTest, ACopyThatRunsOutOfSpaceLeavesTheOldFileAndNoLitter) {
     small.rlim_cur = 65536;  // further writes fail as they do on a full disk
     std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &small);
-    const QString fault = faultOf([&] { disk.CopyFile(at(u"a"_qs), at(u"b"_qs)); });
+    const QString fault = copied(u"a"_qs, u"b"_qs);
     setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_NE(fault, u"none");
     EXPECT_EQ(read(u"b"_qs), "old");
@@ -212,12 +223,12 @@ TEST_F(DiskTest, MovesIntoAFolderButNeverOverAFile) {
     disk.MoveFile(at(u"a"_qs), at(u"F"_qs) + QDir::separator());
     EXPECT_EQ(read(u"F/a"_qs), "new");
     write(u"a"_qs, "second");
-    EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"a"_qs), at(u"F/"_qs)); }), u"File already exists");
+    EXPECT_EQ(moved(u"a"_qs, u"F/"_qs), u"File already exists");
     EXPECT_EQ(read(u"F/a"_qs), "new");
     EXPECT_EQ(read(u"a"_qs), "second");
-    EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"gone"_qs), at(u"F/"_qs)); }), u"File not found");
-    EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"F"_qs), at(u"G"_qs)); }), u"File not found");
-    EXPECT_EQ(faultOf([&] { disk.MoveFile(at(u"a"_qs), at(u"no/"_qs)); }), u"Path not found");
+    EXPECT_EQ(moved(u"gone"_qs, u"F/"_qs), u"File not found");
+    EXPECT_EQ(moved(u"F"_qs, u"G"_qs), u"File not found");
+    EXPECT_EQ(moved(u"a"_qs, u"no/"_qs), u"Path not found");
     EXPECT_TRUE(disk.FileExists(at(u"a"_qs)));
     EXPECT_FALSE(disk.FileExists(at(u"gone"_qs)) || disk.FileExists(at(u"F"_qs)));
     EXPECT_NE(faultOf([&] { disk.createFolder(at(u"F"_qs)); }), u"none");
@@ -234,9 +245,6 @@ TEST_F(DiskTest, AnOpenDialogForRecordingsOffersTheOnlyOne) {
     EXPECT_EQ(platform::readyName(folder.path(), texts), QString());
     write(u"b.wav"_qs, "x");
     EXPECT_EQ(platform::readyName(folder.path(), sounds), QString());
-}
-
-TEST(OpenDialog, UnderstandsTheClassicFilters) {
     EXPECT_EQ(platform::nameFilters(u"Audio Files (*.wav)|*.wav"_qs),
               QStringList(u"Audio Files (*.wav)"_qs));
     EXPECT_EQ(platform::nameFilters(u"Audio Files (*.aif; *.aiff)|*.aif; *aiff|All|*"_qs),

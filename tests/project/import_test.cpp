@@ -4,17 +4,85 @@
 #include "forms/frm_main.h"
 #include "forms/frm_select_import_sheet.h"
 #include "project/excel_import.h"
+#include "project/file_naming.h"
+#include "project/naming_scheme.h"
+#include "project/script_rows.h"
 #include "project/word_import.h"
+#include "runtime/fault.h"
 #include "support/scripted_ports.h"
 
 using namespace tarnwick;
 
 namespace {
 
+TEST(ScriptRows, SpecifiedRangeIsLenientButBounded) {
+    const project::RowRange rows = project::specifiedRows(u"101 first"_qs, u"195.5"_qs);
+    EXPECT_EQ(rows.viFirstRow, 101);
+    EXPECT_EQ(rows.viLastRow, 196);
+    EXPECT_THROW(project::specifiedRows(u"1"_qs, u"40000"_qs), runtime::Fault);
+}
+
+// The preview shows what the boxes do; it ends at the third name and at 32767.
+TEST(NamingScheme, NamesReachFurtherThanTheirPreview) {
+    const auto name = [](const QString& start, const QString& increment, int position) {
+        return project::readScheme(u"ACME_"_qs, start, increment, u"_a"_qs).nameAt(position);
+    };
+    EXPECT_EQ(name(u"1000"_qs, u"5"_qs, -1), u"ACME_995_a");
+    EXPECT_EQ(name(u"0"_qs, u"32767"_qs, 499), u"ACME_16350733_a");
+    EXPECT_THROW(name(u"2147483647"_qs, u"1"_qs, 1), runtime::Fault);
+}
+
+TEST(FileNaming, ThePreviewFollowsTheFourBoxesAndFaultsUnderTheirLabels) {
+    test::FailureDesk desk;
+    forms::frmMain form;
+    const project::FileNaming naming(form, desk.failure);
+    const std::tuple<QLineEdit*, QString, QString> changes[] = {
+        {form.txbSuffix, u"_a"_qs, u"ACME_1000_a.mp3 ACME_1005_a.mp3 ACME_1010_a.mp3"_qs},
+        {form.txbPrefix, u"x:"_qs, u"x:1000_a.mp3 x:1005_a.mp3 x:1010_a.mp3"_qs},
+        {form.txbIncrement, u"-5"_qs, u"x:1000_a.mp3 x:995_a.mp3 x:990_a.mp3"_qs},
+        {form.txbStarting, u"1001.5"_qs, u"x:1002_a.mp3 x:997_a.mp3 x:992_a.mp3"_qs},
+        {form.txbStarting, u""_qs, u"x:0_a.mp3 x:-5_a.mp3 x:-10_a.mp3"_qs},
+        {form.txbIncrement, u"16383"_qs, u"x:0_a.mp3 x:16383_a.mp3 x:32766_a.mp3"_qs},
+        {form.txbIncrement, u"40000"_qs, u"txbIncrement_Change: Overflow, Line 10"_qs},
+        {form.txbIncrement, u"32767"_qs, u"txbIncrement_Change: Overflow, Line 20"_qs},
+        {form.txbPrefix, u"x"_qs, u"txbPrefix_Change: Overflow, Line 20"_qs},
+        {form.txbSuffix, u"x"_qs, u"txbSuffix_Change: Overflow, Line 20"_qs},
+        {form.txbStarting, u"3e9"_qs, u"txbStarting_Change: Overflow, Line 10"_qs}};
+    for (const auto& [box, text, outcome] : changes) {
+        if (outcome.contains(u"Overflow")) {
+            EXPECT_THROW(box->setText(text), test::ProcessEnded);
+            EXPECT_TRUE(desk.log().contains("frmImport." + outcome.toUtf8() + "\r\n"));
+            continue;
+        }
+        box->setText(text);
+        QStringList names;
+        for (const QLineEdit* name : form.txbPreview)
+            names << name->text();
+        EXPECT_EQ(names.join(u' '), outcome);
+    }
+    QFocusEvent toTheDesktop(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    EXPECT_NO_THROW(QCoreApplication::sendEvent(form.txbStarting, &toTheDesktop));
+    QFocusEvent toTheNextBox(QEvent::FocusOut, Qt::TabFocusReason);
+    EXPECT_THROW(QCoreApplication::sendEvent(form.txbStarting, &toTheNextBox), test::ProcessEnded);
+    EXPECT_TRUE(desk.log().contains("frmImport.txbStarting_LostFocus: Overflow, Line 10\r\n"));
+
+    for (int i : {1, 0}) {
+        form.opAutoNaming[i]->setChecked(true);
+        EXPECT_EQ(form.frAutoNumber->isEnabled(), i == 1);
+    }
+    form.opSourceFileFormat[0]->setChecked(true);
+    EXPECT_EQ(form.txbPreview[0]->text(), u"x0x.mp3") << "the format waits for a keystroke";
+    EXPECT_THROW(form.txbStarting->setText(u"5"_qs), test::ProcessEnded);
+    EXPECT_EQ(form.txbPreview[0]->text(), u"x5x.wav") << "the third name fails, not the first";
+}
+
 QByteArray cellOf(const QByteArray& text) {
     return "<tc><p><r><t xml:space='preserve'>" + text + "</t></r></p></tc>";
 }
 QByteArray rowOf(const QByteArray& cells) { return "<tr>" + cells + "</tr>"; }
+QByteArray rowOf(const QByteArray& name, const QByteArray& text) {
+    return rowOf(cellOf(name) + cellOf(text));
+}
 
 // Both imports on a real folder.
 struct Imports : ::testing::Test {
@@ -50,13 +118,13 @@ struct Imports : ::testing::Test {
         form.txbImportEndRow->setText(end);
     }
     // Name, text and words of each prompt.
-    QStringList prompts() const {
+    QString prompts() const {
         QStringList rows;
         for (int i = 1; i <= import.script().viPromptCount; ++i) {
             const model::PromptRow& row = import.script().Prompts.at(i);
             rows << row.FileName + u'|' + row.Content + u'|' + row.Words;
         }
-        return rows;
+        return rows.join(u'\n');
     }
     // The bar's bounds and value, and what stands over it.
     QString progress() const {
@@ -71,7 +139,9 @@ struct Imports : ::testing::Test {
         const QByteArray log = desk.log();
         return log.sliced(log.lastIndexOf("frmMain.")).split('\r').first();
     }
-    void expectDone(const QString& script) {
+    // The import has ended well, with these prompts.
+    void expectDone(const QString& wanted, const QString& script = u"script.xlsx"_qs) {
+        EXPECT_EQ(prompts(), wanted);
         EXPECT_EQ(form.txbScript->text(), script);
         EXPECT_TRUE(form.mnuProjectFolder->isEnabled() && form.frLoadFiles->isHidden());
         EXPECT_EQ(std::exchange(loads, 0), 1);
@@ -85,38 +155,20 @@ TEST_F(Imports, SheetRowsBecomePromptsByTheirLayout) {
                      {u"F_3"_qs, u""_qs},
                      {u""_qs, u"past the end"_qs}};
     const Rows texts{{u"one"_qs, u""_qs}, {u"two words"_qs, u"x"_qs}};
-    const struct {
-        Rows rows;
-        bool ignoresFirst, ownNames;
-        QStringList prompts;
-        QString progress;
-    } cases[] = {{named,
-                  true,
-                  true,
-                  {u"F_2|a  b|3"_qs, u"F_3||1"_qs},
-                  u"2 to 4: 4, Importing Excel row 3 of 3"_qs},
-                 {named,
-                  false,
-                  true,
-                  {u"File|Text|1"_qs, u"F_2|a  b|3"_qs, u"F_3||1"_qs},
-                  u"1 to 4: 4, Importing Excel row 3 of 3"_qs},
-                 {named,
-                  true,
-                  false,
-                  {u"ACME_1000|a  b|3"_qs, u"ACME_1005||1"_qs},
-                  u"2 to 4: 4, Importing Excel row 3 of 3"_qs},
-                 {texts,
-                  false,
-                  true,
-                  {u"ACME_995|one|1"_qs, u"ACME_1000|two words|2"_qs},
-                  u"1 to 3: 3, Importing Excel row 2 of 2"_qs}};
+    const std::tuple<Rows, bool, bool, QString, QString> cases[] = {
+        {named, true, true, u"F_2|a  b|3\nF_3||1"_qs, u"2 to 4: 4, Importing Excel row 3 of 3"_qs},
+        {named, false, true, u"File|Text|1\nF_2|a  b|3\nF_3||1"_qs,
+         u"1 to 4: 4, Importing Excel row 3 of 3"_qs},
+        {named, true, false, u"ACME_1000|a  b|3\nACME_1005||1"_qs,
+         u"2 to 4: 4, Importing Excel row 3 of 3"_qs},
+        {texts, false, true, u"ACME_995|one|1\nACME_1000|two words|2"_qs,
+         u"1 to 3: 3, Importing Excel row 2 of 2"_qs}};
     for (const auto& [rows, ignoresFirst, ownNames, wanted, progressed] : cases) {
         form.chIgnoreFirstRow->setChecked(ignoresFirst);
         form.opAutoNaming[ownNames ? 0 : 1]->setChecked(true);
         importSheet(rows);
-        EXPECT_EQ(prompts(), wanted);
         EXPECT_EQ(progress(), progressed);
-        expectDone(u"script.xlsx"_qs);
+        expectDone(wanted);
     }
 }
 
@@ -124,15 +176,13 @@ TEST_F(Imports, SpecifiedSheetRowsAreReadWhateverIsInThem) {
     const Rows rows{{u"F_1"_qs, u"one"_qs}, {u"F_2"_qs, u"two"_qs}, {u""_qs, u"three"_qs}};
     setRows(u"2"_qs, u"4"_qs);
     importSheet(rows);
-    EXPECT_EQ(prompts(), QStringList({u"F_2|two|1"_qs, u"|three|1"_qs, u"||1"_qs}));
     EXPECT_EQ(progress(), u"2 to 5: 5, Importing Excel row 4 of 4");
-    expectDone(u"script.xlsx"_qs);
-    setRows(u"3"_qs, u"2"_qs);
-    importSheet(rows);
-    EXPECT_EQ(prompts(), QStringList());
-    setRows(u"3"_qs, u"1"_qs);
-    importSheet(rows);
-    EXPECT_EQ(prompts(), QStringList());
+    expectDone(u"F_2|two|1\n|three|1\n||1"_qs);
+    for (const QString& end : {u"2"_qs, u"1"_qs}) {
+        setRows(u"3"_qs, end);
+        importSheet(rows);
+        expectDone({});
+    }
     setRows(u"0"_qs, u"1"_qs);
     EXPECT_EQ(recordOf([&] { importSheet(rows); }),
               "frmMain.Import_Excel: Application-defined or object-defined error, Line 90");
@@ -141,7 +191,7 @@ TEST_F(Imports, SpecifiedSheetRowsAreReadWhateverIsInThem) {
 TEST_F(Imports, NoMoreSheetRowsThanThereAreSlots) {
     const auto rows = [](int count) { return Rows(count, {u"F"_qs, u"text"_qs}); };
     importSheet(rows(501));
-    EXPECT_EQ(prompts(), QStringList(500, u"F|text|1"_qs));
+    EXPECT_EQ(prompts(), u"F|text|1\n"_qs.repeated(500).chopped(1));
     EXPECT_EQ(recordOf([&] { importSheet(rows(502)); }),
               "frmMain.Import_Excel: Subscript out of range, Line 90");
     EXPECT_EQ(recordOf([&] { importSheet(rows(32768)); }),
@@ -162,8 +212,7 @@ TEST_F(Imports, TheImportWaitsForTheChosenSheet) {
         chooser.cbxSheetNames->setEditText(u"hidden"_qs);
         chooser.cbSelectSheet->click();
         EXPECT_FALSE(chooser.isVisible());
-        EXPECT_EQ(prompts(), QStringList(u"ACME_995|unseen|1"_qs));
-        expectDone(u"script.xlsx"_qs);
+        expectDone(u"ACME_995|unseen|1"_qs);
         chooser.cbSelectSheet->click();
         EXPECT_EQ(loads, 0) << "nothing waits any more";
     }
@@ -173,20 +222,19 @@ TEST_F(Imports, TableRowsBecomePromptsByTheShapeOfTheTable) {
     form.opAutoNaming[1]->setChecked(true);  // the document has the last word on that
     form.chIgnoreFirstRow->setChecked(true);
     const QByteArray lines = "<tc><p><r><t>c</t><br/><t>d</t></r></p></tc>";
-    const std::pair<QByteArray, QStringList> cases[] = {
-        {rowOf(cellOf("File") + cellOf("Text")) + rowOf(cellOf("") + cellOf("a  b")) +
-             rowOf(cellOf("F_2") + lines) + rowOf(cellOf("F_3") + "<tc><p/></tc>"),
-         {u"File|Text|1"_qs, u"|a  b|3"_qs, u"F_2|c\vd|1"_qs, u"F_3||1"_qs}},
-        {rowOf(cellOf("one two") + cellOf("x") + cellOf("y")).repeated(2),
-         {u"ACME_1000|one two|2"_qs, u"ACME_1005|one two|2"_qs}},
-        {rowOf(cellOf(" one")), {u"ACME_1000| one|2"_qs}}};
+    const std::tuple<QByteArray, int, QString> cases[] = {
+        {rowOf("File", "Text") + rowOf("", "a  b") + rowOf(cellOf("F_2") + lines) +
+             rowOf(cellOf("F_3") + "<tc><p/></tc>"),
+         4, u"File|Text|1\n|a  b|3\nF_2|c\vd|1\nF_3||1"_qs},
+        {rowOf(cellOf("one two") + cellOf("x") + cellOf("y")).repeated(2), 2,
+         u"ACME_1000|one two|2\nACME_1005|one two|2"_qs},
+        {rowOf(cellOf(" one")), 1, u"ACME_1000| one|2"_qs}};
     write(u"~$script.doc"_qs, "the mark of an open document");
-    for (const auto& [rows, wanted] : cases) {
+    for (const auto& [rows, count, wanted] : cases) {
         importTable(rows);
-        EXPECT_EQ(prompts(), wanted);
-        EXPECT_EQ(progress(), u"0 to 100: %1, Importing Word row %2 of %2"_qs.arg(wanted.size() + 1)
-                                  .arg(wanted.size()));
-        expectDone(u"script.docx"_qs);
+        EXPECT_EQ(progress(),
+                  u"0 to 100: %1, Importing Word row %2 of %2"_qs.arg(count + 1).arg(count));
+        expectDone(wanted, u"script.docx"_qs);
     }
 }
 
@@ -204,7 +252,7 @@ TEST_F(Imports, BadScriptsEndInTheirRecordOrInABox) {
         EXPECT_EQ(import.vsImportResult, u"Abort");
         EXPECT_TRUE(form.frLoadFiles->isHidden());
     }
-    const QByteArray row = rowOf(cellOf("F") + cellOf("text"));
+    const QByteArray row = rowOf("F", "text");
     const auto record = [&](const QByteArray& rows) {
         return recordOf([&] { importTable(rows); }).replace("frmMain.Import_Word: ", "");
     };
@@ -218,7 +266,7 @@ TEST_F(Imports, BadScriptsEndInTheirRecordOrInABox) {
     setRows(u"400"_qs, u"600"_qs);
     importSheet({});
     importTable(row.repeated(500));
-    EXPECT_EQ(prompts().size(), 500);
+    EXPECT_EQ(prompts().count(u'\n'), 499);
     EXPECT_EQ(record(row.repeated(501)), "Subscript out of range, Line 140");
     write(u"Script.DOC"_qs, "no document");  // goes before the other
     EXPECT_EQ(record(row), "The file \"Script.DOC\" is not a Word document., Line 80");

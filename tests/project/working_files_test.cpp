@@ -58,15 +58,12 @@ TEST_F(WorkingFilesDesk, TheChosenFilesFolderBecomesTheProject) {
     form.mnuLoadFiles->trigger();
     EXPECT_EQ(imports.last(), u"Word");
     EXPECT_EQ(starts, 5);
-}
-
-TEST_F(WorkingFilesDesk, ARecordingInTheRootHasTheRootAsItsProject) {
     cmdlg.path = u"/take.wav"_qs;
     form.mnuLoadFiles->trigger();
     EXPECT_EQ(state.vsProjectFolder, u"/");
 }
 
-TEST_F(WorkingFilesDesk, ACancelledDialogOnlyEmptiesTheList) {
+TEST_F(WorkingFilesDesk, ACancelledDialogOnlyEmptiesTheListAndAFolderInTheWayRefusesTheLoad) {
     state.vsProjectFolder = u"before"_qs;
     cmdlg.path.clear();
     form.mnuLoadFiles->trigger();
@@ -75,6 +72,15 @@ TEST_F(WorkingFilesDesk, ACancelledDialogOnlyEmptiesTheList) {
     EXPECT_TRUE(desk.boxes.shown.isEmpty());
     EXPECT_TRUE(imports.isEmpty());
     EXPECT_EQ(starts, 1);
+    cmdlg.path = folder.filePath(u"take.aiff"_qs);
+    QDir(folder.path()).mkdir(u"Raw_Files"_qs);
+    form.mnuLoadFiles->trigger();
+    EXPECT_EQ(desk.boxes.shown,
+              QStringList(u"The Project folder cannot contain a 'BU_Source_Files' or a 'Raw_Files' "
+                          u"folder. Rename or move outside of the Project folder before "
+                          u"proceeding."_qs));
+    EXPECT_EQ(state.vsProjectFolder, folder.path());
+    EXPECT_TRUE(imports.isEmpty());
 }
 
 TEST_F(WorkingFilesDesk, AFileChosenDuringAnExportWaitsForItsEnd) {
@@ -92,31 +98,21 @@ TEST_F(WorkingFilesDesk, AFileChosenDuringAnExportWaitsForItsEnd) {
     EXPECT_EQ(imports.size(), 1);
 }
 
-TEST_F(WorkingFilesDesk, AFolderThatIsInTheWayRefusesTheLoad) {
-    QDir(folder.path()).mkdir(u"Raw_Files"_qs);
-    form.mnuLoadFiles->trigger();
-    EXPECT_EQ(desk.boxes.shown,
-              QStringList(u"The Project folder cannot contain a 'BU_Source_Files' or a 'Raw_Files' "
-                          u"folder. Rename or move outside of the Project folder before "
-                          u"proceeding."_qs));
-    EXPECT_EQ(state.vsProjectFolder, folder.path());
-    EXPECT_TRUE(imports.isEmpty());
-}
-
 TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     form.mnuLoadFiles->trigger();
     working.Load_Working_Sound();
     EXPECT_TRUE(form.mnuBackupSourceFile->isEnabled());
     EXPECT_EQ(session.vsLoadStage, u"Initial Load");
     form.cbxChannels->setEditText(u"2"_qs);
-    const QStringList loaded{u"SoundClose"_qs, u"SetLoadMode 0"_qs, u"LoadSound take.aiff"_qs};
+    const QString loaded = u"SoundClose|SetLoadMode 0|LoadSound take.aiff"_qs,
+                  save = u"SoundExport 44100 2 0 -1 take.aiff"_qs;
     EXPECT_EQ(EDT.taken(), loaded);
 
     working.mnuBackupSourceFile_Click();  // too early: nothing is copied, nothing written
     EXPECT_TRUE(EDT.taken().isEmpty());
     session.vsLoadStage = u"End Silence Added"_qs;
     working.mnuBackupSourceFile_Click();
-    EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs));
+    EXPECT_EQ(EDT.taken(), save);
     EXPECT_EQ(EDT.encodeFormats().WAV.EncodeMode, engine::kWav24);
     EXPECT_EQ(backup(u"take._100.wav"_qs), "recording");
 
@@ -126,11 +122,11 @@ TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     EXPECT_TRUE(EDT.taken().isEmpty());
     test::writeFile(cmdlg.path, "saved");
     EDT.endExport();
-    EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs));
+    EXPECT_EQ(EDT.taken(), save);
     EXPECT_EQ(backup(u"take._101.wav"_qs), "saved");
     working.mnuBackupSourceFile_Click();
     working.Load_Working_Sound();
-    EXPECT_EQ(EDT.taken(), QStringList(u"SoundExport 44100 2 0 -1 take.aiff"_qs) + loaded)
+    EXPECT_EQ(EDT.taken(), save + u'|' + loaded)
         << "a backup that waits is made of the sound that was there";
     EDT.endExport();
     EDT.endExport();
@@ -140,7 +136,8 @@ TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     session.vsLoadStage = u"End Silence Added"_qs;
     working.mnuBackupSourceFile_Click();
     working.mnuBackupSourceFile_Click();
-    EXPECT_EQ(EDT.taken().size(), 1);
+    EXPECT_EQ(EDT.taken(), save);
+
     EDT.duration = 0;
     working.saveWhatWaits();
     EDT.duration = 60000;

@@ -6,6 +6,7 @@
 #include "desk.h"
 #include "rename/file_dates.h"
 #include "support/fault_of.h"
+#include "support/text_table.h"
 
 using namespace tarnwick;
 
@@ -31,16 +32,14 @@ struct Dates : test::RenameDesk {
                                   {.tv_sec = at(date).toSecsSinceEpoch(), .tv_nsec = 700'000'000}};
         ASSERT_EQ(utimensat(AT_FDCWD, in(name).toStdString().c_str(), times, 0), 0);
     }
-    // The moment of last modification.
-    QString momentOf(const QString& name) const {
+    struct stat statusOf(const QString& name) const {
         struct stat state {};
         stat(in(name).toStdString().c_str(), &state);
-        return QDateTime::fromSecsSinceEpoch(state.st_mtim.tv_sec, Qt::UTC).toString(Qt::ISODate);
+        return state;
     }
     // The date of last modification, to the nanosecond; "touched" where another one changed.
     QString dateOf(const QString& name) const {
-        struct stat state {};
-        stat(in(name).toStdString().c_str(), &state);
+        const struct stat state = statusOf(name);
         if (state.st_atim.tv_sec != 1000 || state.st_atim.tv_nsec != 5) return u"touched"_qs;
         const QString fraction = state.st_mtim.tv_nsec == 0 ? QString() : u" and a bit"_qs;
         return QDateTime::fromSecsSinceEpoch(state.st_mtim.tv_sec).toString(Qt::ISODate) + fraction;
@@ -62,29 +61,23 @@ struct Dates : test::RenameDesk {
 };
 
 TEST_F(Dates, AreShiftedOnTheClocksFace) {
-    const struct {
-        const char* from;
-        double hours;
-        const char* text;
-    } cases[] = {{"2024-03-30T12:00:01", 24, "2024-03-31 12:00:01"},
-                 {"2024-10-28T12:00:01", -48, "2024-10-26 12:00:01"},
-                 {"2024-03-31T00:30:00", 3, "2024-03-31 03:30:00"},
-                 {"2024-02-28T23:59:59", 24, "2024-02-29 23:59:59"},
-                 {"2024-01-01T00:00:00", 1.5, "2024-01-01 01:30:00"},
-                 {"2024-01-01T00:00:00", 0.0002, "2024-01-01 00:00:01"},
-                 {"2024-01-01T00:00:00", -0.0001, "2024-01-01 00:00:00"},
-                 {"0100-01-01T01:00:00", -1, "0100-01-01 00:00:00"},
-                 {"9999-12-31T22:59:59", 1, "9999-12-31 23:59:59"}};
-    for (const auto& [from, hours, text] : cases)
-        EXPECT_EQ(rename::textOfDate(rename::shifted(at(from), hours)), QLatin1String(text));
-    const auto fault = [](const char* from, double hours) {
-        return test::faultOf([&] { rename::shifted(at(from), hours); });
-    };
-    const QString call = u"Invalid procedure call or argument"_qs;
-    EXPECT_EQ(fault("0100-01-01T01:00:00", -2), call);
-    EXPECT_EQ(fault("9999-12-31T22:59:59", 2), call);
-    EXPECT_EQ(fault("2024-01-01T00:00:00", -1e8), call);
-    EXPECT_EQ(fault("2024-01-01T00:00:00", 1e300), u"Overflow");
+    const char* const cases = R"(
+2024-03-30T12:00:01|24|2024-03-31 12:00:01|2024-10-28T12:00:01|-48|2024-10-26 12:00:01|
+2024-03-31T00:30:00|3|2024-03-31 03:30:00|2024-02-28T23:59:59|24|2024-02-29 23:59:59|
+2024-01-01T00:00:00|1.5|2024-01-01 01:30:00|2024-01-01T00:00:00|0.0002|2024-01-01 00:00:01|
+2024-01-01T00:00:00|-0.0001|2024-01-01 00:00:00|0100-01-01T01:00:00|-1|0100-01-01 00:00:00|
+9999-12-31T22:59:59|1|9999-12-31 23:59:59|
+0100-01-01T01:00:00|-2|Invalid procedure call or argument|
+9999-12-31T22:59:59|2|Invalid procedure call or argument|
+2024-01-01T00:00:00|-1e8|Invalid procedure call or argument|
+2024-01-01T00:00:00|1e300|Overflow)";
+    for (const QStringList& row : test::rowsOf(cases, 3))
+        EXPECT_EQ(test::resultOf([&] {
+                      return rename::textOfDate(
+                          rename::shifted(at(qPrintable(row[0])), row[1].toDouble()));
+                  }),
+                  row[2])
+            << qPrintable(row[0]);
 }
 
 TEST_F(Dates, TextsLeadToFilesDates) {
@@ -96,49 +89,41 @@ TEST_F(Dates, TextsLeadToFilesDates) {
     EXPECT_EQ(set(u"1969-12-31 23:59:58"_qs), u"1969-12-31T23:59:58");
     for (const QString& text : {u""_qs, u"no date"_qs, u"2024-02-30 00:00:00"_qs, u"2024-02-03"_qs})
         EXPECT_EQ(set(text), u"no") << text.toStdString();
-    EXPECT_FALSE(rename::SetFileDateTime(files, in(u"b"_qs), u"2024-07-01 01:02:03"_qs));
-    EXPECT_FALSE(rename::SetFileDateTime(files, folder.path(), u"2024-07-01 01:02:03"_qs));
+    for (const QString& other : {in(u"b"_qs), folder.path()})
+        EXPECT_FALSE(rename::SetFileDateTime(files, other, u"2024-07-01 01:02:03"_qs));
 }
 
 // Where the clocks change a time comes twice, and the first is meant, or not at all, and the one as
 // much later is.
 TEST_F(Dates, LeadToMomentsWhereTheClocksChange) {
-    const struct {
-        const char *zone, *date, *moment;
-    } cases[] = {{"Europe/Berlin", "2024-03-31 01:59:59", "2024-03-31T00:59:59Z"},
-                 {"Europe/Berlin", "2024-03-31 02:30:00", "2024-03-31T01:30:00Z"},
-                 {"Europe/Berlin", "2024-03-31 03:00:00", "2024-03-31T01:00:00Z"},
-                 {"Europe/Berlin", "2024-10-27 01:59:59", "2024-10-26T23:59:59Z"},
-                 {"Europe/Berlin", "2024-10-27 02:00:00", "2024-10-27T00:00:00Z"},
-                 {"Europe/Berlin", "2024-10-27 02:30:00", "2024-10-27T00:30:00Z"},
-                 {"Europe/Berlin", "2024-10-27 03:00:00", "2024-10-27T02:00:00Z"},
-                 // Here it is the winter's time that is shifted.
-                 {"Europe/Dublin", "2026-03-29 00:59:59", "2026-03-29T00:59:59Z"},
-                 {"Europe/Dublin", "2026-03-29 01:30:00", "2026-03-29T01:30:00Z"},
-                 {"Europe/Dublin", "2026-03-29 02:00:00", "2026-03-29T01:00:00Z"},
-                 {"Europe/Dublin", "2026-10-25 01:30:00", "2026-10-25T00:30:00Z"},
-                 {"Europe/Dublin", "2026-10-25 02:00:00", "2026-10-25T02:00:00Z"},
-                 {"Africa/Casablanca", "2024-04-14 02:30:00", "2024-04-14T02:30:00Z"},
-                 {"Africa/Casablanca", "2024-03-10 02:30:00", "2024-03-10T01:30:00Z"},
-                 {"Australia/Lord_Howe", "2024-10-06 02:15:00", "2024-10-05T15:45:00Z"},
-                 {"Australia/Lord_Howe", "2024-04-07 01:45:00", "2024-04-06T14:45:00Z"},
-                 {"Pacific/Apia", "2011-12-30 12:00:00", "2011-12-30T22:00:00Z"},
-                 {"Pacific/Apia", "2011-12-31 00:00:00", "2011-12-30T10:00:00Z"},
-                 {"America/New_York", "2024-11-03 01:30:00", "2024-11-03T05:30:00Z"},
-                 {"UTC", "2024-03-31 02:30:00", "2024-03-31T02:30:00Z"}};
+    // Place, time there, and how many minutes it is ahead of Greenwich. In Dublin it is the
+    // winter's time that is shifted.
+    const char* const cases = R"(
+Europe/Berlin|2024-03-31 01:59:59|60|Europe/Berlin|2024-03-31 02:30:00|60|
+Europe/Berlin|2024-03-31 03:00:00|120|Europe/Berlin|2024-10-27 01:59:59|120|
+Europe/Berlin|2024-10-27 02:00:00|120|Europe/Berlin|2024-10-27 02:30:00|120|
+Europe/Berlin|2024-10-27 03:00:00|60|Europe/Dublin|2026-03-29 00:59:59|0|
+Europe/Dublin|2026-03-29 01:30:00|0|Europe/Dublin|2026-03-29 02:00:00|60|
+Europe/Dublin|2026-10-25 01:30:00|60|Europe/Dublin|2026-10-25 02:00:00|0|
+Africa/Casablanca|2024-04-14 02:30:00|0|Africa/Casablanca|2024-03-10 02:30:00|60|
+Australia/Lord_Howe|2024-10-06 02:15:00|630|Australia/Lord_Howe|2024-04-07 01:45:00|660|
+Pacific/Apia|2011-12-30 12:00:00|-600|Pacific/Apia|2011-12-31 00:00:00|840|
+America/New_York|2024-11-03 01:30:00|-240|UTC|2024-03-31 02:30:00|0)";
     put(u"a"_qs, "2020-01-01T00:00:00");
-    for (const auto& [zone, date, moment] : cases) {
-        inZone(zone);
-        ASSERT_TRUE(rename::SetFileDateTime(files, in(u"a"_qs), QString::fromLatin1(date)));
-        EXPECT_EQ(momentOf(u"a"_qs), QLatin1String(moment)) << zone << ' ' << date;
+    for (const QStringList& row : test::rowsOf(cases, 3)) {
+        inZone(qPrintable(row[0]));
+        ASSERT_TRUE(rename::SetFileDateTime(files, in(u"a"_qs), row[1]));
+        const qint64 ahead = 60 * row[2].toInt();
+        const auto there =
+            QDateTime::fromSecsSinceEpoch(statusOf(u"a"_qs).st_mtim.tv_sec + ahead, Qt::UTC);
+        EXPECT_EQ(there.toString(u"yyyy-MM-dd HH:mm:ss"_qs), row[1]) << qPrintable(row[0]);
     }
 }
 
 TEST_F(Dates, PreviewShowsTheFirstAndReDateMovesEachFromItsOwn) {
     put(u"a"_qs, "2024-04-05T06:07:08");
-    put(u"b.wav"_qs, "2024-11-02T16:00:59");
-    put(u"c.wav"_qs, "2024-11-02T16:00:59");
-    put(u"d.wav"_qs, "2024-11-02T16:00:59");
+    for (const QString& name : {u"b.wav"_qs, u"c.wav"_qs, u"d.wav"_qs})
+        put(name, "2024-11-02T16:00:59");
     choose();
     form.txbDateModified->setText(u"-240"_qs);
     form.cbReDatePreview->click();

@@ -1,15 +1,105 @@
+#include <gtest/gtest.h>
+
 #include <QMouseEvent>
+#include <QStringList>
+#include <functional>
 
 #include "desk.h"
+#include "rename/new_names.h"
+#include "support/fault_of.h"
+#include "support/text_table.h"
 
+using namespace tarnwick::rename;
 using namespace tarnwick;
+using tarnwick::test::resultOf;
 
 namespace {
 
+const QString kCountFault = u"Invalid procedure call or argument"_qs;
+
+TEST(NewNames, LettersAreRepeatedPastZ) {
+    const std::pair<int, QString> cases[] = {
+        {0, u"A"_qs},   {25, u"Z"_qs},   {26, u"AA"_qs},           {27, u"BB"_qs},
+        {51, u"ZZ"_qs}, {52, u"AAA"_qs}, {300, u"OOOOOOOOOOOO"_qs}};
+    for (const auto& [index, letters] : cases)
+        EXPECT_EQ(lettersOf(index), letters) << index;
+}
+
+// File after file: "!" is an abnormal one.
+TEST(NewNames, TheLengthOfAnExtensionIsCarriedOn) {
+    const std::pair<QString, QString> cases[] = {
+        {u"take01.wav a.b.wav song.flac x.z .z x..y x.tar.gz"_qs,
+         u"take01_x.wav a.b_x.wav song_x.flac x_x.z _x.z x._x.y x.tar_x.gz"_qs},
+        {u"song.mpeg4"_qs, u"song.mpeg4_x !"_qs},
+        {u"nodot"_qs, u"nodot_x !"_qs},
+        {u"x.wav nodot"_qs, u"x_x.wav n_xodot !"_qs},
+        {u"x.flac x.mpeg4 y.z"_qs, u"x_x.flac x._xmpeg4 ! y_x.z"_qs},
+        {u"ends."_qs, u"ends._x !"_qs},
+        {u"🎤.🎤🎤🎤🎤 🎤🎤🎤🎤🎤"_qs, u"🎤_x.🎤🎤🎤🎤 _x🎤🎤🎤🎤🎤 !"_qs},
+        {u"four"_qs, kCountFault},
+        {u"end."_qs, kCountFault},
+        {u"a.wav b"_qs, kCountFault}};
+    for (const auto& [names, wanted] : cases) {
+        ExtensionLength extension;
+        const QString result = resultOf([&, &names = names] {
+            QStringList parts;
+            for (const QString& name : names.split(u' ')) {
+                const bool normal = extension.find(name);
+                parts << withSuffix(name, extension.length(), u"_x"_qs);
+                if (!normal) parts << u"!"_qs;
+            }
+            return parts.join(u' ');
+        });
+        EXPECT_EQ(result, wanted) << names.toStdString();
+    }
+}
+
+TEST(NewNames, TextsAreReplacedInsertedAndRemoved) {
+    const auto replaced = [](const QString& search, const QString& by, bool caseSensitive) {
+        return withReplaced(u"Aa.wav"_qs, search, by, caseSensitive);
+    };
+    EXPECT_EQ(replaced(u"a"_qs, u"b"_qs, false), u"bb.wbv");
+    EXPECT_EQ(replaced(u"a"_qs, u"b"_qs, true), u"Ab.wbv");
+    EXPECT_EQ(replaced(u"a"_qs, u"aa"_qs, false), u"aaaa.waav");
+    EXPECT_EQ(replaced(u"A.WAV"_qs, u"x"_qs, false), u"Ax");
+    // Of 2.5, 1.5 and 4.5 characters are left: 2 and 4. Of 3.5, 2.5 and 3.5: 2 and 4.
+    const std::pair<double, QString> inserts[] = {
+        {1, u"-abcdef"_qs}, {3, u"ab-cdef"_qs},   {7, u"abcdef-"_qs},   {8, kCountFault},
+        {0, kCountFault},   {2.5, u"ab-cdef"_qs}, {3.5, u"ab-cdef"_qs}, {1e10, u"Overflow"_qs}};
+    for (const auto& [start, wanted] : inserts)
+        EXPECT_EQ(resultOf([start = start] { return withInserted(u"abcdef"_qs, start, u"-"_qs); }),
+                  wanted)
+            << start;
+    const std::tuple<double, double, QString> removals[] = {
+        {1, 2, u"_c.wav"_qs},     {3, 1, u"abc.wav"_qs},    {8, 1, u"ab_c.wa"_qs},
+        {8, 2, kCountFault},      {0, 1, kCountFault},      {1, 8, u""_qs},
+        {2, -1, u"aab_c.wav"_qs}, {1, -20, u"ab_c.wav"_qs},
+    };
+    for (const auto& [start, count, wanted] : removals)
+        EXPECT_EQ(resultOf([start = start, count = count] {
+                      return withRemoved(u"ab_c.wav"_qs, start, count);
+                  }),
+                  wanted)
+            << start << ' ' << count;
+    const std::pair<QString, QString> cases[] = {
+        {withRemoved(u"🎤a🎤b"_qs, 3, 1), u"🎤ab"_qs},
+        {withInserted(u"🎤a"_qs, 2, u"x"_qs), u"🎤xa"_qs},
+        {withInserted(u"\xDCFF\xDCFFz"_qs, 2, u"x"_qs), u"\xDCFFx\xDCFFz"_qs},  // bytes, no text
+        {withExtension(u"x.wav"_qs, u".wav"_qs, u".mp3"_qs), u"x.mp3"_qs},
+        {withExtension(u"x.wav"_qs, u".WAV"_qs, u".mp3"_qs), u"x.wav"_qs},
+        {withExtension(u"x.wav"_qs, u"."_qs, u".mp3"_qs), u"x.wav"_qs}};
+    for (const auto& [name, wanted] : cases)
+        EXPECT_EQ(name, wanted);
+}
+
 struct Rules : test::RenameDesk {
-    void fill(const QList<std::pair<QLineEdit*, QString>>& fields) {
-        for (const auto& [box, text] : fields)
-            box->setText(text);
+    // Fills fields ("txbInsert=x") and clicks boxes ("chIncrNumberPrefix"), with ';' in between.
+    void fill(const QString& fields) {
+        for (const QString& field : fields.split(u';')) {
+            auto* control = form.findChild<QWidget*>(field.section(u'=', 0, 0));
+            if (auto* box = qobject_cast<QLineEdit*>(control)) box->setText(field.section(u'=', 1));
+            if (auto* tick = qobject_cast<QCheckBox*>(control)) tick->click();
+        }
     }
     // Which of the three buttons are shown.
     QString state() const {
@@ -30,45 +120,25 @@ struct Rules : test::RenameDesk {
 };
 
 TEST_F(Rules, EachWorksAloneAndOnlyWhenItsFieldsAreFilled) {
-    struct Case {
-        QList<std::pair<QLineEdit*, QString>> fields;
-        QCheckBox* tick;
-        QString names;
-    };
-    const Case cases[] = {
-        {{{form.txbAddPrefix, u"p-"_qs}}, nullptr, u"p-a.wav p-B.wav p-c.wav"_qs},
-        {{}, form.chIncrNumberPrefix, u"0_a.wav 1_B.wav 2_c.wav"_qs},
-        {{}, form.chIncrLetterPrefix, u"A_a.wav B_B.wav C_c.wav"_qs},
-        {{{form.txbAddSuffix, u"_x"_qs}}, nullptr, u"a_x.wav B_x.wav c_x.wav"_qs},
-        {{}, form.chIncrNumberSuffix, u"a_0.wav B_1.wav c_2.wav"_qs},
-        {{}, form.chIncrLetterSuffix, u"a_A.wav B_B.wav c_C.wav"_qs},
-        {{{form.txbSearchFor, u"A"_qs}, {form.txbReplaceWith, u"e"_qs}},
-         nullptr,
-         u"B.wev c.wev e.wev"_qs},
-        {{{form.txbSearchFor, u"A"_qs}}, nullptr, u"nothing"_qs},
-        {{{form.txbInsert, u"#"_qs}}, nullptr, u"#a.wav #B.wav #c.wav"_qs},
-        {{{form.txbInsert, u"#"_qs}, {form.txbStartingAt, u""_qs}}, nullptr, u"nothing"_qs},
-        {{{form.txbRemove, u"2 chars"_qs}, {form.txbStartingAt, u"2x"_qs}},
-         nullptr,
-         u"aav Bav cav"_qs},
-        {{{form.txbSourceExt, u".wav"_qs}, {form.txbTargetExt, u".mp3"_qs}},
-         nullptr,
-         u"a.mp3 B.mp3 c.mp3"_qs},
-        {{{form.txbSourceExt, u".WAV"_qs}, {form.txbTargetExt, u".mp3"_qs}},
-         nullptr,
-         u"a.wav B.wav c.wav"_qs},
-        {{{form.txbSourceExt, u".wav"_qs}}, nullptr, u"nothing"_qs}};
+    // "nothing" where there is nothing to preview.
+    const char* const cases = R"(
+txbAddPrefix=p-|p-a.wav p-B.wav p-c.wav|chIncrNumberPrefix|0_a.wav 1_B.wav 2_c.wav|
+chIncrLetterPrefix|A_a.wav B_B.wav C_c.wav|txbAddSuffix=_x|a_x.wav B_x.wav c_x.wav|
+chIncrNumberSuffix|a_0.wav B_1.wav c_2.wav|chIncrLetterSuffix|a_A.wav B_B.wav c_C.wav|
+txbSearchFor=A;txbReplaceWith=e|B.wev c.wev e.wev|txbSearchFor=A|nothing|
+txbInsert=#|#a.wav #B.wav #c.wav|txbInsert=#;txbStartingAt=|nothing|
+txbRemove=2 chars;txbStartingAt=2x|aav Bav cav|txbSourceExt=.wav;txbTargetExt=.mp3|a.mp3 B.mp3 c.mp3|
+txbSourceExt=.WAV;txbTargetExt=.mp3|a.wav B.wav c.wav|txbSourceExt=.wav|nothing)";
     select({u"c.wav"_qs, u"a.wav"_qs, u"B.wav"_qs});
-    for (const auto& [fields, tick, names] : cases) {
+    for (const QStringList& row : test::rowsOf(cases, 2)) {
         form.cbClear->click();
-        fill(fields);
-        if (tick != nullptr) tick->click();
+        fill(row[0]);
         const QString result = preview();
-        if (names == u"nothing") {
-            EXPECT_EQ(boxes() + state(), u"Nothing to preview.+--");
+        if (row[1] == u"nothing") {
+            EXPECT_EQ(boxes() + state(), u"Nothing to preview.+--") << qPrintable(row[0]);
             continue;
         }
-        EXPECT_EQ(result, names);
+        EXPECT_EQ(result, row[1]) << qPrintable(row[0]);
         EXPECT_EQ(boxes() + state(), u"-++");
         form.cbCancel->click();
         EXPECT_EQ(selected() + state(), u"a.wav B.wav c.wav+--");
@@ -78,15 +148,9 @@ TEST_F(Rules, EachWorksAloneAndOnlyWhenItsFieldsAreFilled) {
 
 TEST_F(Rules, AllTogetherRunInTheirOrder) {
     select({u"a.wav"_qs, u"b.flac"_qs});
-    fill({{form.txbAddPrefix, u"pre_"_qs},
-          {form.txbAddSuffix, u"_suf"_qs},
-          {form.txbSearchFor, u"_"_qs},
-          {form.txbReplaceWith, u"--"_qs},
-          {form.txbInsert, u"#!?"_qs},
-          {form.txbStartingAt, u"3"_qs},
-          {form.txbRemove, u"2"_qs},
-          {form.txbSourceExt, u".wav"_qs},
-          {form.txbTargetExt, u".x"_qs}});
+    fill(
+        u"txbAddPrefix=pre_;txbAddSuffix=_suf;txbSearchFor=_;txbReplaceWith=--;txbInsert=#!?;"
+        u"txbStartingAt=3;txbRemove=2;txbSourceExt=.wav;txbTargetExt=.x"_qs);
     {  // what clicks would not leave together
         const QSignalBlocker others[] = {
             QSignalBlocker(form.chIncrNumberPrefix), QSignalBlocker(form.chIncrLetterPrefix),
@@ -154,7 +218,7 @@ TEST_F(Rules, AClickIntoTheInsertedTextEmptiesTheCountAndTheReverse) {
     }
 }
 
-TEST_F(Rules, AnExtensionGetsItsDotWhenTheFocusLeavesIt) {
+TEST_F(Rules, AnExtensionGetsItsDotWhenTheFocusLeavesItAndThePreviewHandsItOver) {
     form.show();
     QApplication::setActiveWindow(&form);
     const auto through = [&](QLineEdit* box, const QString& text) {
@@ -173,11 +237,6 @@ TEST_F(Rules, AnExtensionGetsItsDotWhenTheFocusLeavesIt) {
         QApplication::sendEvent(form.txbSourceExt, &away);
         EXPECT_EQ(form.txbSourceExt->text(), u"wav") << "another window or a menu comes in front";
     }
-}
-
-TEST_F(Rules, TheFocusGoesFromThePreviewToCancelAndBack) {
-    form.show();
-    QApplication::setActiveWindow(&form);
     select({u"a.wav"_qs});
     form.txbAddPrefix->setText(u"p"_qs);
     form.cbPreview->setFocus();
@@ -223,23 +282,20 @@ TEST_F(Rules, WhatFailsEndsTheRunAndLosesNothing) {
     EXPECT_EQ(onDisk(), u"c.wav=c.wav taken.wav=taken.wav za.wav=a.wav");
 }
 
-TEST_F(Rules, NumbersThatMakeNoNameEndThePreview) {
-    const auto ends = [&](QLineEdit* box, const QString& text, const QString& start) {
+TEST_F(Rules, NumbersThatMakeNoNameAndMoreThanTheTableHoldsEndThePreview) {
+    const auto ends = [&](const QString& fields) {
         form.cbClear->click();
-        box->setText(text);
-        form.txbStartingAt->setText(start);
+        fill(fields);
         return endOf(form.cbPreview).section(u": "_qs, 1);
     };
     select({u"a.wav"_qs});
-    EXPECT_EQ(ends(form.txbInsert, u"x"_qs, u"two"_qs), u"Type mismatch");
-    EXPECT_EQ(ends(form.txbInsert, u"x"_qs, u"0"_qs), u"Invalid procedure call or argument");
-    EXPECT_EQ(ends(form.txbRemove, u"9"_qs, u"1"_qs), u"Invalid procedure call or argument");
+    EXPECT_EQ(ends(u"txbInsert=x;txbStartingAt=two"_qs), u"Type mismatch");
+    EXPECT_EQ(ends(u"txbInsert=x;txbStartingAt=0"_qs), u"Invalid procedure call or argument");
+    EXPECT_EQ(ends(u"txbRemove=9;txbStartingAt=1"_qs), u"Invalid procedure call or argument");
     form.lbxSelectedFiles->clear();
     form.cbPreview->click();
     EXPECT_EQ(boxes() + state(), u"No file selected.+--");
-}
-
-TEST_F(Rules, NoMoreThanTheTableHolds) {
+    form.cbClear->click();
     QStringList names;
     for (int i = 0; i < 301; ++i)
         names << u"f%1.x"_qs.arg(i, 3, 10, QChar(u'0'));
@@ -257,10 +313,7 @@ TEST_F(Rules, OddNamesKeepTheirBytes) {
     std::ofstream(place + bytes) << "sound";
     wizard->setFolder(folder.path());
     form.cbAddAll->click();
-    form.txbAddPrefix->setText(u"ä"_qs);
-    form.txbAddSuffix->setText(u"🎤"_qs);
-    form.txbSearchFor->setText(u"q"_qs);
-    form.txbReplaceWith->setText(u"Q"_qs);
+    fill(u"txbAddPrefix=ä;txbAddSuffix=🎤;txbSearchFor=q;txbReplaceWith=Q"_qs);
     preview();
     form.cbRename->click();
     EXPECT_TRUE(std::filesystem::exists(place + "\xc3\xa4Q'\"\xff\xc3\n\xf0\x9f\x8e\xa4.wav"));

@@ -40,6 +40,10 @@ struct MainDesk : ::testing::Test {
         EDT.display.selectionEnd = end;
         Q_EMIT EDT.WaveSelectionChanged(available, begin, end);
     }
+    void click(std::initializer_list<QAbstractButton*> buttons) {
+        for (QAbstractButton* button : buttons)
+            button->click();
+    }
     // Lets the one-shot timer `timer` fire, without the wait.
     static void fire(QTimer* timer) {
         ASSERT_TRUE(timer->isActive());

@@ -194,7 +194,7 @@ TEST_F(SettingsDatabaseTest, ARecordSetThatIsNotOpenHasNoRow) {
     EXPECT_TRUE(faultOf([&] { rows.Fields(); }).startsWith("Either BOF or EOF is True"));
 }
 
-TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFile) {
+TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFileAndASaveWaitsForAnother) {
     SettingsDatabase other;
     other.Open(connection());
     EXPECT_EQ(other.Read("SELECT * FROM Admin WHERE F1 = 17").text("F2"), "1500");
@@ -205,10 +205,6 @@ TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFile) {
     EXPECT_TRUE(files().contains("Tarnwick.mdb-wal")) << "the quick journal";
     other.Close();
     EXPECT_EQ(files(), QStringList{"Tarnwick.mdb"});
-}
-
-TEST_F(SettingsDatabaseTest, ASaveWaitsForAnotherThatIsUnderWay) {
-    SettingsDatabase other;
     other.Open(connection());
     other.Execute("BEGIN IMMEDIATE");
     std::thread end([&] {

@@ -106,7 +106,8 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         --pending;
         Q_EMIT SoundExportDone(1);
     }
-    QStringList taken() { return std::exchange(calls, {}); }
+    // The calls since the last look, with '|' in between.
+    QString taken() { return std::exchange(calls, {}).join(u'|'); }
     qint32 note(const QString& name, std::initializer_list<qint32> arguments) {
         QString call = name;
         for (const qint32 argument : arguments)

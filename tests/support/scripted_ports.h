@@ -80,6 +80,12 @@ struct FailureDesk {
          .now = [this] { return clock.now(); }}};
 
     QByteArray log() const { return contentOf(folder.filePath(u"Error.log"_qs)); }
+    QString databaseFile() const { return folder.filePath(u"Tarnwick.mdb"_qs); }
+    // Puts a copy of the delivered database into the folder.
+    void takeDatabase() const {
+        ASSERT_TRUE(QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE), databaseFile()));
+        QFile::setPermissions(databaseFile(), QFile::ReadOwner | QFile::WriteOwner);
+    }
 };
 
 }  // namespace tarnwick::test

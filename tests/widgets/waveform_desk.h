@@ -39,10 +39,9 @@ class WaveformDesk : public testing::Test {
     QColor at(int x, int y) { return picture().pixelColor(x + kFrame, y + kFrame); }
     WaveformColours colours() const { return WaveformColours(view.palette()); }
 
-    // The picture as text, a line for each row and a letter for each pixel. Where it is selected,
-    // the ground is ':', the wave '%', the zero line '=', and '*' is clipped; 'x' is between two
-    // colours and seen.
-    std::string drawn(double ratio = 1.0) {
+    // A letter for the colour of a pixel. Where it is selected, the ground is ':', the wave '%',
+    // the zero line '=', and '*' is clipped; 'x' is between two colours and seen.
+    char letterOf(const QColor& colour) const {
         const WaveformColours c = colours();
         const std::pair<QColor, char> letters[] = {
             {c.background, '.'},    {c.selected(c.background), ':'},
@@ -52,20 +51,36 @@ class WaveformDesk : public testing::Test {
             {c.selectionEdge, '|'}, {c.cursor, 'c'},
             {c.outside, ' '},       {c.scaleGround, '_'},
             {c.frame, '+'}};
+        const auto found = std::ranges::find(letters, colour, [](auto& l) { return l.first; });
+        if (found != std::end(letters)) return found->second;
+        return contrast(colour, c.background) > 2.0 ? 'x' : '.';
+    }
+    // The picture as text, a line for each row.
+    std::string drawn(double ratio = 1.0) {
         const QImage image = picture(ratio);
         std::string text = "\n";
         for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                const QColor colour = image.pixelColor(x, y);
-                const auto found =
-                    std::ranges::find(letters, colour, [](auto& l) { return l.first; });
-                text += found != std::end(letters)             ? found->second
-                        : contrast(colour, c.background) > 2.0 ? 'x'
-                                                               : '.';
-            }
+            for (int x = 0; x < image.width(); ++x)
+                text += letterOf(image.pixelColor(x, y));
             text += '\n';
         }
         return text;
+    }
+    // The letters at some places.
+    std::string seen(std::initializer_list<QPoint> places) {
+        const QImage image = picture();
+        std::string text;
+        for (const QPoint& place : places)
+            text += letterOf(image.pixelColor(place + QPoint(kFrame, kFrame)));
+        return text;
+    }
+    // A press, moves and a release with the left button.
+    void drag(double from, const std::vector<double>& over, double to,
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        press(from, modifiers);
+        for (const double x : over)
+            move(x);
+        release(to);
     }
 
     void mouse(QEvent::Type type, Qt::MouseButton button, double x,

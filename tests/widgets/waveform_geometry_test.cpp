@@ -10,6 +10,14 @@
 namespace tarnwick::widgets {
 namespace {
 
+QPalette paletteOf(const QColor& base, const QColor& text, const QColor& accent) {
+    QPalette palette;
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Highlight, accent);
+    return palette;
+}
+
 TEST(WaveformGeometry, ZoomKeepsTheTimeUnderThePointerInsideTheSound) {
     const struct {
         TimeRange view;
@@ -38,15 +46,18 @@ TEST(WaveformGeometry, ZoomKeepsTheTimeUnderThePointerInsideTheSound) {
 TEST(WaveformGeometry, ScrollStopsAtTheEndsButLeavesAViewThatIsAlreadyPastTheEnd) {
     EXPECT_EQ(visibleRange(500, -1, 4000), (TimeRange{500, 4000}));
     EXPECT_EQ(visibleRange(500, 500, 4000), (TimeRange{500, 501}));
-    EXPECT_DOUBLE_EQ(scrolled({1000, 2000}, -3000, 10000).beginMs, 0);
-    EXPECT_DOUBLE_EQ(scrolled({0, 20000}, 300, 10000).beginMs, 0);
-    EXPECT_DOUBLE_EQ(scrolled({8500, 9500}, 3000, 10000).beginMs, 9000);
-    EXPECT_DOUBLE_EQ(scrolled({9800, 10800}, 300, 10000).beginMs, 9800);
-    EXPECT_DOUBLE_EQ(scrolled({9800, 10800}, -300, 10000).endMs, 10500);
-    EXPECT_DOUBLE_EQ(showing({1000, 2000}, 900, 10000).beginMs, 800);
-    EXPECT_DOUBLE_EQ(showing({1000, 2000}, 2300, 10000).endMs, 2400);
-    for (const double inside : {1000, 2000})
-        EXPECT_EQ(showing({1000, 2000}, inside, 10000), (TimeRange{1000, 2000}));
+    const std::tuple<TimeRange, double, double> scrolls[] = {{{1000, 2000}, -3000, 0},
+                                                             {{0, 20000}, 300, 0},
+                                                             {{8500, 9500}, 3000, 9000},
+                                                             {{9800, 10800}, 300, 9800},
+                                                             {{9800, 10800}, -300, 9500}};
+    for (const auto& [view, by, begin] : scrolls)
+        EXPECT_EQ(scrolled(view, by, 10000), (TimeRange{begin, begin + view.endMs - view.beginMs}))
+            << begin;
+    const std::pair<double, double> shown[] = {
+        {900, 800}, {1000, 1000}, {2000, 1000}, {2300, 1400}};
+    for (const auto& [ms, begin] : shown)
+        EXPECT_EQ(showing({1000, 2000}, ms, 10000), (TimeRange{begin, begin + 1000})) << ms;
 }
 
 TEST(WaveformGeometry, ASampleLiesInTheBandOfItsChannel) {
@@ -108,11 +119,7 @@ TEST(WaveformColoursTest, StandOutWhateverThePalette) {
                     {QColor(110, 110, 110), Qt::white, Qt::white},  // one that hides the wave
                     {QColor(128, 128, 128), Qt::black, Qt::gray}};
     for (const auto& p : palettes) {
-        QPalette palette;
-        palette.setColor(QPalette::Base, p.base);
-        palette.setColor(QPalette::Text, p.text);
-        palette.setColor(QPalette::Highlight, p.accent);
-        const WaveformColours colours(palette);
+        const WaveformColours colours(paletteOf(p.base, p.text, p.accent));
         const std::string name = p.base.name().toStdString() + p.accent.name().toStdString();
         for (const QColor& colour :
              {colours.wave, colours.clipped, colours.selectionEdge, colours.cursor, colours.focus})
@@ -126,11 +133,7 @@ TEST(WaveformColoursTest, StandOutWhateverThePalette) {
 
 TEST(WaveformColoursTest, AreThoseOfTheDesign) {
     const auto told = [](const QColor& base, const QColor& text, const QColor& accent) {
-        QPalette palette;
-        palette.setColor(QPalette::Base, base);
-        palette.setColor(QPalette::Text, text);
-        palette.setColor(QPalette::Highlight, accent);
-        const WaveformColours c(palette);
+        const WaveformColours c(paletteOf(base, text, accent));
         std::string names;
         for (const QColor& colour :
              {c.background, c.outside, c.frame, c.focus, c.wave, c.clipped, c.zeroLine,

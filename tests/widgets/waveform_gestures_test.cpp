@@ -36,10 +36,7 @@ TEST_F(WaveformGesturesTest, LeftButtonSetsSelectsAndExtends) {
         {"Shift+click without a selection", {0, 0, 0}, 200, kShift, {}, 200, {1, 2000, 2000}}};
     for (const auto& c : cases) {
         waveform.SetSelection(qint16(c.before[0]), c.before[1], c.before[2]);
-        press(c.press, c.modifiers);
-        for (const double x : c.moves)
-            move(x);
-        release(c.release);
+        drag(c.press, c.moves, c.release, c.modifiers);
         EXPECT_EQ(selection(), c.after) << c.what;
     }
     mouse(QEvent::MouseButtonPress, Qt::RightButton, 100);
@@ -77,9 +74,7 @@ TEST_F(WaveformGesturesTest, ThePointerShowsWhatAPressWouldDo) {
         hover(x);
         EXPECT_EQ(view.cursor().shape(), shape) << x;
     }
-    press(600);
-    move(800);
-    release(800);
+    drag(600, {800}, 800);
     EXPECT_EQ(view.cursor().shape(), Qt::SizeHorCursor) << "over the edge that it let go";
     waveform.channelCount = 0;
     hover(800);
@@ -174,29 +169,27 @@ TEST_F(WaveformGesturesTest, KeysDoWhatTheMouseDoes) {
         EXPECT_EQ(selection(), c.after) << c.key << " from " << c.before[1];
         EXPECT_EQ(range(), c.range) << c.key << " from " << c.before[1];
     }
-    for (const auto& [modifiers, step] : {std::pair{Qt::NoModifier, 100}, {kCtrl, 10}}) {
-        waveform.SetDisplayRange(0, -1);
-        waveform.SetSelection(1, 5000, 5000);
+    // Ten pixels, or one; at least a millisecond.
+    const std::tuple<Qt::KeyboardModifier, qint32, qint32, qint32> steps[] = {
+        {Qt::NoModifier, -1, 5000, 5100},
+        {kCtrl, -1, 5000, 5010},
+        {Qt::NoModifier, 4100, 4000, 4001},
+        {kCtrl, 4100, 4000, 4001}};
+    for (const auto& [modifiers, end, from, to] : steps) {
+        waveform.SetDisplayRange(end < 0 ? 0 : 4000, end);
+        waveform.SetSelection(1, from, from);
         key(Qt::Key_Right, modifiers);
-        EXPECT_EQ(waveform.selectionBegin, 5000 + step) << "ten pixels, or one";
+        EXPECT_EQ(selection(), (Numbers{1, to, to})) << modifiers;
     }
-    waveform.SetDisplayRange(4000, 4100);
-    for (const auto modifiers : {Qt::NoModifier, kCtrl}) {
-        waveform.SetSelection(1, 4000, 4000);
-        key(Qt::Key_Right, modifiers);
-        EXPECT_EQ(selection(), (Numbers{1, 4001, 4001})) << "no less than a millisecond";
-    }
-    for (const auto& [heard, from] : {std::pair{0, 0}, {4500, 4500}, {-1, 4000}}) {
-        waveform.SetDisplayRange(4000, 6000);
+    const std::tuple<double, qint32, qint32> starts[] = {
+        {0, 4000, 20}, {4500, 4000, 4520}, {-1, 4000, 4020}, {-1, -1000, 20}};
+    for (const auto& [heard, begin, to] : starts) {
+        waveform.SetDisplayRange(begin, begin + 2000);
         waveform.SetSelection(0, 0, 0);
         waveform.playMs = heard;
         key(Qt::Key_Right);
-        EXPECT_EQ(waveform.selectionBegin, from + 20) << "from what is heard, or seen";
+        EXPECT_EQ(waveform.selectionBegin, to) << "from what is heard, or seen";
     }
-    waveform.SetDisplayRange(-1000, 1000);
-    waveform.SetSelection(0, 0, 0);
-    key(Qt::Key_Right);
-    EXPECT_EQ(waveform.selectionBegin, 20);
     waveform.SetSelection(0, 0, 0);
     waveform.SetDisplayRange(4000, 6000);
     EXPECT_FALSE(key(Qt::Key_Left, Qt::AltModifier)) << "others'";
@@ -232,9 +225,7 @@ TEST_F(WaveformGesturesTest, KeysDoWhatTheMouseDoes) {
 TEST_F(WaveformGesturesTest, WithoutASoundNothingHappens) {
     waveform.channelCount = 0;
     waveform.tell(engine::DisplayChange::Sound);
-    press(300);
-    move(400);
-    release(400);
+    drag(300, {400}, 400);
     mouse(QEvent::MouseButtonPress, Qt::RightButton, 300);
     wheel(120, 300);
     for (const int any : {Qt::Key_Right, Qt::Key_End, Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Escape})

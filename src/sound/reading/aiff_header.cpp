@@ -15,12 +15,11 @@ namespace {
 [[noreturn]] void notASound(const char* what) { throw SoundError(SoundFailure::NotASound, what); }
 
 // Reads the rate from an 80-bit extended number: sign and exponent, then a mantissa with an
-// explicit leading one. Returns 0 if it is not a sensible rate.
+// explicit leading one, of which 32 bits are enough. Returns 0 if it is not a sensible rate.
 int readRate(const std::uint8_t* bytes) {
     const int exponent = big16(bytes) - 16383;
-    const double mantissa = big32(bytes + 2) + big32(bytes + 6) * 0x1p-32;
-    if (exponent < 0 || exponent > 30) return 0;
-    return static_cast<int>(std::lround(std::ldexp(mantissa, exponent - 31)));
+    if (exponent < 0 || exponent > 19) return 0;  // 2^20 Hz is beyond any rate
+    return static_cast<int>(std::lround(std::ldexp(big32(bytes + 2), exponent - 31)));
 }
 
 Coding integerCoding(int bits, bool little) {

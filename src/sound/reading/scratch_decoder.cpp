@@ -60,15 +60,15 @@ class Decoding {
         bytes.resize(static_cast<std::size_t>(frames * frameBytes_));
         std::vector<std::uint8_t> other(bytes.size());
         other.resize(scratch_->readSome(joint * frameBytes_, other));
-        if (bytes == other) return end;
-        peaksSpoilt_ = true;
+        joined_ = bytes == other;
+        if (joined_) return end;
         scratch_->write(joint * frameBytes_, bytes);
         return run(stream, joint + frames, INT64_MAX, [](std::int64_t) {});
     }
 
     // Returns the sound, `frames` long. Recomputes the peaks that decoding could not measure.
     DecodedSound finished(std::int64_t frames, std::int64_t joint) {
-        const bool foreseen = frames == sound_.frames && !peaksSpoilt_;
+        const bool foreseen = frames == sound_.frames && joined_ == (joint > 0);
         sound_.frames = frames;
         if (!foreseen) {
             peaks_ = buildPeaks(sound_, *scratch_, {{}, stop_});
@@ -80,7 +80,7 @@ class Decoding {
             measureStretch(sound_, bytes.data(), first, count, peaks_);
             peaks_.makeCoarser();
         }
-        return {sound_, scratch_, std::move(peaks_)};
+        return {sound_, scratch_, std::move(peaks_), joined_};
     }
 
   private:
@@ -100,7 +100,7 @@ class Decoding {
     std::shared_ptr<SourceFile> scratch_;
     std::stop_token stop_;
     Peaks peaks_;
-    bool peaksSpoilt_ = false;
+    bool joined_ = false;
     std::atomic<bool> givenUp_ = false;
 };
 

@@ -29,6 +29,7 @@ struct DecodedSound {
     StoredSound sound;
     std::shared_ptr<const SourceFile> file;
     Peaks peaks;
+    bool joined;  // whether a second stream decoded a part
 };
 
 // Below this length in frames a second thread costs more than it saves.

@@ -71,15 +71,19 @@ template <class Value, int kChannels>
     }
 }
 
-template <class Codec, int kChannels>
-void measureAs(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
+// Unpacks first, so that the comparison loop can be vectorised. `spread` unpacks as many values as
+// it can and returns their number.
+template <class Codec, int kChannels, class Spread>
+[[gnu::always_inline]] inline void measureAs(const std::uint8_t* bytes, std::int64_t frames,
+                                             Peak* peaks, Spread spread) {
     using Value = ValueOf<Codec>;
-    // Unpack first, so that the comparison loop can be vectorised.
     std::array<Value, Peaks::kFinestFrames * kChannels> values;
     const auto count = static_cast<std::size_t>(frames * kChannels);
-    unpackFrom<Codec>(0, bytes, count, values.data());
+    unpackFrom<Codec>(spread(bytes, count, values.data()), bytes, count, values.data());
     findExtremes<Value, kChannels>(values.data(), count, peaks);
 }
+
+constexpr auto kSpreadNothing = [](auto...) { return std::size_t{0}; };
 
 #if defined(__x86_64__)
 
@@ -87,9 +91,10 @@ void measureAs(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
 // number of values done. Each load reads four bytes past its samples, so the loop stops early.
 [[gnu::target("avx2")]] std::size_t spread24(const std::uint8_t* bytes, std::size_t count,
                                              std::int32_t* values) {
+    constexpr char kZero = -1;
     const __m256i places =
-        _mm256_setr_epi8(-1, 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11,  //
-                         -1, 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11);
+        _mm256_setr_epi8(kZero, 0, 1, 2, kZero, 3, 4, 5, kZero, 6, 7, 8, kZero, 9, 10, 11,  //
+                         kZero, 0, 1, 2, kZero, 3, 4, 5, kZero, 6, 7, 8, kZero, 9, 10, 11);
     std::size_t i = 0;
     for (; i + 10 <= count; i += 8) {
         const auto* low = reinterpret_cast<const __m128i*>(bytes + 3 * i);
@@ -104,14 +109,10 @@ void measureAs(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
 template <class Codec, int kChannels>
 [[gnu::target("avx2")]] void measureWide(const std::uint8_t* bytes, std::int64_t frames,
                                          Peak* peaks) {
-    using Value = ValueOf<Codec>;
-    std::array<Value, Peaks::kFinestFrames * kChannels> values;
-    const auto count = static_cast<std::size_t>(frames * kChannels);
-    std::size_t done = 0;
     if constexpr (std::is_same_v<Codec, Integer24<false>>)
-        done = spread24(bytes, count, values.data());
-    unpackFrom<Codec>(done, bytes, count, values.data());
-    findExtremes<Value, kChannels>(values.data(), count, peaks);
+        measureAs<Codec, kChannels>(bytes, frames, peaks, spread24);
+    else
+        measureAs<Codec, kChannels>(bytes, frames, peaks, kSpreadNothing);
 }
 
 bool wideVectors() {
@@ -124,14 +125,14 @@ void measureBest(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
     if (wideVectors())
         measureWide<Codec, kChannels>(bytes, frames, peaks);
     else
-        measureAs<Codec, kChannels>(bytes, frames, peaks);
+        measureAs<Codec, kChannels>(bytes, frames, peaks, kSpreadNothing);
 }
 
 #else
 
 template <class Codec, int kChannels>
 void measureBest(const std::uint8_t* bytes, std::int64_t frames, Peak* peaks) {
-    measureAs<Codec, kChannels>(bytes, frames, peaks);
+    measureAs<Codec, kChannels>(bytes, frames, peaks, kSpreadNothing);
 }
 
 #endif

@@ -32,6 +32,7 @@ void toIntegers(const double* values, std::size_t count, int bits, std::int32_t*
     }
 }
 
+// `count` is at least 1.
 void pack(const std::int32_t* samples, std::size_t count, const SampleLayout& layout,
           unsigned char* out) {
     switch (layout.bits) {
@@ -53,7 +54,7 @@ void pack(const std::int32_t* samples, std::size_t count, const SampleLayout& la
             // writes three, as nothing follows it.
             for (std::size_t i = 0; i + 1 < count; ++i)
                 std::memcpy(out + 3 * i, &samples[i], 4);
-            if (count > 0) std::memcpy(out + 3 * (count - 1), &samples[count - 1], 3);
+            std::memcpy(out + 3 * (count - 1), &samples[count - 1], 3);
             break;
         default:
             std::memcpy(out, samples, 4 * count);

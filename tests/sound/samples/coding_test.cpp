@@ -3,12 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <set>
 #include <utility>
 #include <vector>
 
+#include "sound/samples/byte_order.h"
 #include "sound/samples/quantiser.h"
+#include "sound/samples/wav_codecs.h"
 #include "support/test_sounds.h"
 
 namespace tarnwick::sound {
@@ -103,10 +107,51 @@ TEST(Quantiser, RoundsToTheNearestAndClips) {
         quantise(&value, 1, {.bits = 16}, reinterpret_cast<unsigned char*>(&out));
         EXPECT_EQ(out, sample) << value;
     }
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    for (const auto& [value, sample] :
+         {std::pair(nan, 0.0f), {1e300, kLargest}, {-1e300, -kLargest}, {1.5, 1.5f}}) {
+        float out;
+        quantise(&value, 1, {.bits = 32, .floating = true}, reinterpret_cast<unsigned char*>(&out));
+        EXPECT_EQ(out, sample) << value;
+    }
+    EXPECT_EQ(toMuLaw(32767) << 8 | toMuLaw(-32768), 0x8000);
+    EXPECT_EQ(toMuLaw(3) << 8 | toMuLaw(4), 0xFFFE);
+    EXPECT_EQ(toALaw(32767) << 8 | toALaw(-32768), 0xAA2A);
+    EXPECT_EQ(toALaw(-16) << 8 | toALaw(-17), 0x5554);
     const double value = std::ldexp(0x123456, -23);
     unsigned char out[4] = {};
     quantise(&value, 1, {.bits = 24, .bigEndian = true}, out);
     EXPECT_THAT(out, ElementsAre(0x12, 0x34, 0x56, 0));  // nothing is written after the sample
+}
+
+TEST(ByteOrder, PutsEveryByteInItsPlace) {
+    const std::uint8_t bytes[] = {0x81, 0x92, 0xA3, 0xB4};
+    EXPECT_EQ(little16(bytes), 0x9281u);
+    EXPECT_EQ(little32(bytes), 0xB4A39281u);
+    EXPECT_EQ(big16(bytes), 0x8192u);
+    EXPECT_EQ(big32(bytes), 0x8192A3B4u);
+}
+
+TEST(WavCodecs, HaveTheUsualRates) {
+    std::set<int> usual;  // the whole rates, their halves and their quarters
+    for (const int whole : {32000, 44100, 48000})
+        usual.insert({whole, whole / 2, whole / 4});
+    std::string all;
+    for (const auto& [name, formats] : wavCodecs()) {
+        std::set<int> rates, bits;
+        for (const AudioFormat& format : formats) {
+            rates.insert(format.rate);
+            bits.insert(format.bits);
+        }
+        EXPECT_EQ(rates,
+                  formats.back().channels == 2 ? usual : std::set({8000, 11025, 22050, 44100}));
+        EXPECT_EQ(formats.size(), rates.size() * bits.size() * formats.back().channels) << name;
+        for (const int each : bits)
+            all += name + (' ' + std::to_string(each)) + '\n';
+    }
+    EXPECT_EQ(all,
+              "PCM 8\nPCM 16\nPCM 24\nA-law 8\nmu-law 8\nIMA ADPCM 4\nMicrosoft ADPCM 4\n"
+              "GSM 6.10 0\n");
 }
 
 }  // namespace
