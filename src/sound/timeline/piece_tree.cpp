@@ -46,8 +46,8 @@ PieceTree newPiece(std::int64_t source, std::int64_t count, double gain) {
 
 }  // namespace
 
-PieceTree sourcePiece(std::int64_t source, std::int64_t count, double gain) {
-    return newPiece(source, count, gain);
+PieceTree sourcePiece(std::int64_t source, std::int64_t count) {
+    return newPiece(source, count, 1.0);
 }
 
 PieceTree silentPiece(std::int64_t count) {

@@ -29,7 +29,7 @@ using PieceTree = PieceNode::Tree;
 
 inline std::int64_t totalOf(const PieceTree& tree) { return tree ? tree->total : 0; }
 
-PieceTree sourcePiece(std::int64_t source, std::int64_t count, double gain = 1.0);
+PieceTree sourcePiece(std::int64_t source, std::int64_t count);
 PieceTree silentPiece(std::int64_t count);  // empty for 0 frames
 
 // Splits the tree into the frames before `at` and those from `at` on. `at` is 0 to its total.

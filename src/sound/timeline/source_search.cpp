@@ -21,8 +21,7 @@ SourceSearch::SourceSearch(const Source& source, double limit)
                           source.peaks().level(channels_ - 1, level).data()});
 }
 
-void SourceSearch::setGain(double gain) {
-    if (gain == gain_) return;
+void SourceSearch::takeGain(double gain) {
     gain_ = gain;
     const double factor = std::abs(gain);
     const auto within = [&](int peak) { return peak / 32768.0 * factor <= limit_; };

@@ -18,7 +18,9 @@ class SourceSearch {
     SourceSearch(const Source& source, double limit);
 
     // Sets the gain for the searches that follow, not 0. Must be called before the first search.
-    void setGain(double gain);
+    void setGain(double gain) {
+        if (gain != gain_) takeGain(gain);
+    }
 
     // The first or last loud frame in [first, end); -1 if there is none. Throws SoundError.
     std::int64_t firstLoud(std::int64_t first, std::int64_t end);
@@ -29,6 +31,7 @@ class SourceSearch {
     std::int64_t quickLoud(std::int64_t first, std::int64_t end) const;
 
   private:
+    void takeGain(double gain);
     bool quiet(int level, std::int64_t frame) const;
     bool certainlyLoud(std::int64_t block) const;
     int quietLevel(std::int64_t frame) const;

@@ -112,6 +112,8 @@ class BlockSound {
         std::filesystem::last_write_time(file_, written);
     }
 
+    void cutOff() { std::filesystem::resize_file(file_, 44); }  // no sample can be read then
+
     std::shared_ptr<const Source> source;
 
   private:
@@ -168,6 +170,15 @@ TEST(SourceSearch, ReadsOnlyBlocksThatMayBeLoud) {
     EXPECT_EQ(pieces.quickLoud(0, 256 * 25 - 95), -1);  // ends in the inserted silence
     EXPECT_EQ(pieces.quickLoud(256 * 29, 256 * 31 - 90), 256 * 30 - 90);
     EXPECT_EQ(pieces.quickLoud(256 * 20 - 100, 256 * 21 - 100), 256 * 20 - 100);
+
+    // Samples of 16 bits cannot exceed the highest threshold, so none are read.
+    BlockSound full({-32768, 9});
+    SourceSearch highest(*full.source, 1.0);
+    highest.setGain(1.0);
+    full.cutOff();
+    EXPECT_EQ(highest.firstLoud(0, 400), -1);
+    highest.setGain(2.0);
+    EXPECT_THROW(highest.firstLoud(0, 400), SoundError);
 }
 
 TEST(Scans, ReportProgressAndStop) {
