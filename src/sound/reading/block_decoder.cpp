@@ -46,7 +46,6 @@ class AdpcmStream : public SampleStream {
         const std::int64_t size = layout_.blockBytes;
         const std::int64_t blocks = std::max<std::int64_t>(kBytesWanted / size, 1);
         bytes_.resize(static_cast<std::size_t>(std::min(blocks * size, end_ - at_)));
-        if (bytes_.empty()) return false;
         file_.read(at_, bytes_);
         at_ += static_cast<std::int64_t>(bytes_.size());
         held_ = layout_.framesIn(static_cast<std::int64_t>(bytes_.size()), channels_);
