@@ -52,9 +52,9 @@ class AdpcmStream : public SampleStream {
         given_ = 0;
         samples_.resize(static_cast<std::size_t>(held_ * channels_));
         std::int16_t* out = samples_.data();
-        for (std::size_t done = 0; done < bytes_.size(); done += static_cast<std::size_t>(size)) {
-            const auto block = std::span<const std::uint8_t>(bytes_).subspan(
-                done, std::min(static_cast<std::size_t>(size), bytes_.size() - done));
+        for (std::span<const std::uint8_t> rest = bytes_; !rest.empty();) {
+            const auto block = rest.first(std::min(static_cast<std::size_t>(size), rest.size()));
+            rest = rest.subspan(block.size());
             if (layout_.codec == BlockCodec::ImaAdpcm)
                 decodeImaBlock(block, channels_, out);
             else

@@ -47,6 +47,7 @@ TEST(Mp3Header, TellsTheSizeOfEveryKindOfFrame) {
                   std::tuple(unchecked ? 4 : 6, first ? 2 + 15 * channels : 1 + 8 * channels,
                              first ? 9 : 8));
         ASSERT_EQ(header->shared, kind);
+        ASSERT_GT(header->bytes, header->sideAt + header->sideBytes);
     }
     EXPECT_TRUE(Mp3Header::read(0xFFFB9003));
     EXPECT_FALSE(Mp3Header::read(0xFFDB9000));
