@@ -132,12 +132,12 @@ std::size_t Mp3Stream::decodeFloats(std::span<float> interleaved) {
         const std::span<float> rest = interleaved.subspan(done);
         const int result = mpg123_read(handle_, rest.data(), rest.size_bytes(), &bytes);
         done += bytes / sizeof(float);
-        if (result == MPG123_DONE || (result == MPG123_OK && bytes == 0)) break;
         if (result == MPG123_NEW_FORMAT) {
             checkFormat();
-        } else if (result != MPG123_OK) {
-            fail();
+            continue;
         }
+        if (result != MPG123_OK && result != MPG123_DONE) fail();
+        if (bytes == 0) break;
     }
     if (failure_) fail();  // the library may have treated it as the end
     return done;
