@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "sound/samples/frame_reader.h"
-#include "sound/samples/sound_block.h"
 #include "sound/writing/resampler.h"
+#include "sound/writing/sound_block.h"
 
 namespace tarnwick::sound {
 
