@@ -53,13 +53,12 @@ void Mp3Encoder::Close::operator()(lame_global_struct* lame) const { lame_close(
 
 // Returns none if the encoder would use other rates than these.
 Mp3Encoder::Lame Mp3Encoder::makeLame(int rate, int channels, int bitRate) {
-    if (rate <= 0) return nullptr;
     Lame lame(lame_init());
     if (!lame) throw SoundError(SoundFailure::NoSpace, "no memory for the MP3 encoder");
     lame_set_errorf(lame.get(), nullptr);
     lame_set_msgf(lame.get(), nullptr);
     lame_set_debugf(lame.get(), nullptr);
-    lame_set_in_samplerate(lame.get(), rate);
+    if (lame_set_in_samplerate(lame.get(), rate) != 0) return nullptr;
     lame_set_out_samplerate(lame.get(), rate);
     lame_set_num_channels(lame.get(), channels);
     lame_set_mode(lame.get(), channels == 1 ? MONO : JOINT_STEREO);
