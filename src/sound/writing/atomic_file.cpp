@@ -4,10 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
+#include <iterator>
 #include <random>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -26,9 +27,8 @@ std::string procName(int descriptor) { return "/proc/self/fd/" + std::to_string(
 // With 64 random bits, no other file has this name.
 std::filesystem::path randomName(const std::filesystem::path& folder) {
     std::random_device random;
-    std::array<char, 40> name;
-    std::snprintf(name.data(), name.size(), ".tarnwick-%08x%08x.tmp", random(), random());
-    return folder / name.data();
+    const std::string first = std::to_string(random()), second = std::to_string(random());
+    return folder / (".tarnwick-" + first + "-" + second + ".tmp");
 }
 
 void closeIfOpen(int& descriptor) {
@@ -151,7 +151,8 @@ void AtomicFile::discard() noexcept {
 
 void AtomicFile::fail(int error, const char* what) {
     discard();
-    const bool full = error == ENOSPC || error == EDQUOT || error == EFBIG || error == ENOMEM;
+    constexpr int kFull[] = {ENOSPC, EDQUOT, EFBIG, ENOMEM};
+    const bool full = std::ranges::find(kFull, error) != std::end(kFull);
     throw SoundError(full ? SoundFailure::NoSpace : SoundFailure::WriteFailed, what);
 }
 

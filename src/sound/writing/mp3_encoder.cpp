@@ -19,8 +19,9 @@ constexpr int kQuality = 3;
 
 constexpr std::int64_t kBlockFrames = 8192;
 
-// The most that the encoder outputs for a block, according to its manual, and at the end.
-constexpr std::size_t kBlockBytes = kBlockFrames * 5 / 4 + 7200;
+// More than the encoder outputs at the end, or for a block, which its manual limits to 5/4 bytes a
+// frame and 7200.
+constexpr std::size_t kBlockBytes = 65536;
 
 // MP3 can represent values well above full scale, but not arbitrarily large ones.
 constexpr double kLoudest = 8.0;
