@@ -13,7 +13,7 @@ namespace {
 // column at most.
 constexpr double kNarrowFrames = 2.0 * Peaks::kFinestFrames;
 // Frames of samples held at a time.
-constexpr std::int64_t kMostFrames = 16 * 1024;
+constexpr std::int64_t kMostFrames = 16384;
 
 // Maps the columns of a picture to the frames of a timeline.
 class Grid {
