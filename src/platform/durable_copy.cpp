@@ -71,7 +71,7 @@ std::error_code flushFolder(const fs::path& file) {
 
 // A hidden name beside the target for a file that is still being written; always short enough.
 fs::path hiddenBeside(const fs::path& target) {
-    static unsigned count = 0;
+    static unsigned count{};
     std::string name(".tarnwick-");
     name.append(std::to_string(::getpid())).append(1, '-').append(std::to_string(++count));
     return target.parent_path() / name;
