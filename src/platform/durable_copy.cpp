@@ -28,8 +28,7 @@ bool isTaken(const fs::path& path) {
 
 std::error_code writeAll(int target, const char* bytes, std::size_t count) {
     while (count > 0) {
-        const ssize_t written = ::write(target, bytes, count);
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written = TEMP_FAILURE_RETRY(::write(target, bytes, count));
         if (written < 0) return lastError();
         bytes += written;
         count -= static_cast<std::size_t>(written);
@@ -48,8 +47,7 @@ void copyDate(int source, int target) {
 std::error_code copyContent(int source, int target) {
     std::vector<char> buffer(1 << 20);
     for (;;) {
-        const ssize_t got = ::read(source, buffer.data(), buffer.size());
-        if (got < 0 && errno == EINTR) continue;
+        const ssize_t got = TEMP_FAILURE_RETRY(::read(source, buffer.data(), buffer.size()));
         if (got < 0) return lastError();
         if (got == 0) {
             copyDate(source, target);

@@ -95,8 +95,7 @@ void AtomicFile::write(const void* data, std::size_t bytes) {
 void AtomicFile::writeAt(std::int64_t offset, const void* data, std::size_t bytes) {
     const char* next = static_cast<const char*>(data);
     while (bytes > 0) {
-        const ssize_t written = pwrite(descriptor_, next, bytes, offset);
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written = TEMP_FAILURE_RETRY(pwrite(descriptor_, next, bytes, offset));
         if (written <= 0) fail(written < 0 ? errno : ENOSPC, "the file cannot be written");
         next += written;
         offset += written;
@@ -106,9 +105,7 @@ void AtomicFile::writeAt(std::int64_t offset, const void* data, std::size_t byte
 
 void AtomicFile::commit() {
     // fdatasync also flushes the size.
-    while (fdatasync(descriptor_) != 0) {
-        if (errno != EINTR) fail(errno, "the file cannot be flushed");
-    }
+    if (TEMP_FAILURE_RETRY(fdatasync(descriptor_)) != 0) fail(errno, "the file cannot be flushed");
     takePlace();
     if (close(std::exchange(descriptor_, -1)) != 0) fail(errno, "the file cannot be closed");
     const int folder = open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

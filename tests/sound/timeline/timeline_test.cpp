@@ -191,8 +191,9 @@ TEST(SourceSearch, ReadsOnlyBlocksThatMayBeLoud) {
     EXPECT_EQ(pieces.quickLoud(256 * 29, 256 * 31 - 90), 256 * 30 - 90);
     EXPECT_EQ(pieces.quickLoud(256 * 20 - 100, 256 * 21 - 100), 256 * 20 - 100);
 
-    // Samples of 16 bits cannot exceed the highest threshold, so none are read.
     BlockSound full({-32768, 9});
+    EXPECT_EQ(LoudSearch(Timeline(full.source), 0.5).quickLoud(0, 256), 0);
+    // Samples of 16 bits cannot exceed the highest threshold, so none are read.
     SourceSearch highest(*full.source, 1.0);
     highest.setGain(1.0);
     full.cutOff();
