@@ -64,6 +64,7 @@ TEST(Resampler, RefusesWhatCannotBe) {
     for (const auto& [from, to, channels] : {std::tuple(0, 8000, 1), {8000, 0, 1}, {8000, 8000, 0}})
         EXPECT_EQ(failureOf([&, a = from, b = to, n = channels] { Resampler(a, b, n, 1); }),
                   SoundFailure::BadFormat);
+    EXPECT_NO_THROW(Resampler(1, 1, 1, 1));
 }
 
 std::vector<double> inOnePiece(const FrameReader& sound, std::int64_t first, int to) {
