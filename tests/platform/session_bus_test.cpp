@@ -165,6 +165,7 @@ TEST(ColourScheme, FollowsThePortal) {
         ::kill(daemon, SIGCONT);
         EXPECT_TRUE(test::waitUntil([&] { return scheme.dark(); }, 5000));
         EXPECT_TRUE(portal.asked);
+        EXPECT_TRUE(test::waitUntil([&] { return scheme.children().isEmpty(); }, 5000));
     }
     // The portal runs on this thread and so answers when the patience is over; from a thread of its
     // own it answers at once.
