@@ -46,7 +46,7 @@ qint64 CompoundFile::smallPosition(quint32 sector) const {
     const qint64 at = static_cast<qint64>(sector) << kSmallShift;
     const auto holder = static_cast<std::size_t>(at >> shift_);
     if (holder >= smallContent_.size()) return kNowhere;
-    return position(smallContent_[holder]) + (at & ((1 << shift_) - 1));
+    return position(smallContent_[holder]) + at % (1 << shift_);
 }
 
 quint32 CompoundFile::after(quint32 sector, const Sectors& table) const {
@@ -54,7 +54,7 @@ quint32 CompoundFile::after(quint32 sector, const Sectors& table) const {
     const std::size_t holder = sector >> perSector;
     if (holder >= table.size()) return kNone;
     const qint64 at = position(table[holder]);
-    return at == kNowhere ? kNone : number(at + 4 * (sector & ((1u << perSector) - 1)));
+    return at == kNowhere ? kNone : number(at + 4 * (sector % (1u << perSector)));
 }
 
 // Stops at the number of sectors in the file, so a circular chain ends.
@@ -88,8 +88,7 @@ void CompoundFile::loadStreams(const Sectors& directory) {
     const auto entryAt = [&](quint32 index) {
         const std::size_t holder = index >> perSector;
         if (holder >= directory.size()) return kNowhere;
-        const qint64 at =
-            position(directory[holder]) + ((index & ((1 << perSector) - 1)) << kEntryShift);
+        const qint64 at = position(directory[holder]) + (index % (1u << perSector) << kEntryShift);
         return at + (1 << kEntryShift) <= bytes_.size() ? at : kNowhere;
     };
     const auto typeAt = [&](qint64 at) { return static_cast<quint8>(bytes_[at + 66]); };

@@ -46,7 +46,7 @@ class DigitPattern {
     bool groups_ = false;
     bool general_ = false;
     bool unknown_ = false;
-    bool showsSign_ = false;
+    bool showsSign_;
     Use use_ = kNothing;
 };
 

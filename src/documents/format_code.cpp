@@ -8,17 +8,19 @@ constexpr QStringView kGeneralWord = u"General";
 
 // The text from `at` up to but without `end`, or all the rest. Advances `at` past it and `end`.
 QString textUpTo(QChar end, const QString& code, qsizetype& at) {
-    const qsizetype found = code.indexOf(end, at);
-    const QString text = code.mid(at, found < 0 ? -1 : found - at);
-    at = found < 0 ? code.size() : found + 1;
+    qsizetype found = code.indexOf(end, at);
+    if (found == -1) found = code.size();
+    const QString text = code.sliced(at, found - at);
+    at = found + 1;
     return text;
 }
 
 // [$kr-414] names a currency to show and a language; both may be missing.
 CodePiece bracketed(const QString& inner) {
     if (!inner.startsWith(u'$')) return {CodePiece::kBrackets, inner};
-    const qsizetype language = inner.lastIndexOf(u'-');
-    return {CodePiece::kText, inner.mid(1, language < 0 ? -1 : language - 1)};
+    qsizetype end = inner.lastIndexOf(u'-');
+    if (end == -1) end = inner.size();
+    return {CodePiece::kText, inner.sliced(1, end - 1)};
 }
 
 CodePiece pieceAt(const QString& code, qsizetype& at) {

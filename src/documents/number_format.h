@@ -30,7 +30,7 @@ class NumberFormat {
     struct Token {
         QChar letter;  // 'y', 'm', 'n' (minute), 'd', 'h', 's', '.' (parts of a second),
                        // 'a' (AM/PM), 'e' (elapsed), '\0' for text
-        int count = 0;
+        int count = {};
         QString text;
     };
 

@@ -11,8 +11,8 @@ namespace tarnwick::engine {
 
 // A silence in ms: start rounded up and end rounded down, so that it contains no sound.
 struct SilenceMs {
-    qint32 start = 0;
-    qint32 finish = 0;
+    qint32 start{};
+    qint32 finish{};
 };
 
 // The sound as the UI knows it, used for drawing, playing and exports. Changes only when an event

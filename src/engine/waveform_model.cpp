@@ -1,6 +1,7 @@
 #include "engine/waveform_model.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -30,7 +31,7 @@ void WaveformModel::GetDisplayRange(qint32& beginMs, qint32& endMs) const {
 }
 
 void WaveformModel::SetDisplayRange(qint32 beginMs, qint32 endMs) {
-    if (endMs != -1 && endMs < beginMs) std::swap(beginMs, endMs);
+    if (endMs != -1) std::tie(beginMs, endMs) = std::minmax({beginMs, endMs});
     show({beginMs, endMs});
 }
 
@@ -53,7 +54,7 @@ void WaveformModel::SetSelection(qint16 available, qint32 beginMs, qint32 endMs)
     if (selected_) {
         const qint32 last = duration();
         if (endMs == -1) endMs = last;
-        if (endMs < beginMs) std::swap(beginMs, endMs);
+        std::tie(beginMs, endMs) = std::minmax({beginMs, endMs});
         selection_ = {std::clamp(beginMs, 0, last), std::clamp(endMs, 0, last)};
     }
     Q_EMIT displayChanged(DisplayChange::Selection);

@@ -23,7 +23,7 @@ const model::ListColumnDesign& designOf(int column) {
 }
 
 bool isShown(int column) {
-    return column >= 0 && column < model::kListColumns && designOf(column).scaled;
+    return column >= 0 && column < model::kListColumns && designOf(column).scaled();
 }
 
 // Draws a cell without the style's own side margins: a time of twelve characters has to fit its
@@ -55,7 +55,7 @@ class PromptDelegate : public QStyledItemDelegate {
             return;
         }
         drawGrid(painter, cell);
-        drawText(painter, cell, text, designOf(index.column()).centred,
+        drawText(painter, cell, text, designOf(index.column()).centred(),
                  index.data(Qt::ForegroundRole).isValid());
     }
 
@@ -157,11 +157,11 @@ void makePromptColumns(QTreeWidget& list, double vvScale) {
         const model::ListColumnDesign& design = designOf(column);
         list.headerItem()->setText(column, QLatin1String(design.caption));
         list.headerItem()->setTextAlignment(
-            column, (design.centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
+            column, (design.centred() ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
         list.header()->setSectionResizeMode(
-            column, design.scaled ? QHeaderView::Interactive : QHeaderView::Fixed);
+            column, design.scaled() ? QHeaderView::Interactive : QHeaderView::Fixed);
         const auto width =
-            static_cast<float>(design.scaled ? design.widthTwips * vvScale : design.widthTwips);
+            static_cast<float>(design.scaled() ? design.widthTwips * vvScale : design.widthTwips);
         list.setColumnWidth(column, px(width));
     }
 }

@@ -20,25 +20,31 @@ enum ListColumn {
     kListColumns
 };
 
+// Text is left-aligned and all else centred. Data is not for reading: its column has the same width
+// at every window scale.
+enum class ColumnKind { Text, Figure, Data };
+
 struct ListColumnDesign {
     const char* caption;
     int widthTwips;
-    bool scaled;  // false: same width at every window scale (holds data, not for reading)
-    bool centred;
+    ColumnKind kind;
+
+    bool scaled() const { return kind != ColumnKind::Data; }
+    bool centred() const { return kind != ColumnKind::Text; }
 };
 
 inline constexpr std::array<ListColumnDesign, kListColumns> kListDesign{{
-    {"Row", 750, true, false},
-    {"File Name", 1700, true, false},
-    {"Content", 4400, true, false},
-    {"Start_msec", 10, false, true},
-    {"Start Audio", 1000, true, true},
-    {"End_msec", 10, false, true},
-    {"End Audio", 1000, true, true},
-    {"Actual", 1000, true, true},
-    {"Words", 1000, true, true},
-    {"Projected", 1000, true, true},
-    {"Variance", 1000, true, true},
+    {"Row", 750, ColumnKind::Text},
+    {"File Name", 1700, ColumnKind::Text},
+    {"Content", 4400, ColumnKind::Text},
+    {"Start_msec", 10, ColumnKind::Data},
+    {"Start Audio", 1000, ColumnKind::Figure},
+    {"End_msec", 10, ColumnKind::Data},
+    {"End Audio", 1000, ColumnKind::Figure},
+    {"Actual", 1000, ColumnKind::Figure},
+    {"Words", 1000, ColumnKind::Figure},
+    {"Projected", 1000, ColumnKind::Figure},
+    {"Variance", 1000, ColumnKind::Figure},
 }};
 
 }  // namespace tarnwick::model

@@ -6,9 +6,9 @@ namespace tarnwick::model {
 
 // One silence of the last scan, in milliseconds from the start of the sound.
 struct SilenceRecord {
-    qint32 Nber = 0;  // never set in the array: the index is the number
-    qint32 StartAt = 0;
-    qint32 FinishAt = 0;
+    qint32 Nber{};  // never set in the array: the index is the number
+    qint32 StartAt{};
+    qint32 FinishAt{};
 };
 
 }  // namespace tarnwick::model

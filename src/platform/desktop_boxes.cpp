@@ -34,7 +34,7 @@ bool DesktopBoxes::askYesNo(const QString& title, const QString& text) {
 }
 
 std::optional<QString> DesktopBoxes::input(const QString& prompt) {
-    bool accepted = false;
+    bool accepted{};
     const QString text = QInputDialog::getText(QApplication::activeWindow(), QString(), prompt,
                                                QLineEdit::Normal, QString(), &accepted);
     return accepted ? std::optional(text) : std::nullopt;

@@ -28,8 +28,7 @@ bool isTaken(const fs::path& path) {
 
 std::error_code writeAll(int target, const char* bytes, std::size_t count) {
     while (count > 0) {
-        const ssize_t written = ::write(target, bytes, count);
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written = TEMP_FAILURE_RETRY(::write(target, bytes, count));
         if (written < 0) return lastError();
         bytes += written;
         count -= static_cast<std::size_t>(written);
@@ -48,8 +47,7 @@ void copyDate(int source, int target) {
 std::error_code copyContent(int source, int target) {
     std::vector<char> buffer(1 << 20);
     for (;;) {
-        const ssize_t got = ::read(source, buffer.data(), buffer.size());
-        if (got < 0 && errno == EINTR) continue;
+        const ssize_t got = TEMP_FAILURE_RETRY(::read(source, buffer.data(), buffer.size()));
         if (got < 0) return lastError();
         if (got == 0) {
             copyDate(source, target);
@@ -71,7 +69,7 @@ std::error_code flushFolder(const fs::path& file) {
 
 // A hidden name beside the target for a file that is still being written; always short enough.
 fs::path hiddenBeside(const fs::path& target) {
-    static unsigned count = 0;
+    static unsigned count{};
     std::string name(".tarnwick-");
     name.append(std::to_string(::getpid())).append(1, '-').append(std::to_string(++count));
     return target.parent_path() / name;

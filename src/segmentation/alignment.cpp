@@ -32,7 +32,7 @@ void Alignment::addRow(qint32 i) {
     const model::PromptRow& prompt = runtime::element(inputs_.script.Prompts, i);
     auto* item = new QTreeWidgetItem(form_.lvAudioDetails);
     for (int column = 0; column < model::kListColumns; ++column)
-        if (model::kListDesign[static_cast<std::size_t>(column)].centred)
+        if (model::kListDesign[static_cast<std::size_t>(column)].centred())
             item->setTextAlignment(column, Qt::AlignCenter);
     item->setText(model::kRow, QString::number(i));
     item->setText(model::kFileName, prompt.FileName);

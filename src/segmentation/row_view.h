@@ -7,8 +7,8 @@ namespace tarnwick::segmentation {
 
 // A visible stretch of the waveform, in milliseconds.
 struct ViewRange {
-    qint32 begin = 0;
-    qint32 end = 0;
+    qint32 begin{};
+    qint32 end{};
     friend bool operator==(const ViewRange&, const ViewRange&) = default;
 };
 

@@ -12,9 +12,9 @@ struct Selection {
 };
 
 inline Selection selectionOf(const engine::Waveform& waveform) {
-    qint16 available = 0;
-    qint32 begin = 0;
-    qint32 end = 0;
+    qint16 available{};
+    qint32 begin{};
+    qint32 end{};
     waveform.GetSelection(available, begin, end);
     return {available == 1, begin, end};
 }

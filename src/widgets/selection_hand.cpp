@@ -6,8 +6,8 @@
 namespace tarnwick::widgets {
 
 std::optional<Stretch> selectedStretch(const engine::Waveform& waveform) {
-    qint16 available = 0;
-    Stretch stretch{0, 0};
+    qint16 available{};
+    Stretch stretch{};
     waveform.GetSelection(available, stretch.begin, stretch.end);
     if (available != 1) return std::nullopt;
     if (stretch.end == -1) stretch.end = waveform.duration();

@@ -34,7 +34,7 @@ class SelectionHand {
 
   private:
     engine::Waveform& waveform_;
-    qint32 anchor_ = 0;  // valid while it is an end of the stretch
+    qint32 anchor_{};  // valid while it is an end of the stretch
 };
 
 }  // namespace tarnwick::widgets

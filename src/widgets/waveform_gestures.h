@@ -41,11 +41,11 @@ class WaveformGestures {
     const engine::Waveform& waveform_;
     SelectionHand& hand_;
     Phase phase_ = Phase::None;
-    double pressedX_ = 0.0;
-    double lastX_ = 0.0;
-    double grip_ = 0.0;     // distance of the press from the grabbed edge
-    qint32 pressedMs_ = 0;  // time at the press
-    qint32 anchorMs_ = 0;   // the fixed end of the selection
+    double pressedX_{};
+    double lastX_{};
+    double grip_{};       // distance of the press from the grabbed edge
+    qint32 pressedMs_{};  // time at the press
+    qint32 anchorMs_{};   // the fixed end of the selection
 };
 
 }  // namespace tarnwick::widgets

@@ -120,7 +120,7 @@ TEST(CompoundFile, ManySmallSectors) {
     made.piece(0, kLast, 76);
     made.piece(1, 1, 80);
     made.put(68, 4);
-    made.piece(109, 2, made.at(4));
+    made.piece(110, 2, made.at(4) + 4);
     made.put(made.at(4) + 508, 5);
     made.piece(109 + 127, 3, made.at(5));
     made.put(48, 10);
@@ -131,7 +131,7 @@ TEST(CompoundFile, ManySmallSectors) {
     for (quint32 sector = 30; sector < 60; ++sector)
         holders.push_back(sector);
     made.link(holders);
-    const std::vector<quint32> sectors{127, 128, 13952, 13953, 30208, 30209, 100, 101};
+    const std::vector<quint32> sectors{127, 128, 14080, 14081, 30208, 30209, 100, 101};
     made.link(sectors);
     for (qsizetype i = 0; i < 8; ++i)
         made.write(made.at(sectors[static_cast<std::size_t>(i)]),

@@ -26,7 +26,10 @@ dd/mm/yyyy|43897.5|07/03/2020|d.m.yy;@|43897.5|7.3.20|ddd mmm mmmmm|43897.5|Sat 
 h:mm AM/PM|43897.5|12:00 PM|h a/p|0.01|12 A|mm:ss.0|0.00073|01:03.1|yy\|43897.5|20|
 yyyy-mm-dd hh:mm|43897.9999999|2020-03-08 00:00|[h]:mm:ss|1.5|36:00:00|[mm]:ss|0.5|720:00|
 d-mmm-yyyy|59|28-Feb-1900|d-mmm-yyyy|61|1-Mar-1900|d-mmm-yyyy|1|1-Jan-1900|d-mmm-yyyy|-1|-1|
-h:mm|0.50046|12:01|AM/PM h|0.75|PM 6|yyy|43897.5|2020|d-mmm-yyyy|1e300|1E+300|"WAHR";"WAHR";"FALSCH"|1|True|"unclosed|3|3|[|3|3||3|3)");
+h:mm|0.50046|12:01|AM/PM h|0.75|PM 6|yyy|43897.5|2020|d-mmm-yyyy|1e300|1E+300|d-mmm-yyyy|60|28-Feb-1900|
+h:mm|0|0:00|yyyy|2958465|9999|yyyy|2958466|2958466|mm:ss.000|0.00073|01:03.072|hhh|0.2|04|
+h mmm|43897.5|12 Mar|mmm ss|43897.5|Mar 00|[h]:mm|1.5|36:00|mm:[ss]|0.5|00:43200|[ss]|0.00001|01|
+"WAHR";"WAHR";"FALSCH"|1|True|"unclosed|3|3|[|3|3||3|3)");
     EXPECT_EQ(NumberFormat(QStringLiteral("d-m-yyyy")).format(42435, true), "7-3-2020");
 }
 

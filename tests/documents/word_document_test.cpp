@@ -77,7 +77,7 @@ TEST(WordDocument, TextInACell) {
                      end = "<fldChar fldCharType='end'/>";
     const std::pair<QByteArray, QString> cells[] = {
         {"", {}},
-        {"<p/><p><r><t> a </t><t xml:space='preserve'> b\n c </t></r></p>",
+        {"<p/><p><r><t> a </t><t> &#9; </t><t xml:space='preserve'> b\n c </t></r></p>",
          QStringLiteral("\ra b  c ")},
         {"<p><pPr><tabs><tab/></tabs></pPr><r><t>a</t><tab/><cr/><br type='page'/>"
          "<sym char='2192'/><sym char='zz'/></r></p>",
@@ -120,6 +120,9 @@ TEST(WordDocument, RowsAndColumnsAreThoseThatAreThere) {
         {row(cell("a", wide) + cell("tall", begins)) +
              row("<trPr><gridBefore val='1'/></trPr>" + cell("b") + cell("", goesOn)),
          "[a|tall][b|-]"},
+        {row(cell("a", "<gridSpan val='0'/>") + cell("tall", begins)) +
+             row("<trPr><gridBefore val='-1'/></trPr>" + cell("b", "<hMerge/>") + cell("", goesOn)),
+         "[a|tall][b|-]"},
         {row(cell("a", "<hMerge val='restart'/>") + cell("", "<hMerge/>") + cell("b")), "[a|b]"},
         {"<sdt><sdtContent>" + row("<sdt>" + cell("a") + "</sdt>" + cell("b")) +
              "</sdtContent></sdt>" + row("<trPr><del/></trPr>" + cell("struck out")),
@@ -129,6 +132,10 @@ TEST(WordDocument, RowsAndColumnsAreThoseThatAreThere) {
                      after = "</sdtContent></sdt><tbl>" + row(cell("second")) + "</tbl>";
     for (const auto& [rows, whole] : tables)
         EXPECT_EQ(readBody(before + "<tbl>" + rows + "</tbl>" + after), whole);
+    const auto document = WordDocument::fromBytes(
+        zipOf(documentParts("<tbl>" + row(cell("a")) + "</tbl>")), QStringLiteral("w"));
+    for (const auto& [line, column] : {std::pair(0, 1), {2, 1}, {1, 0}, {1, 2}})
+        EXPECT_EQ(resultOf([&] { return document.firstTable().text(line, column); }), kNoMember);
 }
 
 TEST(WordDocument, BadFilesAreNamedForWhatTheyAre) {
@@ -149,6 +156,13 @@ TEST(WordDocument, BadFilesAreNamedForWhatTheyAre) {
         const QByteArray close = QByteArray(choice ? "</Choice></" : "</") + name + ">";
         EXPECT_EQ(readBytes(nested(open, close, 250)), "[]") << name;
         EXPECT_EQ(readBytes(nested(open, close, 251)), damaged) << name;
+        if (name == QByteArrayView("p") || name == QByteArrayView("r")) continue;
+        const auto around = [&](int times) {
+            return readBody(open.repeated(times) + "<tbl>" + row("") + "</tbl>" +
+                            close.repeated(times));
+        };
+        EXPECT_EQ(around(250), "[]") << name;
+        EXPECT_EQ(around(251), damaged) << name;
     }
     EXPECT_EQ(readBytes(text(1 << 16, "")).size(), (1 << 16) + 2);
     EXPECT_EQ(readBytes(text(1 << 16, "</t><t>y")), large);

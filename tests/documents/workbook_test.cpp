@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
+#include <QtEndian>
 
 #include "documents/office_converter.h"
 #include "documents/package_maker.h"
@@ -61,6 +62,7 @@ TEST_P(RealWorkbook, CellsAreWhatAPersonSees) {
                 {2, 2, 1, {"07/03/2020", "1999-12-31", "13:05:09"}},
                 {2, 3, 1, {"12.5%", "0007", "1234.5"}},
                 {2, 4, 1, {"True", old ? "0" : "False"}},
+                {3, 1, 1, {"unseen"}},
                 {2, 5, 1, {"25", "take_-7", "#DIV/0!"}}};
     for (const auto& [sheet, row, column, texts] : rows)
         for (int i = 0; i < texts.size(); ++i)
@@ -71,10 +73,12 @@ INSTANTIATE_TEST_SUITE_P(Workbook, RealWorkbook, testing::Values("script.xlsx", 
 
 TEST(Workbook, ReadsWhatOtherWritersMake) {
     const Sheet sheet = sheetOf(
+        "<row r='-1'><c><v>9</v></c></row>"
         "<row><c t='s'><v>0</v></c><c t='inlineStr'><is><r><t>in</t></r><r><t>line</t></r></is></c>"
         "<c/><c><v>1E3</v></c></row>"
         "<row r='1048576'><c r='XFD1048576'><v>0.30000000000000004</v></c>"
         "<c r='XFE1048576'><v>9</v></c></row>"
+        "<row r='1048577'><c><v>9</v></c></row><row r='1048578'><c><v>9</v></c></row>"
         "<row r='3'><c r='B3' t='s'><v>1</v></c><c t='s'><v>2</v></c>"
         "<c t='b'><f>1=1</f><v>1</v></c><c t='str'><f>A1</f><v> x </v></c>"
         "<c><v>1e300</v></c><c><v>nan</v></c></row>"
@@ -82,17 +86,21 @@ TEST(Workbook, ReadsWhatOtherWritersMake) {
         "<c s='1' t='inlineStr'><is><t>in</t></is></c><c s='1' t='str'><v>x</v></c>"
         "<c s='1' t='b'><v>1</v></c><c s='1' t='e'><v>#N/A</v></c></row>"
         "<row><c t='inlineStr'><is><t>_x0041_<![CDATA[<b>]]>_xzzzz_ _x0042.</t></is></c>"
-        "<c t='str'><v>_x00</v></c><c t='b'><v>0</v></c></row>");
+        "<c t='str'><v>_x00</v></c><c t='b'><v>0</v></c><c t='str'><v>_x0043_</v></c>"
+        "<c><v>1x</v></c><c><v>1e999</v></c><c s='2'><v>7</v></c><c r='Z5'><v>26</v></c></row>");
     const struct {
         int row, column;
         const char* text;
-    } cells[] = {{1, 1, "Two  runs"}, {1, 2, "inline"},        {1, 3, ""},
-                 {1, 4, "1000"},      {3, 2, "a\rb"},          {3, 3, ""},
-                 {3, 4, "True"},      {3, 5, " x "},           {3, 6, "1E+300"},
-                 {3, 7, "nan"},       {1048576, 16384, "0.3"}, {4, 1, "VO_007"},
-                 {4, 2, "VO_a\rb"},   {4, 3, "VO_in"},         {4, 4, "VO_x"},
-                 {4, 5, "True"},      {4, 6, "#N/A"},          {5, 1, "A<b>_xzzzz_ _x0042."},
-                 {5, 2, "_x00"},      {5, 3, "False"}};
+    } cells[] = {{1, 1, "Two  runs"},  {1, 2, "inline"},        {1, 3, ""},
+                 {1, 4, "1000"},       {3, 2, "a\rb"},          {3, 3, ""},
+                 {3, 4, "True"},       {3, 5, " x "},           {3, 6, "1E+300"},
+                 {3, 7, "nan"},        {1048576, 16384, "0.3"}, {4, 1, "VO_007"},
+                 {4, 2, "VO_a\rb"},    {4, 3, "VO_in"},         {4, 4, "VO_x"},
+                 {4, 5, "True"},       {4, 6, "#N/A"},          {5, 1, "A<b>_xzzzz_ _x0042."},
+                 {5, 2, "_x00"},       {5, 3, "False"},         {5, 4, "C"},
+                 {5, 5, "1x"},         {5, 6, "1e999"},         {5, 7, "7"},
+                 {5, 26, "26"},        {1048575, 1, ""},        {1048576, 1, ""},
+                 {1048576, 16385, ""}, {1048577, 1, ""}};
     for (const auto& [row, column, text] : cells)
         EXPECT_EQ(sheet.text(row, column), text) << row << ' ' << column;
 }
@@ -143,12 +151,28 @@ TEST(Workbook, BadFilesAreNamedForWhatTheyAre) {
         {rows("<row><c t='s'><v>3</v></c></row>"), damaged},
         {rows("<row><c t='s'><v>-1</v></c></row>"), damaged},
         {rows("<row><c r='1A'><v>1</v></c></row>"), damaged},
+        {rows("<row><c r='A'><v>1</v></c></row>"), damaged},
+        {rows("<row><c r='A1x'><v>1</v></c></row>"), damaged},
         {rows(QByteArray(40 << 20, ' ')), large},
         {rows(QByteArray(8 << 20, ' ')), large}  // a bomb by its ratio
     };
     for (const auto& [bytes, fault] : files)
         EXPECT_EQ(firstCell(bytes), fault)
             << bytes.size() << ' ' << bytes.left(20).toHex().constData();
+    // What the package says of its last part, before any of it is unpacked.
+    constexpr quint32 kMost = 32 << 20, kFrom = 1 << 20;
+    for (const auto& [size, packed, fault] : {std::tuple(kMost, kMost, damaged),
+                                              {kMost + 1, kMost, large},
+                                              {kFrom, 9u, damaged},
+                                              {kFrom + 1, 9u, large},
+                                              {300 * 5001u - 1, 5000u, damaged},
+                                              {300 * 5001u, 5000u, large}}) {
+        QByteArray stated = made;
+        const qsizetype entry = stated.lastIndexOf("PK\1\2");
+        qToLittleEndian(packed, stated.data() + entry + 20);
+        qToLittleEndian(size, stated.data() + entry + 24);
+        EXPECT_EQ(firstCell(stated), fault) << size << " of " << packed;
+    }
     for (qsizetype end = 0; end < made.size(); end += 7)
         EXPECT_NE(firstCell(made.left(end)), "1") << end;
 }
@@ -157,7 +181,15 @@ TEST(Workbook, BadFilesOnDisk) {
     const QTemporaryDir folder;
     const QString cut = folder.filePath(QStringLiteral("cut.xls"));  // a text, to the suite
     writeFile(cut, bytesOf("script.xls").left(3000));
+    const QString most = folder.filePath(QStringLiteral("most")),
+                  more = folder.filePath(QStringLiteral("more"));
+    for (const auto& [path, size] : {std::pair(most, 128 << 20), {more, (128 << 20) + 1}}) {
+        writeFile(path, "");
+        QFile::resize(path, size);
+    }
     const std::pair<QString, const char*> files[] = {
+        {most, "The file \"most\" is not a workbook."},
+        {more, "The workbook \"more\" is too large to be read."},
         {data("none.xlsx"), "File not found"},
         {data(""), "The file \"\" is not a workbook."},
         {data("encrypted.xls"), "The workbook \"encrypted.xls\" is protected by a password."},

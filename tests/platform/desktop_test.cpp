@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include "platform/clock.h"
 #include "platform/desktop_boxes.h"
 #include "platform/desktop_open_dialog.h"
 #include "platform/desktop_opener.h"
@@ -161,6 +162,13 @@ TEST(DesktopOpener, HandsOverWhatIsThereAndTellsWhyItCannot) {
     }
     EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child is left behind";
+}
+
+TEST(SystemClock, CountsSecondsFromMidnight) {
+    struct : platform::SystemClock {
+        QDateTime now() const override { return {QDate(2024, 1, 2), QTime(12, 0, 1, 250)}; }
+    } clock;
+    EXPECT_EQ(clock.Timer(), 43201.25);
 }
 
 TEST(ProgramFolder, IsWhereTheExecutableLiesWhateverBytesItHas) {

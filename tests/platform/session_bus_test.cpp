@@ -180,6 +180,7 @@ TEST(ColourScheme, FollowsThePortal) {
         ::kill(daemon, SIGCONT);
         EXPECT_TRUE(test::waitUntil([&] { return scheme.dark(); }, 5000));
         EXPECT_TRUE(portal.asked);
+        EXPECT_TRUE(test::waitUntil([&] { return scheme.children().isEmpty(); }, 5000));
     }
     // On this thread the portal answers only after the time-out; on its own thread it answers at
     // once.

@@ -57,10 +57,10 @@ TEST_F(WaveformViewTest, PaintsEachColumnFromItsLowestToItsHighestSample) {
     waveform.rate = 4;  // frames a second: each second is a column of four
     waveform.durationMs = 12000;
     constexpr float kFull = 32767.0f / 32768.0f;
-    waveform.samples = {0,    0, 0, 0,    .5f,   .5f,   .5f,   .5f,   .5f,  .25f, 0,      0,
-                        -.5f, 0, 0, -.5f, 0,     kFull, 0,     0,     0,    0,    -kFull, 0,
-                        0,    0, 0, 0,    -.75f, -.75f, -.75f, -.75f, .75f, .75f, .75f,   .75f,
-                        0,    0, 0, 0,    0,     0,     0,     0,     0,    0,    0,      0};
+    waveform.samples = {
+        .25f, .25f,  .25f, .25f, .5f, .5f, .5f,    .5f, .5f, .25f, 0, 0, -.5f,  0,     0,     -.5f,
+        0,    kFull, 0,    0,    0,   0,   -kFull, 0,   0,   0,    0, 0, -.75f, -.75f, -.75f, -.75f,
+        .75f, .75f,  .75f, .75f, 0,   0,   0,      0,   0,   0,    0, 0, 0,     0,     0,     0};
     waveform.SetDisplayRange(-1000, 15000);
     waveform.SetSelection(1, 3000, 6000);
     waveform.playMs = 9000;
@@ -71,8 +71,8 @@ TEST_F(WaveformViewTest, PaintsEachColumnFromItsLowestToItsHighestSample) {
 +_....|*:|..!..   _+
 +_....|*:|.#!..   _+
 +_..##|%:|.#!..   _+
-+_..##|%:|.#!..   _+
-+_-###|%%|##!##---_+
++_.###|%:|.#!..   _+
++_-#-#|%%|##!##---_+
 +_....|:%|##!..   _+
 +_....|:%|##!..   _+
 +_....|:*|##!..   _+
@@ -92,18 +92,18 @@ TEST_F(WaveformViewTest, PaintsEachColumnFromItsLowestToItsHighestSample) {
 ++__..........!.............cc      __++
 ++__..........!.......###...cc      __++
 ++__....###...!.......###...cc      __++
-++__....####..!.......#.#...cc      __++
-++__--###--##########-#-####cc------__++
-++__--##---###-##!###-#-####cc------__++
+++__..######..!.......#.#...cc      __++
+++__--##---##########-#-####cc------__++
+++__-------###-##!###-#-####cc------__++
 ++__........##...!..#.#.....cc      __++
 ++__.............!..###.....cc      __++
 ++__.............!..##......cc      __++
 ++__++++++++++!+++++++++++++cc++++++__++
 ++__++++++++++!+++++++###+++cc++++++__++
 ++__....###...!.......###...cc      __++
-++__....####..!.......#.#...cc      __++
-++__--###--##########-#-####cc------__++
-++__--##---###-##!###-#-####cc------__++
+++__..######..!.......#.#...cc      __++
+++__--##---##########-#-####cc------__++
+++__-------###-##!###-#-####cc------__++
 ++__........##...!..#.#.....cc      __++
 ++__.............!..###.....cc      __++
 ++__.............!..##......cc      __++
@@ -279,23 +279,22 @@ TEST_F(WaveformViewTest, LevelsHaveAMarkAndATextAtTheirHeight) {
     };
     waveform.channelCount = 2;
     for (const auto& [scale, expected] :
-         {std::pair{1.0f, Numbers{0, 3, 6, 9, 12, 18, 24}}, {16.0f, Numbers{30, 36, 42, 48}}}) {
+         {std::pair{1.0f, Numbers{400, 283, 200, 142, 100, 50, 25}},  // 0 to 24 dB down
+          {16.0f, Numbers{202, 101, 51, 25}}}) {                      // 30 to 48
         look(scale, 1602);
-        Numbers decibels[4];  // of both halves of both channels
+        Numbers rows[4];  // of both halves of both channels, from the middle
         int zeros = 0;
         for (const int row : marks) {
             const int away = row % 801 - 400;
-            if (std::abs(away) >= 20)
-                decibels[row / 801 * 2 + (away > 0)].push_back(
-                    std::lround(-20 * std::log10(std::abs(away) / 400.0 / scale)));
+            if (std::abs(away) >= 20) rows[row / 801 * 2 + (away > 0)].push_back(std::abs(away));
             zeros += away == 0;
         }
         EXPECT_EQ(zeros, 2);
         if (scale == 1.0f) {
             EXPECT_GT(texts.at(0).left, texts.at(1).left + 3) << "0 has no sign";
         }
-        std::ranges::reverse(decibels[1]), std::ranges::reverse(decibels[3]);
-        for (const Numbers& half : decibels)
+        std::ranges::reverse(rows[1]), std::ranges::reverse(rows[3]);
+        for (const Numbers& half : rows)
             EXPECT_EQ(half, expected);
     }
     look(1.0f, 130);

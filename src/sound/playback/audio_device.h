@@ -49,11 +49,11 @@ class AudioDevice {
     cubeb* context_ = nullptr;
     cubeb_stream* stream_ = nullptr;
     std::shared_ptr<FrameRing> ring_;
-    int channels_ = 0;
-    std::int64_t frames_ = 0;
-    std::atomic<std::int64_t> taken_{0};
-    std::atomic<std::int64_t> gaps_{0};  // frames of silence played because the ring ran dry
-    std::atomic<bool> lost_{false};
+    int channels_{};
+    std::int64_t frames_{};
+    std::atomic<std::int64_t> taken_{};
+    std::atomic<std::int64_t> gaps_{};  // frames of silence played because the ring ran dry
+    std::atomic<bool> lost_{};
 };
 
 }  // namespace tarnwick::sound

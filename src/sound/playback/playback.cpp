@@ -56,7 +56,7 @@ void Playback::hold() { device_.hold(); }
 void Playback::watch(std::chrono::steady_clock::time_point now) {
     if (!audible()) return;
     const std::int64_t taken = device_.taken();
-    const std::int64_t played = device_.played().value_or(-1);
+    const std::optional<std::int64_t> played = device_.played();
     if (taken != lastTaken_ || played != lastPlayed_) lastSign_ = now;
     lastTaken_ = taken;
     lastPlayed_ = played;

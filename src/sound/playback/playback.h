@@ -15,8 +15,8 @@ namespace tarnwick::sound {
 // A stretch of a sound.
 struct Stretch {
     std::shared_ptr<const FrameReader> sound;
-    std::int64_t first = 0;
-    std::int64_t end = 0;
+    std::int64_t first{};
+    std::int64_t end{};
 
     std::int64_t frames() const { return end - first; }
 };
@@ -49,8 +49,8 @@ class Playback {
     PatientDevice& device_;
     std::shared_ptr<FrameRing> ring_;  // the device may keep it longer
     std::int64_t fed_ = 0;
-    std::int64_t lastTaken_ = -1;
-    std::int64_t lastPlayed_ = -1;
+    std::int64_t lastTaken_{};
+    std::optional<std::int64_t> lastPlayed_;
     std::chrono::steady_clock::time_point lastSign_{};
     std::vector<double> block_;
     std::vector<float> samples_;

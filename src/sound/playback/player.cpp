@@ -98,13 +98,13 @@ class Player::Machine {
     std::mutex reporting_;  // held while an event is reported; locked before mutex_
     std::mutex mutex_;      // guards what follows
     std::condition_variable changed_;
-    std::atomic<std::uint64_t> generation_{0};  // written under the lock
+    std::atomic<std::uint64_t> generation_{};  // written under the lock
     std::optional<Stretch> wanted_;
     PlayClock clock_;
     std::int64_t first_ = 0;
     bool playing_ = false;
     bool paused_ = false;
-    bool preparing_ = false;
+    bool preparing_{};
     bool leaving_ = false;
 
     std::thread thread_;

@@ -46,16 +46,15 @@ class AdpcmStream : public SampleStream {
         const std::int64_t size = layout_.blockBytes;
         const std::int64_t blocks = std::max<std::int64_t>(kBytesWanted / size, 1);
         bytes_.resize(static_cast<std::size_t>(std::min(blocks * size, end_ - at_)));
-        if (bytes_.empty()) return false;
         file_.read(at_, bytes_);
         at_ += static_cast<std::int64_t>(bytes_.size());
         held_ = layout_.framesIn(static_cast<std::int64_t>(bytes_.size()), channels_);
         given_ = 0;
         samples_.resize(static_cast<std::size_t>(held_ * channels_));
         std::int16_t* out = samples_.data();
-        for (std::size_t done = 0; done < bytes_.size(); done += static_cast<std::size_t>(size)) {
-            const auto block = std::span<const std::uint8_t>(bytes_).subspan(
-                done, std::min(static_cast<std::size_t>(size), bytes_.size() - done));
+        for (std::span<const std::uint8_t> rest = bytes_; !rest.empty();) {
+            const auto block = rest.first(std::min(static_cast<std::size_t>(size), rest.size()));
+            rest = rest.subspan(block.size());
             if (layout_.codec == BlockCodec::ImaAdpcm)
                 decodeImaBlock(block, channels_, out);
             else

@@ -16,8 +16,8 @@ enum class BlockCodec { ImaAdpcm, MicrosoftAdpcm, Gsm610 };
 // How a file stores its samples in blocks of equal size.
 struct BlockLayout {
     BlockCodec codec = BlockCodec::ImaAdpcm;
-    int blockBytes = 0;
-    std::int64_t bytes = 0;                  // of all blocks; the last one may be truncated
+    int blockBytes = {};
+    std::int64_t bytes = {};                 // of all blocks; the last one may be truncated
     std::vector<AdpcmWeights> weights = {};  // for Microsoft ADPCM, not empty
 
     // Frames held by `size` bytes, which may span several blocks.

@@ -24,9 +24,9 @@ class ChunkWalker {
 
     struct Chunk {
         std::array<char, 4> name = {};
-        std::int64_t body = 0;      // byte where the body begins
-        std::uint32_t claimed = 0;  // the size as written
-        std::int64_t size = 0;      // bytes of the body that exist
+        std::int64_t body = {};      // byte where the body begins
+        std::uint32_t claimed = {};  // the size as written
+        std::int64_t size = {};      // bytes of the body that exist
 
         bool is(std::string_view text) const { return text == std::string_view(name.data(), 4); }
     };

@@ -72,19 +72,19 @@ void GsmStream::makeHeader(const StoredSound& sound) {
     number(blockBytes_, 4);
 }
 
-std::int64_t GsmStream::readBytes(std::uint8_t* bytes, std::int64_t count) {
-    std::int64_t done = 0;
+// Reads what is left at most; returns how many bytes that is.
+std::int64_t GsmStream::readBytes(std::span<std::uint8_t> bytes) {
+    const std::int64_t before = at_;
     if (at_ < kHeaderBytes) {
-        done = std::min(count, kHeaderBytes - at_);
-        std::copy_n(header_.begin() + at_, done, bytes);
+        const auto count = std::min(bytes.size(), static_cast<std::size_t>(kHeaderBytes - at_));
+        std::copy_n(header_.begin() + at_, count, bytes.begin());
+        at_ += static_cast<std::int64_t>(count);
+        bytes = bytes.subspan(count);
     }
-    const std::int64_t rest = std::min(count - done, kHeaderBytes + blockBytes_ - at_ - done);
-    if (rest > 0)
-        done += static_cast<std::int64_t>(
-            file_.readSome(offset_ + at_ + done - kHeaderBytes,
-                           std::span(bytes + done, static_cast<std::size_t>(rest))));
-    at_ += done;
-    return done;
+    const auto left = static_cast<std::size_t>(kHeaderBytes + blockBytes_ - at_);
+    at_ += static_cast<std::int64_t>(
+        file_.readSome(offset_ + at_ - kHeaderBytes, bytes.first(std::min(bytes.size(), left))));
+    return at_ - before;
 }
 
 SF_VIRTUAL_IO GsmStream::accessToBlocks() {
@@ -103,7 +103,8 @@ SF_VIRTUAL_IO GsmStream::accessToBlocks() {
     access.read = [](void* bytes, sf_count_t count, void* self) -> sf_count_t {
         auto* const stream = static_cast<GsmStream*>(self);
         try {
-            return stream->readBytes(static_cast<std::uint8_t*>(bytes), count);
+            return stream->readBytes(
+                {static_cast<std::uint8_t*>(bytes), static_cast<std::size_t>(count)});
         } catch (...) {
             stream->failure_ = std::current_exception();
             return 0;  // the library accepts no error here, only the end of the file

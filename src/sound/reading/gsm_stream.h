@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <exception>
+#include <span>
 
 #include "sound/reading/block_decoder.h"
 
@@ -30,7 +31,7 @@ class GsmStream : public SampleStream {
     static constexpr std::int64_t kHeaderBytes = 60;
 
     void makeHeader(const StoredSound& sound);
-    std::int64_t readBytes(std::uint8_t* bytes, std::int64_t count);
+    std::int64_t readBytes(std::span<std::uint8_t> bytes);
     SF_VIRTUAL_IO accessToBlocks();
 
     const SourceFile& file_;

@@ -11,8 +11,8 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
     std::vector<std::uint8_t> window(256 * 1024);
     std::int64_t place = 0;  // byte offset of the window in the file
     std::int64_t held = 0;
-    for (std::int64_t at = start.byte; at + Mp3Header::kBytes <= file.size();) {
-        if (at < place || at + Mp3Header::kBytes > place + held) {
+    for (std::int64_t at = start.byte;;) {
+        if (at + Mp3Header::kBytes > place + held) {
             checkStop(stop);
             place = at;
             held = static_cast<std::int64_t>(file.readSome(at, window));
@@ -24,7 +24,6 @@ Mp3Index::Mp3Index(const SourceFile& file, const Mp3Start& start, const std::sto
             add(at, header->bytes);
             at += header->bytes;
         } else {
-            checkStop(stop);
             const auto next = searchMp3Frames(file, at);
             if (!next || ++gaps_ > kMostGaps) return;
             const auto found = Mp3Header::at(file, *next);

@@ -17,8 +17,8 @@ class Mp3Index {
     static constexpr std::int64_t kGrid = 8;
 
     struct Entry {
-        std::int64_t frame = 0;
-        std::int64_t byte = 0;
+        std::int64_t frame = {};
+        std::int64_t byte = {};
     };
 
     // Throws SoundError(Cancelled).

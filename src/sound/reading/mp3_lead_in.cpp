@@ -15,12 +15,12 @@ Mp3LeadIn leadIn(const SourceFile& file, Mp3Index::Entry from) {
     for (bool full = false; !full; ++lead.settled) {
         const std::int64_t at = lead.begin + static_cast<std::int64_t>(lead.bytes.size());
         const auto header = Mp3Header::at(file, at);
-        if (!header || header->bytes <= header->sideAt + header->sideBytes)
-            throw SoundError(SoundFailure::Damaged, "the sound cannot be decoded");
+        if (!header) throw SoundError(SoundFailure::Damaged, "the sound cannot be decoded");
         const int most = (1 << header->backBits) - 1;
         full = reservoir >= most;
         const std::size_t start = lead.bytes.size();
         lead.bytes.resize(start + static_cast<std::size_t>(header->bytes));
+        // Every frame is longer than its side information.
         const std::span<std::uint8_t> frame = std::span(lead.bytes).subspan(start);
         file.read(at, frame);
         const auto side = frame.subspan(static_cast<std::size_t>(header->sideAt),

@@ -35,7 +35,7 @@ bool framesFollow(const SourceFile& file, std::int64_t at) {
     std::uint32_t shared = 0;
     for (int frames = 0; frames < kFramesWanted; ++frames) {
         std::array<std::uint8_t, 8> bytes;
-        const std::size_t got = at < file.size() ? file.readSome(at, bytes) : 0;
+        const std::size_t got = file.readSome(at, bytes);
         if (endsBefore(bytes.data(), got)) return frames >= kFramesAtEnd;
         const auto header = Mp3Header::read(big32(bytes.data()));
         if (!header || (frames > 0 && header->shared != shared)) return false;
@@ -48,8 +48,8 @@ bool framesFollow(const SourceFile& file, std::int64_t at) {
 // The position after the tags at `at`. Skips at most kMostTags of them.
 std::int64_t behindTags(const SourceFile& file, std::int64_t at) {
     std::array<std::uint8_t, 10> tag;
-    for (int tags = 0; tags < kMostTags && at < file.size() &&
-                       file.readSome(at, tag) == tag.size() && textAt(tag.data(), 3) == "ID3";
+    for (int tags = 0;
+         tags < kMostTags && file.readSome(at, tag) == tag.size() && textAt(tag.data(), 3) == "ID3";
          ++tags) {
         std::int64_t size = 0;  // seven bits in each byte
         for (std::size_t i = 6; i < tag.size(); ++i)
@@ -89,7 +89,6 @@ std::optional<Mp3Tag> readTag(const SourceFile& file, std::int64_t at, const Mp3
 
 std::optional<std::int64_t> searchMp3Frames(const SourceFile& file, std::int64_t from) {
     const std::int64_t at = behindTags(file, from);
-    if (at >= file.size()) return {};
     std::vector<std::uint8_t> window(kSearchBytes);
     const std::size_t held = file.readSome(at, window);
     for (std::size_t i = 0; i + kHeaderBytes <= held; ++i)

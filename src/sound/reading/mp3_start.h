@@ -16,8 +16,8 @@ struct Mp3Tag {
 };
 
 struct Mp3Start {
-    std::int64_t byte = 0;  // of the first frame with sound
-    Mp3Header header;       // its header
+    std::int64_t byte = {};  // of the first frame with sound
+    Mp3Header header;        // its header
     std::optional<Mp3Tag> tag;
 };
 

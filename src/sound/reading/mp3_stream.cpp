@@ -21,10 +21,6 @@ namespace {
 constexpr std::size_t kWindowBytes = 64 * 1024;
 constexpr float kScale = 8388608.0f;
 
-[[noreturn]] void damaged() {
-    throw SoundError(SoundFailure::Damaged, "the sound cannot be decoded");
-}
-
 std::int32_t rounded(float value) {
     return static_cast<std::int32_t>(std::lrint(std::clamp(value * kScale, -kScale, kScale - 1)));
 }
@@ -97,13 +93,13 @@ void Mp3Stream::checkFormat() const {
     int encoding = 0;
     if (mpg123_getformat(handle_, &rate, &channels, &encoding) != MPG123_OK ||
         rate != header_.rate || channels != header_.channels || encoding != MPG123_ENC_FLOAT_32)
-        damaged();
+        fail();
 }
 
 // Throws the error for which the library gave up.
 void Mp3Stream::fail() const {
     if (failure_) std::rethrow_exception(failure_);
-    damaged();
+    throw SoundError(SoundFailure::Damaged, "the sound cannot be decoded");
 }
 
 void Mp3Stream::skip() {
@@ -136,12 +132,12 @@ std::size_t Mp3Stream::decodeFloats(std::span<float> interleaved) {
         const std::span<float> rest = interleaved.subspan(done);
         const int result = mpg123_read(handle_, rest.data(), rest.size_bytes(), &bytes);
         done += bytes / sizeof(float);
-        if (result == MPG123_DONE || (result == MPG123_OK && bytes == 0)) break;
         if (result == MPG123_NEW_FORMAT) {
             checkFormat();
-        } else if (result != MPG123_OK) {
-            fail();
+            continue;
         }
+        if (result != MPG123_OK && result != MPG123_DONE) fail();
+        if (bytes == 0) break;
     }
     if (failure_) fail();  // the library may have treated it as the end
     return done;
@@ -174,9 +170,7 @@ std::size_t Mp3Stream::readAt(std::int64_t offset, std::span<std::uint8_t> bytes
     const std::span<std::uint8_t> wanted(static_cast<std::uint8_t*>(bytes), count);
     std::size_t done = 0;
     try {
-        while (done < count) {
-            const std::size_t got = stream->readAt(stream->at_, wanted.subspan(done));
-            if (got == 0) break;
+        while (const std::size_t got = stream->readAt(stream->at_, wanted.subspan(done))) {
             stream->at_ += static_cast<std::int64_t>(got);
             done += got;
         }

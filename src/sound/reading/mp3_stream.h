@@ -21,10 +21,10 @@ class Mp3Stream : public SampleStream {
   public:
     // Which part of a file's frames to decode, and which of their samples to deliver.
     struct Part {
-        Mp3LeadIn lead;            // where it begins
-        std::int64_t end = 0;      // the byte after its last frame
-        std::int64_t skipped = 0;  // samples decoded but not delivered
-        std::int64_t most = 0;     // upper limit of the samples delivered
+        Mp3LeadIn lead;             // where it begins
+        std::int64_t end = {};      // the byte after its last frame
+        std::int64_t skipped = {};  // samples decoded but not delivered
+        std::int64_t most = {};     // upper limit of the samples delivered
     };
 
     // `header` is that of any frame; a change of rate or channels counts as damage. Throws

@@ -145,7 +145,7 @@ std::int64_t dataBytes(const SourceFile& file, const ChunkWalker::Chunk& chunk,
     if (chunk.claimed == 0 && !ChunkWalker::fillsFile(file, chunk.body, false)) return rest;
     // If the sound is too long for a 32-bit size, writers store some other number. The size is
     // correct only if chunks follow.
-    if (rest > INT32_MAX && chunk.size < rest &&
+    if (rest > INT32_MAX &&
         !ChunkWalker::fillsFile(file, chunk.body + chunk.size + chunk.size % 2, false))
         return rest;
     return chunk.size;
@@ -157,7 +157,8 @@ std::int64_t dataBytes(const SourceFile& file, const ChunkWalker::Chunk& chunk,
 std::int64_t countFrames(const FoundSound& found, std::int64_t bytes,
                          std::optional<std::uint32_t> counted) {
     const int channels = found.sound.format.channels;
-    if (!found.blocks) return channels > 0 ? bytes / (channels * bytesOf(found.sound.coding)) : 0;
+    // A sound without channels is refused later.
+    if (!found.blocks) return bytes / (std::max(channels, 1) * bytesOf(found.sound.coding));
     const std::int64_t held = found.blocks->framesIn(bytes, channels);
     const std::int64_t inBlock = found.blocks->framesIn(found.blocks->blockBytes, channels);
     const bool plausible = counted && *counted <= held && *counted > held - inBlock;

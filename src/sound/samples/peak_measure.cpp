@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #if defined(__x86_64__)
@@ -19,13 +20,13 @@ namespace {
 Peak outward(std::int32_t minimum, std::int32_t maximum) {
     const std::int64_t ceiling = (std::int64_t{maximum} + 0xFFFF) >> 16;
     return {static_cast<std::int16_t>(minimum >> 16),
-            static_cast<std::int16_t>(std::min<std::int64_t>(ceiling, 32767))};
+            static_cast<std::int16_t>(std::min<std::int64_t>(ceiling, INT16_MAX))};
 }
 
 template <class Float>
 Peak outward(Float minimum, Float maximum) {
     const auto bounded = [](double value) {
-        return static_cast<std::int16_t>(std::clamp(value, -32768.0, 32767.0));
+        return static_cast<std::int16_t>(std::clamp<double>(value, INT16_MIN, INT16_MAX));
     };
     return {bounded(std::floor(minimum * 32768.0)), bounded(std::ceil(maximum * 32768.0))};
 }

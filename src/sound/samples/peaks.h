@@ -9,8 +9,8 @@ namespace tarnwick::sound {
 // Extremes of a stretch of one channel in units of 1/32768 of full scale, rounded outward. A value
 // at the end of its range (-32768, 32767) means "there or beyond".
 struct Peak {
-    std::int16_t minimum = 0;
-    std::int16_t maximum = 0;
+    std::int16_t minimum = {};
+    std::int16_t maximum = {};
 
     friend bool operator==(const Peak&, const Peak&) = default;
 };

@@ -9,7 +9,7 @@ namespace tarnwick::sound {
 
 // Sample layouts of uncompressed files, which store each sample by itself.
 struct SampleLayout {
-    int bits = 16;  // 8, 16, 24, 32
+    int bits = {};  // 8, 16, 24, 32
     bool floating = false;
     bool bigEndian = false;
     bool unsigned8 = true;              // 8 bits with the zero level at 128, as in WAV

@@ -17,8 +17,8 @@ class SteadyPercent {
     void reached(std::int64_t done) {
         const int percent =
             static_cast<int>(std::clamp<std::int64_t>(done, 0, whole_) * 100 / whole_);
-        if (percent <= last_) return;
-        last_ = percent;
+        if (percent < next_) return;
+        next_ = percent + 1;
         if (progress_.percent) progress_.percent(percent);
     }
 
@@ -28,7 +28,7 @@ class SteadyPercent {
   private:
     const Progress& progress_;
     std::int64_t whole_;
-    int last_ = -1;
+    int next_ = 0;  // the lowest percentage not yet reported
 };
 
 }  // namespace tarnwick::sound

@@ -28,8 +28,8 @@ enum class Coding {
 struct StoredSound {
     AudioFormat format;
     Coding coding = Coding::Little16;
-    std::int64_t offset = 0;  // byte of the first frame
-    std::int64_t frames = 0;
+    std::int64_t offset = {};  // byte of the first frame
+    std::int64_t frames = {};
 };
 
 }  // namespace tarnwick::sound

@@ -1,20 +1,16 @@
 #include "sound/timeline/piece_tree.h"
 
-#include <atomic>
 #include <cmath>
+#include <random>
 
 namespace tarnwick::sound {
 
 namespace {
 
-// Pseudorandom numbers from a counter (Steele, Lea and Flood, "Fast splittable pseudorandom number
-// generators", 2014). The counter is the only shared state, and the same edits give the same trees.
+// Pseudorandom numbers. On a thread the same edits give the same trees.
 std::uint64_t nextPriority() {
-    static std::atomic<std::uint64_t> counter = 0;
-    std::uint64_t mixed = counter.fetch_add(0x9E3779B97F4A7C15, std::memory_order_relaxed);
-    mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9;
-    mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EB;
-    return mixed ^ (mixed >> 31);
+    thread_local std::mt19937_64 priorities;
+    return priorities();
 }
 
 // A copy of a node with other subtrees, to which its pending gain has already been applied.

@@ -18,11 +18,11 @@ struct PieceNode {
     Tree left;
     Tree right;
     std::int64_t source = Piece::kSilence;  // first frame of the source
-    std::int64_t count = 0;                 // frames of this piece
-    std::int64_t total = 0;                 // frames of the whole subtree
+    std::int64_t count{};                   // frames of this piece
+    std::int64_t total{};                   // frames of the whole subtree
     double gain = 1.0;                      // of this piece
     double below = 1.0;                     // pending gain of both subtrees
-    std::uint64_t priority = 0;             // at least that of each child
+    std::uint64_t priority{};               // at least that of each child
 };
 
 using PieceTree = PieceNode::Tree;

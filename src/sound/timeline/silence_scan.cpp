@@ -88,8 +88,8 @@ std::optional<FrameRange> audibleRange(const Timeline& timeline, int threshold,
     SteadyPercent percent(progress, 2);
     percent.checkStop();
     const std::int64_t first = search.firstLoud(0, timeline.frames());
-    percent.checkStop();
     percent.reached(1);
+    percent.checkStop();
     if (first < 0) return {};
     const std::int64_t last = search.lastLoud(first, timeline.frames());
     percent.reached(2);

@@ -10,8 +10,8 @@
 namespace tarnwick::sound {
 
 struct FrameRange {
-    std::int64_t first = 0;
-    std::int64_t end = 0;  // one past the last frame
+    std::int64_t first{};
+    std::int64_t end{};  // one past the last frame
 
     friend bool operator==(const FrameRange&, const FrameRange&) = default;
 };

@@ -33,7 +33,7 @@ void SourceSearch::takeGain(double gain) {
     loudPeak_ = peak + 1;  // a peak of this value may be rounded up from a quiet sample
     // A peak at the end of its range means "or beyond", unless samples cannot exceed full scale.
     const bool bounded = !source_.format().floating;
-    quietPeak_ = bounded && peak == 32768 ? 32768 : std::min(peak, 32766);
+    quietPeak_ = bounded && peak == 32768 ? peak : std::min(peak, 32766);
 }
 
 bool SourceSearch::quiet(int level, std::int64_t frame) const {

@@ -41,11 +41,11 @@ class SourceSearch {
     std::vector<std::array<const Peak*, 2>> peaks_;  // by level and channel
     double limit_;
     int channels_;
-    double gain_ = 0.0;
+    double gain_{};
     // With the present gain a stretch is certainly quiet if its peak is at most quietPeak_, and
     // certainly holds a loud frame if its peak is above loudPeak_.
-    int quietPeak_ = 0;
-    int loudPeak_ = 32769;
+    int quietPeak_{};
+    int loudPeak_{};
     // The block examined last.
     LoudMaps::Key bitsKey_;
     std::int64_t bitsBlock_ = -1;

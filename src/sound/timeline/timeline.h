@@ -20,8 +20,8 @@ struct PeakRange {
 struct Piece {
     static constexpr std::int64_t kSilence = -1;
 
-    std::int64_t at = 0;             // first frame on the timeline
-    std::int64_t count = 0;          // frames, at least 1
+    std::int64_t at{};               // first frame on the timeline
+    std::int64_t count{};            // frames, at least 1
     std::int64_t source = kSilence;  // first frame of the source
     double gain = 1.0;
 

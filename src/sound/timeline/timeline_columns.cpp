@@ -13,7 +13,7 @@ namespace {
 // column at most.
 constexpr double kNarrowFrames = 2.0 * Peaks::kFinestFrames;
 // Frames of samples held at a time.
-constexpr std::int64_t kMostFrames = 16 * 1024;
+constexpr std::int64_t kMostFrames = 16384;
 
 // Maps the columns of a picture to the frames of a timeline.
 class Grid {
@@ -29,7 +29,7 @@ class Grid {
     // narrower than a frame shows the frame it lies in.
     std::int64_t first(std::size_t column) const { return cut(edge(column)); }
     std::int64_t end(std::size_t column) const {
-        const double next = std::max(edge(column + 1), edge(column) + 1.0);
+        const double next = std::max(edge(column + 1), edge(column) + 1);
         return cut(next);
     }
     // The column of a frame inside the picture.
@@ -112,7 +112,7 @@ void fillFromSamples(const Timeline& timeline, int channel, const Grid& grid,
         std::size_t behind = column + 1;
         while (behind < out.size() && grid.end(behind) - first <= kMostFrames)
             ++behind;
-        const std::int64_t count = std::max<std::int64_t>(grid.end(behind - 1) - first, 0);
+        const std::int64_t count = grid.end(behind - 1) - first;
         samples.resize(static_cast<std::size_t>(count * channels));
         timeline.read(first, count, samples.data());
         for (; column < behind; ++column)

@@ -4,10 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
+#include <iterator>
 #include <random>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -26,9 +27,8 @@ std::string procName(int descriptor) { return "/proc/self/fd/" + std::to_string(
 // 64 random bits make a clash with another file practically impossible.
 std::filesystem::path randomName(const std::filesystem::path& folder) {
     std::random_device random;
-    std::array<char, 40> name;
-    std::snprintf(name.data(), name.size(), ".tarnwick-%08x%08x.tmp", random(), random());
-    return folder / name.data();
+    const std::string first = std::to_string(random()), second = std::to_string(random());
+    return folder / (".tarnwick-" + first + "-" + second + ".tmp");
 }
 
 void closeIfOpen(int& descriptor) {
@@ -96,8 +96,7 @@ void AtomicFile::write(const void* data, std::size_t bytes) {
 void AtomicFile::writeAt(std::int64_t offset, const void* data, std::size_t bytes) {
     const char* next = static_cast<const char*>(data);
     while (bytes > 0) {
-        const ssize_t written = pwrite(descriptor_, next, bytes, offset);
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written = TEMP_FAILURE_RETRY(pwrite(descriptor_, next, bytes, offset));
         if (written <= 0) fail(written < 0 ? errno : ENOSPC, "the file cannot be written");
         next += written;
         offset += written;
@@ -107,9 +106,7 @@ void AtomicFile::writeAt(std::int64_t offset, const void* data, std::size_t byte
 
 void AtomicFile::commit() {
     // fdatasync also flushes the size.
-    while (fdatasync(descriptor_) != 0) {
-        if (errno != EINTR) fail(errno, "the file cannot be flushed");
-    }
+    if (TEMP_FAILURE_RETRY(fdatasync(descriptor_)) != 0) fail(errno, "the file cannot be flushed");
     takePlace();
     if (close(std::exchange(descriptor_, -1)) != 0) fail(errno, "the file cannot be closed");
     const int folder = open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -152,7 +149,8 @@ void AtomicFile::discard() noexcept {
 
 void AtomicFile::fail(int error, const char* what) {
     discard();
-    const bool full = error == ENOSPC || error == EDQUOT || error == EFBIG || error == ENOMEM;
+    constexpr int kFull[] = {ENOSPC, EDQUOT, EFBIG, ENOMEM};
+    const bool full = std::ranges::find(kFull, error) != std::end(kFull);
     throw SoundError(full ? SoundFailure::NoSpace : SoundFailure::WriteFailed, what, error);
 }
 

@@ -4,11 +4,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <exception>
-#include <span>
+#include <string_view>
 
-#include "sound/samples/byte_order.h"
 #include "sound/samples/quantiser.h"
 #include "sound/samples/sound_error.h"
 
@@ -21,20 +19,10 @@ int libraryFormat(WavCodec codec) {
 }
 
 // Whether the sizes certainly fit into 32 bits: including block headers, no codec takes more than
-// 0.51 bytes per sample.
+// 0.507 bytes per sample, so that 0.51 leave ample room for the file's header and the last block.
 bool fits(std::int64_t frames, int channels) {
     constexpr std::int64_t kLargest = 0xFFFFFFFF;
-    constexpr std::int64_t kHeaders = 65536;  // and the last block
-    return frames <= kLargest && frames * channels / 100 * 51 + kHeaders <= kLargest;
-}
-
-// The offset of a chunk's body of at least four bytes within the first bytes of a WAV; 0 if it is
-// not there.
-std::size_t bodyOf(const char* name, std::span<const unsigned char> start) {
-    for (std::size_t at = 12; at + 12 <= start.size();
-         at += std::size_t{8} + little32(&start[at + 4]))
-        if (std::memcmp(&start[at], name, 4) == 0) return at + 8;
-    return 0;
+    return frames <= kLargest && frames * channels / 100 * 51 <= kLargest;
 }
 
 }  // namespace
@@ -127,15 +115,15 @@ void BlockEncoder::finish() {
 
 // For IMA ADPCM the library stores the length of whole blocks; this replaces it.
 void BlockEncoder::correctLength() {
-    std::array<unsigned char, 256> start = {};
-    const ssize_t known = pread(file_.descriptor(), start.data(), start.size(), 0);
-    const auto count = static_cast<std::size_t>(std::max<ssize_t>(known, 0));
-    const std::size_t fact = bodyOf("fact", std::span(start).first(count));
-    if (fact == 0) throw SoundError(SoundFailure::WriteFailed, "the codec's header is not known");
+    constexpr off_t kFact = 40;  // where the chunk "fact" stands, for both codecs
+    std::array<char, 4> name;
+    if (pread(file_.descriptor(), name.data(), name.size(), kFact) != std::ssize(name) ||
+        std::string_view(name.data(), name.size()) != "fact")
+        throw SoundError(SoundFailure::WriteFailed, "the codec's header is not known");
     std::array<unsigned char, 4> frames;
     for (std::size_t byte = 0; byte < frames.size(); ++byte)
         frames[byte] = static_cast<unsigned char>(frames_ >> (8 * byte));
-    file_.writeAt(static_cast<std::int64_t>(fact), frames.data(), frames.size());
+    file_.writeAt(kFact + 8, frames.data(), frames.size());
 }
 
 }  // namespace tarnwick::sound

@@ -18,7 +18,7 @@ constexpr int kMostStep = 32767;  // decoders may store it in 16 bits
 
 // One channel of a block, encoded.
 struct Coded {
-    std::size_t predictor = 0;
+    std::size_t predictor{};
     int firstStep = kLeastStep;
     int lastStep = kLeastStep;
     double noise = std::numeric_limits<double>::max();  // sum of squared errors

@@ -19,8 +19,9 @@ constexpr int kQuality = 3;
 
 constexpr std::int64_t kBlockFrames = 8192;
 
-// The most that the encoder outputs for a block, according to its manual, and at the end.
-constexpr std::size_t kBlockBytes = kBlockFrames * 5 / 4 + 7200;
+// More than the encoder outputs at the end, or for a block, which its manual limits to 5/4 bytes a
+// frame and 7200.
+constexpr std::size_t kBlockBytes = 65536;
 
 // MP3 can represent values well above full scale, but not arbitrarily large ones.
 constexpr double kLoudest = 8.0;
@@ -53,13 +54,12 @@ void Mp3Encoder::Close::operator()(lame_global_struct* lame) const { lame_close(
 
 // Returns none if the encoder would use other rates than these.
 Mp3Encoder::Lame Mp3Encoder::makeLame(int rate, int channels, int bitRate) {
-    if (rate <= 0) return nullptr;
     Lame lame(lame_init());
     if (!lame) throw SoundError(SoundFailure::NoSpace, "no memory for the MP3 encoder");
     lame_set_errorf(lame.get(), nullptr);
     lame_set_msgf(lame.get(), nullptr);
     lame_set_debugf(lame.get(), nullptr);
-    lame_set_in_samplerate(lame.get(), rate);
+    if (lame_set_in_samplerate(lame.get(), rate) != 0) return nullptr;
     lame_set_out_samplerate(lame.get(), rate);
     lame_set_num_channels(lame.get(), channels);
     lame_set_mode(lame.get(), channels == 1 ? MONO : JOINT_STEREO);

@@ -8,12 +8,12 @@ namespace tarnwick::sound {
 
 // What decoders need to return exactly the frames that were encoded.
 struct Mp3Length {
-    std::int64_t mp3Frames = 0;  // those that hold sound
-    std::int64_t bytes = 0;      // of the whole file
-    int delay = 0;               // frames that the encoder adds before the sound, at most 4095
-    int padding = 0;             // and after it, at most 4095
-    int bitRate = 0;             // bits per second
-    int lowpass = 0;             // highest frequency kept, in Hz
+    std::int64_t mp3Frames{};  // those that hold sound
+    std::int64_t bytes{};      // of the whole file
+    int delay{};               // frames that the encoder adds before the sound, at most 4095
+    int padding{};             // and after it, at most 4095
+    int bitRate{};             // bits per second
+    int lowpass{};             // highest frequency kept, in Hz
 };
 
 // Instead of sound the first MP3 frame of a file may hold its length, as an "Info" tag. LAME writes

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "sound/samples/sound_block.h"
+#include "sound/writing/sound_block.h"
 
 namespace tarnwick::sound {
 

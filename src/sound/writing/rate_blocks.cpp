@@ -79,7 +79,7 @@ RateBlocks::RateBlocks(const FrameReader& sound, std::int64_t first, std::int64_
       channels_(std::min(sound.format().channels, channels)),
       framesOut_(resampledLength(framesIn_, from_, to_)) {
     blockIn_ = from_ == to_ ? kBlockValues / channels_ : kChunkFrames;
-    if (from_ != to_ && splitsExactly(from_, to_)) {
+    if (splitsExactly(from_, to_)) {
         const std::int64_t common = std::gcd(from_, to_);
         const std::int64_t stepIn = kStepsTogether * (from_ / common);
         const std::int64_t stepOut = kStepsTogether * (to_ / common);
@@ -88,7 +88,7 @@ RateBlocks::RateBlocks(const FrameReader& sound, std::int64_t first, std::int64_
         if (framesOut_ >= kLeastBlocks * steps * stepOut) {
             blockIn_ = steps * stepIn;
             blockOut_ = steps * stepOut;
-            lead_ = roundedUp(kFilterFrames * std::max(1, from_ / to_ + 1), stepIn);
+            lead_ = roundedUp(kFilterFrames * (from_ / to_ + 1), stepIn);
         }
     }
     if (from_ != to_ && blockOut_ == 0) following_.emplace(from_, to_, channels_, framesIn_);

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "sound/samples/frame_reader.h"
-#include "sound/samples/sound_block.h"
 #include "sound/writing/resampler.h"
+#include "sound/writing/sound_block.h"
 
 namespace tarnwick::sound {
 
@@ -53,10 +53,10 @@ class RateBlocks {
     const int to_;
     const int channels_;
     const std::int64_t framesOut_;
-    std::int64_t blockIn_ = 0;   // input frames of each block but the last
+    std::int64_t blockIn_{};     // input frames of each block but the last
     std::int64_t blockOut_ = 0;  // output frames of such a block; 0 if blocks are not independent
-    std::int64_t lead_ = 0;      // input frames resampled as lead-in of an independent block
-    std::int64_t count_ = 0;
+    std::int64_t lead_{};        // input frames resampled as lead-in of an independent block
+    std::int64_t count_{};
     std::optional<Resampler> following_;
     std::optional<Coding> stored_;
     // Used only if blocks are made in order.

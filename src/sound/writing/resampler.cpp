@@ -22,7 +22,7 @@ std::int64_t resampledLength(std::int64_t frames, int fromRate, int toRate) {
 }
 
 Resampler::Resampler(int fromRate, int toRate, int channels, std::int64_t frames)
-    : channels_(channels), ratio_(0.0), left_(0) {
+    : channels_(channels) {
     if (fromRate <= 0 || toRate <= 0 || channels <= 0) {
         throw SoundError(SoundFailure::BadFormat, "a rate or channel count that cannot be");
     }
@@ -43,7 +43,7 @@ Resampler::~Resampler() { soxr_delete(soxr_); }
 
 const std::vector<double>& Resampler::process(const double* interleaved, std::int64_t frames) {
     out_.clear();
-    if (frames > 0) pull(interleaved, frames);
+    pull(interleaved, frames);
     return out_;
 }
 

@@ -30,8 +30,8 @@ class Resampler {
 
     ::soxr* soxr_ = nullptr;
     int channels_;
-    double ratio_;
-    std::int64_t left_;  // output frames still to be returned
+    double ratio_{};
+    std::int64_t left_{};  // output frames still to be returned
     std::vector<double> out_;
 };
 

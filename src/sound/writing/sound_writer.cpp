@@ -55,7 +55,6 @@ void encode(const FrameReader& sound, std::int64_t first, std::int64_t end,
     const std::optional<Coding> coding = encoder->storedCoding();
     const bool sameChannels = sound.format().channels == output.format.channels;
     if (coding && sameChannels) blocks.copyStored(*coding);
-    const int storedFrameBytes = coding ? bytesOf(*coding) * blocks.channels() : 1;
     Course course(progress, blocks.frames());
     std::vector<double> mixed;
     std::int64_t done = 0;
@@ -63,7 +62,7 @@ void encode(const FrameReader& sound, std::int64_t first, std::int64_t end,
         course.at(done);
         if (!block.stored.empty()) {
             encoder->writeStored(block.stored);
-            done += std::ssize(block.stored) / storedFrameBytes;
+            done += std::ssize(block.stored) / (bytesOf(*coding) * blocks.channels());
             return;
         }
         const auto count = std::ssize(block.values) / blocks.channels();

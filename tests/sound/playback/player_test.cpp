@@ -11,6 +11,7 @@
 #include <mutex>
 #include <thread>
 
+#include "sound/playback/audio_device.h"
 #include "sound/playback/frame_ring.h"
 #include "sound/playback/play_clock.h"
 #include "sound/playback/player.h"
@@ -182,6 +183,10 @@ TEST_F(PlayerTest, PlaysInRealTimeWithoutADevice) {
     EXPECT_THAT(witness.all(), ElementsAre("started", "ended"));
     EXPECT_THROW(player.play(tone(10), 0, 442), SoundError);
     EXPECT_THROW(player.play(tone(10), 5, 4), SoundError);
+    AudioDevice device;
+    EXPECT_FALSE(device.open(44100, 1, 10, nullptr));
+    EXPECT_EQ(device.played(), std::nullopt);
+    EXPECT_TRUE(!device.start() && device.lost());
 }
 
 TEST_F(PlayerTest, PausingHoldsThePositionAndStoppingReportsNothing) {
@@ -247,6 +252,16 @@ TEST_F(PulseTest, TheStretchIsHeardCompletelyAndOnce) {
         worst = std::max(worst, std::fabs(begin[i] - expected));
     }
     EXPECT_LT(worst, 1.0e-4);  // the sink has 16 bits
+
+    Witness brief;
+    Player another(brief.events());
+    another.prepare();
+    another.play(sound, first, first + 1);
+    ASSERT_TRUE(brief.await("ended"));
+    std::this_thread::sleep_for(100ms);
+    const std::vector<float> more = heard();
+    EXPECT_EQ(std::count_if(more.begin(), more.end(), loud),
+              std::count_if(samples.begin(), samples.end(), loud) + 1);
 }
 
 // Tests a server that goes away, and one that hangs, which must not block the player for long.

@@ -61,6 +61,7 @@ Bytes counting(Bytes file, std::optional<std::uint32_t> frames) {
 }
 
 TEST_F(Decoders, BlocksAreCountedCorrectlyAndMatchAnotherDecoder) {
+    constexpr std::int64_t kOneMore = 1;
     struct Case {
         const char* codec;
         int channels;
@@ -93,7 +94,13 @@ TEST_F(Decoders, BlocksAreCountedCorrectlyAndMatchAnotherDecoder) {
         }
         const auto opened = SourceFile::open(path("made"));
         const auto found = readWaveHeader(*opened);
-        EXPECT_EQ(decodeBlocks(*opened, found->sound, *found->blocks, {}).joined, seconds > 100);
+        for (const std::int64_t frames : {kWorthSplitting - 1, kWorthSplitting, held + kOneMore}) {
+            StoredSound sound = found->sound;
+            sound.frames = std::min(frames, held + kOneMore);
+            const DecodedSound decoded = decodeBlocks(*opened, sound, *found->blocks, {});
+            EXPECT_EQ(decoded.joined, sound.frames >= kWorthSplitting);
+            EXPECT_EQ(decoded.sound.frames, std::min<std::int64_t>(frames, held));
+        }
         const std::vector<double> shorter = open(file.substr(0, file.size() - 40));
         EXPECT_LT(shorter.size(), all.size());
         EXPECT_GT(shorter.size(), (held - 2 * block) * static_cast<std::size_t>(channels));
@@ -171,7 +178,14 @@ TEST_F(Decoders, Mp3FromEveryEighthFrameMatchesBitForBit) {
         ASSERT_TRUE(start);
         const Mp3Header& header = start->header;
         const Mp3Index index(*file, *start, {});
-        Mp3Stream whole(*file, header, {{0, 0, start->byte, {}}, index.end(), 0, INT64_MAX}, {});
+        const Mp3Stream::Part everything{{0, 0, start->byte, {}}, index.end(), 0, INT64_MAX};
+        Mp3Stream whole(*file, header, everything, {});
+        std::stop_source stop;
+        stop.request_stop();
+        EXPECT_EQ(failureOf([&] { Mp3Stream(*file, header, everything, stop.get_token()); }),
+                  SoundFailure::Cancelled);
+        EXPECT_EQ(failureOf([&] { Mp3Index(*file, *start, stop.get_token()); }),
+                  SoundFailure::Cancelled);
         const std::int64_t all = index.frames() * header.samples;
         const Bytes wanted = inOneGo(whole, all, header.channels);
         ASSERT_EQ(wanted.size(), static_cast<std::size_t>(all * header.channels * 3));
@@ -257,6 +271,26 @@ TEST(ScratchDecoder, FailsAsItsStreamsDo) {
     EXPECT_EQ(failure(0, 1, -1), std::nullopt);
     EXPECT_EQ(failure(kJoint, kJoint - 1, -1), SoundFailure::Damaged);
     EXPECT_EQ(failure(kJoint, kFrames, kJoint), SoundFailure::SourceChanged);
+}
+
+TEST(ScratchDecoder, ReportsHowFarTheFirstStreamIsAndStopsWhenAsked) {
+    const auto streamFrom = [](std::int64_t first) {
+        return std::make_unique<Sawtooth>(first, kFrames, 0);
+    };
+    for (const auto& [joint, wanted] :
+         {std::pair(std::int64_t{0}, std::vector{16, 32, 49, 65, 81, 98}),
+          {kJoint, std::vector{32, 65, 98, 100}}}) {
+        std::vector<int> percents;
+        std::stop_source stop;
+        const auto decode = [&, joint = joint] {
+            decodeToScratch(expecting(kFrames), streamFrom, joint,
+                            {[&](int percent) { percents.push_back(percent); }, stop.get_token()});
+        };
+        decode();
+        stop.request_stop();
+        EXPECT_EQ(failureOf(decode), SoundFailure::Cancelled);
+        EXPECT_EQ(percents, wanted);
+    }
 }
 
 TEST_F(Decoders, AFileThatChangesWhileItIsOpenedIsRefused) {

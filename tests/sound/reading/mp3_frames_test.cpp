@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "sound/reading/mp3_index.h"
+#include "sound/reading/source.h"
 #include "support/test_sounds.h"
 
 // How MP3 frames are found and counted, on frames without any sound.
@@ -46,6 +47,7 @@ TEST(Mp3Header, TellsTheSizeOfEveryKindOfFrame) {
                   std::tuple(unchecked ? 4 : 6, first ? 2 + 15 * channels : 1 + 8 * channels,
                              first ? 9 : 8));
         ASSERT_EQ(header->shared, kind);
+        ASSERT_GT(header->bytes, header->sideAt + header->sideBytes);
     }
     EXPECT_TRUE(Mp3Header::read(0xFFFB9003));
     EXPECT_FALSE(Mp3Header::read(0xFFDB9000));
@@ -136,6 +138,25 @@ TEST_F(Mp3Frames, OfInformationAreSkipped) {
         }
     EXPECT_EQ(found(0xFFFB90C0, std::string(32, '\0') + "VBRI"), (Found{417, 0, 0, 0}));
     EXPECT_EQ(found(0xFFFB9000, std::string(32, '\0') + "Xinx"), (Found{0, -1, -1, -1}));
+}
+
+TEST_F(Mp3Frames, LoseWhatTheTagCutsOff) {
+    const std::tuple<int, int, int, int> cases[] = {
+        // frames in the tag, delay, padding, samples
+        {3, 0, 0, 3456},      {3, 0, 1, 2927},      {3, 1, 0, 2926},      {3, 100, 1000, 2356},
+        {0, 100, 1000, 2356}, {2, 100, 1000, 2827}, {4, 100, 1000, 2827}, {1, 100, 50, 2827},
+        {3, 2000, 1455, 1},   {3, 2000, 1456, -1}};
+    for (const auto& [frames, delay, padding, samples] : cases) {
+        const std::string body = std::string(32, '\0') + "Info" + number(1, 4, true) +
+                                 number(frames, 4, true) + std::string(21, 'x') +
+                                 number(delay << 12 | padding, 3, true);
+        file(frame(0xFFFB9000, body) + times(3, frame()));
+        std::int64_t held = -1;
+        const auto failure =
+            failureOf([&] { held = Source::open(folder_.path() / "frames")->frames(); });
+        EXPECT_EQ(held, samples) << frames << " " << delay << " " << padding;
+        EXPECT_EQ(failure.value_or(SoundFailure::NotASound), SoundFailure::NotASound);
+    }
 }
 
 TEST_F(Mp3Frames, AreCountedOverGapsUpToAnotherKind) {

@@ -1,10 +1,12 @@
 #include "sound/reading/source.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <fstream>
 #include <random>
 #include <tuple>
@@ -160,6 +162,7 @@ TEST_F(SourceTest, FindsTheSamplesInEveryLayout) {
          wave("junk" + number(3, 4) + "odd" + format16 + "LIST" + number(1, 4) + "x" + data)},
         {"many chunks", wave(manyChunks(19'998) + format16 + data)},
         {"two formats", wave(format16 + format(1, 1, 8000, 8) + data + data)},
+        {"stereo, its frames larger", wave(format(1, 2, 8000, 16, 7) + data)},
         {"RF64", rf64(number(0, 8) + number(4, 8) + number(0, 12), two + list)},
         {"RF64 without a size", rf64(number(0, 28), two)},
         {"RF64 with a size beyond", rf64(number(0, 8) + number(~0ull, 8), two)},
@@ -190,6 +193,7 @@ TEST_F(SourceTest, IgnoresASizeThatALongFileContradicts) {
         {"", kLong, kLong + 9, chunk("\x1FIST", ""), kLong + 9},
         {"", kLong, kLong + 9, chunk("LIS\x7F", ""), kLong + 9},
         {"", kLong, kLong + 9, "LIST" + number(1, 4), kLong + 9},
+        {chunk("ds64", number(0, 8) + number(1, 8)), 0xFFFFFFFF, 9, "", 1},
         {sizes, 0xFFFFFFFF, kLonger + 8, "", kLonger}};
     for (const auto& [sized, claimed, rest, end, frames] : cases) {
         const std::string head = wave(sized + format(1, 1, 8000, 8) + "data" + number(claimed, 4));
@@ -300,6 +304,20 @@ TEST_F(SourceTest, RefusesFilesWithoutUsableSound) {
               SoundFailure::NotFound);
 }
 
+TEST_F(SourceTest, AScratchFileCannotOutgrowTheDisk) {
+    const auto scratch = SourceFile::scratch(200);
+    std::vector<std::uint8_t> bytes(200, 7);
+    struct rlimit limit;
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const struct rlimit small { 100, limit.rlim_max };
+    std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    const auto full = failureOf([&] { scratch->write(0, bytes); });
+    setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(full, SoundFailure::NoSpace);
+    EXPECT_EQ(scratch->readSome(0, bytes), 100);
+}
+
 TEST_F(SourceTest, GivesEveryStretchAndItsPeaks) {
     const NoiseSound noise({44100, 2, 16, false}, 100'003);
     std::string bytes;
@@ -363,11 +381,13 @@ TEST_F(SourceTest, ReportsEachPercentOnceAndStopsWhenAsked) {
     const auto path = write(wave(format(1, 1, 8000, 8) + chunk("data", std::string(9 << 20, 'a'))));
     std::vector<int> percents;
     Source::open(path, {[&](int percent) { percents.push_back(percent); }, {}});
-    EXPECT_FALSE(percents.empty());
+    EXPECT_EQ(percents.back(), 100);
     EXPECT_TRUE(std::is_sorted(percents.begin(), percents.end(), std::less_equal<>()));
     std::stop_source stop;
     const Progress stopping{[&](int) { stop.request_stop(); }, stop.get_token()};
-    EXPECT_EQ(failureOf([&] { Source::open(path, stopping); }), SoundFailure::Cancelled);
+    for (const char* when : {"at the first report", "before"})
+        EXPECT_EQ(failureOf([&] { Source::open(path, stopping); }), SoundFailure::Cancelled)
+            << when;
 }
 
 }  // namespace

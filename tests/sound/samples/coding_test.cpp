@@ -34,6 +34,7 @@ TEST(SampleCoding, UnpacksEverySampleExactly) {
         std::vector<double> values;
     };
     constexpr bool kBig = true;
+    constexpr double kLargest = std::numeric_limits<float>::max();
     constexpr double kUnit24 = 1 / 8388608.0;
     constexpr double kUnit32 = 1 / 2147483648.0;
     const Case cases[] = {
@@ -49,11 +50,13 @@ TEST(SampleCoding, UnpacksEverySampleExactly) {
         {Coding::Big24, number(0x123456, 3, kBig), {0x123456 * kUnit24}},
         {Coding::Little32, number(1, 4) + number(1u << 31, 4), {kUnit32, -1}},
         {Coding::Big32, number(0x12345678, 4, kBig), {0x12345678 * kUnit32}},
-        {Coding::LittleFloat32, number(0x40000000, 4) + number(0x7FC00000, 4), {2, 0}},  // a NaN
+        {Coding::LittleFloat32,
+         number(0x7F7FFFFF, 4) + number(0x7FC00000, 4),
+         {kLargest, 0}},  // a NaN
         {Coding::BigFloat32, number(0xBF000000, 4, kBig), {-0.5}},
         {Coding::LittleFloat64,  // the second is too large for a float
-         number(0xBFD0000000000000, 8) + number(0x7FE0000000000000, 8),
-         {-0.25, 0}},
+         number(0xC7EFFFFFE0000000, 8) + number(0x7FE0000000000000, 8),
+         {-kLargest, 0}},
         {Coding::BigFloat64, number(0xBFD0000000000000, 8, kBig), {-0.25}}};
     for (const auto& [coding, bytes, values] : cases)
         EXPECT_EQ(unpacked(coding, bytes), values) << static_cast<int>(coding);

@@ -121,6 +121,22 @@ class BlockSound {
     std::filesystem::path file_ = folder_.path() / "take";
 };
 
+TEST(Timeline, ColumnsOfTwoBlocksOrMoreReadNoSamples) {
+    BlockSound sound({100, 200, 300, 400, 500});
+    const Timeline timeline(sound.source);
+    std::vector<PeakRange> columns(3);
+    const auto filled = [&](double width) {
+        return timeline.columns(0, 0, 2 * width, std::span(columns).first(2));
+    };
+    EXPECT_TRUE(filled(511));
+    EXPECT_EQ(columns[1].maximum, 400 / 32768.0f);
+    EXPECT_EQ(columns[2].maximum, 0.0f) << "the third is not part of the picture";
+    sound.cutOff();
+    EXPECT_TRUE(filled(512));
+    EXPECT_EQ(columns[0].maximum, 200 / 32768.0f);
+    EXPECT_FALSE(filled(511));
+}
+
 TEST(PeakLevel, ReadsOnlyBlocksThatMayHoldTheLargestSample) {
     BlockSound sound({32000, 29'998, -29'999, 0, 30'000, 30'000, -30'000});
     for (const int block : {0, 1, 3, 5})
@@ -166,13 +182,18 @@ TEST(SourceSearch, ReadsOnlyBlocksThatMayBeLoud) {
     Timeline timeline = Timeline(sound.source).inserted(256 * 25, 10).removed(0, 100);
     timeline = timeline.scaled(0, timeline.frames(), -0.5);
     LoudSearch pieces(timeline, 589 / 32767.0);
+    EXPECT_EQ(pieces.firstLoud(0, 256), -1);
+    EXPECT_EQ(pieces.lastLoud(0, 256), -1);
+    EXPECT_EQ(pieces.quickLoud(0, 256 * 12 - 100), -1);
+    EXPECT_EQ(pieces.quickLoud(256 * 20 - 100, 256 * 21 - 101), -1);  // less than a block
     EXPECT_EQ(pieces.quickLoud(0, 256 * 25 - 100), 256 * 20 - 100);
     EXPECT_EQ(pieces.quickLoud(0, 256 * 25 - 95), -1);  // ends in the inserted silence
     EXPECT_EQ(pieces.quickLoud(256 * 29, 256 * 31 - 90), 256 * 30 - 90);
     EXPECT_EQ(pieces.quickLoud(256 * 20 - 100, 256 * 21 - 100), 256 * 20 - 100);
 
-    // Samples of 16 bits cannot exceed the highest threshold, so none are read.
     BlockSound full({-32768, 9});
+    EXPECT_EQ(LoudSearch(Timeline(full.source), 0.5).quickLoud(0, 256), 0);
+    // Samples of 16 bits cannot exceed the highest threshold, so none are read.
     SourceSearch highest(*full.source, 1.0);
     highest.setGain(1.0);
     full.cutOff();
@@ -203,13 +224,26 @@ TEST(Scans, ReportProgressAndStop) {
         std::vector<int> seen;
         work({[&](int percent) { seen.push_back(percent); }, {}});
         EXPECT_EQ(seen, expected);
-        std::stop_source stop;
-        stop.request_stop();
-        EXPECT_EQ(failureOf([&] { work({{}, stop.get_token()}); }), SoundFailure::Cancelled);
     }
-    std::stop_source stop;
-    const auto atEnd = [&](int percent) { percent == 100 && stop.request_stop(); };
-    EXPECT_EQ(failureOf([&] { cut({atEnd, stop.get_token()}); }), SoundFailure::Cancelled);
+    // Stopped before the work begins, between the two ends, and after the search.
+    const std::tuple<Work, int, std::vector<int>> stops[] = {
+        {rows[0].first, -1, {0, 20, 45}}, {rows[1].first, -1, {}},
+        {rows[2].first, -1, {}},          {cut, -1, {}},
+        {rows[2].first, 50, {50}},        {cut, 100, {0, 100}}};
+    for (const auto& [work, when, expected] : stops) {
+        std::stop_source stop;
+        std::vector<int> seen;
+        const auto heard = [&, at = when](int percent) {
+            seen.push_back(percent);
+            if (percent == at) stop.request_stop();
+        };
+        if (when < 0) stop.request_stop();
+        EXPECT_EQ(failureOf([&, &task = work] {
+                      task({heard, stop.get_token()});
+                  }),
+                  SoundFailure::Cancelled);
+        EXPECT_EQ(seen, expected);
+    }
 }
 
 }  // namespace

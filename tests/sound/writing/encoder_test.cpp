@@ -270,12 +270,13 @@ TEST_F(Encoders, RefuseFormatsAndLengthsThatNoFileCanHold) {
         {{Container::Mp3, {44100, 1, 16, false}, 128001}, 1},
         {{Container::Mp3, {8000, 1, 16, false}, 128000}, 1},
         {{Container::Mp3, {96000, 1, 16, false}, 128000}, 1},
+        {{Container::Mp3, {0, 1, 16, false}, 128000}, 1},
         {{Container::WavCodec, telephone, 0, -1}, 1},
         {{Container::WavCodec, telephone, 0, 6}, 1},
         {{Container::WavCodec, telephone, 0, kALawCodec}, 1},
         {{Container::WavCodec, {8000, 2, 0, false}, 0, kGsm610}, 1},
         {{Container::WavCodec, telephone, 0, kGsm610}, 0x100000000},
-        {{Container::WavCodec, {8000, 2, 4, false}, 0, kImaAdpcm}, 4'210'688'050},
+        {{Container::WavCodec, {8000, 2, 4, false}, 0, kImaAdpcm}, 4'210'752'300},
         {{Container::WavCodec, {8000, 2, 4, false}, 0, kMsAdpcm}, kTooLong / 2},
         {{Container::Aiff, {8000, 1, 12, false}}, 1},
         {{Container::Aiff, {8000, 1, 16, true}}, 1},
@@ -285,6 +286,8 @@ TEST_F(Encoders, RefuseFormatsAndLengthsThatNoFileCanHold) {
                   SoundFailure::BadFormat)
             << "case " << i;
     EXPECT_EQ(file.size(), 0);
+    makeEncoder({Container::WavCodec, telephone, 0, kGsm610}, 0xFFFFFFFF, file);
+    makeEncoder({Container::WavCodec, {8000, 2, 4, false}, 0, kImaAdpcm}, 4'210'752'299, file);
 }
 
 // The bytes of words: each is a chunk's name or hexadecimal.

@@ -6,10 +6,12 @@
 #include <cmath>
 #include <csignal>
 #include <fstream>
+#include <numeric>
 
 #include "sound/samples/sound_error.h"
 #include "sound/samples/wav_codecs.h"
 #include "sound/writing/atomic_file.h"
+#include "sound/writing/ordered_blocks.h"
 #include "sound/writing/rate_blocks.h"
 #include "sound/writing/resampler.h"
 #include "sound/writing/sound_writer.h"
@@ -62,6 +64,7 @@ TEST(Resampler, RefusesWhatCannotBe) {
     for (const auto& [from, to, channels] : {std::tuple(0, 8000, 1), {8000, 0, 1}, {8000, 8000, 0}})
         EXPECT_EQ(failureOf([&, a = from, b = to, n = channels] { Resampler(a, b, n, 1); }),
                   SoundFailure::BadFormat);
+    EXPECT_NO_THROW(Resampler(1, 1, 1, 1));
 }
 
 std::vector<double> inOnePiece(const FrameReader& sound, std::int64_t first, int to) {
@@ -148,6 +151,23 @@ TEST(RateBlocks, JoinToTheResultOfASinglePass) {
         SF_INFO info;
         EXPECT_LT(worstDifference(bySndfile(file, info), expected), 0x1p-31 * 1.01);
     }
+}
+
+TEST(OrderedBlocks, AreMadeOnceEachAndHandedOutInOrder) {
+    std::mutex mutex;
+    std::vector<std::int64_t> made, expected(20);
+    std::iota(expected.begin(), expected.end(), 0);
+    {
+        OrderedBlocks blocks(20, 2, [&](std::int64_t number, SoundBlock& block, auto&) {
+            block.values = {double(number)};
+            const std::lock_guard lock(mutex);
+            made.push_back(number);
+        });
+        for (const std::int64_t number : expected)
+            EXPECT_THAT(blocks.next().values, ElementsAre(number));
+    }
+    std::ranges::sort(made);
+    EXPECT_EQ(made, expected);
 }
 
 TEST_F(Writer, RefusalsLeaveTheOldFileUntouched) {
