@@ -55,7 +55,6 @@ TEST(RunNotices, TheEndCountsFilesByTroubleAndReason) {
         u"3 of 3 files were written. 2 of 3 files were written, but their outputs were "
         u"replaced by later ones of the same name: x.aa1 and x.aa2 (the output on the disk is "
         u"the one of x.aa3).");
-
     run = report(1, 1);
     run.inWork = u"a.wav"_qs;
     run.add(Trouble::Empty);
