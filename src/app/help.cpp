@@ -56,8 +56,8 @@ void Help::openPage(QStringView label, const QString& notice, const QString& add
 }
 
 void Help::open(const QString& target) {
-    services_.opener.open(target, [&notices = services_.notices, target](const QString& reason) {
-        notices.note(notOpened(target, reason));
+    services_.opener.open(target, [&services = services_, target](const QString& reason) {
+        services.notices.note(notOpened(target, reason, services.files.isTaken(target)));
     });
 }
 

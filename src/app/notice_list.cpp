@@ -45,6 +45,10 @@ NoticeList::NoticeList(QWidget* parent, NoticeBoard& board)
     QPushButton* cbNoticesDismiss = buttons->addButton(u"Dismiss"_qs, QDialogButtonBox::ResetRole);
     cbNoticesDismiss->setObjectName(u"cbNoticesDismiss"_qs);
     connect(cbNoticesDismiss, &QPushButton::clicked, &board_, &NoticeBoard::dismiss);
+    // Enter closes the list. It would press the first button that may become the default one.
+    for (QPushButton* button : {cbNoticesCopy, cbNoticesDismiss})
+        button->setAutoDefault(false);
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* column = new QVBoxLayout(this);
     column->addWidget(lbxNotices);

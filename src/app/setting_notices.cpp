@@ -1,5 +1,8 @@
 #include "app/setting_notices.h"
 
+#include <cmath>
+#include <utility>
+
 #include "model/limits.h"
 #include "project/script_rows.h"
 #include "runtime/fault.h"
@@ -33,11 +36,17 @@ QString named(const QString& field, const QString& value) {
     return value.trimmed().isEmpty() ? field + u" is empty"_qs : u"%1 is “%2”"_qs.arg(field, value);
 }
 
+// What is wrong with the value of a box of the main window; empty if nothing is.
+struct Objection {
+    QString what;
+    bool endsAllLoads = true;  // so that the list is never filled and the box stays grey
+};
+
 // Makes the same conversions as a scan: decibels, percent with one decimal, amplitude.
-QString thresholdObjection(const QString& text) {
+Objection thresholdObjection(const QString& text) {
     const QString value = named(u"Threshold"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictDouble(text); });
-    if (!noNumber.isEmpty()) return value + u", which is not a number: "_qs + ending(noNumber);
+    if (!noNumber.isEmpty()) return {value + u", which is no number: "_qs + ending(noNumber)};
     QString amplitude;
     const QString tooLoud = faultOf([&] {
         const double percent = runtime::percentOfDecibels(runtime::strictDouble(text));
@@ -45,30 +54,33 @@ QString thresholdObjection(const QString& text) {
         runtime::strictInteger(amplitude);
     });
     if (!tooLoud.isEmpty())
-        return value + u". No sound is louder than 0 dB, so "_qs + ending(tooLoud);
+        return {value + u". No sound is louder than 0 dB, so "_qs + ending(tooLoud)};
     if (runtime::strictDouble(amplitude) < INT16_MAX) return {};
-    return value +
-           u". No sound is louder than that, so the whole recording counts as one pause."_qs;
+    return {
+        value + u". No sound is louder than that, so the whole recording counts as one pause."_qs,
+        false};
 }
 
-QString durationObjection(const QString& text) {
+Objection durationObjection(const QString& text) {
     const QString value = named(u"Duration"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictLong(text); });
     if (!noNumber.isEmpty())
-        return value + u", which is not a length in milliseconds: "_qs + ending(noNumber);
+        return {value + u", which is no length in milliseconds: "_qs + ending(noNumber)};
     const qint32 length = runtime::strictLong(text);
     if (length < 0)
-        return value +
-               u". Such a pause cannot be added to the ends of the recording, so every "
-               u"load will end without a list."_qs;
+        return {value +
+                u". Such a pause cannot be added to the ends of the recording, so every "
+                u"load will end without a list."_qs};
     if (length >= kShortestPause) return {};
-    return value +
-           u" ms. Pauses this short are also found inside words, and a load with more than %1 "
-           u"of them ends with the error “Subscript out of range”."_qs.arg(model::kSilenceSlots);
+    return {value +
+                u" ms. So short pauses are also found inside the words, and with more than %1 of "
+                u"them a load ends with the error “Subscript out of range”."_qs.arg(
+                    model::kSilenceSlots),
+            false};
 }
 
 // Tries the speed with the extremes: a prompt of 1 word and one of 100 words.
-QString speedObjection(const QString& text) {
+Objection speedObjection(const QString& text) {
     const auto fault = [&](const char16_t* words) {
         return faultOf([&] {
             segmentation::alignRow(
@@ -79,8 +91,8 @@ QString speedObjection(const QString& text) {
     const QString shortOne = fault(u"1");
     const QString end = shortOne.isEmpty() ? fault(u"100") : shortOne;
     if (end.isEmpty()) return {};
-    return named(u"Words/min"_qs, text) + u", which is not a possible reading speed: "_qs +
-           ending(end);
+    return {named(u"Words/min"_qs, text) + u", which is no possible reading speed: "_qs +
+            ending(end)};
 }
 
 QString channelsObjection(const QString& text) {
@@ -115,26 +127,48 @@ QString rowsObjection(const LoadSettings& settings) {
            ending(u"Subscript out of range"_qs);
 }
 
+using Check = Objection (*)(const QString& text);
+
+// The settings store only the number at the beginning of a text, which counts from the next start
+// on. Until then the text counts.
+QString wayInLiveBox(Check check, const QString& text) {
+    const QString again = u"Correct it now, and press Save in the Preferences again"_qs;
+    const double stored = runtime::val(text);
+    if (!std::isfinite(stored)) return again + u'.';
+    const QString next = runtime::plainText(stored);
+    if (const Objection then = check(next); !then.what.isEmpty() && then.endsAllLoads)
+        return again + u": after the next start its box is grey."_qs;
+    return next == text
+               ? again + u'.'
+               : again + u": %1 was stored, which counts from the next start on."_qs.arg(next);
+}
+
+QString wayInGreyBox(const Objection& objection) {
+    return u"Its box is grey until a list was filled. "_qs +
+           (objection.endsAllLoads
+                ? u"Quit, and put the Tarnwick.mdb that was delivered with Tarnwick in the place "
+                  u"of this one; all settings then have their first values."_qs
+                : u"Load a session, and a short recording is the safest; then correct the value, "
+                  u"press Save in the Preferences and load again."_qs);
+}
+
 }  // namespace
 
 QList<platform::Notice> noticesOf(const LoadSettings& settings) {
-    const QString liveBox =
-        u"Correct it now, and press Save in the Preferences again: after the "
-        u"next start its box is grey."_qs;
-    const QString greyBox =
-        u"Its box is grey until a list has been filled. Quit and replace Tarnwick.mdb with the "
-        u"one that came with Tarnwick; all settings then return to their first values."_qs;
     const QString page = u"Correct it in the Preferences, and press Save there."_qs;
     QList<platform::Notice> notices;
-    for (const QString& objection :
-         {thresholdObjection(settings.threshold), durationObjection(settings.duration),
-          speedObjection(settings.wordsPerMinute)})
-        if (!objection.isEmpty())
-            notices << platform::Notice{
-                .what = objection,
-                .files = settings.boxesAreLive ? QStringList() : QStringList(settings.database),
-                .safe = {},
-                .remedy = settings.boxesAreLive ? liveBox : greyBox};
+    const std::pair<Check, const QString&> boxes[] = {{thresholdObjection, settings.threshold},
+                                                      {durationObjection, settings.duration},
+                                                      {speedObjection, settings.wordsPerMinute}};
+    for (const auto& [check, text] : boxes)
+        if (const Objection objection = check(text); !objection.what.isEmpty())
+            notices << platform::Notice{.what = objection.what,
+                                        .files = settings.boxesAreLive || !objection.endsAllLoads
+                                                     ? QStringList()
+                                                     : QStringList(settings.database),
+                                        .safe = {},
+                                        .remedy = settings.boxesAreLive ? wayInLiveBox(check, text)
+                                                                        : wayInGreyBox(objection)};
     for (const QString& objection : {channelsObjection(settings.channels), rowsObjection(settings)})
         if (!objection.isEmpty())
             notices << platform::Notice{.what = objection, .files = {}, .safe = {}, .remedy = page};

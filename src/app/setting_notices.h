@@ -20,7 +20,7 @@ struct LoadSettings {
     QString database;  // full path
 };
 
-// One notice for each value that would end a load early, with the way to correct it.
+// One notice for each value that would end or spoil a load, with the way to correct it.
 QList<platform::Notice> noticesOf(const LoadSettings& settings);
 
 }  // namespace tarnwick::app

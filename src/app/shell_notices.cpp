@@ -13,7 +13,7 @@ constexpr int kSmallestScale = 100;  // percent
 
 }  // namespace
 
-platform::Notice notOpened(const QString& target, const QString& reason) {
+platform::Notice notOpened(const QString& target, const QString& reason, bool isThere) {
     if (target.startsWith(u"http"))
         return {.what = u"The page %1 did not open: %2."_qs.arg(target, reason),
                 .files = {target},
@@ -22,7 +22,9 @@ platform::Notice notOpened(const QString& target, const QString& reason) {
     return {.what = u"%1 did not open: %2."_qs.arg(platform::bareName(target), reason),
             .files = {target},
             .safe = {},
-            .remedy = u"Copy the path from here and open it with a program of your choice."_qs};
+            .remedy = isThere
+                          ? u"Copy the path from here and open it with a program of your choice."_qs
+                          : u"Put it back at the place named here and try again."_qs};
 }
 
 platform::Notice settingsReadOnly(const QString& database, const QString& reason) {

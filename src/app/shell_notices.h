@@ -11,8 +11,9 @@
 
 namespace tarnwick::app {
 
-// `target`: the address of a page, or the full path of a file or folder.
-platform::Notice notOpened(const QString& target, const QString& reason);
+// `target`: the address of a page, or the full path of a file or folder. `isThere`: whether that
+// file or folder exists.
+platform::Notice notOpened(const QString& target, const QString& reason, bool isThere);
 
 // `database`: full path. The first is told at the start, the second after a failed save.
 platform::Notice settingsReadOnly(const QString& database, const QString& reason);

@@ -30,6 +30,11 @@ bool isStrict(const QString& text) {
     return converts([](const QString& each) { return runtime::strictDouble(each); }, text);
 }
 
+// An entry behind the name of its box: " ('5 x')".
+QString inBrackets(const QString& entry) {
+    return entry.isEmpty() ? u" (empty)"_qs : u" ('"_qs + entry + u"')"_qs;
+}
+
 const QString& beforeProcess() {
     static const QString text =
         u"Change it before you press Process. If the run has already begun, the sources are in "
@@ -39,8 +44,8 @@ const QString& beforeProcess() {
 
 Notice endsProgram(QStringView name, const QString& text, const QString& when) {
     return {
-        u"The entry for %1 ('%2') is not a number: the program would end with an error %3."_qs.arg(
-            name, text, when),
+        u"What is typed for %1%2 is not a number: the program would end with an error %3."_qs.arg(
+            name, inBrackets(text), when),
         {},
         {},
         beforeProcess()};
@@ -51,8 +56,8 @@ std::optional<Notice> noticeOfDecibels(QStringView name, const QString& decibels
                                        const QString& percent) {
     if (isStrict(decibels) || !isStrict(percent)) return {};
     return Notice{
-        u"The entry for %1 ('%2') is not a number, so the run uses the percentage next to it, "
-        u"%3."_qs.arg(name, decibels, percent),
+        u"What is typed for %1%2 is not a number, so the run goes by the percent "
+        u"beside it, %3."_qs.arg(name, inBrackets(decibels), percent),
         {},
         {},
         beforeProcess()};
@@ -60,15 +65,18 @@ std::optional<Notice> noticeOfDecibels(QStringView name, const QString& decibels
 
 std::optional<Notice> noticeOfRate(const Choices& choices) {
     if (!choices.mp3) return {};
+    const bool noRate = !converts(bitRateOf, choices.bitRate);
     if (!choices.frequencyOn)
         return Notice{
-            u"None of the frequencies that MP3 supports is selected: the run would get stuck at "
-            u"its first file."_qs,
+            u"None of the frequencies that MP3 can have is selected"_qs +
+                (noRate ? u", and the bit rate"_qs + inBrackets(choices.bitRate) +
+                              u" is not a number: the program would end with an error at the "
+                              u"first file."_qs
+                        : u": the run would wait at its first file for good."_qs),
             {},
             {},
             u"Select one of the frequencies shown. "_qs + beforeProcess()};
-    if (!converts(bitRateOf, choices.bitRate))
-        return endsProgram(u"the bit rate", choices.bitRate, u"at the first file"_qs);
+    if (noRate) return endsProgram(u"the bit rate", choices.bitRate, u"at the first file"_qs);
     if (!choices.bitRates.contains(bitRateOf(choices.bitRate)))
         return Notice{
             u"MP3 has no bit rate of '%1' at this frequency: the run would get stuck at its "
@@ -103,8 +111,7 @@ std::optional<Notice> noticeOfEntries(const QList<NumberEntry>& entries) {
     QStringList wrong;
     for (const NumberEntry& entry : entries)
         if (!runtime::isNumber(entry.text) || !isStrict(entry.text))
-            wrong << entry.name +
-                         (entry.text.isEmpty() ? u" (empty)"_qs : u" ('%1')"_qs.arg(entry.text));
+            wrong << entry.name + inBrackets(entry.text);
     if (wrong.isEmpty()) return {};
     const bool one = wrong.size() == 1;
     return Notice{(one ? u"This box does not contain a number: "_qs

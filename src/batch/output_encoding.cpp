@@ -262,7 +262,7 @@ QString OutputEncoding::setFormat() {
 // The run's outputs may replace one another, because their sources are kept. Any other file of that
 // name is a recording outside the run: it is moved to the sources, under a free name.
 void OutputEncoding::keepForeignFile() {
-    if (written_.contains(vsOutputFile)) run_.report.add(Trouble::Replaced);
+    run_.report.output = QFileInfo(vsOutputFile).fileName();
     if (!written_.contains(vsOutputFile) && services_.files.FileExists(vsOutputFile)) {
         const QFileInfo file(vsOutputFile);
         // The current source has a temporary name at the moment and will get its own back.

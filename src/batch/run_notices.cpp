@@ -20,7 +20,9 @@ QString predicateOf(Trouble trouble, bool one) {
         case Trouble::NotWritten:
             return u"not written"_qs;
         case Trouble::Replaced:
-            return u"written over an earlier output of the same name"_qs;
+            return one ? u"written, but its output was replaced by a later one of the same name"_qs
+                       : u"written, but their outputs were replaced by later ones of the same "
+                         u"name"_qs;
         case Trouble::Empty:
             return u"emptied, because the cut is as long as the sound or longer"_qs;
         case Trouble::Uncut:
@@ -172,12 +174,14 @@ std::optional<Notice> noticeOfEnd(const RunReport& report) {
     if (report.mishaps.isEmpty()) return {};
     // If not all files were written, the first sentence of the mishaps counts those that were not.
     const bool all = report.written == report.files;
+    const QStringList sources = sourcesOf(report, false);
     return Notice{
         (all ? filesOfAllWere(report.written, report.files) + u" written. "_qs : QString()) +
             mishapsOf(report),
-        sourcesOf(report, false), u"All sources are in Raw_Files."_qs,
-        u"Remove the cause, copy the sources of these files to a new folder, and process that "
-        u"folder."_qs};
+        sources, u"All sources are in Raw_Files."_qs,
+        (sources.size() == 1 ? u"Copy the source of this file to a folder of its own"_qs
+                             : u"Copy the sources of these files to a folder of their own"_qs) +
+            u", mend the cause and process that folder."_qs};
 }
 
 }  // namespace tarnwick::batch

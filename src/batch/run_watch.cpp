@@ -45,6 +45,7 @@ void RunWatch::started(const Asked& asked) {
 
 void RunWatch::loading(const QString& name) {
     run_.report.inWork = name;
+    run_.report.output.clear();
     step_ = ChainStep::Wait;
     halted_ = headSet_ = normalized_ = false;
     reason_.clear();
@@ -120,7 +121,7 @@ void RunWatch::halted(Halt halt) {
 }
 
 void RunWatch::exported() {
-    if (run_.report.underWay && !run_.report.has(Trouble::NotWritten)) ++run_.report.written;
+    if (run_.report.underWay && !run_.report.has(Trouble::NotWritten)) run_.report.wrote();
 }
 
 void RunWatch::finished() {

@@ -53,7 +53,8 @@ std::optional<Notice> noticeOfNoSounds(const QList<platform::NameAndReason>& fil
     return Notice{u"%1 of "_qs.arg(names.size()) + filesOf(all) + waits +
                       platform::listedByReason(shown, kMostNames) + u'.',
                   platform::pathsIn(folder, names), u"No file has been moved."_qs,
-                  openAnew(u"take them out of the project folder"_qs)};
+                  openAnew(one ? u"take it out of the project folder"_qs
+                               : u"take them out of the project folder"_qs)};
 }
 
 std::optional<Notice> noticeOfSharedNames(const QStringList& sources, const QString& folder) {

@@ -12,26 +12,32 @@ QString counted(qsizetype count, const QString& one, const QString& many) {
     return QString::number(count) + u' ' + (count == 1 ? one : many);
 }
 
-QString listed(const QStringList& items, qsizetype most) {
+QString listed(const QStringList& items, qsizetype most, qsizetype all) {
     QStringList shown = items;
     if (items.size() > most + 1)
-        shown = items.first(most) << QString::number(items.size() - most) + u" more"_qs;
+        shown =
+            items.first(most) << QString::number(std::max(items.size(), all) - most) + u" more"_qs;
     if (shown.size() < 2) return shown.value(0);
     const QString last = shown.takeLast();
     return shown.join(u", "_qs) + u" and "_qs + last;
 }
 
 QString listedByReason(const QList<NameAndReason>& items, qsizetype most) {
-    using Group = std::pair<QString, QStringList>;
+    struct Group {
+        QString reason;
+        QStringList names;
+        qsizetype all = 0;
+    };
     QList<Group> groups;
     for (const auto& [name, reason] : items) {
-        auto group = std::ranges::find(groups, reason, &Group::first);
+        auto group = std::ranges::find(groups, reason, &Group::reason);
         if (group == groups.end()) group = groups.insert(groups.end(), {reason, {}});
-        if (!group->second.contains(name)) group->second << name;
+        if (!group->names.contains(name)) group->names << name;
+        ++group->all;
     }
     QStringList parts;
-    for (const auto& [reason, names] : std::as_const(groups))
-        parts << listed(names, most) + (reason.isEmpty() ? reason : u" ("_qs + reason + u')');
+    for (const auto& [reason, names, all] : std::as_const(groups))
+        parts << listed(names, most, all) + (reason.isEmpty() ? reason : u" ("_qs + reason + u')');
     return parts.join(u"; "_qs);
 }
 

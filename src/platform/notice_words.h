@@ -13,8 +13,9 @@ namespace tarnwick::platform {
 QString counted(qsizetype count, const QString& one, const QString& many);
 
 // "a", "a and b", "a, b and c". Of more items, the first `most` are named: "a, b, c and 4 more".
-// One item beyond `most` is still named, as "1 more" would be no shorter.
-QString listed(const QStringList& items, qsizetype most);
+// One item beyond `most` is still named, as "1 more" would be no shorter. `all`: the number of
+// items with repeated ones, if `items` lacks these; "more" then counts them too.
+QString listed(const QStringList& items, qsizetype most, qsizetype all = 0);
 
 // A name and why something failed with it, in words that continue a sentence. The reason may be
 // empty.

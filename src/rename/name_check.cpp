@@ -21,8 +21,9 @@ QString whyNoName(const QString& name) {
 }
 
 QString whyTaken(const model::RenameRecord& record, bool byOneThatWaits) {
-    if (record.Renamed == record.Original) return u"the file already has it"_qs;
-    return byOneThatWaits ? u"a file later in the list still has it"_qs : u"another file has it"_qs;
+    if (record.Renamed == record.Original) return u"the file has it already"_qs;
+    return byOneThatWaits ? u"a file later in the list still has it"_qs
+                          : u"another file or folder has it"_qs;
 }
 
 // The names in the folder after the records before were renamed.
@@ -60,14 +61,17 @@ QStringList whyNotGiven(std::span<const model::RenameRecord> records,
         const QString& name = record.Renamed;
         waiting.remove(record.Original);
         const QString invalid = whyNoName(name);
-        const bool given = invalid.isEmpty() && !folder.isTaken(name);
-        if (given) folder.move(record);
-        if (!invalid.isEmpty())
+        if (!invalid.isEmpty()) {
             reasons << invalid;
-        else if (uses[name] > 1)
-            reasons << u"it appears more than once in the list"_qs;
-        else
-            reasons << (given ? QString() : whyTaken(record, waiting.contains(name)));
+        } else if (!folder.isTaken(record.Original)) {
+            reasons << u"its file is not there any more"_qs;
+        } else if (!folder.isTaken(name)) {
+            folder.move(record);
+            reasons << QString();
+        } else {
+            reasons << (uses[name] > 1 ? u"it stands more than once in the list"_qs
+                                       : whyTaken(record, waiting.contains(name)));
+        }
     }
     return reasons;
 }

@@ -45,12 +45,21 @@ void ReDating::cbReDatePreview_Click() {
     markProtected();
 }
 
-// Marks the files whose date the run could not change.
+// The selected files that the run takes, or those after them, which it leaves out.
+QStringList ReDating::taken() const {
+    return form_.lbxSelectedFiles->names().mid(0, table_.viLastFile + 1);
+}
+
+QStringList ReDating::leftOut() const {
+    return form_.lbxSelectedFiles->names().mid(table_.viLastFile + 1);
+}
+
+// Marks the files whose date the run could not or would not change.
 void ReDating::markProtected() {
     QHash<QString, QString> marks;
-    const QStringList names = form_.lbxSelectedFiles->names();
-    for (const QString& name :
-         names.first(std::min<qsizetype>(names.size(), table_.viLastFile + 1)))
+    for (const QString& name : leftOut())
+        marks[name] = markOfLeftOut();
+    for (const QString& name : taken())
         if (const int error = services_.files.dateError(table_.vsFolder + name))
             marks[name] = markOfProtected(runtime::systemReason(error));
     form_.lbxSelectedFiles->mark(marks);
@@ -80,8 +89,9 @@ void ReDating::cbReDate_Click() {
     buttons_.showPreviewing(false);
     emptyFields();
     form_.lbxSelectedFiles->mark({});
-    if (!passedOver.isEmpty())
-        services_.notices.note(datesNotSet(passedOver, table_.viLastFile + 1, table_.vsFolder));
+    if (const QStringList rest = leftOut(); !passedOver.isEmpty() || !rest.isEmpty())
+        services_.notices.note(
+            datesNotSet(passedOver, rest, form_.lbxSelectedFiles->count(), table_.vsFolder));
 }
 
 // Records beyond the end of the list get an empty name, which stops the run.

@@ -24,6 +24,8 @@ class ReDating : public QObject {
     void cbReDateCancel_Click();
     void cbReDate_Click();
     void takeSelection();
+    QStringList taken() const;
+    QStringList leftOut() const;
     void markProtected();
     void emptyFields();
 

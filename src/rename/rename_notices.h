@@ -18,15 +18,20 @@ inline const QString kOriginals = u"Original_Files"_qs;  // folder of Rename Per
 // record, empty for a name that can be given (name_check.h).
 QHash<QString, QString> marksOfNewNames(std::span<const model::RenameRecord> records,
                                         const QStringList& reasons);
-// The notice that counts these names. `folder`: full path, with or without a separator at its end.
+// The notice that counts these names and says at which of them Rename ends. `folder`: full path,
+// with or without a separator at its end.
 platform::Notice newNamesNotGiven(std::span<const model::RenameRecord> records,
                                   const QStringList& reasons, const QString& folder);
 
 // The mark of a file whose date cannot be changed.
 QString markOfProtected(const QString& reason);
-// `files`: those whose date was not changed, out of `total`.
-platform::Notice datesNotSet(const QList<platform::NameAndReason>& files, qsizetype total,
-                             const QString& folder);
+// The mark of a file that the run leaves out, because it takes only as many files as the last
+// preview of new names had.
+QString markOfLeftOut();
+// `refused`: the files whose date could not be changed; `leftOut`: bare names of those that the run
+// left out; `total`: the number of selected files.
+platform::Notice datesNotSet(const QList<platform::NameAndReason>& refused,
+                             const QStringList& leftOut, qsizetype total, const QString& folder);
 
 // How far a run of Rename Per List has come.
 struct PerListRun {
@@ -35,6 +40,7 @@ struct PerListRun {
     Step step = Step::Choosing;
     QString workbook;       // full path
     int row = 0;            // row of the list that is being read, moved or copied, from 1
+    QStringList names;      // the two names in that row; empty before the first is moved
     QStringList originals;  // bare names of the files now in Original_Files
 };
 

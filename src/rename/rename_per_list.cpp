@@ -7,6 +7,8 @@
 #include "rename/file_selection.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
+#include "runtime/fault.h"
+#include "runtime/file_names.h"
 #include "runtime/system_reason.h"
 
 namespace tarnwick::rename {
@@ -87,15 +89,26 @@ std::span<model::RenameRecord> RenamePerList::readList(const documents::Sheet& s
     return std::span(table_.vaFileNames).first(count);
 }
 
+// A folder cannot be moved. The disk then says "File not found", so the reason is given here.
+void RenamePerList::moveToOriginals(const QString& path) {
+    const QString originals = platform::pathIn(services_.state.vsProjectFolder, kOriginals);
+    try {
+        services_.files.MoveFile(path, originals + QDir::separator());
+    } catch (const runtime::Fault&) {
+        if (!services_.files.FolderExists(path)) throw;
+        throw runtime::Fault(u"A folder has that name"_qs, runtime::readableFileName(path));
+    }
+}
+
 // Moves all files before the first is copied, so that a new name may be another file's old name.
 void RenamePerList::moveOriginals(std::span<const model::RenameRecord> records) {
     const QString& folder = services_.state.vsProjectFolder;
     run_.row = 0;
     for (const model::RenameRecord& record : records) {
         ++run_.row;
+        run_.names = {record.Original, record.Renamed};
         requireBareName(record.Original);
-        services_.files.MoveFile(platform::pathIn(folder, record.Original),
-                                 platform::pathIn(folder, kOriginals) + QDir::separator());
+        moveToOriginals(platform::pathIn(folder, record.Original));
         run_.originals << record.Original;
     }
 }
@@ -107,6 +120,7 @@ void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> recor
     run_.row = 0;
     for (const model::RenameRecord& record : records) {
         ++run_.row;
+        run_.names = {record.Original, record.Renamed};
         requireBareName(record.Renamed);
         const QString original = platform::pathIn(originals, record.Original);
         const QString target = platform::pathIn(folder, record.Renamed);
@@ -115,7 +129,7 @@ void RenamePerList::copyUnderNewNames(std::span<const model::RenameRecord> recor
         } else {
             // An existing file that is not on the list is moved to the originals.
             if (services_.files.isTaken(target)) {
-                services_.files.MoveFile(target, originals + QDir::separator());
+                moveToOriginals(target);
                 run_.originals << record.Renamed;
             }
             services_.files.copyToNewFile(original, target);

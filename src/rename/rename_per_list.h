@@ -29,6 +29,7 @@ class RenamePerList : public QObject {
     void noteEnd(const QString& reason);
     void showEnd();
     std::span<model::RenameRecord> readList(const documents::Sheet& sheet);
+    void moveToOriginals(const QString& path);
     void moveOriginals(std::span<const model::RenameRecord> records);
     void copyUnderNewNames(std::span<const model::RenameRecord> records);
 

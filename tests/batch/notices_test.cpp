@@ -44,9 +44,21 @@ TEST(RunNotices, TheEndCountsFilesByTroubleAndReason) {
     EXPECT_EQ(noticeOfEnd(run)->files.join(u'|'),
               u"/p/Raw_Files/a.wav|/p/Raw_Files/b.wav|/p/Raw_Files/c.wav");
 
+    run = report(3, 0);
+    run.output = u"x.mp3"_qs;
+    for (const QString& file : {u"x.aa1"_qs, u"x.aa2"_qs, u"x.aa3"_qs}) {
+        run.inWork = file;
+        run.wrote();
+    }
+    EXPECT_EQ(
+        whatOf(noticeOfEnd(run)),
+        u"3 of 3 files were written. 2 of 3 files were written, but their outputs were "
+        u"replaced by later ones of the same name: x.aa1 and x.aa2 (the output on the disk is "
+        u"the one of x.aa3).");
     run = report(1, 1);
     run.inWork = u"a.wav"_qs;
     run.add(Trouble::Empty);
+    EXPECT_TRUE(noticeOfEnd(run)->remedy.startsWith(u"Copy the source of this file"));
     EXPECT_EQ(whatOf(noticeOfEnd(run)),
               u"1 of 1 file was written. 1 of 1 file was emptied, because the cut is as long as "
               u"the sound or longer: a.wav.");
@@ -77,7 +89,9 @@ TEST(ChoiceNotices, TellWhatWouldStopOrSpoilTheRun) {
     } cases[] = {
         {{true, true, u"128 kbps"_qs, rates, u"5.0"_qs, true, u"0.0"_qs, u"100.0"_qs}, {}},
         {{false, false, u"x"_qs, {}, u"5.0"_qs, false, u"20"_qs, u"1000.0"_qs}, {}},
-        {{true, false, u""_qs, {}, u"5.0"_qs, false, {}, {}}, u"None of the frequencies"_qs},
+        {{true, false, u""_qs, {}, u"5.0"_qs, false, {}, {}},
+         u"selected, and the bit rate (empty) is not a number: the program would end"_qs},
+        {{true, false, u"128 kbps"_qs, {}, u"5.0"_qs, false, {}, {}}, u"wait at its first file"_qs},
         {{true, true, u"129 kbps"_qs, rates, u"5.0"_qs, false, {}, {}},
          u"no bit rate of '129 kbps' at this frequency"_qs},
         {{true, true, u"128"_qs, rates, u"5.0"_qs, false, {}, {}},
@@ -315,8 +329,9 @@ TEST_F(Told, FilesThatStopARunOrShareANameAreToldWhereTheyAreListed) {
         exported();
     }
     EXPECT_EQ(told(),
-              u"4 of 4 files were written. 1 of 4 files was written over an earlier output of the "
-              u"same name: a.wav.");
+              u"4 of 4 files were written. 1 of 4 files was written, but its output was "
+              u"replaced by a later one of the same name: a.WAV (the output on the disk is the one "
+              u"of a.wav).");
 }
 
 TEST_F(Told, WhatARunNeedsIsComparedWithWhatIsFree) {

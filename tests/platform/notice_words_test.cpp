@@ -23,6 +23,8 @@ TEST(NoticeWords, CountAndListAndShorten) {
              {{u"a"_qs, u"full"_qs}, {u"b"_qs, {}}, {u"c"_qs, u"full"_qs}, {u"a"_qs, u"full"_qs}},
              3),
          u"a and c (full); b"_qs},
+        {platform::listedByReason({{u"a"_qs, {}}, {u"a"_qs, {}}, {u"b"_qs, {}}, {u"c"_qs, {}}}, 1),
+         u"a and 3 more"_qs},
         {platform::bareName(u"/in/a\nb.wav"_qs), u"a\uFFFDb.wav"_qs},
         {platform::bareName(u"/in/folder/"_qs), u"folder"_qs},
         {platform::bareName(u"/in/"_qs + n), n},

@@ -25,7 +25,10 @@ struct ScriptedDisk : platform::Disk {
         changed = std::move(told);
         return {};
     }
-    int dateError(const QString& path) const override { return refusals.value(path); }
+    int dateError(const QString& path) const override {
+        const int refusal = refusals.value(path);
+        return refusal == 0 ? Disk::dateError(path) : refusal;
+    }
     using Disk::setDateLastModified;
     bool setDateLastModified(const QString& path, const QDateTime& time, int& error) override {
         error = refusals.value(path);

@@ -19,11 +19,12 @@ QList<model::RenameRecord> recordsOf(const QString& list) {
 }
 
 TEST(NameCheck, FollowsTheOrderInWhichFilesAreRenamed) {
-    // The records, and those whose new name is refused, with a letter for the reason: S slash,
-    // E empty, N no name, T too long, M more than once, H has it, L a later file has it, O another.
+    // The records, and those whose new name cannot be given, with a letter for the reason: S slash,
+    // E empty, N no name, T too long, M more than once, H has it, L a later file has it, O another,
+    // G its file is gone.
     const char* const cases = R"(
-a>x b>y||a>b b>x|a:L|b>x a>b||a>b b>c c>x|a:L b:L|a>d b>x|a:O|a>a b>x|a:H|a>x b>x c>y|a:M b:M|
-a>x b>a c>x|a:M c:M|a>b/x b>a|a:S b:O|a>.. b>.|a:N b:N|a> b>|a:E b:E|a>TOO b>FIT|a:T|a>a b>a|a:M b:M)";
+a>x b>y||a>b b>x|a:L|b>x a>b||a>b b>c c>x|a:L b:L|a>d b>x|a:O|a>a b>x|a:H|a>x b>x c>y|b:M|
+a>x b>a c>x|c:M|gone>x b>x c>gone|gone:G|a>b/x b>a|a:S b:O|a>.. b>.|a:N b:N|a> b>|a:E b:E|a>TOO b>FIT|a:T|a>a b>a|a:M b:M)";
     for (const QStringList& row : test::rowsOf(cases, 2)) {
         // 255 bytes in 128 characters, and one byte more.
         const QString fits = u"n"_qs + u"ä"_qs.repeated(127);
@@ -37,33 +38,39 @@ a>x b>a c>x|a:M c:M|a>b/x b>a|a:S b:O|a>.. b>.|a:N b:N|a> b>|a:E b:E|a>TOO b>FIT
         for (qsizetype i = 0; i < reasons.size(); ++i)
             if (const QString& reason = reasons[i]; !reason.isEmpty())
                 refused << records[i].Original + u':' +
-                               (reason.contains(u"slash")        ? u'S'
-                                : reason.contains(u"empty")      ? u'E'
-                                : reason.contains(u"not a file") ? u'N'
-                                : reason.contains(u"bytes")      ? u'T'
-                                : reason.contains(u"once")       ? u'M'
-                                : reason.contains(u"already")    ? u'H'
-                                : reason.contains(u"later")      ? u'L'
-                                                                 : u'O');
+                               (reason.contains(u"slash")      ? u'S'
+                                : reason.contains(u"left")     ? u'E'
+                                : reason.contains(u"no name")  ? u'N'
+                                : reason.contains(u"bytes")    ? u'T'
+                                : reason.contains(u"once")     ? u'M'
+                                : reason.contains(u"any more") ? u'G'
+                                : reason.contains(u"already")  ? u'H'
+                                : reason.contains(u"later")    ? u'L'
+                                                               : u'O');
         EXPECT_EQ(refused.join(u' '), row[1]) << qPrintable(row[0]);
     }
 }
 
 TEST(RenameNotices, CountAndNameWhatFailed) {
     const auto records = recordsOf(u"a>x b>x c> d>y e>"_qs + u"n"_qs.repeated(80));
-    const QStringList reasons{u"twice"_qs, u"twice"_qs, u"empty"_qs, {}, u"long"_qs};
+    const QStringList reasons{{}, u"twice"_qs, u"empty"_qs, {}, u"long"_qs};
     const platform::Notice names = rename::newNamesNotGiven(records, reasons, u"/in/"_qs);
     EXPECT_EQ(names.what,
-              u"4 of 5 new names cannot be used: x (twice); the name for c (empty); "_qs +
+              u"3 of 5 new names cannot be given: x (twice); the one of c (empty); "_qs +
                   u"n"_qs.repeated(39) + u'…' + u"n"_qs.repeated(20) + u" (long)."_qs);
-    EXPECT_EQ(names.files.join(u' '), u"/in/a /in/b /in/c /in/e");
+    EXPECT_EQ(names.files.join(u' '), u"/in/b /in/c /in/e");
+    EXPECT_TRUE(names.remedy.endsWith(u"would end the program at the new name of b."));
+    EXPECT_EQ(rename::perListEnded(
+                  {rename::PerListRun::Step::Reading, u"/in/li%1st.xlsx"_qs, 302, {}, {}}, {})
+                  .what,
+              u"Rename Per List did not start: li%1st.xlsx has more than 301 rows.");
     QList<platform::NameAndReason> many;
     for (int i = 0; i < 40; ++i)
         many << platform::NameAndReason{u"f%1"_qs.arg(i), u"locked"_qs};
-    const platform::Notice dates = rename::datesNotSet(many, 41, u"/in"_qs);
+    const platform::Notice dates = rename::datesNotSet(many, {}, 41, u"/in"_qs);
     EXPECT_EQ(dates.what, u"40 of 41 files kept the old date: f0, f1, f2 and 37 more (locked).");
     EXPECT_EQ(dates.safe, u"1 file has its new date.");
-    EXPECT_EQ(rename::datesNotSet(many, 40, u"/in"_qs).safe, u"No date was changed.");
+    EXPECT_EQ(rename::datesNotSet(many, {}, 40, u"/in"_qs).safe, u"No date was changed.");
 }
 
 struct Notices : test::RenameDesk {
@@ -84,17 +91,22 @@ TEST_F(Notices, APreviewMarksAndCountsNewNamesThatCannotBeGiven) {
     form.txbTargetExt->setText(u".mp3"_qs);
     form.cbPreview->click();
     EXPECT_EQ(told(),
-              u"2 of 2 new names cannot be used: a.mp3 (another file has it); b.mp3 (the file "
-              u"already has it).");
+              u"2 of 2 new names cannot be given: a.mp3 (another file or folder has it); b.mp3 "
+              u"(the file has it already).");
     EXPECT_EQ(marks(),
-              u"a.mp3: This name cannot be used: another file has it. b.mp3: This name cannot be "
-              u"used: the file already has it.");
+              u"a.mp3: This name cannot be given: another file or folder has it. "
+              u"b.mp3: This name cannot be given: the file has it already.");
     form.cbCancel->click();
     EXPECT_EQ(marks(), u"");
     form.txbAddPrefix->setText(u"p"_qs);
     form.cbPreview->click();
     form.cbRename->click();
     EXPECT_EQ(told() + boxes() + marks(), u"");
+    ASSERT_TRUE(QFile::remove(in(u"pa.mp3"_qs)));
+    form.cbPreview->click();
+    EXPECT_EQ(marks(), u"ppa.mp3: This name cannot be given: its file is not there any more.");
+    EXPECT_EQ(told(),
+              u"1 of 2 new names cannot be given: ppa.mp3 (its file is not there any more).");
 }
 
 TEST_F(Notices, RenamePerListNotesWhereItEndedAndTheWayBack) {
@@ -106,14 +118,23 @@ the folder of the list, remove Original_Files, correct row 2 and start again.|
 ../a=x|Rename Per List ended at row 1 of list.xlsx: bad file name or number (it contains a slash). 
 No file was renamed. All files are where they were; Original_Files is empty. Remove the folder 
 Original_Files, correct row 1 and start again.|
-a=own;b=|Rename Per List ended at row 2 of list.xlsx: bad file name or number (it is empty). The row 
-before it was renamed. 3 files are in Original_Files: a, b and own. To undo this, remove the 
-renamed copies, move the files in Original_Files back to the folder of the list, remove 
+a=dir;b=%1|Rename Per List ended at row 1 of list.xlsx: a folder has that name (dir). No file was 
+renamed. 2 files lie in Original_Files: a and b. To get back, move the files in Original_Files back 
+to the folder of the list, remove Original_Files, correct row 1 and start again.|
+NNN=x|Rename Per List ended at row 1 of list.xlsx: file not found (SSS). No file was renamed. All 
+files are where they were; Original_Files is empty. Remove the folder Original_Files, correct row 1 
+and start again.|
+a=own;b=|Rename Per List ended at row 2 of list.xlsx: bad file name or number (nothing is left of 
+it). The row before it was renamed. 3 files lie in Original_Files: a, b and own. To get back, 
+remove the renamed copies, move the files in Original_Files back to the folder of the list, remove 
 Original_Files, correct row 2 and start again.)";
+    ASSERT_TRUE(QDir().mkdir(in(u"dir"_qs)));
     for (const QStringList& row : test::rowsOf(cases, 2)) {
         put({u"a"_qs, u"b"_qs, u"own"_qs});
-        renamePerList(row[0]);
-        EXPECT_EQ(onButton(), row[1]);
+        const QString n = u"n"_qs;
+        renamePerList(QString(row[0]).replace(u"NNN"_qs, n.repeated(304)));
+        EXPECT_EQ(onButton(),
+                  QString(row[1]).replace(u"SSS"_qs, n.repeated(39) + u'…' + n.repeated(20)));
         EXPECT_EQ(noted(), onButton());
         EXPECT_TRUE(form.cbRenamePerList->toolTip().contains(u"start again"));
         std::filesystem::remove_all(in(u"Original_Files"_qs).toStdString());
@@ -139,7 +160,9 @@ TEST_F(Notices, RenamePerListNotesAFileThatCannotBeWritten) {
     renamePerList(u"a=x;b=y"_qs);
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, before);
-    EXPECT_EQ(noted().section(u" To undo this"_qs, 0, 0),
+    const QString end = noted();
+    EXPECT_TRUE(end.endsWith(u"remove Original_Files, mend the cause and start again."));
+    EXPECT_EQ(end.section(u" To get back"_qs, 0, 0),
               u"Rename Per List ended at row 2 of list.xlsx: file too large (y). The row before it "
               u"was renamed. 2 files are in Original_Files: a and b.");
     EXPECT_EQ(onDisk(), u"x=a");
@@ -178,16 +201,41 @@ TEST_F(Notices, ReDatingMarksAndNotesFilesThatItPassesOver) {
     EXPECT_EQ(marks(),
               u"a: The date of this file cannot be changed: permission denied. "
               u"c: The date of this file cannot be changed: the disk is read-only. "
-              u"d: The date of this file cannot be changed: the disk is read-only.");
+              u"d: The date of this file cannot be changed: the disk is read-only. e: "_qs +
+                  rename::markOfLeftOut());
     form.cbReDateCancel->click();
     EXPECT_EQ(marks() + noted(), u"");
     form.txbDateModified->setText(u"1"_qs);
     form.cbReDatePreview->click();
     form.cbReDate->click();
     EXPECT_TRUE(noted().startsWith(
-        u"3 of 4 files kept the old date: a (permission denied); c and d (the disk is "
-        u"read-only). 1 file has its new date."));
+        u"4 of 5 files kept the old date: a (permission denied); c and d (the disk is "
+        u"read-only); e (no more files are re-dated than the last preview of new names had). "
+        u"1 file has its new date."));
     EXPECT_EQ(marks() + boxes(), u"");
+}
+
+TEST_F(Notices, ReDatingWithoutAPreviewOfNewNamesNotesTheFilesItLeavesOut) {
+    select({u"a"_qs, u"b"_qs, u"c"_qs, u"d"_qs});
+    const auto reDate = [&] {
+        form.txbDateModified->setText(u"1"_qs);
+        form.cbReDatePreview->click();
+        const QString marked = marks();
+        form.cbReDate->click();
+        return marked.section(u':', 0, 0) + u'|' + noted();
+    };
+    EXPECT_EQ(reDate(),
+              u"b|3 of 4 files kept the old date: b, c and d (no more files are re-dated than the "
+              u"last preview of new names had). 1 file has its new date. Select these files alone, "
+              u"press the upper Preview, then Cancel if it shows new names, and re-date again.");
+    form.cbPreview->click();
+    EXPECT_EQ(boxes(), u"Nothing to preview.") << "even so it counts the files";
+    EXPECT_EQ(reDate(), u"|");
+    form.txbDateModified->setText(u"1"_qs);
+    ASSERT_TRUE(QFile::remove(in(u"d"_qs)));
+    form.cbReDatePreview->click();
+    EXPECT_EQ(marks(),
+              u"d: The date of this file cannot be changed: the file or its folder is not there.");
 }
 
 struct Drives : Notices {
