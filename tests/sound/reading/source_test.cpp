@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <fstream>
+#include <map>
 #include <random>
 #include <tuple>
 
@@ -177,6 +178,21 @@ TEST_F(SourceTest, FindsTheSamplesInEveryLayout) {
     for (const auto& [name, file] : layouts)
         EXPECT_EQ(samples(file), (std::vector<double>{0.5, -1})) << name;
     EXPECT_EQ(samples(aiff(1, 16, "", big)), std::vector<double>{0.5});
+}
+
+TEST_F(SourceTest, TellsHowLongAFileThatIsCutOffClaimsToBe) {
+    const auto claimed = [&](const std::string& file) {
+        const auto opened = SourceFile::open(write(file));
+        const auto found = readWaveHeader(*opened);
+        return (found ? found : readAiffHeader(*opened))->claimedFrames;
+    };
+    const std::string two(4, 'x');
+    for (const auto& [size, frames] :
+         std::map<unsigned, int>{{1000, 500}, {4, 0}, {0, 0}, {0x7FFFFFFF, 0}, {0xFFFFFFFF, 0}})
+        EXPECT_EQ(claimed(wave(format(1, 1, 8000, 16) + "data" + number(size, 4) + two)), frames);
+    const std::string whole = aiff(9, 16, "", std::string(18, 'x'));
+    EXPECT_EQ(claimed(whole), 0);
+    EXPECT_EQ(claimed(whole.substr(0, whole.size() - 10)), 9);
 }
 
 TEST_F(SourceTest, BelievesNoSizeThatALongFileContradicts) {
