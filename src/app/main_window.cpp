@@ -45,10 +45,12 @@ project::ScriptImport::Services MainWindow::importServices() {
             .boxes = services_.boxes,
             .files = services_.files,
             .notices = services_.notices,
-            .Load_Working_Sound = [this] {
-                dropSound();
-                workingFiles_.Load_Working_Sound();
-            }};
+            .Load_Working_Sound =
+                [this] {
+                    dropSound();
+                    workingFiles_.Load_Working_Sound();
+                },
+            .soundIsLoaded = [this] { return EDT_.GetSoundDuration() > 0; }};
 }
 
 project::WorkingFiles::Services MainWindow::fileServices() {

@@ -17,6 +17,7 @@ void NoticeBoard::enter(QList<Entry>& list, const Entry& entry) {
 
 void NoticeBoard::tell(const platform::Notice& notice) {
     enter(entries_, {clock_.now(), notice});
+    hideOthers(notice.topic, &notice);
     enter(shown_, {clock_.now(), notice});
     Q_EMIT changed();
     Q_EMIT told(notice.what);
@@ -25,6 +26,19 @@ void NoticeBoard::tell(const platform::Notice& notice) {
 void NoticeBoard::note(const platform::Notice& notice) {
     enter(entries_, {clock_.now(), notice});
     Q_EMIT changed();
+}
+
+void NoticeBoard::settle(const QString& topic) {
+    if (hideOthers(topic, nullptr)) Q_EMIT changed();
+}
+
+// Hides the notices of the topic except one equal to `kept`. Returns whether there were any.
+bool NoticeBoard::hideOthers(const QString& topic, const platform::Notice* kept) {
+    if (topic.isEmpty()) return false;
+    const auto outdated = [&](const Entry& entry) {
+        return entry.notice.topic == topic && (kept == nullptr || entry.notice != *kept);
+    };
+    return shown_.removeIf(outdated) > 0;
 }
 
 void NoticeBoard::dismiss() {

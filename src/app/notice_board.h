@@ -25,6 +25,7 @@ class NoticeBoard : public QObject, public platform::Notices {
 
     void tell(const platform::Notice& notice) override;
     void note(const platform::Notice& notice) override;
+    void settle(const QString& topic) override;
     void startSession() override { dismiss(); }
 
     // All notices, the newest last. The oldest are dropped after kMost.
@@ -40,6 +41,7 @@ class NoticeBoard : public QObject, public platform::Notices {
     void told(const QString& sentence);  // tell() was called; emitted after changed()
 
   private:
+    bool hideOthers(const QString& topic, const platform::Notice* kept);
     static void enter(QList<Entry>& list, const Entry& entry);
 
     const platform::Clock& clock_;

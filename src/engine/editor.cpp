@@ -98,7 +98,11 @@ FileFacts Editor::factsOf(const QString& path) const {
     if (!is_regular_file(file, ignored)) return {.code = kFileNotFound};
     if (::access(file.c_str(), R_OK) != 0) return {.code = kFileNotFound, .systemError = errno};
     FileFacts facts;
-    const Reason reason = attempt([&] { facts.lengthMs = sound::Source::probe(file); });
+    const Reason reason = attempt([&] {
+        const sound::Source::Lengths lengths = sound::Source::probe(file);
+        facts.lengthMs = lengths.held;
+        facts.claimedMs = lengths.claimed;
+    });
     facts.code = reason.code;
     facts.systemError = reason.systemError;
     return facts;

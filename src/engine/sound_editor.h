@@ -16,6 +16,7 @@ struct FileFacts {
     ErrorCode code = kOk;  // what LoadSound would return for it
     int systemError = 0;   // errno of the system call that failed; 0 if none did
     qint64 lengthMs = 0;   // estimated for MP3; 0 if it cannot be loaded
+    qint64 claimedMs = 0;  // length by the header of a file that ends before; otherwise 0
 };
 
 // A sound editor: holds at most one sound with its undo history, edits, analyses, plays and

@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include "platform/descriptor.h"
+#include "platform/disk_fault.h"
 #include "platform/durable_copy.h"
 #include "platform/mount_watch.h"
 #include "platform/wildcards.h"
@@ -26,33 +27,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using runtime::pathOf;
-
-// Throws the Fault with the classic words for a file system error.
-[[noreturn]] void throwClassicFault(const std::error_code& error) {
-    switch (error.value()) {
-        case ENOENT:
-            runtime::fileNotFound();
-        case ENOTDIR:
-            runtime::pathNotFound();
-        case EEXIST:
-            runtime::fileAlreadyExists();
-        case EACCES:
-        case EPERM:
-        case EROFS:
-            runtime::permissionDenied();
-        case ENOSPC:
-        case EDQUOT:
-            runtime::diskFull();
-        default:
-            throw runtime::Fault(QString::fromStdString(error.message()));
-    }
-}
-
-// The same, with the path as the detail.
-[[noreturn]] void throwFault(const std::error_code& error, const QString& path) {
-    runtime::withDetail(runtime::readableFileName(path), [&] { throwClassicFault(error); });
-    std::abort();  // never reached: the call above always throws
-}
 
 // The sorted bare names of the entries of `folder` for which `wanted` is true.
 template <class Wanted>
@@ -86,7 +60,7 @@ const QString& faultyOf(const std::error_code& error, const QString& source,
 void copy(const QString& source, const QString& destination, IfTaken ifTaken) {
     requireFolderOf(pathOf(destination));
     if (const std::error_code error = copyDurably(pathOf(source), pathOf(destination), ifTaken))
-        throwFault(error, faultyOf(error, source, destination));
+        throwDiskFault(error, faultyOf(error, source, destination));
 }
 
 // Opens a file for writing before its date is set, because an owner may set the date without write
@@ -187,7 +161,7 @@ qint64 Disk::freeBytes(const QString& folder) const {
 void Disk::createFolder(const QString& path) {
     std::error_code error;
     if (!fs::create_directory(pathOf(path), error))
-        error ? throwFault(error, path) : throw runtime::Fault(u"Path/File access error"_qs);
+        error ? throwDiskFault(error, path) : throw runtime::Fault(u"Path/File access error"_qs);
 }
 
 void Disk::CopyFile(const QString& source, const QString& destination) {
@@ -205,10 +179,10 @@ void Disk::MoveFile(const QString& source, const QString& destination) {
     // A symbolic link is moved itself, even if its target does not exist.
     std::error_code ignored;
     if (!FileExists(source) && !is_symlink(from, ignored))
-        throwFault(std::make_error_code(std::errc::no_such_file_or_directory), source);
+        throwDiskFault(std::make_error_code(std::errc::no_such_file_or_directory), source);
     requireFolderOf(to);
     if (const std::error_code error = moveWithoutOverwriting(from, to))
-        throwFault(error, faultyOf(error, source, runtime::textOfFileName(to.native())));
+        throwDiskFault(error, faultyOf(error, source, runtime::textOfFileName(to.native())));
 }
 
 QDateTime Disk::DateLastModified(const QString& path) const {

@@ -27,14 +27,16 @@ QString waysToLoad(const engine::Failure& failure) {
 }
 
 QString wayToWrite(const engine::Failure& failure) {
+    if (failure.code == engine::kBadFormat) return u"Set Channels in the Preferences to 1 or 2"_qs;
     switch (failure.systemError) {
         case ENOSPC:
         case EDQUOT:
             return u"Free some space"_qs;
         case EACCES:
         case EPERM:
-        case EROFS:
             return u"Make the file and its folder writable"_qs;
+        case EROFS:
+            return u"Make the disk writable"_qs;
         default:
             return u"Remove the cause"_qs;
     }
@@ -44,14 +46,12 @@ QString stateOnDisk(const RecordingOnDisk& recording, const engine::Failure& fai
     const QString name = bareName(recording.path);
     const QString copy = bareName(recording.copy);
     if (failure.systemError == EEXIST)
-        return u"%1 is now a file of another program and was not changed. The file that was "
-               u"there before is %2 in BU_Source_Files."_qs.arg(name, copy);
-    return (recording.savedBefore
-                ? u"%1 is on the disk as it was last saved, without the edits made since; a "
-                  u"copy of it is %2 in BU_Source_Files."_qs
-                : u"%1 is on the disk as it was loaded, without pauses and edits; an untouched "
-                  u"copy is %2 in BU_Source_Files."_qs)
-        .arg(name, copy);
+        return u"%1 is now the file of another program and was left alone. The file that was there "
+               u"before is %2 in BU_Source_Files."_qs.arg(name, copy);
+    return stateOfFile(recording.path, recording.savedBefore) +
+           (recording.savedBefore ? u"; the same is %1 in BU_Source_Files."_qs
+                                  : u"; an untouched copy is %1 in BU_Source_Files."_qs)
+               .arg(copy);
 }
 
 }  // namespace
@@ -90,26 +90,47 @@ platform::Notice notLoaded(const engine::Failure& failure) {
             .remedy = waysToLoad(failure)};
 }
 
-platform::Notice noSheetChosen(const QString& workbook) {
+platform::Notice endsEarly(const QString& path, qint64 toldMs, qint64 heldMs) {
+    const auto seconds = [](qint64 ms) {
+        return QString::number(static_cast<double>(ms) / 1000, 'f', 1);
+    };
+    return {.what = u"%1 ends early: its header tells of %2 s, the file holds %3 s."_qs.arg(
+                bareName(path), seconds(toldMs), seconds(heldMs)),
+            .files = {path},
+            .safe = u"What the file holds is loaded."_qs,
+            .remedy = u"If the end is missing, take another copy of the recording."_qs};
+}
+
+platform::Notice noSheetChosen(const QString& workbook, bool soundIsLoaded) {
     return {.what =
                 u"No sheet of %1 was chosen, so nothing was loaded and the list of prompts is "
                 u"empty."_qs.arg(bareName(workbook)),
             .files = {workbook},
-            .safe =
-                u"A recording that was loaded before is still there with its edits; Process "
-                u"brings its rows back."_qs,
+            .safe = soundIsLoaded ? u"The recording that was loaded before is still there with its "
+                                    u"edits; Process brings its rows back."_qs
+                                  : QString(),
             .remedy = u"Choose Load Working Files again and select a sheet."_qs};
 }
 
-platform::Notice noBackupFolder(const QString& folder, const QString& reason) {
+QString saveTopic() { return u"save"_qs; }
+
+platform::Notice noBackupFolder(const QString& folder, const QString& reason, bool fileInTheWay) {
     return {.what =
                 u"The folder BU_Source_Files is missing and could not be made: %1. Saving the "
                 u"recording would end the program."_qs.arg(reason),
             .files = {folder},
             .safe = u"The recording is as it was."_qs,
-            .remedy =
-                u"Turn off the automatic backup in Preferences, or make the project folder "
-                u"writable and load again."_qs};
+            .remedy = fileInTheWay
+                          ? u"Rename the file BU_Source_Files, and load again."_qs
+                          : u"Turn off the automatic backup in Preferences, or load again from a "
+                            u"folder that can be written."_qs,
+            .topic = saveTopic()};
+}
+
+QString stateOfFile(const QString& path, bool savedBefore) {
+    return (savedBefore ? u"%1 is on the disk as it was last saved, without the edits made since"_qs
+                        : u"%1 is on the disk as it was loaded, without pauses and edits"_qs)
+        .arg(bareName(path));
 }
 
 platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failure& failure) {
@@ -118,7 +139,8 @@ platform::Notice notSaved(const RecordingOnDisk& recording, const engine::Failur
             .safe = stateOnDisk(recording, failure),
             .remedy = wayToWrite(failure) +
                       u", then choose Backup Source File. The sound in the "
-                      u"window has all pauses and edits."_qs};
+                      u"window has all pauses and edits."_qs,
+            .topic = saveTopic()};
 }
 
 platform::Notice sourceChanged(const RecordingOnDisk& recording) {

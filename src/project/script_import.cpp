@@ -3,6 +3,7 @@
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
 #include "forms/texts.h"
+#include "platform/file_system.h"
 #include "project/load_notices.h"
 #include "project/script_notices.h"
 #include "project/script_rows.h"
@@ -44,6 +45,9 @@ void ScriptImport::abort(const QString& program) {
         u"No %1 file in Project folder.\rPlease fix and reload working files."_qs.arg(program));
     form_.frLoadFiles->hide();
     vsImportResult = u"Abort"_qs;
+    if (services_.soundIsLoaded())
+        services_.notices.note(listEmptied(
+            u"There is no %1 file in the project folder, so nothing was loaded."_qs.arg(program)));
 }
 
 void ScriptImport::store(qint32 i, const QString& FileName, const QString& Content) {
@@ -76,7 +80,9 @@ void ScriptImport::tell(const QList<platform::Notice>& notices) const {
 }
 
 void ScriptImport::tellNoSheetChosen() const {
-    tell({noSheetChosen(services_.session.vsScriptFile)});
+    tell({noSheetChosen(
+        platform::pathIn(services_.state.vsProjectFolder, services_.session.vsScriptFile),
+        services_.soundIsLoaded())});
 }
 
 void ScriptImport::finish(qint16 viPromptCount, const QList<platform::Notice>& ofImport) {

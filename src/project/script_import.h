@@ -27,6 +27,7 @@ class ScriptImport {
         const platform::FileSystem& files;
         platform::Notices& notices;
         std::function<void()> Load_Working_Sound;
+        std::function<bool()> soundIsLoaded;
     };
 
     ScriptImport(forms::frmMain& form, Services services);

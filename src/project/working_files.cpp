@@ -6,6 +6,7 @@
 #include "project/load_notices.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
+#include "runtime/fault.h"
 #include "runtime/numbers.h"
 #include "runtime/system_reason.h"
 
@@ -130,9 +131,12 @@ void WorkingFiles::Load_Working_Sound() {
                               QString::number(EDT.LastError()));
         return;
     }
+    reports_.checkLength(platform::pathIn(services_.state.vsProjectFolder, vsWorkingFile));
     services_.session.loadedFolder = services_.state.vsProjectFolder;
     services_.session.loadedFile = vsWorkingFile;
     services_.session.loadedScript = services_.session.vsScriptFile;
+    services_.session.scriptWasThere = services_.files.FileExists(
+        platform::pathIn(services_.session.loadedFolder, services_.session.loadedScript));
     form_.mnuBackupSourceFile->setEnabled(true);
     makeBackupFolder();
 }
@@ -143,8 +147,10 @@ void WorkingFiles::makeBackupFolder() try {
         platform::pathIn(services_.session.loadedFolder, text(kBackupFolder)));
 } catch (const std::exception& error) {
     const QString& folder = services_.session.loadedFolder;
-    if (!services_.files.FolderExists(platform::pathIn(folder, text(kBackupFolder))))
-        services_.notices.tell(noBackupFolder(folder, runtime::reasonOf(error)));
+    const QString path = platform::pathIn(folder, text(kBackupFolder));
+    if (!services_.files.FolderExists(path))
+        services_.notices.tell(
+            noBackupFolder(folder, runtime::reasonOf(error), services_.files.FileExists(path)));
 }
 
 void WorkingFiles::mnuBackupSourceFile_Click() {
@@ -168,10 +174,19 @@ void WorkingFiles::save() {
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
     const QString source = platform::pathIn(session.loadedFolder, session.loadedFile);
     const QString copy = copyName();
-    services_.files.CopyFile(source, copy);
+    copyBeforeSave(source, copy);
     vfBackupCount += 1;
     reports_.saveStarts(copy);
     EDT.SoundExport(kBackupFrequency, channels, 0, 0, -1, source);
+}
+
+// A Fault also tells which state of the recording is on the disk.
+void WorkingFiles::copyBeforeSave(const QString& source, const QString& copy) try {
+    services_.files.CopyFile(source, copy);
+} catch (const runtime::Fault& fault) {
+    if (!services_.files.FileExists(source)) throw;
+    throw runtime::Fault(fault.description(),
+                         fault.detail() + u"; "_qs + stateOfFile(source, reports_.savedBefore()));
 }
 
 QString WorkingFiles::copyName() const {

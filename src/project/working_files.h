@@ -67,6 +67,7 @@ class WorkingFiles {
     bool tellOfEmptyList(const QString& reason);  // returns whether there was something to tell
     void makeBackupFolder();
     void save();
+    void copyBeforeSave(const QString& source, const QString& copy);
     QString copyName() const;
 
     forms::frmMain& form_;

@@ -120,7 +120,7 @@ QHash<QString, QString> marksOfNewNames(std::span<const model::RenameRecord> rec
     for (qsizetype i = 0; i < reasons.size(); ++i)
         if (!reasons[i].isEmpty())
             marks[records[static_cast<std::size_t>(i)].Renamed] =
-                u"This name cannot be used: %1."_qs.arg(reasons[i]);
+                u"This name cannot be given: %1."_qs.arg(reasons[i]);
     return marks;
 }
 

@@ -68,9 +68,11 @@ void Alignment::selectCurrentRow() {
     QTreeWidgetItem* item = form_.lvAudioDetails->topLevelItem(inputs_.session.viCurrentRow - 1);
     if (item == nullptr)
         throw runtime::Fault(u"Index out of bounds"_qs,
-                             u"row %1 was clicked last, and the list has %2 rows"_qs
-                                 .arg(inputs_.session.viCurrentRow)
-                                 .arg(inputs_.script.viPromptCount));
+                             inputs_.script.viPromptCount == 0
+                                 ? u"the script has no rows"_qs
+                                 : u"row %1 was clicked last, and the list has %2 rows"_qs
+                                       .arg(inputs_.session.viCurrentRow)
+                                       .arg(inputs_.script.viPromptCount));
     form_.lvAudioDetails->scrollToItem(item);
     form_.lvAudioDetails->setCurrentItem(item);
 }

@@ -22,6 +22,9 @@ IndividualExport::IndividualExport(forms::frmMain& form, Services services)
                               [this] { EDTTimerSoundExportDone_Timer(); }) {
     runtime::onEvent(services_.failure, form_.mnuExport, &QAction::triggered, &form_,
                      [this] { mnuExport_Click(); });
+    runtime::onEvent(services_.failure, form_.lvAudioDetails->model(),
+                     &QAbstractItemModel::rowsInserted, &form_,
+                     [this] { services_.notices.settle(startTopic()); });
     connectEditor();
 }
 
@@ -55,6 +58,7 @@ void IndividualExport::mnuExport_Click() {
         return;
     if (!listIsReady())  // the list may have changed while the box was open
         return services_.notices.tell(nothingToExport(services_.listIsChanging()));
+    settleNotices();
     checkSpace();
     report_.clear();
     recordingCopied_ = false;
@@ -63,6 +67,13 @@ void IndividualExport::mnuExport_Click() {
     form_.pbExporting->setMaximum(form_.lvAudioDetails->topLevelItemCount());
     vfExportIndex = 1;
     Export_Row(vfExportIndex);
+}
+
+// A new run writes all prompts, so what was told of an earlier one is no longer true.
+void IndividualExport::settleNotices() const {
+    for (const QString& topic :
+         {startTopic(), spaceTopic(), promptsTopic(services_.session.loadedFolder)})
+        services_.notices.settle(topic);
 }
 
 void IndividualExport::checkSpace() const {
@@ -111,7 +122,7 @@ bool IndividualExport::running() const { return vsExportRunning == u"Yes" && !is
 
 void IndividualExport::drop() {
     if (vsExportRunning == u"Yes") {
-        services_.notices.tell(exportGivenUp(place()));
+        services_.notices.tell(exportGivenUp(place(), recordingPlace(false)));
         tellUnwritten(false);
     }
     endRun();
@@ -131,6 +142,7 @@ void IndividualExport::Export_Row(float index) {
     vlExportEnd = runtime::strictLong(prompt.end);
     keepRecording();
     standstillTold_ = false;
+    services_.notices.settle(runTopic());
     const qint32 exportsAhead = EDT.SoundExportsPending();
     const qint32 nResult =
         EDT.SoundExport(kExportFrequency, channels, 0, vlExportStart, vlExportEnd, vsExportFile);
@@ -152,7 +164,7 @@ void IndividualExport::Export_Row(float index) {
 void IndividualExport::stopAtRefusedRow(qint32 code) {
     const engine::Failure failure{engine::Operation::Export, vsExportFile,
                                   static_cast<engine::ErrorCode>(code)};
-    const platform::Notice notice = rowRefused(place(), failure);
+    const platform::Notice notice = rowRefused(place(), failure, recordingPlace(false));
     services_.stuck();
     services_.notices.tell(notice);
     tellUnwritten(false);
@@ -204,7 +216,8 @@ void IndividualExport::standStill() {
     services_.stuck();
     if (standstillTold_ || !isStuck(moment())) return;
     standstillTold_ = true;
-    services_.notices.tell(exportStandsStill(place(), form_.cbProcess->isEnabled()));
+    services_.notices.tell(
+        exportStandsStill(place(), form_.cbProcess->isEnabled(), recordingPlace(false)));
 }
 
 void IndividualExport::endRun() {
@@ -217,9 +230,11 @@ void IndividualExport::finish() {
     const model::Session& session = services_.session;
     const bool recordingIsMoved = moveAway(Source::Recording, session.loadedFile);
     const QString document = platform::pathIn(session.loadedFolder, session.vsWordFile);
-    if (services_.files.FileExists(document)) services_.notices.note(documentStays(document));
+    if (services_.files.FileExists(document))
+        services_.notices.note(
+            documentStays(document, services_.files.FolderExists(backupFolder())));
     moveAway(Source::Script, session.loadedScript);
-    tellUnwritten(recordingIsMoved || recordingCopied_);
+    tellUnwritten(recordingIsMoved);
     services_.showBatchProcessor();
 }
 
@@ -230,19 +245,36 @@ bool IndividualExport::moveAway(Source source, const QString& name) {
         services_.files.MoveFile(path, backupFolder());
         return true;
     } catch (const std::exception& error) {
-        // No notice is needed for a script that is not in this folder, or for a recording that was
-        // copied before.
+        // No notice is needed for a script that was never in this folder, or for a recording that
+        // was copied before.
         const bool isThere = services_.files.FileExists(path);
-        if (source == Source::Recording ? !recordingCopied_ : isThere)
-            services_.notices.note(sourceNotMoved(source, path, runtime::reasonOf(error), isThere));
+        if (source == Source::Recording ? !recordingCopied_
+                                        : isThere || services_.session.scriptWasThere)
+            services_.notices.note(sourceNotMoved({source, path, runtime::reasonOf(error), isThere,
+                                                   services_.files.FolderExists(backupFolder())}));
         return false;
     }
 }
 
-void IndividualExport::tellUnwritten(bool recordingIsKept) {
+// `moved`: the run has moved the recording to the backup folder. After a prompt with its name, the
+// file in the project folder is not the recording.
+RecordingPlace IndividualExport::recordingPlace(bool moved) const {
+    const model::Session& session = services_.session;
+    const auto isThere = [this](const QString& path) { return services_.files.FileExists(path); };
+    RecordingPlace place{
+        .inBackupFolder =
+            moved || (recordingCopied_ && isThere(backupFolder() + session.loadedFile)),
+        .inProjectFolder = !moved && !recordingCopied_ &&
+                           isThere(platform::pathIn(session.loadedFolder, session.loadedFile)),
+        .state = session.recording};
+    if (!isThere(place.state.goodCopy)) place.state.goodCopy.clear();
+    return place;
+}
+
+void IndividualExport::tellUnwritten(bool recordingIsMoved) {
     if (!report_.unwritten().isEmpty())
         services_.notices.tell(
-            promptsNotWritten(place().rows, report_.unwritten(), recordingIsKept));
+            promptsNotWritten(place().rows, report_.unwritten(), recordingPlace(recordingIsMoved)));
     report_.clear();
 }
 

@@ -61,6 +61,7 @@ class IndividualExport {
 
     void connectEditor();
     bool listIsReady() const;
+    void settleNotices() const;
     void checkSpace() const;
     QString fileOf(const Row& row) const;
     ExportPlace place() const;
@@ -76,7 +77,8 @@ class IndividualExport {
     void endRun();
     void finish();
     bool moveAway(Source source, const QString& name);
-    void tellUnwritten(bool recordingIsKept);
+    RecordingPlace recordingPlace(bool moved) const;
+    void tellUnwritten(bool recordingIsMoved);
 
     forms::frmMain& form_;
     Services services_;

@@ -98,7 +98,10 @@ void ReloadChain::EDT_SoundEditDone(qint16 nCommand, qint32 bResult) {
     }
     // The chain of an earlier edit may still be running.
     if (!TimerReload.armed() && !TimerDisplayWaveform.armed()) end();
-    services_.notices.tell(editFailed(kind, nCommand, std::exchange(editFailure_, {})));
+    const engine::Failure failure = std::exchange(editFailure_, {});
+    // The project room tells that the file of the sound was changed, whatever has failed by it.
+    if (failure.code != engine::kSourceChanged)
+        services_.notices.tell(editFailed(kind, nCommand, failure));
     reportFailure();
 }
 

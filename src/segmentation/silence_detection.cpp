@@ -29,11 +29,14 @@ SilenceDetection::SilenceDetection(forms::frmMain& form, Services services)
     runtime::onEvent(services_.failure, form_.cbProcess, &QPushButton::clicked, form_.cbProcess,
                      [this] { cbProcess_Click(); });
     runtime::onEvent(services_.failure, &services_.EDT,
-                     &engine::SoundEditor::SilencePosDetectionDone, &form_,
-                     [this] { EDTTimerSilencePosDetectionDone.arm(); });
+                     &engine::SoundEditor::SilencePosDetectionDone, &form_, [this](qint32 bResult) {
+                         if (bResult == 1) services_.notices.settle(scanTopic());
+                         EDTTimerSilencePosDetectionDone.arm();
+                     });
     runtime::onEvent(services_.failure, &services_.EDT, &engine::SoundEditor::failed, &form_,
                      [this](const engine::Failure& failure) {
-                         if (failure.operation == engine::Operation::Scan)
+                         if (failure.operation == engine::Operation::Scan &&
+                             failure.code != engine::kSourceChanged)
                              services_.notices.tell(scanFailed(failure));
                      });
 }

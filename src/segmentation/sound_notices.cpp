@@ -39,6 +39,14 @@ QString generalRemedy(engine::ErrorCode code) {
     }
 }
 
+QString reasonOfEdit(qint16 command, const engine::Failure& failure) {
+    if (command == engine::kUndo && failure.code == engine::kNotSupported)
+        return u"there is nothing to undo"_qs;
+    if (command == engine::kInsertSilence && failure.code == engine::kBadRange)
+        return u"the length is negative"_qs;
+    return engine::reasonOf(failure);
+}
+
 QString remedyOfRange(EditKind kind, qint16 command) {
     if (kind != EditKind::Operator)
         return u"Set Duration to a number of milliseconds that is not negative. "_qs + loadAgain();
@@ -77,15 +85,14 @@ platform::Notice pauseUndone(EditKind pause) {
 }
 
 platform::Notice editFailed(EditKind kind, qint16 command, const engine::Failure& failure) {
-    const bool nothingToUndo = command == engine::kUndo && failure.code == engine::kNotSupported;
-    const QString reason =
-        nothingToUndo ? u"there is nothing to undo"_qs : engine::reasonOf(failure);
-    return {.what = failedEdit(kind, command) + u": "_qs + reason + u'.',
+    return {.what = failedEdit(kind, command) + u": "_qs + reasonOfEdit(command, failure) + u'.',
             .files = failure.path.isEmpty() ? QStringList() : QStringList(failure.path),
             .safe = u"The sound is as it was before."_qs,
             .remedy = failure.code == engine::kBadRange ? remedyOfRange(kind, command)
                                                         : generalRemedy(failure.code)};
 }
+
+QString scanTopic() { return u"scan"_qs; }
 
 platform::Notice scanFailed(const engine::Failure& failure) {
     const QString remedy = generalRemedy(failure.code);
@@ -93,8 +100,9 @@ platform::Notice scanFailed(const engine::Failure& failure) {
                 engine::reasonOf(failure)),
             .files = failure.path.isEmpty() ? QStringList() : QStringList(failure.path),
             .safe = u"The sound is as it was before."_qs,
-            .remedy = remedy.isEmpty() ? u"Check Duration and Threshold, then click Process."_qs
-                                       : remedy};
+            .remedy =
+                remedy.isEmpty() ? u"Check Duration and Threshold, then click Process."_qs : remedy,
+            .topic = scanTopic()};
 }
 
 }  // namespace tarnwick::segmentation

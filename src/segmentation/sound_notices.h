@@ -20,6 +20,9 @@ platform::Notice pauseUndone(EditKind pause);
 
 platform::Notice editFailed(EditKind kind, qint16 command, const engine::Failure& failure);
 
+// The topic of scanFailed().
+QString scanTopic();
+
 platform::Notice scanFailed(const engine::Failure& failure);
 
 }  // namespace tarnwick::segmentation

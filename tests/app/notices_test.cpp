@@ -41,6 +41,20 @@ TEST(NoticeBoard, CountsEqualNoticesAndDropsTheOldest) {
     EXPECT_EQ(sentences(board.entries()), u"a. (2 times.) Try.|b. (2 times.) Try.");
     board.startSession();
     EXPECT_TRUE(board.shown().isEmpty());
+    for (const char* what : {"c.", "c.", "d.", "d."})
+        board.tell({.what = QLatin1String(what),
+                    .files = {},
+                    .safe = {},
+                    .remedy = {},
+                    .topic = u"save"_qs});
+    board.tell(notice(u"e."_qs));
+    EXPECT_EQ(sentences(board.shown()), u"d. (2 times.)|e. Try.") << "the same topic";
+    for (const QString& topic : {u"load"_qs, QString(), u"save"_qs}) {
+        board.settle(topic);
+        EXPECT_EQ(board.shown().size(), topic == u"save" ? 1 : 2);
+    }
+    EXPECT_EQ(board.entries().size(), 5) << "the list keeps them";
+    board.dismiss();
     for (int i = 0; i < NoticeBoard::kMost; ++i)
         board.note(notice(QString::number(i)));
     EXPECT_EQ(board.entries().size(), NoticeBoard::kMost);

@@ -16,6 +16,7 @@
 #include <fstream>
 
 #include "platform/desktop_open_dialog.h"
+#include "platform/disk_fault.h"
 #include "support/fault_of.h"
 #include "support/files.h"
 
@@ -69,6 +70,21 @@ TEST_F(DiskTest, ListsWithoutRegardToCase) {
     write({u"take"_qs, u"take."_qs, u"b.w[v]"_qs, u"b.wv"_qs});
     EXPECT_EQ(listed(u"*."_qs), u"take");
     EXPECT_EQ(listed(u"?.w[v]"_qs), u"b.w[v]");
+}
+
+TEST(DiskFault, KeepsTheClassicWordsAndNamesTheTrueCause) {
+    const std::tuple<int, QString, QString> cases[] = {
+        {EACCES, u"Permission denied"_qs, u"/a"_qs},
+        {EROFS, u"Permission denied"_qs, u"/a: the disk is read-only"_qs},
+        {ENOSPC, u"Disk full"_qs, u"/a"_qs},
+        {EDQUOT, u"Disk full"_qs, u"/a: your share of the disk is used up"_qs}};
+    for (const auto& [error, words, detail] : cases)
+        try {
+            platform::throwDiskFault({error, std::generic_category()}, u"/a"_qs);
+        } catch (const runtime::Fault& fault) {
+            EXPECT_EQ(fault.description(), words);
+            EXPECT_EQ(fault.detail(), detail);
+        }
 }
 
 TEST_F(DiskTest, WildcardsTakeWhatIsCustomary) {

@@ -93,12 +93,16 @@ struct Imports : ::testing::Test {
     QTemporaryDir folder;
     int loads = 0;  // of the recording
     std::function<void()> onLoad;
+    bool soundIsLoaded = false;
     forms::frmMain form;
     forms::frmSelectImportSheet chooser;
-    project::ScriptImport import{form, {state, session, desk.boxes, files, desk.notices, [this] {
-                                            ++loads;
-                                            if (onLoad) onLoad();
-                                        }}};
+    project::ScriptImport import{form,
+                                 {state, session, desk.boxes, files, desk.notices,
+                                  [this] {
+                                      ++loads;
+                                      if (onLoad) onLoad();
+                                  },
+                                  [this] { return soundIsLoaded; }}};
     project::ExcelImport excel{
         form, chooser, import, {desk.failure, state, session, documents::Workbook::open}};
     project::WordImport word{
@@ -221,18 +225,30 @@ TEST_F(Imports, TheImportWaitsForTheChosenSheet) {
         EXPECT_EQ(loads, 0) << "nothing waits any more";
     }
     EXPECT_TRUE(desk.notices.told.isEmpty());
-    excel.Import_Excel();
-    chooser.close();
-    ASSERT_EQ(desk.notices.told.size(), 1);
-    EXPECT_EQ(
-        desk.notices.told[0].what,
-        u"No sheet of script.xlsx was chosen, so nothing was loaded and the list of prompts is "
-        u"empty."_qs);
+    for (const bool loaded : {false, true}) {
+        soundIsLoaded = loaded;
+        excel.Import_Excel();
+        chooser.close();
+        ASSERT_EQ(desk.notices.told.size(), 1);
+        const platform::Notice notice = desk.notices.told.takeFirst();
+        EXPECT_EQ(notice.what,
+                  u"No sheet of script.xlsx was chosen, so nothing was loaded and the list of "
+                  u"prompts is empty."_qs);
+        EXPECT_EQ(notice.files, QStringList(folder.filePath(u"script.xlsx"_qs)));
+        EXPECT_EQ(notice.safe.isEmpty(), !loaded);
+    }
     excel.Import_Excel();
     chooser.cbxSheetNames->setEditText(u"gone"_qs);
     EXPECT_THROW(chooser.cbSelectSheet->click(), test::ProcessEnded);
     EXPECT_EQ(desk.boxes.shown.last(),
               u"Tarnwick|Subscript out of range (there is no sheet \"gone\")");
+    for (const bool loaded : {false, true}) {
+        soundIsLoaded = loaded;
+        QFile::remove(folder.filePath(u"script.xlsx"_qs));
+        excel.Import_Excel();
+        EXPECT_EQ(desk.notices.noted.size(), loaded ? 1 : 0) << "the box says enough";
+    }
+    EXPECT_TRUE(desk.notices.noted[0].what.startsWith(u"There is no Excel file in the project"));
 }
 
 TEST_F(Imports, NoticesOfTheScriptAreToldBeforeTheRecordingLoads) {

@@ -191,6 +191,8 @@ TEST_F(WorkingFilesDesk, ABackupThatCannotBeCopiedOverwritesNothing) {
     EXPECT_THROW(form.mnuBackupSourceFile->setEnabled(true);
                  form.mnuBackupSourceFile->trigger(), test::ProcessEnded);
     EXPECT_TRUE(desk.boxes.shown.last().startsWith(u"Tarnwick|Path not found ("));
+    EXPECT_TRUE(desk.boxes.shown.last().endsWith(
+        u"; take.aiff is on the disk as it was loaded, without pauses and edits)"));
     EXPECT_TRUE(EDT.calls.filter(u"SoundExport"_qs).isEmpty());
     EXPECT_EQ(desk.log(), "");
 }
@@ -264,7 +266,10 @@ struct FailingEditor : WorkingFilesDesk {
 
 TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
     session.vsLoadStage = u"End Silence Added"_qs;
-    // Two failed saves, a good one, and a failed one after an edit.
+    const model::RecordingState& state = session.recording;
+    const QString copies = folder.filePath(u"BU_Source_Files/take._10%1.wav"_qs);
+    Q_EMIT EDT.SoundEditDone(engine::kInsertSilence, 1);
+    // Two saves that fail, one that does not, and one after an edit.
     const std::tuple<int, QString, QString> saves[] = {
         {ENOSPC, u"take.aiff was not saved: no space left on the device."_qs,
          u"take.aiff is on the disk as it was loaded, without pauses and edits; an untouched copy "
@@ -285,7 +290,15 @@ TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
             EXPECT_EQ(notice.what, what);
             EXPECT_EQ(notice.safe, safe);
         }
+        EXPECT_TRUE(desk.notices.settled.isEmpty());
         endSave(error == 0 ? 1 : 0);
+        EXPECT_EQ(desk.notices.settled, QStringList(error == 0 ? 1 : 0, project::saveTopic()));
+        desk.notices.settled.clear();
+        EXPECT_EQ(state.unsaved, error != 0);
+        EXPECT_EQ(state.damaged, error == EEXIST);
+        EXPECT_EQ(state.goodCopy,
+                  copies.arg(error == 0 ? 1 : EDT.calls.filter(u"SoundExport"_qs).size() - 1));
+        if (error == 0) Q_EMIT EDT.SoundEditDone(engine::kDeleteRange, 1);
         fails(Operation::Export, engine::kWriteFailed, error);  // a prompt of that name
         EXPECT_TRUE(desk.notices.told.isEmpty());
     }
@@ -293,11 +306,26 @@ TEST_F(FailingEditor, AFailedSaveTellsWhatLiesOnTheDisk) {
     EDT.refuseExports = true;
     working.mnuBackupSourceFile_Click();
     fails(Operation::Export, engine::kBadFormat);
-    EXPECT_EQ(told().what,
+    const platform::Notice refused = told();
+    EXPECT_EQ(refused.what,
               u"take.aiff was not saved: this format, rate or number of channels "
               u"cannot be written."_qs);
+    EXPECT_TRUE(refused.remedy.startsWith(u"Set Channels in the Preferences to 1 or 2, then"));
     fails(Operation::Export, engine::kBadFormat);
     EXPECT_TRUE(desk.notices.told.isEmpty());
+}
+
+TEST_F(FailingEditor, ACopyOfAFileThatWasChangedIsNotGood) {
+    session.vsLoadStage = u"End Silence Added"_qs;
+    for (const engine::ErrorCode code : {engine::kWriteFailed, engine::kSourceChanged}) {
+        working.mnuBackupSourceFile_Click();
+        fails(Operation::Export, code);
+        endSave(0);
+        EXPECT_EQ(session.recording.goodCopy, folder.filePath(u"BU_Source_Files/take._100.wav"_qs));
+        EXPECT_EQ(session.recording.damaged, code == engine::kSourceChanged);
+    }
+    working.Load_Working_Sound();
+    EXPECT_TRUE(session.recording.goodCopy.isEmpty() && !session.recording.damaged);
 }
 
 TEST_F(FailingEditor, WhatTheSoundCannotDoIsTold) {
@@ -323,6 +351,12 @@ TEST_F(FailingEditor, WhatTheSoundCannotDoIsTold) {
     working.Load_Working_Sound();
     fails(Operation::Play, engine::kPlaybackFailed);
     told();
+    for (const qint64 claimed : {5'699, 11'200}) {
+        EDT.facts[u"take.aiff"_qs] = {.lengthMs = 5'600, .claimedMs = claimed};
+        working.Load_Working_Sound();
+    }
+    EXPECT_EQ(told().what,
+              u"take.aiff ends early: its header tells of 11.2 s, the file holds 5.6 s.");
 }
 
 TEST_F(WorkingFilesDesk, AProjectFolderThatTakesNoCopiesIsToldBeforeTheFirstSave) {
@@ -331,6 +365,7 @@ TEST_F(WorkingFilesDesk, AProjectFolderThatTakesNoCopiesIsToldBeforeTheFirstSave
     working.Load_Working_Sound();
     ASSERT_EQ(desk.notices.told.size(), 1);
     EXPECT_TRUE(desk.notices.told[0].what.startsWith(u"The folder BU_Source_Files is missing"));
+    EXPECT_TRUE(desk.notices.told[0].remedy.startsWith(u"Rename the file BU_Source_Files"));
     session.vsLoadStage = u"End Silence Added"_qs;
     form.cbxChannels->setEditText(u"abc"_qs);
     EXPECT_THROW(form.mnuBackupSourceFile->trigger(), test::ProcessEnded);

@@ -37,13 +37,40 @@ TEST(ExportNotices, UnwrittenPromptsAreGroupedByReason) {
          u"h.wav, i.wav, j.wav and 2 more (the file cannot be written)."_qs,
          u"Remove the cause."_qs}};
     for (const auto& [unwritten, what, remedy] : cases) {
-        const platform::Notice notice = promptsNotWritten(40, unwritten, false);
+        const platform::Notice notice = promptsNotWritten(40, unwritten, {.inProjectFolder = true});
         EXPECT_EQ(notice.what, what);
         EXPECT_EQ(notice.files.size(), unwritten.size());
         EXPECT_EQ(notice.files.last(), unwritten.last().path);
         EXPECT_EQ(notice.safe, u"The recording is still in the project folder.");
         EXPECT_TRUE(notice.remedy.startsWith(remedy));
     }
+}
+
+TEST(ExportNotices, TellWhereTheRecordingIsAndWhatItLacks) {
+    const Failure failure{Operation::Export, u"/p/a.wav"_qs, engine::kWriteFailed};
+    const QString copy = u"/p/BU_Source_Files/take_101.wav"_qs;
+    const QString edits = u"Pauses and edits that were not saved are in no file."_qs;
+    const std::pair<RecordingPlace, QString> cases[] = {
+        {{}, {}},
+        {{.state = {.unsaved = true}}, edits},
+        {{.state = {.goodCopy = copy}},
+         u"The newest copy of the recording is take_101.wav in BU_Source_Files."_qs},
+        {{.inBackupFolder = true, .state = {.goodCopy = copy, .unsaved = true}},
+         u"The recording is in BU_Source_Files. "_qs + edits},
+        {{.inBackupFolder = true, .state = {.goodCopy = copy, .damaged = true}},
+         u"The file of the recording was changed by another program; the newest copy from before "
+         u"is take_101.wav in BU_Source_Files."_qs},
+        {{.inProjectFolder = true, .state = {.damaged = true}},
+         u"The file of the recording was changed by another program, and there is no copy from "
+         u"before."_qs}};
+    for (const auto& [recording, safe] : cases)
+        for (const platform::Notice& notice :
+             {promptsNotWritten(1, {failure}, recording), rowRefused({}, failure, recording),
+              exportStandsStill({}, true, recording), exportGivenUp({}, recording)})
+            EXPECT_EQ(notice.safe, safe);
+    const QList<Failure> many(
+        14, {Operation::Export, u"/p/"_qs + QString(266, u'n'), engine::kWriteFailed});
+    EXPECT_LE(promptsNotWritten(40, many, {}).what.size(), 300);
 }
 
 struct ExportTells : test::ExportDesk {
@@ -76,6 +103,15 @@ TEST_F(ExportTells, OnceAtTheEndWhichPromptsAreMissing) {
     EXPECT_EQ(sentences(), QStringList(u"2 of 3 prompts were not written: P1.wav and P3.wav (no "
                                        u"space left on the device)."_qs));
     EXPECT_EQ(batch, 1);
+    desk.notices.settled.clear();
+    form.mnuExport->trigger();
+    EXPECT_TRUE(desk.notices.settled.contains(promptsTopic(project.path()))) << "written anew";
+    QDir(project.path()).removeRecursively();
+    fail(EIO);
+    next();
+    next();
+    EXPECT_EQ(desk.notices.told.value(0).safe, QString()) << "the project folder is gone";
+    sentences();
     EDT.failExport(engine::kWriteFailed, EIO);  // a backup after the run
     finishRun();
     desk.notices.noted.clear();  // about the recording, which was moved before
@@ -101,6 +137,13 @@ TEST_F(ExportTells, QuietlyWhatStaysInTheFolder) {
     form.lvAudioDetails->topLevelItem(0)->setText(1, u"take"_qs);
     finishRun();
     EXPECT_TRUE(sentences().isEmpty()) << "the recording was copied, the script is of another load";
+    session.scriptWasThere = true;
+    form.lvAudioDetails->topLevelItem(0)->setText(1, u"P1"_qs);
+    QDir(project.filePath(u"BU_Source_Files"_qs)).removeRecursively();
+    finishRun();
+    for (const platform::Notice& notice : desk.notices.noted)
+        EXPECT_FALSE(notice.remedy.contains(u"BU_Source_Files")) << "it is not in the way";
+    EXPECT_TRUE(sentences().value(1).startsWith(u"left over.xlsx was not moved"));
 }
 
 TEST_F(ExportTells, WhyARunStopsOrDoesNotStart) {
@@ -135,6 +178,9 @@ TEST_F(ExportTells, WhyARunStopsOrDoesNotStart) {
         sentences().join(u'|'),
         u"There is nothing to export: the list is empty.|The export did not start, because the "
         u"list is being rebuilt.");
+    desk.notices.settled.clear();
+    addRows(1);
+    EXPECT_EQ(desk.notices.settled, QStringList(startTopic()));
 }
 
 TEST_F(ExportTells, BeforeItStartsThatTheDiskIsTooSmall) {

@@ -18,16 +18,17 @@ TEST(SoundNotices, AFailedEditNamesItsReasonAndTheWayOut) {
     using enum EditKind;
     const std::tuple<EditKind, qint16, engine::ErrorCode, QString, QString> cases[] = {
         {Operator, engine::kDeleteRange, engine::kBadRange,
-         u"The selection was not deleted: the times are outside the sound."_qs,
-         u"Make the selection again."_qs},
+         u"The selection was not deleted: the times lie outside the sound."_qs,
+         u"Select the stretch again."_qs},
+        {Operator, engine::kInsertSilence, engine::kBadRange,
+         u"The silence was not inserted: the length is negative."_qs, u"Give a length"_qs},
         {Operator, engine::kApplyVolume, engine::kSourceChanged,
          u"The selection was not flattened: another program has changed the file of the loaded sound."_qs,
          u"Move or rename the folder BU_Source_Files"_qs},
         {Operator, engine::kUndo, engine::kNotSupported,
          u"Undo changed nothing: there is nothing to undo."_qs, u""_qs},
         {EndPause, engine::kInsertSilence, engine::kBadRange,
-         u"The load could not add its pause at the end of the sound: the times are outside the "
-         u"sound."_qs,
+         u"The load could not add its pause at the end of the sound: the length is negative."_qs,
          u"Set Duration to"_qs}};
     for (const auto& [kind, command, code, what, remedy] : cases) {
         const platform::Notice notice = editFailed(kind, command, {Operation::Edit, {}, code});
@@ -94,11 +95,19 @@ TEST_F(SoundTells, AnEditOrASearchThatFailsAndASoundThatIsGone) {
     EXPECT_EQ(told(), u"The selection was not deleted: the disk reports an error.");
     EDT.detectResult = engine::kNoSound;
     detection.cbProcess_Click();
-    Q_EMIT EDT.failed({Operation::Scan, u"/p/take.wav"_qs, engine::kSourceChanged, 0});
+    Q_EMIT EDT.failed({Operation::Scan, u"/p/take.wav"_qs, engine::kDamaged, 0});
     EXPECT_EQ(desk.notices.told.value(0).what,
               u"The search for pauses failed, so the list has no usable rows: no sound is loaded.");
     EXPECT_EQ(desk.notices.told.value(1).files, QStringList(u"/p/take.wav"_qs));
     told();
+    Q_EMIT EDT.SilencePosDetectionDone(0);
+    EXPECT_TRUE(desk.notices.settled.isEmpty());
+    Q_EMIT EDT.SilencePosDetectionDone(1);
+    EXPECT_EQ(desk.notices.settled, QStringList(scanTopic()));
+    for (const Operation operation : {Operation::Edit, Operation::Scan})
+        Q_EMIT EDT.failed({operation, u"/p/take.wav"_qs, engine::kSourceChanged, 0});
+    edit(engine::kInsertSilence, 0);
+    EXPECT_EQ(told(), QString()) << "the project room tells it";
     EDT.duration = 0;
     Q_EMIT EDT.SoundLoadingDone(0);
     fire(form.TimerReload);

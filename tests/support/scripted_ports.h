@@ -47,9 +47,11 @@ class ScriptedNotices : public platform::Notices {
     void tell(const platform::Notice& notice) override { told << notice; }
     void note(const platform::Notice& notice) override { noted << notice; }
 
+    void settle(const QString& topic) override { settled << topic; }
     void startSession() override { ++sessions; }
 
     QList<platform::Notice> told, noted;
+    QStringList settled;
     int sessions = 0;
 };
 

@@ -99,6 +99,7 @@ std::optional<FoundSound> readAiffHeader(const SourceFile& file) {
     if (!common || !samples) throw SoundError(SoundFailure::Damaged, "the header is cut off");
 
     StoredSound sound = readCommon(file, *common, aifc);
+    const std::int64_t claimed = samples->size < samples->claimed ? sound.frames : 0;
     const std::int64_t bytes = readSamplePlace(file, *samples, sound);
     if (sound.format.channels > 0 && bytes > 0) {
         const std::int64_t held = bytes / (sound.format.channels * bytesOf(sound.coding));
@@ -109,7 +110,7 @@ std::optional<FoundSound> readAiffHeader(const SourceFile& file) {
         sound.frames = 0;
     }
     checkUsable(sound);
-    return FoundSound{sound};
+    return FoundSound{.sound = sound, .claimedFrames = claimed};
 }
 
 }  // namespace tarnwick::sound

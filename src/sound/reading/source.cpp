@@ -36,17 +36,20 @@ namespace {
 
 }  // namespace
 
-std::int64_t Source::probe(const std::filesystem::path& path) {
+Source::Lengths Source::probe(const std::filesystem::path& path) {
     const std::shared_ptr<const SourceFile> file = SourceFile::open(path);
     std::optional<FoundSound> found = readWaveHeader(*file);
     if (!found) found = readAiffHeader(*file);
-    if (found) return msFloor(found->sound.frames, found->sound.format.rate);
+    if (found) {
+        const int rate = found->sound.format.rate;
+        return {msFloor(found->sound.frames, rate), msFloor(found->claimedFrames, rate)};
+    }
     const std::optional<Mp3Start> start = findMp3(*file);
     if (!start) notASound(*file);
     const std::int64_t stated = start->tag ? start->tag->frames : 0;
     const std::int64_t frames =
         stated > 0 ? stated : (file->size() - start->byte) / start->header.bytes;
-    return msFloor(frames * start->header.samples, start->header.rate);
+    return {.held = msFloor(frames * start->header.samples, start->header.rate)};
 }
 
 std::shared_ptr<const Source> Source::open(const std::filesystem::path& path,

@@ -25,9 +25,13 @@ class Source : public FrameReader {
     static std::shared_ptr<const Source> open(const std::filesystem::path& path,
                                               const Progress& progress = {});
 
-    // Reads only the header and throws what open() would throw for it. Returns the length in
-    // ms, which is an estimate for MP3 unless the file states it.
-    static std::int64_t probe(const std::filesystem::path& path);
+    // Lengths in ms. That of an MP3 file is an estimate unless the file states it.
+    struct Lengths {
+        std::int64_t held = 0;
+        std::int64_t claimed = 0;  // by the header of a file that ends before, otherwise 0
+    };
+    // Reads only the header and throws what open() would throw for it.
+    static Lengths probe(const std::filesystem::path& path);
 
     ~Source() override;
 

@@ -13,6 +13,7 @@ namespace tarnwick::sound {
 struct FoundSound {
     StoredSound sound;
     std::optional<BlockLayout> blocks = {};
+    std::int64_t claimedFrames = 0;  // the header's count if the file ends before them, else 0
 };
 
 // Finds the samples of a file, or its blocks of coded samples. Returns none if the file is not of

@@ -13,6 +13,7 @@ namespace tarnwick::sound {
 namespace {
 
 constexpr std::uint32_t kUnknownSize = 0xFFFFFFFF;
+constexpr std::uint32_t kFirstPlaceholder = 0x7FFF0000;  // written while the size is unknown
 constexpr int kMaximumRate = 768000;
 
 enum FormatTag : std::uint16_t {
@@ -213,6 +214,8 @@ std::optional<FoundSound> readWaveHeader(const SourceFile& file) {
         found->sound.offset = chunk->body;
         if (found->blocks) found->blocks->bytes = bytes;
         found->sound.frames = countFrames(*found, bytes, counted);
+        if (chunk->claimed < kFirstPlaceholder && chunk->size < chunk->claimed)
+            found->claimedFrames = countFrames(*found, chunk->claimed, {});
         checkUsable(found->sound);
         return found;
     }

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
+#include <map>
 #include <random>
 #include <tuple>
 
@@ -182,7 +183,22 @@ TEST_F(SourceTest, FindsTheSamplesInEveryLayout) {
     EXPECT_EQ(samples(aiff(1, 16, "", big)), std::vector<double>{0.5});
 }
 
-TEST_F(SourceTest, IgnoresASizeThatALongFileContradicts) {
+TEST_F(SourceTest, TellsHowLongAFileThatIsCutOffClaimsToBe) {
+    const auto claimed = [&](const std::string& file) {
+        const auto opened = SourceFile::open(write(file));
+        const auto found = readWaveHeader(*opened);
+        return (found ? found : readAiffHeader(*opened))->claimedFrames;
+    };
+    const std::string two(4, 'x');
+    for (const auto& [size, frames] :
+         std::map<unsigned, int>{{1000, 500}, {4, 0}, {0, 0}, {0x7FFFFFFF, 0}, {0xFFFFFFFF, 0}})
+        EXPECT_EQ(claimed(wave(format(1, 1, 8000, 16) + "data" + number(size, 4) + two)), frames);
+    const std::string whole = aiff(9, 16, "", std::string(18, 'x'));
+    EXPECT_EQ(claimed(whole), 0);
+    EXPECT_EQ(claimed(whole.substr(0, whole.size() - 10)), 9);
+}
+
+TEST_F(SourceTest, BelievesNoSizeThatALongFileContradicts) {
     constexpr std::int64_t kMost = INT32_MAX, kLong = 3'000'000'001, kLonger = 5'000'000'000;
     const std::string sizes = chunk("ds64", number(0, 8) + number(kLonger, 8));
     const std::tuple<std::string, std::int64_t, std::int64_t, std::string, std::int64_t> cases[] = {
