@@ -54,6 +54,7 @@ struct Wizard {
                                                                    .boxes = desk.boxes,
                                                                    .cmdlg = cmdlg,
                                                                    .files = files,
+                                                                   .notices = desk.notices,
                                                                    .openWorkbook = {}});
 
     explicit Wizard(const Folder& folder) {
