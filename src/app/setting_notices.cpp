@@ -46,7 +46,7 @@ struct Objection {
 Objection thresholdObjection(const QString& text) {
     const QString value = named(u"Threshold"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictDouble(text); });
-    if (!noNumber.isEmpty()) return {value + u", which is no number: "_qs + ending(noNumber)};
+    if (!noNumber.isEmpty()) return {value + u", which is not a number: "_qs + ending(noNumber)};
     QString amplitude;
     const QString tooLoud = faultOf([&] {
         const double percent = runtime::percentOfDecibels(runtime::strictDouble(text));
@@ -65,18 +65,18 @@ Objection durationObjection(const QString& text) {
     const QString value = named(u"Duration"_qs, text);
     const QString noNumber = faultOf([&] { runtime::strictLong(text); });
     if (!noNumber.isEmpty())
-        return {value + u", which is no length in milliseconds: "_qs + ending(noNumber)};
+        return {value + u", which is not a length in milliseconds: "_qs + ending(noNumber)};
     const qint32 length = runtime::strictLong(text);
     if (length < 0)
         return {value +
                 u". Such a pause cannot be added to the ends of the recording, so every "
                 u"load will end without a list."_qs};
     if (length >= kShortestPause) return {};
-    return {value +
-                u" ms. So short pauses are also found inside the words, and with more than %1 of "
-                u"them a load ends with the error “Subscript out of range”."_qs.arg(
-                    model::kSilenceSlots),
-            false};
+    return {
+        value +
+            u" ms. Pauses this short are also found inside words, and a load with more than %1 "
+            u"of them ends with the error “Subscript out of range”."_qs.arg(model::kSilenceSlots),
+        false};
 }
 
 // Tries the speed with the extremes: a prompt of 1 word and one of 100 words.
@@ -91,7 +91,7 @@ Objection speedObjection(const QString& text) {
     const QString shortOne = fault(u"1");
     const QString end = shortOne.isEmpty() ? fault(u"100") : shortOne;
     if (end.isEmpty()) return {};
-    return {named(u"Words/min"_qs, text) + u", which is no possible reading speed: "_qs +
+    return {named(u"Words/min"_qs, text) + u", which is not a possible reading speed: "_qs +
             ending(end)};
 }
 
@@ -144,12 +144,13 @@ QString wayInLiveBox(Check check, const QString& text) {
 }
 
 QString wayInGreyBox(const Objection& objection) {
-    return u"Its box is grey until a list was filled. "_qs +
-           (objection.endsAllLoads
-                ? u"Quit, and put the Tarnwick.mdb that was delivered with Tarnwick in the place "
-                  u"of this one; all settings then have their first values."_qs
-                : u"Load a session, and a short recording is the safest; then correct the value, "
-                  u"press Save in the Preferences and load again."_qs);
+    return u"Its box is grey until a list has been filled. "_qs +
+           (objection.endsAllLoads ? u"Quit and replace Tarnwick.mdb with the one that came with "
+                                     u"Tarnwick; all settings "
+                                     u"then return to their first values."_qs
+                                   : u"Load a session, best with a short recording; then correct "
+                                     u"the value, press Save in "
+                                     u"the Preferences and load again."_qs);
 }
 
 }  // namespace

@@ -43,12 +43,11 @@ const QString& beforeProcess() {
 }
 
 Notice endsProgram(QStringView name, const QString& text, const QString& when) {
-    return {
-        u"What is typed for %1%2 is not a number: the program would end with an error %3."_qs.arg(
-            name, inBrackets(text), when),
-        {},
-        {},
-        beforeProcess()};
+    return {u"The entry for %1%2 is not a number: the program would end with an error %3."_qs.arg(
+                name, inBrackets(text), when),
+            {},
+            {},
+            beforeProcess()};
 }
 
 // A run uses the percent. It stays as it was if the level in decibels is not a number.
@@ -56,8 +55,8 @@ std::optional<Notice> noticeOfDecibels(QStringView name, const QString& decibels
                                        const QString& percent) {
     if (isStrict(decibels) || !isStrict(percent)) return {};
     return Notice{
-        u"What is typed for %1%2 is not a number, so the run goes by the percent "
-        u"beside it, %3."_qs.arg(name, inBrackets(decibels), percent),
+        u"The entry for %1%2 is not a number, so the run uses the percentage next to it, "
+        u"%3."_qs.arg(name, inBrackets(decibels), percent),
         {},
         {},
         beforeProcess()};
@@ -68,11 +67,11 @@ std::optional<Notice> noticeOfRate(const Choices& choices) {
     const bool noRate = !converts(bitRateOf, choices.bitRate);
     if (!choices.frequencyOn)
         return Notice{
-            u"None of the frequencies that MP3 can have is selected"_qs +
+            u"None of the frequencies that MP3 supports is selected"_qs +
                 (noRate ? u", and the bit rate"_qs + inBrackets(choices.bitRate) +
                               u" is not a number: the program would end with an error at the "
                               u"first file."_qs
-                        : u": the run would wait at its first file for good."_qs),
+                        : u": the run would get stuck at its first file."_qs),
             {},
             {},
             u"Select one of the frequencies shown. "_qs + beforeProcess()};

@@ -179,9 +179,10 @@ std::optional<Notice> noticeOfEnd(const RunReport& report) {
         (all ? filesOfAllWere(report.written, report.files) + u" written. "_qs : QString()) +
             mishapsOf(report),
         sources, u"All sources are in Raw_Files."_qs,
-        (sources.size() == 1 ? u"Copy the source of this file to a folder of its own"_qs
-                             : u"Copy the sources of these files to a folder of their own"_qs) +
-            u", mend the cause and process that folder."_qs};
+        (sources.size() == 1
+             ? u"Remove the cause, copy the source of this file to a new folder"_qs
+             : u"Remove the cause, copy the sources of these files to a new folder"_qs) +
+            u", and process that folder."_qs};
 }
 
 }  // namespace tarnwick::batch

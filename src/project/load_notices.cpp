@@ -46,10 +46,10 @@ QString stateOnDisk(const RecordingOnDisk& recording, const engine::Failure& fai
     const QString name = bareName(recording.path);
     const QString copy = bareName(recording.copy);
     if (failure.systemError == EEXIST)
-        return u"%1 is now the file of another program and was left alone. The file that was there "
-               u"before is %2 in BU_Source_Files."_qs.arg(name, copy);
+        return u"%1 is now a file of another program and was not changed. The file that was "
+               u"there before is %2 in BU_Source_Files."_qs.arg(name, copy);
     return stateOfFile(recording.path, recording.savedBefore) +
-           (recording.savedBefore ? u"; the same is %1 in BU_Source_Files."_qs
+           (recording.savedBefore ? u"; a copy of it is %1 in BU_Source_Files."_qs
                                   : u"; an untouched copy is %1 in BU_Source_Files."_qs)
                .arg(copy);
 }

@@ -21,7 +21,7 @@ QString whyNoName(const QString& name) {
 }
 
 QString whyTaken(const model::RenameRecord& record, bool byOneThatWaits) {
-    if (record.Renamed == record.Original) return u"the file has it already"_qs;
+    if (record.Renamed == record.Original) return u"the file already has it"_qs;
     return byOneThatWaits ? u"a file later in the list still has it"_qs
                           : u"another file or folder has it"_qs;
 }
@@ -64,12 +64,12 @@ QStringList whyNotGiven(std::span<const model::RenameRecord> records,
         if (!invalid.isEmpty()) {
             reasons << invalid;
         } else if (!folder.isTaken(record.Original)) {
-            reasons << u"its file is not there any more"_qs;
+            reasons << u"its file is no longer there"_qs;
         } else if (!folder.isTaken(name)) {
             folder.move(record);
             reasons << QString();
         } else {
-            reasons << (uses[name] > 1 ? u"it stands more than once in the list"_qs
+            reasons << (uses[name] > 1 ? u"it appears more than once in the list"_qs
                                        : whyTaken(record, waiting.contains(name)));
         }
     }

@@ -90,7 +90,7 @@ QString correction(int row, const QString& reason) {
     return std::ranges::any_of(faultsOfTheRow,
                                [&](QStringView fault) { return reason.startsWith(fault); })
                ? u"correct row %1"_qs.arg(row)
-               : u"mend the cause"_qs;
+               : u"remove the cause"_qs;
 }
 
 QString wayBack(const PerListRun& run, const QString& reason) {

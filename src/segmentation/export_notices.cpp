@@ -136,15 +136,16 @@ platform::Notice rowRefused(const ExportPlace& place, const engine::Failure& fai
 
 platform::Notice exportStandsStill(const ExportPlace& place, bool canProcess,
                                    const RecordingPlace& recording) {
-    return {.what = u"The export stands still after %1: the list has no next row."_qs.arg(
-                placeText(place)),
-            .files = {},
-            .safe = whereItIs(recording),
-            .remedy = canProcess ? u"Click Process: the export goes on when the list has its rows "
-                                   u"again. If there is no sound any more, do this: "_qs +
-                                       loadAgain()
-                                 : loadAgain(),
-            .topic = runTopic()};
+    return {
+        .what =
+            u"The export is waiting after %1: the list has no next row."_qs.arg(placeText(place)),
+        .files = {},
+        .safe = whereItIs(recording),
+        .remedy = canProcess ? u"Click Process: the export continues when the list has its rows "
+                               u"again. If there is no sound any more, do this: "_qs +
+                                   loadAgain()
+                             : loadAgain(),
+        .topic = runTopic()};
 }
 
 platform::Notice exportGivenUp(const ExportPlace& place, const RecordingPlace& recording) {

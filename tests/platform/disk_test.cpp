@@ -77,7 +77,7 @@ TEST(DiskFault, KeepsTheClassicWordsAndNamesTheTrueCause) {
         {EACCES, u"Permission denied"_qs, u"/a"_qs},
         {EROFS, u"Permission denied"_qs, u"/a: the disk is read-only"_qs},
         {ENOSPC, u"Disk full"_qs, u"/a"_qs},
-        {EDQUOT, u"Disk full"_qs, u"/a: your share of the disk is used up"_qs}};
+        {EDQUOT, u"Disk full"_qs, u"/a: your disk quota is used up"_qs}};
     for (const auto& [error, words, detail] : cases)
         try {
             platform::throwDiskFault({error, std::generic_category()}, u"/a"_qs);

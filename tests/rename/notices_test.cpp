@@ -38,15 +38,15 @@ a>x b>a c>x|c:M|gone>x b>x c>gone|gone:G|a>b/x b>a|a:S b:O|a>.. b>.|a:N b:N|a> b
         for (qsizetype i = 0; i < reasons.size(); ++i)
             if (const QString& reason = reasons[i]; !reason.isEmpty())
                 refused << records[i].Original + u':' +
-                               (reason.contains(u"slash")      ? u'S'
-                                : reason.contains(u"left")     ? u'E'
-                                : reason.contains(u"no name")  ? u'N'
-                                : reason.contains(u"bytes")    ? u'T'
-                                : reason.contains(u"once")     ? u'M'
-                                : reason.contains(u"any more") ? u'G'
-                                : reason.contains(u"already")  ? u'H'
-                                : reason.contains(u"later")    ? u'L'
-                                                               : u'O');
+                               (reason.contains(u"slash")        ? u'S'
+                                : reason.contains(u"empty")      ? u'E'
+                                : reason.contains(u"not a file") ? u'N'
+                                : reason.contains(u"bytes")      ? u'T'
+                                : reason.contains(u"once")       ? u'M'
+                                : reason.contains(u"no longer")  ? u'G'
+                                : reason.contains(u"already")    ? u'H'
+                                : reason.contains(u"later")      ? u'L'
+                                                                 : u'O');
         EXPECT_EQ(refused.join(u' '), row[1]) << qPrintable(row[0]);
     }
 }
@@ -56,7 +56,7 @@ TEST(RenameNotices, CountAndNameWhatFailed) {
     const QStringList reasons{{}, u"twice"_qs, u"empty"_qs, {}, u"long"_qs};
     const platform::Notice names = rename::newNamesNotGiven(records, reasons, u"/in/"_qs);
     EXPECT_EQ(names.what,
-              u"3 of 5 new names cannot be given: x (twice); the one of c (empty); "_qs +
+              u"3 of 5 new names cannot be given: x (twice); the name for c (empty); "_qs +
                   u"n"_qs.repeated(39) + u'…' + u"n"_qs.repeated(20) + u" (long)."_qs);
     EXPECT_EQ(names.files.join(u' '), u"/in/b /in/c /in/e");
     EXPECT_TRUE(names.remedy.endsWith(u"would end the program at the new name of b."));
@@ -92,10 +92,10 @@ TEST_F(Notices, APreviewMarksAndCountsNewNamesThatCannotBeGiven) {
     form.cbPreview->click();
     EXPECT_EQ(told(),
               u"2 of 2 new names cannot be given: a.mp3 (another file or folder has it); b.mp3 "
-              u"(the file has it already).");
+              u"(the file already has it).");
     EXPECT_EQ(marks(),
               u"a.mp3: This name cannot be given: another file or folder has it. "
-              u"b.mp3: This name cannot be given: the file has it already.");
+              u"b.mp3: This name cannot be given: the file already has it.");
     form.cbCancel->click();
     EXPECT_EQ(marks(), u"");
     form.txbAddPrefix->setText(u"p"_qs);
@@ -104,9 +104,8 @@ TEST_F(Notices, APreviewMarksAndCountsNewNamesThatCannotBeGiven) {
     EXPECT_EQ(told() + boxes() + marks(), u"");
     ASSERT_TRUE(QFile::remove(in(u"pa.mp3"_qs)));
     form.cbPreview->click();
-    EXPECT_EQ(marks(), u"ppa.mp3: This name cannot be given: its file is not there any more.");
-    EXPECT_EQ(told(),
-              u"1 of 2 new names cannot be given: ppa.mp3 (its file is not there any more).");
+    EXPECT_EQ(marks(), u"ppa.mp3: This name cannot be given: its file is no longer there.");
+    EXPECT_EQ(told(), u"1 of 2 new names cannot be given: ppa.mp3 (its file is no longer there).");
 }
 
 TEST_F(Notices, RenamePerListNotesWhereItEndedAndTheWayBack) {
@@ -119,13 +118,13 @@ the folder of the list, remove Original_Files, correct row 2 and start again.|
 No file was renamed. All files are where they were; Original_Files is empty. Remove the folder 
 Original_Files, correct row 1 and start again.|
 a=dir;b=%1|Rename Per List ended at row 1 of list.xlsx: a folder has that name (dir). No file was 
-renamed. 2 files lie in Original_Files: a and b. To get back, move the files in Original_Files back 
+renamed. 2 files are in Original_Files: a and b. To undo this, move the files in Original_Files back 
 to the folder of the list, remove Original_Files, correct row 1 and start again.|
 NNN=x|Rename Per List ended at row 1 of list.xlsx: file not found (SSS). No file was renamed. All 
 files are where they were; Original_Files is empty. Remove the folder Original_Files, correct row 1 
 and start again.|
-a=own;b=|Rename Per List ended at row 2 of list.xlsx: bad file name or number (nothing is left of 
-it). The row before it was renamed. 3 files lie in Original_Files: a, b and own. To get back, 
+a=own;b=|Rename Per List ended at row 2 of list.xlsx: bad file name or number (it is 
+empty). The row before it was renamed. 3 files are in Original_Files: a, b and own. To undo this, 
 remove the renamed copies, move the files in Original_Files back to the folder of the list, remove 
 Original_Files, correct row 2 and start again.)";
     ASSERT_TRUE(QDir().mkdir(in(u"dir"_qs)));
@@ -161,8 +160,8 @@ TEST_F(Notices, RenamePerListNotesAFileThatCannotBeWritten) {
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, before);
     const QString end = noted();
-    EXPECT_TRUE(end.endsWith(u"remove Original_Files, mend the cause and start again."));
-    EXPECT_EQ(end.section(u" To get back"_qs, 0, 0),
+    EXPECT_TRUE(end.endsWith(u"remove Original_Files, remove the cause and start again."));
+    EXPECT_EQ(end.section(u" To undo this"_qs, 0, 0),
               u"Rename Per List ended at row 2 of list.xlsx: file too large (y). The row before it "
               u"was renamed. 2 files are in Original_Files: a and b.");
     EXPECT_EQ(onDisk(), u"x=a");

@@ -18,10 +18,10 @@ TEST(SoundNotices, AFailedEditNamesItsReasonAndTheWayOut) {
     using enum EditKind;
     const std::tuple<EditKind, qint16, engine::ErrorCode, QString, QString> cases[] = {
         {Operator, engine::kDeleteRange, engine::kBadRange,
-         u"The selection was not deleted: the times lie outside the sound."_qs,
-         u"Select the stretch again."_qs},
+         u"The selection was not deleted: the times are outside the sound."_qs,
+         u"Make the selection again."_qs},
         {Operator, engine::kInsertSilence, engine::kBadRange,
-         u"The silence was not inserted: the length is negative."_qs, u"Give a length"_qs},
+         u"The silence was not inserted: the length is negative."_qs, u"Enter a length"_qs},
         {Operator, engine::kApplyVolume, engine::kSourceChanged,
          u"The selection was not flattened: another program has changed the file of the loaded sound."_qs,
          u"Move or rename the folder BU_Source_Files"_qs},
