@@ -22,7 +22,7 @@ QString listed(const QStringList& items, qsizetype most, qsizetype all) {
     return shown.join(u", "_qs) + u" and "_qs + last;
 }
 
-QString listedByReason(const QList<NameAndReason>& items, qsizetype most) {
+QString listedByReason(const QList<NameAndReason>& items, qsizetype most, const QString& pattern) {
     struct Group {
         QString reason;
         QStringList names;
@@ -36,8 +36,10 @@ QString listedByReason(const QList<NameAndReason>& items, qsizetype most) {
         ++group->all;
     }
     QStringList parts;
-    for (const auto& [reason, names, all] : std::as_const(groups))
-        parts << listed(names, most, all) + (reason.isEmpty() ? reason : u" ("_qs + reason + u')');
+    for (const auto& [reason, names, all] : std::as_const(groups)) {
+        const QString list = listed(names, most, all);
+        parts << (reason.isEmpty() ? list : pattern.arg(list, reason));
+    }
     return parts.join(u"; "_qs);
 }
 

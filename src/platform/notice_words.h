@@ -25,8 +25,10 @@ struct NameAndReason {
 };
 
 // "a and b (the disk is full); c (the disk is read-only)", in the order in which the reasons first
-// occur. Each group names a file once and at most as many files as listed() does.
-QString listedByReason(const QList<NameAndReason>& items, qsizetype most);
+// occur. Each group names a file once and at most as many files as listed() does. `pattern` joins
+// the names, %1, and their reason, %2.
+QString listedByReason(const QList<NameAndReason>& items, qsizetype most,
+                       const QString& pattern = u"%1 (%2)"_qs);
 
 // A name for display (readableFileName()). Of a name with more than 60 characters, the middle is
 // left out.

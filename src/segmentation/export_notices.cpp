@@ -109,7 +109,7 @@ platform::Notice promptsNotWritten(qint32 rows, const QList<engine::Failure>& un
                         QString::number(unwritten.size()),
                         platform::counted(rows, u"prompt"_qs, u"prompts"_qs),
                         unwritten.size() == 1 ? u"was"_qs : u"were"_qs) +
-                    platform::listedByReason(reasons, mostNames(reasons)) + u'.',
+                    platform::listedByReason(reasons, mostNames(reasons), u"%1: %2"_qs) + u'.',
             .files = files,
             .safe = whereItIs(recording),
             .remedy = cause +

@@ -36,7 +36,7 @@ TEST_F(Told, PromptsWhoseNamesAreTakenByFolders) {
     form().mnuExport->trigger();
     ASSERT_TRUE(test::waitUntil([&] { return !form().isVisible(); }, 10000));
     const QString missing =
-        u"2 of 3 prompts were not written: Prompt 2.wav and Prompt 4.wav (a folder has that name)."_qs;
+        u"2 of 3 prompts were not written: Prompt 2.wav and Prompt 4.wav: a folder has that name."_qs;
     EXPECT_TRUE(told(missing));
     EXPECT_TRUE(files.FileExists(in(u"Prompt 3.wav"_qs)));
     EXPECT_TRUE(files.FileExists(in(u"BU_Source_Files/take.wav"_qs)));

@@ -26,15 +26,15 @@ TEST(ExportNotices, UnwrittenPromptsAreGroupedByReason) {
     for (Failure& failure : full)
         failure.systemError = ENOSPC;
     const std::tuple<QList<Failure>, QString, QString> cases[] = {
-        {many.mid(0, 1), u"1 of 40 prompts was not written: a.wav (the file cannot be written)."_qs,
+        {many.mid(0, 1), u"1 of 40 prompts was not written: a.wav: the file cannot be written."_qs,
          u"Remove the cause."_qs},
         {many.mid(3, 1) + full + many.mid(4, 1),
-         u"5 of 40 prompts were not written: d.wav and e.wav (the file cannot be written); a.wav, "
-         u"b.wav and c.wav (no space left on the device)."_qs,
+         u"5 of 40 prompts were not written: d.wav and e.wav: the file cannot be written; a.wav, "
+         u"b.wav and c.wav: no space left on the device."_qs,
          u"Free some space."_qs},
         {many,
          u"12 of 40 prompts were not written: a.wav, b.wav, c.wav, d.wav, e.wav, f.wav, g.wav, "
-         u"h.wav, i.wav, j.wav and 2 more (the file cannot be written)."_qs,
+         u"h.wav, i.wav, j.wav and 2 more: the file cannot be written."_qs,
          u"Remove the cause."_qs}};
     for (const auto& [unwritten, what, remedy] : cases) {
         const platform::Notice notice = promptsNotWritten(40, unwritten, {.inProjectFolder = true});
@@ -100,8 +100,8 @@ TEST_F(ExportTells, OnceAtTheEndWhichPromptsAreMissing) {
     EXPECT_TRUE(sentences().isEmpty());
     fail(ENOSPC);
     EXPECT_EQ(desk.notices.told.value(0).safe, u"The recording is in BU_Source_Files.");
-    EXPECT_EQ(sentences(), QStringList(u"2 of 3 prompts were not written: P1.wav and P3.wav (no "
-                                       u"space left on the device)."_qs));
+    EXPECT_EQ(sentences(), QStringList(u"2 of 3 prompts were not written: P1.wav and P3.wav: no "
+                                       u"space left on the device."_qs));
     EXPECT_EQ(batch, 1);
     desk.notices.settled.clear();
     form.mnuExport->trigger();
@@ -156,7 +156,7 @@ TEST_F(ExportTells, WhyARunStopsOrDoesNotStart) {
         sentences().join(u'|'),
         u"The export stopped at prompt 3 of 3, P3.wav: this format, rate or number of channels "
         u"cannot be written. This prompt and those after it were not written.|1 of 3 prompts "
-        u"was not written: P1.wav (no space left on the device)."_qs);
+        u"was not written: P1.wav: no space left on the device."_qs);
     exporting.drop();
     EXPECT_TRUE(sentences().isEmpty()) << "no run is open";
     EDT.refuseExports = false;
