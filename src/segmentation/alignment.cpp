@@ -4,7 +4,6 @@
 #include "forms/frm_main.h"
 #include "model/list_columns.h"
 #include "runtime/arithmetic.h"
-#include "segmentation/alignment_row.h"
 
 namespace tarnwick::segmentation {
 
@@ -17,6 +16,7 @@ constexpr QRgb kGreen = qRgb(0, 255, 0);
 
 void Alignment::Align() {
     form_.lvAudioDetails->clear();
+    rows_.clear();
     for (qint32 i = 1; i <= inputs_.script.viPromptCount; ++i)
         addRow(i);
     form_.txbNberFileNames->setText(QString::number(inputs_.script.viPromptCount));
@@ -53,6 +53,7 @@ void Alignment::addRow(qint32 i) {
     item->setText(model::kWords, prompt.Words);
     item->setText(model::kProjected, time(row.Projected));
     item->setText(model::kVariance, row.Variance);
+    rows_.push_back(row);
     if (row.flagged)
         for (const int column : {model::kActual, model::kProjected, model::kVariance})
             item->setForeground(column, QColor(kRed));

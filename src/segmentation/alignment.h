@@ -1,8 +1,11 @@
 #pragma once
 
+#include <vector>
+
 #include "engine/sound_editor.h"
 #include "model/script.h"
 #include "model/session.h"
+#include "segmentation/alignment_row.h"
 #include "segmentation/silence_detection.h"
 
 namespace tarnwick::forms {
@@ -26,6 +29,9 @@ class Alignment {
 
     void Align();
 
+    // The rows as they were compared last; as many as the list got.
+    const std::vector<AlignmentRow>& rows() const { return rows_; }
+
   private:
     void addRow(qint32 i);
     void compareCounters();
@@ -33,6 +39,7 @@ class Alignment {
 
     forms::frmMain& form_;
     Inputs inputs_;
+    std::vector<AlignmentRow> rows_;
 };
 
 }  // namespace tarnwick::segmentation

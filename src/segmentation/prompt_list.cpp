@@ -26,8 +26,13 @@ bool movesSelection(int key) {
 
 PromptList::PromptList(forms::frmMain& form, const runtime::FailurePath& failure,
                        const runtime::ProcessState& state, model::Session& session,
-                       engine::SoundEditor& EDT)
-    : form_(form), failure_(failure), state_(state), session_(session), EDT_(EDT) {
+                       engine::SoundEditor& EDT, std::function<void(int row)> rowPressed)
+    : form_(form),
+      failure_(failure),
+      state_(state),
+      session_(session),
+      EDT_(EDT),
+      rowPressed_(std::move(rowPressed)) {
     runtime::onEvent(failure_, form_.lvAudioDetails, &QTreeWidget::itemPressed, this,
                      [this](QTreeWidgetItem* item, int) { lvAudioDetails_ItemClick(*item); });
     runtime::onEvent(failure_, form_.cbContent, &QPushButton::clicked, this,
@@ -63,6 +68,10 @@ void PromptList::keyReleased(int key) {
     if (moved || movesSelection(key)) lvAudioDetails_ItemClick(*item);
 }
 
+void PromptList::pressRow(int row) {
+    lvAudioDetails_ItemClick(*form_.lvAudioDetails->topLevelItem(row - 1));
+}
+
 void PromptList::lvAudioDetails_ItemClick(QTreeWidgetItem& item) {
     form_.lvAudioDetails->setCurrentItem(&item);
     vlRowStart = runtime::strictLong(item.text(model::kStartMsec));
@@ -72,6 +81,7 @@ void PromptList::lvAudioDetails_ItemClick(QTreeWidgetItem& item) {
     session_.viCurrentRow =
         runtime::roundToInteger(form_.lvAudioDetails->indexOfTopLevelItem(&item) + 1);
     form_.txbContent->setPlainText(item.text(model::kContent).replace(u'\v', u'\n'));
+    if (rowPressed_) rowPressed_(session_.viCurrentRow);
 }
 
 void PromptList::moveView() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 
 #include "engine/sound_editor.h"
 #include "model/session.h"
@@ -20,9 +21,13 @@ namespace tarnwick::segmentation {
 // row acts like a press, so the highlighted row is always the one pressed last. UI thread.
 class PromptList : public QObject {
   public:
+    // `rowPressed` is called with the number of each row that is pressed, from 1.
     PromptList(forms::frmMain& form, const runtime::FailurePath& failure,
                const runtime::ProcessState& state, model::Session& session,
-               engine::SoundEditor& EDT);
+               engine::SoundEditor& EDT, std::function<void(int row)> rowPressed = {});
+
+    // Presses row `row`, from 1, as a key does that moves to it. There must be one.
+    void pressRow(int row);
 
     void cbContent_Click();
     void mnuPlayfromListView_Click();
@@ -41,6 +46,7 @@ class PromptList : public QObject {
     const runtime::ProcessState& state_;
     model::Session& session_;
     engine::SoundEditor& EDT_;
+    std::function<void(int row)> rowPressed_;
     qint32 vlRowStart = 0;  // start of the last clicked row, in ms
     qint32 nResult = 0;
 };
