@@ -11,7 +11,7 @@ constexpr double kFirstSpread = 0.35;
 constexpr double kLeastSpread = 0.08;          // of a very steady talent; less would trust every ms
 constexpr double kDeviationToSpread = 1.4826;  // of a normal distribution
 constexpr double kMostLeadMs = 600.0;
-constexpr double kLeadStepMs = 50.0;
+constexpr double kLeadStepMs = 75.0;
 constexpr std::size_t kLeastRows = 8;
 
 double median(std::vector<double>& values) {

@@ -35,7 +35,7 @@ constexpr double kMostReading = 1.1;
 constexpr double kMeanShortPause = 0.6;
 constexpr double kShortPauseSpread = 0.2;
 
-constexpr int kBand = 12;              // stretches beside the diagonal
+constexpr int kBand = 10;              // stretches beside the diagonal
 constexpr int kSearch = 3;             // rows around a place in which a better one is looked for
 constexpr double kOwnShare = 0.25;     // how much the place itself counts beside its surroundings
 constexpr double kNegligible = -60.0;  // logarithm of a factor that changes no sum
@@ -57,10 +57,10 @@ int surplusOf(Move move) { return sizeOf(move).stretches - sizeOf(move).rows; }
 }  // namespace
 
 SlipAlignment::Projection::Projection(double lengthMs, double spread)
-    : mean(std::log(lengthMs)), spread(spread), peak(-kHalfLogTwoPi - std::log(spread)) {}
+    : mean(std::log(lengthMs)), precision(1 / spread), peak(-kHalfLogTwoPi - std::log(spread)) {}
 
 double SlipAlignment::Projection::fit(double logLength) const {
-    const double deviation = (logLength - mean) / spread;
+    const double deviation = (logLength - mean) * precision;
     const double square = deviation * deviation / 2;
     return peak + std::max(kLogEvenRows - square, kLogOddRows - square / (kOddSpread * kOddSpread));
 }

@@ -60,8 +60,8 @@ class SlipAlignment {
         double fit(double logLength) const;  // logarithm of the density
 
         double mean;
-        double spread;
-        double peak;
+        double precision;  // 1 / spread
+        double peak;       // of the density
     };
     struct Pair {
         double logLength;
