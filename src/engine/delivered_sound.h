@@ -4,16 +4,11 @@
 #include <optional>
 #include <vector>
 
+#include "engine/silence_ms.h"
 #include "engine/stretch.h"
 #include "sound/timeline/timeline.h"
 
 namespace tarnwick::engine {
-
-// A silence in ms: start rounded up and end rounded down, so that it contains no sound.
-struct SilenceMs {
-    qint32 start{};
-    qint32 finish{};
-};
 
 // The sound as the UI knows it, used for drawing, playing and exports. Changes only when an event
 // is delivered. UI thread only.
@@ -22,7 +17,9 @@ struct DeliveredSound {
     QString path;                             // full path of the file that it came from
     bool analysed = false;
     bool undoAvailable = false;
+    bool scanned = false;             // since it was loaded; a failed scan does not count
     std::vector<SilenceMs> silences;  // of the last scan
+    bool silencesFit = false;         // no edit was delivered since that scan
 
     qint32 durationMs() const { return timeline ? durationOf(*timeline) : 0; }
 };

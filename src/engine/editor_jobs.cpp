@@ -35,6 +35,7 @@ qint32 Editor::startEdit(EditCommand command, Edit run) {
             if (reason == kOk) {
                 sound_.timeline = edited;
                 sound_.undoAvailable = undoAvailable;
+                sound_.silencesFit = false;
                 waveform_.soundEdited();
             }
             Q_EMIT SoundEditDone(command, reason == kOk ? 1 : 0);
@@ -181,6 +182,9 @@ void Editor::scanSilences(const Ticket& ticket, qint16 threshold, qint32 minimum
     events_.post(ticket.generation, [this, reason, silences = std::move(silences)] {
         fail(Operation::Scan, reason);
         sound_.silences = silences;  // none after a failure, as old ones would not fit the sound
+        sound_.silencesFit = true;
+        if (reason == kOk) sound_.scanned = true;
+        Q_EMIT waveform_.displayChanged(DisplayChange::Silences);
         Q_EMIT SilencePosDetectionDone(reason == kOk ? 1 : 0);
     });
 }

@@ -4,6 +4,7 @@
 #include <QRect>
 #include <span>
 
+#include "engine/silence_ms.h"
 #include "engine/waveform_settings.h"
 
 namespace tarnwick::engine {
@@ -18,8 +19,9 @@ struct WaveColumn {
 };
 
 // The part of a display that is out of date. `Sound`: the sound was loaded, dropped, edited or
-// analysed, perhaps with the same duration. `Playback`: it started, paused, continued or ended.
-enum class DisplayChange { Sound, Range, Selection, Settings, Playback };
+// analysed, perhaps with the same duration. `Silences`: a scan ended. `Playback`: it started,
+// paused, continued or ended.
+enum class DisplayChange { Sound, Silences, Range, Selection, Settings, Playback };
 
 // The waveform window of an editor: the part of the sound it shows and the selection. All positions
 // are milliseconds from the start of the present sound; an end of -1 is the end of the sound. UI
@@ -66,6 +68,10 @@ class Waveform : public QObject {
     virtual bool playing() const = 0;         // and not paused
     virtual bool columns(int channel, double beginMs, double endMs,
                          std::span<WaveColumn> columns) const = 0;
+    virtual bool scanned() const = 0;  // the present sound was scanned since it was loaded
+    // Those of the last scan, in order; none after an edit or a failed scan. Valid until the next
+    // displayChanged.
+    virtual std::span<const SilenceMs> silences() const = 0;
 
     // Called by the display to report the mouse.
     virtual void notifyMouse(qint16 kind) = 0;

@@ -109,6 +109,11 @@ bool WaveformModel::columns(int channel, double beginMs, double endMs,
     return drawn && reason == kOk;
 }
 
+std::span<const SilenceMs> WaveformModel::silences() const {
+    if (!sound_.silencesFit) return {};
+    return sound_.silences;
+}
+
 void WaveformModel::notifyMouse(qint16 kind) { Q_EMIT editor_.WaveMouseNotification(kind, 0, 0); }
 
 void WaveformModel::soundEdited() {

@@ -42,6 +42,8 @@ class WaveformModel final : public Waveform {
     bool playing() const override { return playback_.running(); }
     bool columns(int channel, double beginMs, double endMs,
                  std::span<WaveColumn> columns) const override;
+    bool scanned() const override { return sound_.scanned; }
+    std::span<const SilenceMs> silences() const override;
 
     void notifyMouse(qint16 kind) override;
 

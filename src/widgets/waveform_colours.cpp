@@ -24,15 +24,22 @@ double luminance(const QColor& colour) {
            0.0722 * linear(colour.blueF());
 }
 
-// `colour`, moved towards black or white until its contrast with the ground is at least `least`.
-QColor legible(const QColor& colour, const QColor& ground, double least) {
+// `colour`, moved away from the ground towards black or white until `enough` is true of it.
+template <class Enough>
+QColor movedAway(const QColor& colour, const QColor& ground, Enough enough) {
     const QColor black(Qt::black), white(Qt::white);
     const QColor& far = contrast(black, ground) > contrast(white, ground) ? black : white;
     for (double share = 0.0; share < 1.0; share += 0.1) {
         const QColor moved = blend(colour, far, share);
-        if (contrast(moved, ground) >= least) return moved;
+        if (enough(moved)) return moved;
     }
     return far;
+}
+
+// `colour`, moved towards black or white until its contrast with the ground is at least `least`.
+QColor legible(const QColor& colour, const QColor& ground, double least) {
+    return movedAway(colour, ground,
+                     [&](const QColor& moved) { return contrast(moved, ground) >= least; });
 }
 
 }  // namespace
@@ -72,7 +79,26 @@ WaveformColours::WaveformColours(const QPalette& palette) {
         selection = blend(dark ? Qt::black : Qt::white, accent, share);
         if (contrast(selected(wave), selected(background)) >= kGraphic) break;
     }
+    chooseRowColours(text, accent);
 }
+
+void WaveformColours::chooseRowColours(const QColor& text, const QColor& accent) {
+    const auto standsOut = [this](const QColor& colour, const QColor& ground) {
+        return contrast(colour, ground) >= kGraphic &&
+               contrast(selected(colour), selected(ground)) >= kGraphic;
+    };
+    for (double share = 0.09; share > 0.0; share -= 0.02) {
+        band = blend(background, text, share);
+        if (standsOut(wave, band)) break;
+    }
+    flagged = legible(QColor(255, 0, 0), scaleGround, kText);
+    pressed = legible(accent, scaleGround, kGraphic);
+    slip = movedAway(QColor(255, 140, 0), background, [&](const QColor& colour) {
+        return standsOut(colour, background) && standsOut(colour, band);
+    });
+}
+
+QColor WaveformColours::banded(double share) const { return blend(background, band, share); }
 
 QColor WaveformColours::selected(const QColor& colour) const {
     // Rounded as the painter does.

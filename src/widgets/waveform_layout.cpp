@@ -28,7 +28,8 @@ QSize wholePixels(const QSize& size, qreal ratio) {
 }  // namespace
 
 WaveformLayout::WaveformLayout(const QSize& size, qreal ratio,
-                               const engine::WaveformSettings& settings, const QFont& font)
+                               const engine::WaveformSettings& settings, const QFont& font,
+                               bool hasStrip)
     : ratio_(ratio),
       size_(wholePixels(size, ratio)),
       hair_(std::max(1, int(ratio))),
@@ -43,6 +44,8 @@ WaveformLayout::WaveformLayout(const QSize& size, qreal ratio,
         wave_.setBottom(wave_.bottom() - metrics.height() - pixels(5));
     if (settings.byteAt(WaveformSettings::kHideLevels) == 0)
         wave_.setLeft(wave_.left() + metrics.horizontalAdvance(QStringLiteral("−00")) + pixels(10));
+    if (hasStrip) stripHeight_ = metrics.height() + pixels(3);
+    wave_.setTop(wave_.top() + stripHeight_);
 }
 
 bool WaveformLayout::uneven() const { return ratio_ != std::floor(ratio_); }
@@ -58,6 +61,10 @@ QRect WaveformLayout::ruler() const {
 
 QRect WaveformLayout::levels() const {
     return QRect(QPoint(frame_, wave_.top()), QPoint(wave_.left() - 1, wave_.bottom()));
+}
+
+QRect WaveformLayout::strip() const {
+    return QRect(wave_.left(), wave_.top() - stripHeight_, wave_.width(), stripHeight_);
 }
 
 TimeAxis WaveformLayout::axis(const TimeRange& view) const {

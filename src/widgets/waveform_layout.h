@@ -13,9 +13,10 @@ namespace tarnwick::widgets {
 // column of sound is a column of the screen at any pixel density.
 class WaveformLayout {
   public:
-    // `size` is in logical pixels, each of which is `ratio` device pixels wide.
+    // `size` is in logical pixels, each of which is `ratio` device pixels wide. `hasStrip`: there
+    // is a strip for the numbers of stretches.
     WaveformLayout(const QSize& size, qreal ratio, const engine::WaveformSettings& settings,
-                   const QFont& font);
+                   const QFont& font, bool hasStrip = false);
 
     qreal ratio() const { return ratio_; }
     bool uneven() const;  // whether the ratio is fractional
@@ -26,6 +27,7 @@ class WaveformLayout {
     const QRect& wave() const { return wave_; }  // the wave with all its channels
     QRect ruler() const;                         // under it; empty if hidden
     QRect levels() const;                        // left of it; empty if hidden
+    QRect strip() const;                         // above it; empty without
     TimeAxis axis(const TimeRange& view) const;  // of the wave
     TimeAxis logicalAxis(const TimeRange& view) const;
 
@@ -43,6 +45,7 @@ class WaveformLayout {
     int frame_;
     QFont font_;
     QRect wave_;
+    int stripHeight_ = 0;
 };
 
 }  // namespace tarnwick::widgets

@@ -29,7 +29,7 @@ TimeRange shownRange(const engine::Waveform& waveform) {
 }
 
 QImage renderWaveform(const engine::Waveform& waveform, const WaveformLayout& layout,
-                      const WaveformColours& colours) {
+                      const WaveformColours& colours, const ShownRows& rows) {
     QImage image(layout.size(), QImage::Format_RGB32);
     image.fill(colours.scaleGround);
     const TimeRange view = shownRange(waveform);
@@ -40,6 +40,8 @@ QImage renderWaveform(const engine::Waveform& waveform, const WaveformLayout& la
     QPainter painter(&image);
     painter.setFont(layout.font());
     painter.fillRect(layout.wave(), colours.background);
+    const bool banded = !layout.strip().isEmpty();
+    if (banded) drawBands(painter, layout, colours, view, waveform.silences());
     fillOutside(painter, layout, colours, layout.axis(view), waveform.duration());
     if (waveform.channels() == 0) return image;
     WaveformTrace trace(painter, waveform, layout, colours, scale);
@@ -47,6 +49,7 @@ QImage renderWaveform(const engine::Waveform& waveform, const WaveformLayout& la
         trace.draw(channel, view);
     drawTimeRuler(painter, layout, colours, view, waveform.duration());
     drawLevelScale(painter, layout, colours, waveform.channels(), scale);
+    if (banded) drawRows(painter, layout, colours, view, waveform.silences(), rows);
     return image;
 }
 

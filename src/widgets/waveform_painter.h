@@ -3,6 +3,7 @@
 #include <QImage>
 
 #include "engine/waveform.h"
+#include "widgets/waveform_bands.h"
 #include "widgets/waveform_colours.h"
 #include "widgets/waveform_layout.h"
 
@@ -12,8 +13,9 @@ namespace tarnwick::widgets {
 TimeRange shownRange(const engine::Waveform& waveform);
 
 // Draws the part of a waveform picture that does not change while a sound plays: the wave of each
-// channel, zero lines, the time ruler and the level scale. In device pixels. UI thread.
+// channel, zero lines, the time ruler and the level scale; if the layout has a strip, also what the
+// last scan found. In device pixels. UI thread.
 QImage renderWaveform(const engine::Waveform& waveform, const WaveformLayout& layout,
-                      const WaveformColours& colours);
+                      const WaveformColours& colours, const ShownRows& rows = {});
 
 }  // namespace tarnwick::widgets

@@ -1,8 +1,10 @@
 #include "widgets/waveform_view.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -64,6 +66,10 @@ void WaveformView::follow(engine::DisplayChange what) {
     if (what == DisplayChange::Sound || what == DisplayChange::Settings ||
         (what == DisplayChange::Range && shownRange(waveform_) != view_))
         dropPicture();
+    // The marks belong to one scan, and an edit makes them untrue.
+    const bool newScan = what == DisplayChange::Silences;
+    const bool forgotten = (newScan || waveform_.silences().empty()) && rows_.forget();
+    if (newScan || forgotten) redrawRows();
     describe();
     followPlayback();
 }
@@ -74,7 +80,7 @@ void WaveformView::dropPicture() {
 }
 
 WaveformLayout WaveformView::layoutAt(qreal ratio) const {
-    return {size(), ratio, settingsOf(waveform_), font()};
+    return {size(), ratio, settingsOf(waveform_), font(), rows_.hasStrip()};
 }
 
 TimeAxis WaveformView::axis() const {
@@ -87,7 +93,7 @@ void WaveformView::renderIfStale(qreal ratio) {
     layout_ = layout;
     colours_ = WaveformColours(palette());
     view_ = shownRange(waveform_);
-    picture_ = renderWaveform(waveform_, layout_, colours_);
+    picture_ = renderWaveform(waveform_, layout_, colours_, rows_.shown());
     overlay_ = {waveform_, layout_, layout_.axis(view_)};
 }
 
@@ -152,6 +158,60 @@ void WaveformView::describe() {
     if (text != accessibleDescription()) setAccessibleDescription(text);
 }
 
+void WaveformView::showRows(const RowMarks& marks) {
+    if (rows_.show(marks)) redrawRows();
+}
+
+void WaveformView::showPressedRow(int row) {
+    if (rows_.press(row)) redrawRows();
+}
+
+void WaveformView::setTips(std::function<QString(int)> ofStretch,
+                           std::function<QString(int)> ofSlip) {
+    rows_.setTips(std::move(ofStretch), std::move(ofSlip));
+}
+
+void WaveformView::redrawRows() {
+    if (underMouse()) QToolTip::hideText();  // it may tell of what is no longer there
+    dropPicture();
+}
+
+bool WaveformView::showTip(const QPoint& place, const QPoint& onScreen) {
+    const auto tip = rows_.tipAt(place, layoutAt(devicePixelRatioF()), shownRange(waveform_));
+    if (!tip || tip->text.isEmpty()) return false;
+    QToolTip::showText(onScreen, tip->text, this, tip->place);
+    return true;
+}
+
+bool WaveformView::pressRowKey(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers held = event.modifiers();
+    const bool shift = held == Qt::ShiftModifier;
+    if (!hasSound() || (held != Qt::NoModifier && !shift)) return false;
+    if (event.key() == Qt::Key_N) {
+        Q_EMIT doubtfulRowAsked(!shift);
+        return true;
+    }
+    if (shift || (event.key() != Qt::Key_M && event.key() != Qt::Key_B)) return false;
+    if (event.isAutoRepeat()) return true;
+    if (event.key() == Qt::Key_B) {
+        rows_.toggle();
+        redrawRows();
+    } else {
+        const TimeRange view = shownRange(waveform_);
+        const auto slip = rows_.slipNearest((view.beginMs + view.endMs) / 2);
+        if (slip) Q_EMIT mendAsked(*slip);
+    }
+    return true;
+}
+
+bool WaveformView::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        if (showTip(help->pos(), help->globalPos())) return true;
+    }
+    return QWidget::event(event);
+}
+
 void WaveformView::changeEvent(QEvent* event) {
     switch (event->type()) {
         case QEvent::PaletteChange:
@@ -188,6 +248,16 @@ void WaveformView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !gestures_.underway()) return;
     gestures_.release(event->position().x(), axis());
     showPointer(event->position().x());
+}
+
+void WaveformView::mouseDoubleClickEvent(QMouseEvent* event) {
+    std::optional<int> slip;
+    if (event->button() == Qt::LeftButton)
+        slip =
+            rows_.slipAt(event->position(), layoutAt(devicePixelRatioF()), shownRange(waveform_));
+    if (!slip) return QWidget::mouseDoubleClickEvent(event);  // the same as a press
+    gestures_.drop();
+    Q_EMIT mendAsked(*slip);
 }
 
 void WaveformView::showPointer(double x) {
@@ -234,7 +304,7 @@ void WaveformView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) gestures_.drop();
     if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
         if (!event->isAutoRepeat()) Q_EMIT playPauseAsked();
-    } else if (!keys_.press(*event, axis().msPerPixel())) {
+    } else if (!pressRowKey(*event) && !keys_.press(*event, axis().msPerPixel())) {
         QWidget::keyPressEvent(event);
     }
 }

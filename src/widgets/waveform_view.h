@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 
 #include "engine/waveform.h"
 #include "widgets/selection_hand.h"
@@ -11,6 +12,7 @@
 #include "widgets/waveform_layout.h"
 #include "widgets/waveform_navigation.h"
 #include "widgets/waveform_overlay.h"
+#include "widgets/waveform_rows.h"
 
 namespace tarnwick::widgets {
 
@@ -18,7 +20,7 @@ namespace tarnwick::widgets {
 // on it. See WaveformGestures for the left button and WaveformKeys for the keys. The right button
 // asks for the selection to be cleared, the wheel zooms at the pointer, Shift and wheel (or a
 // sideways wheel) scroll, and dragging a selection beyond an edge keeps scrolling. Holds no state
-// of the sound itself. UI thread.
+// of the sound itself, but what it is told about the rows of the last scan. UI thread.
 class WaveformView : public QWidget {
     Q_OBJECT
 
@@ -30,15 +32,30 @@ class WaveformView : public QWidget {
     // while the sound plays.
     void followPlayback();
 
+    // Call after each rebuild of the list, and after that for the pressed row, from 1; 0: none. The
+    // view forgets both when an edit makes the silences untrue and at each new scan.
+    void showRows(const RowMarks& marks);
+    void showPressedRow(int row);
+    // The texts for hovering, plain or rich, of a stretch (from 1) and of a slip (index into
+    // RowMarks::slipsMs). An empty text shows none.
+    void setTips(std::function<QString(int stretch)> ofStretch,
+                 std::function<QString(int slip)> ofSlip);
+
   Q_SIGNALS:
-    void playPauseAsked();  // the space key
+    void playPauseAsked();                // the space key
+    void doubtfulRowAsked(bool forward);  // N, backward with Shift
+    // A double click on a mark, or M for the mark nearest to the middle of the view. `slip` is an
+    // index into RowMarks::slipsMs.
+    void mendAsked(int slip);
 
   protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -48,6 +65,9 @@ class WaveformView : public QWidget {
     void renderIfStale(qreal ratio);
     void updateOverlay();
     void paintFrame(QPainter& painter) const;
+    void redrawRows();
+    bool showTip(const QPoint& place, const QPoint& onScreen);
+    bool pressRowKey(const QKeyEvent& event);
     void scrollUnderDrag();
     void watchDrag();
     void showPointer(double x);
@@ -61,6 +81,7 @@ class WaveformView : public QWidget {
     WaveformNavigation navigation_{waveform_};
     WaveformGestures gestures_{waveform_, hand_};
     WaveformKeys keys_{waveform_, hand_, navigation_};
+    WaveformRows rows_{waveform_};
     QTimer playTimer_{this};
     QTimer dragTimer_{this};
     QPointF wheel_;            // turns too small for a step so far, in eighths of a degree

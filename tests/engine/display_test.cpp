@@ -1,3 +1,4 @@
+#include <fstream>
 #include <thread>
 
 #include "desk.h"
@@ -109,6 +110,46 @@ TEST_F(Display, DrawsAfterTheFirstAnalysisAndFollowsEveryEdit) {
     EXPECT_EQ(columns[0].maximum, 0.0f);
     EXPECT_NEAR(columns[1].maximum, 0.5f, 0.001f);
     EXPECT_EQ(columns[3].maximum, 0.0f);
+}
+
+TEST_F(Display, GivesTheSilencesOfTheLastScanUntilAnEdit) {
+    Waveform& waveform = editor->waveform();
+    const auto fitting = [&] {
+        QStringList all{waveform.scanned() ? QStringLiteral("scanned") : QStringLiteral("new")};
+        for (const SilenceMs& silence : waveform.silences())
+            all << QStringLiteral("%1-%2").arg(silence.start).arg(silence.finish);
+        return all.join(u' ').toStdString();
+    };
+    // What the display can draw when it hears of the change, before the editor's own event.
+    std::vector<std::string> seen;
+    QObject::connect(&waveform, &Waveform::displayChanged, [&](DisplayChange what) {
+        EXPECT_FALSE(events.contains(QStringLiteral("SilencesDone 1"))) << "too late";
+        const bool scan = what == DisplayChange::Silences;
+        seen.push_back((scan ? "scan: " : "sound: ") + fitting());
+    });
+    const auto shows = [&](const std::function<void()>& call, const std::string& expected) {
+        seen.clear();
+        call();
+        EXPECT_EQ(seen.empty() ? "" : seen.back(), expected);
+        events.clear();
+    };
+    const std::string pauses = "0-500 1500-2000";
+    shows([&] { load(Samples(22050, 0) + wave(1000, 16384) + Samples(22050, 0)); }, "sound: new");
+    const auto scan = [&] { detect(100, 400); };
+    shows(scan, "scan: scanned " + pauses);
+    shows([&] { insert(0, 10); }, "sound: scanned");
+    EXPECT_EQ(silences(), pauses) << "still told to those who ask for the last scan";
+    shows(scan, "scan: scanned 0-510 1510-2010");
+    shows([&] { undo(); }, "sound: scanned");
+    shows(scan, "scan: scanned " + pauses);
+    std::ofstream(QFile::encodeName(path("take.wav")).toStdString(), std::ios::app) << "more";
+    shows([&] { ends(editor->InsertSilence(0, 10), "EditDone 2 0"); }, "");
+    EXPECT_EQ(fitting(), "scanned " + pauses) << "an edit that failed";
+    shows([&] { detect(100, 400, "SilencesDone 0"); }, "scan: scanned");
+    shows([&] { editor->SoundClose(); }, "sound: new");
+    shows([&] { load(wave(1000, 100)); }, "sound: new");
+    std::ofstream(QFile::encodeName(path("take.wav")).toStdString(), std::ios::app) << "more";
+    shows([&] { detect(100, 400, "SilencesDone 0"); }, "scan: new");
 }
 
 TEST_F(Display, PlayingTellsItsStartItsPauseAndHowItEnded) {

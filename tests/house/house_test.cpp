@@ -64,8 +64,9 @@ using Table = std::map<std::string, Rooms>;
 
 // The sound editor's contract. The widgets may include only these engine headers, and these headers
 // must not include the sound rooms.
-const Rooms kContract = {"sound_editor.h", "effects.h",  "encode_formats.h",   "failure.h",
-                         "sound_events.h", "waveform.h", "waveform_settings.h"};
+const Rooms kContract = {"sound_editor.h", "effects.h",          "encode_formats.h",
+                         "failure.h",      "silence_ms.h",       "sound_events.h",
+                         "waveform.h",     "waveform_settings.h"};
 
 // A path below src/, or the target of an include: "sound/samples/peaks.h".
 struct Place {

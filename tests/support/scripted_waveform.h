@@ -24,6 +24,8 @@ class ScriptedWaveform : public engine::Waveform {
     qint16 selected = 0;
     qint32 selectionBegin = 0, selectionEnd = 0;
     engine::WaveformSettings settings;
+    bool wasScanned = false;
+    std::vector<engine::SilenceMs> pauses;
     std::vector<qint16> notifications;
     int zooms = 0;
     mutable int renderings = 0;
@@ -85,6 +87,8 @@ class ScriptedWaveform : public engine::Waveform {
         }
         return true;
     }
+    bool scanned() const override { return wasScanned; }
+    std::span<const engine::SilenceMs> silences() const override { return pauses; }
     void notifyMouse(qint16 kind) override { notifications.push_back(kind); }
 };
 
