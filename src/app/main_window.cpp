@@ -3,6 +3,7 @@
 #include "forms/colours.h"
 #include "forms/scaling.h"
 #include "forms/texts.h"
+#include "platform/desktop_open_dialog.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 #include "widgets/waveform_view.h"
@@ -26,10 +27,13 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
       wordImport_(form, import_,
                   {services.failure, services.state, session_, documents::WordDocument::open}),
       workingFiles_(form, fileServices()),
+      drop_(form, services.failure, services.files,
+            [this](const QString& path) { workingFiles_.loadDropped(platform::chosenFile(path)); }),
       detection_(form, detectionServices()),
       alignment_(form, {session_, import_.script(), detection_.silences(), EDT}),
       chain_(form, chainServices()),
-      promptList_(form, services.failure, services.state, session_, EDT),
+      guide_(form, guideServices()),
+      promptList_(form, services.failure, services.state, session_, EDT, listGuide()),
       waveformControls_(form, services.failure, EDT),
       editing_(form, services.failure, session_, EDT, [this] { chain_.editAsked(); }),
       transport_(form, services.failure, EDT, status_),
@@ -79,7 +83,10 @@ segmentation::SilenceDetection::Services MainWindow::detectionServices() {
             .database = services_.database,
             .clock = services_.clock,
             .notices = services_.notices,
-            .align = [this] { alignment_.Align(); }};
+            .align = [this] {
+                alignment_.Align();
+                guide_.listRebuilt();
+            }};
 }
 
 segmentation::ReloadChain::Services MainWindow::chainServices() {
@@ -109,6 +116,27 @@ segmentation::IndividualExport::Services MainWindow::exportServices() {
             .listIsChanging = [this] { return chain_.soundIsChanging() || detection_.scanning(); },
             .showBatchProcessor = [this] { showExported(); },
             .stuck = [this] { workingFiles_.loadWhatWaits(); }};
+}
+
+segmentation::SlipGuide::Services MainWindow::guideServices() {
+    return {.session = session_,
+            .script = import_.script(),
+            .silences = detection_.silences(),
+            .alignment = alignment_,
+            .EDT = EDT_,
+            .notices = services_.notices,
+            .showRows =
+                [this](const std::vector<bool>& flagged, const std::vector<qint32>& slipsMs) {
+                    waveformView_->showRows({flagged, slipsMs});
+                },
+            .showPressedRow = [this](int row) { waveformView_->showPressedRow(row); },
+            .pressRow = [this](int row) { promptList_.pressRow(row); }};
+}
+
+segmentation::PromptList::Guide MainWindow::listGuide() {
+    return {.rowPressed = [this](int row) { waveformView_->showPressedRow(row); },
+            .doubtfulRowAsked = [this](bool forward) { guide_.pressDoubtful(forward); },
+            .tipOfRow = [this](int row) { return guide_.tipOfRow(row); }};
 }
 
 void MainWindow::connectShell() {
@@ -149,8 +177,16 @@ void MainWindow::showWaveform(quintptr parent, const QRect& place) {
     view->lower();  // the progress frames lie over it
     view->show();
     QWidget::setTabOrder(form_.slWAVFormScale, view);
-    runtime::onEvent(services_.failure, view, &widgets::WaveformView::playPauseAsked, &form_,
-                     [this] { playOrPause(); });
+    view->setTips([this](int stretch) { return guide_.tipOfStretch(stretch); },
+                  [this](int slip) { return guide_.tipOfSlip(slip); });
+    const auto asked = [&](auto signal, auto handler) {
+        runtime::onEvent(services_.failure, view, signal, &form_, handler);
+    };
+    asked(&widgets::WaveformView::playPauseAsked, [this] { playOrPause(); });
+    asked(&widgets::WaveformView::doubtfulRowAsked,
+          [this](bool forward) { guide_.pressDoubtful(forward); });
+    asked(&widgets::WaveformView::mendAsked, [this](int slip) { guide_.selectMending(slip); });
+    waveformView_ = view;
 }
 
 // Clicks the buttons, so that nothing happens while they are disabled before the first analysis.

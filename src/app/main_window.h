@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "app/dropped_recording.h"
 #include "app/help.h"
 #include "app/menu_keys.h"
 #include "app/preferences.h"
@@ -21,9 +22,14 @@
 #include "segmentation/prompt_list.h"
 #include "segmentation/reload_chain.h"
 #include "segmentation/silence_detection.h"
+#include "segmentation/slip_guide.h"
 #include "segmentation/status_line.h"
 #include "segmentation/transport.h"
 #include "segmentation/waveform_controls.h"
+
+namespace tarnwick::widgets {
+class WaveformView;
+}
 
 namespace tarnwick::app {
 
@@ -53,11 +59,14 @@ class MainWindow {
     segmentation::ReloadChain::Services chainServices();
     segmentation::SilenceDetection::Services detectionServices();
     segmentation::IndividualExport::Services exportServices();
+    segmentation::SlipGuide::Services guideServices();
+    segmentation::PromptList::Guide listGuide();
 
     forms::frmMain& form_;
     Windows& windows_;
     const Services& services_;
     engine::SoundEditor& EDT_;
+    widgets::WaveformView* waveformView_ = nullptr;
     model::Session session_;
     forms::frmSelectImportSheet chooser_;
     project::FileNaming naming_;
@@ -69,9 +78,11 @@ class MainWindow {
     project::ExcelImport excelImport_;
     project::WordImport wordImport_;
     project::WorkingFiles workingFiles_;
+    RecordingDrop drop_;
     segmentation::SilenceDetection detection_;
     segmentation::Alignment alignment_;
     segmentation::ReloadChain chain_;
+    segmentation::SlipGuide guide_;
     segmentation::PromptList promptList_;
     segmentation::WaveformControls waveformControls_;
     segmentation::Editing editing_;

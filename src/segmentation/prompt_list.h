@@ -8,6 +8,8 @@
 #include "runtime/failure_path.h"
 #include "runtime/process_state.h"
 
+class QHelpEvent;
+class QKeyEvent;
 class QTreeWidgetItem;
 
 namespace tarnwick::forms {
@@ -18,13 +20,26 @@ namespace tarnwick::segmentation {
 
 // Playing from the list: pressing the mouse on a row plays from there, releasing it stops playback
 // or not, depending on the mode, and the pane shows the whole prompt. A key that moves to another
-// row acts like a press, so the highlighted row is always the one pressed last. UI thread.
+// row acts like a press, so the highlighted row is always the one pressed last. Other keys:
+//
+//   Space   stops what plays or is paused; otherwise presses the current row again
+//   Esc     stops what plays or is paused
+//   N       asks for the next doubtful row, with Shift for the previous one
+//   Ctrl+C  copies the cells of the current row, separated by tabs
+//
+// UI thread.
 class PromptList : public QObject {
   public:
-    // `rowPressed` is called with the number of each row that is pressed, from 1.
+    // What the list asks of others; rows count from 1. All may be empty.
+    struct Guide {
+        std::function<void(int row)> rowPressed;
+        std::function<void(bool forward)> doubtfulRowAsked;
+        std::function<QString(int row)> tipOfRow;
+    };
+
     PromptList(forms::frmMain& form, const runtime::FailurePath& failure,
                const runtime::ProcessState& state, model::Session& session,
-               engine::SoundEditor& EDT, std::function<void(int row)> rowPressed = {});
+               engine::SoundEditor& EDT, Guide guide = {});
 
     // Presses row `row`, from 1, as a key does that moves to it. There must be one.
     void pressRow(int row);
@@ -36,7 +51,12 @@ class PromptList : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    bool keyPressed(const QKeyEvent& key);
     void keyReleased(int key);
+    bool stopped();
+    void playOrStop();
+    void copyRow() const;
+    bool showTip(const QHelpEvent& event) const;
     void lvAudioDetails_ItemClick(QTreeWidgetItem& item);
     void lvAudioDetails_MouseUp();
     void moveView();
@@ -46,9 +66,10 @@ class PromptList : public QObject {
     const runtime::ProcessState& state_;
     model::Session& session_;
     engine::SoundEditor& EDT_;
-    std::function<void(int row)> rowPressed_;
+    Guide guide_;
     qint32 vlRowStart = 0;  // start of the last clicked row, in ms
     qint32 nResult = 0;
+    int handledKey_ = 0;  // that keyPressed has handled and that is still held; 0 for none
 };
 
 }  // namespace tarnwick::segmentation
