@@ -3,6 +3,7 @@
 #include "forms/colours.h"
 #include "forms/scaling.h"
 #include "forms/texts.h"
+#include "platform/desktop_open_dialog.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
 #include "widgets/waveform_view.h"
@@ -26,6 +27,8 @@ MainWindow::MainWindow(forms::frmMain& form, Windows& windows, const Services& s
       wordImport_(form, import_,
                   {services.failure, services.state, session_, documents::WordDocument::open}),
       workingFiles_(form, fileServices()),
+      drop_(form, services.failure, services.files,
+            [this](const QString& path) { workingFiles_.loadDropped(platform::chosenFile(path)); }),
       detection_(form, detectionServices()),
       alignment_(form, {session_, import_.script(), detection_.silences(), EDT}),
       chain_(form, chainServices()),

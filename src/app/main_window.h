@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "app/dropped_recording.h"
 #include "app/help.h"
 #include "app/menu_keys.h"
 #include "app/preferences.h"
@@ -69,6 +70,7 @@ class MainWindow {
     project::ExcelImport excelImport_;
     project::WordImport wordImport_;
     project::WorkingFiles workingFiles_;
+    RecordingDrop drop_;
     segmentation::SilenceDetection detection_;
     segmentation::Alignment alignment_;
     segmentation::ReloadChain chain_;

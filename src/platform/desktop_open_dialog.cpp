@@ -6,15 +6,13 @@
 #include <QProcess>
 #include <QSettings>
 #include <algorithm>
+#include <filesystem>
+
+#include "runtime/file_names.h"
 
 namespace tarnwick::platform {
 
 namespace {
-
-const QStringList& recordings() {
-    static const QStringList patterns{u"*.wav"_qs, u"*.mp3"_qs, u"*.aif"_qs, u"*.aiff"_qs};
-    return patterns;
-}
 
 // A file dialog writes its last folders down when it goes, and no option prevents that. Where it
 // would do so no file can be.
@@ -23,6 +21,18 @@ void letDialogsForget() {
 }
 
 }  // namespace
+
+OpenDialog::Choice chosenFile(const QString& path) {
+    const QFileInfo chosen(path);
+    std::error_code ignored;
+    std::filesystem::current_path(runtime::pathOf(chosen.absolutePath()), ignored);
+    return {QDir::toNativeSeparators(chosen.absoluteFilePath()), chosen.fileName()};
+}
+
+const QStringList& recordingPatterns() {
+    static const QStringList patterns{u"*.wav"_qs, u"*.mp3"_qs, u"*.aif"_qs, u"*.aiff"_qs};
+    return patterns;
+}
 
 QStringList nameFilters(const QString& classicFilter) {
     QStringList filters;
@@ -41,8 +51,9 @@ QString readyName(const QString& folder, const QStringList& filters) {
     const auto isFirst = [&](const QString& pattern) {
         return !filters.isEmpty() && filters.front().contains(pattern, Qt::CaseInsensitive);
     };
-    if (std::none_of(recordings().begin(), recordings().end(), isFirst)) return {};
-    const QStringList there = QDir(folder).entryList(recordings(), QDir::Files);
+    const QStringList& patterns = recordingPatterns();
+    if (std::none_of(patterns.begin(), patterns.end(), isFirst)) return {};
+    const QStringList there = QDir(folder).entryList(patterns, QDir::Files);
     return there.size() == 1 ? there.front() : QString();
 }
 
@@ -58,10 +69,7 @@ std::optional<OpenDialog::Choice> DesktopOpenDialog::ShowOpen() {
     dialog.setNameFilters(filters);
     dialog.selectFile(readyName(begin, filters));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-
-    const QFileInfo chosen(dialog.selectedFiles().front());
-    QDir::setCurrent(chosen.absolutePath());
-    return Choice{QDir::toNativeSeparators(chosen.absoluteFilePath()), chosen.fileName()};
+    return chosenFile(dialog.selectedFiles().front());
 }
 
 }  // namespace tarnwick::platform

@@ -25,6 +25,13 @@ class DesktopOpenDialog : public OpenDialog {
     QString filter_;
 };
 
+// What a dialog answers for the file with this full path. The file's folder becomes the process's
+// current folder.
+OpenDialog::Choice chosenFile(const QString& path);
+
+// Wildcards of the files that can be a recording, for bare names in any case.
+const QStringList& recordingPatterns();
+
 // The file of `folder` to put into the name box for the first of `filters` (as nameFilters returns
 // them); empty for none.
 QString readyName(const QString& folder, const QStringList& filters);

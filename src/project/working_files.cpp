@@ -52,12 +52,21 @@ WorkingFiles::WorkingFiles(forms::frmMain& form, Services services)
                      });
 }
 
-void WorkingFiles::mnuLoadFiles_Click() try {
+void WorkingFiles::mnuLoadFiles_Click() {
+    loadAnswer([this] { return services_.cmdlg.ShowOpen(); });
+}
+
+void WorkingFiles::loadDropped(const Choice& choice) {
+    loadAnswer([&choice] { return choice; });
+}
+
+// The whole command. `answer` gives the file, or nothing if the operator cancelled.
+void WorkingFiles::loadAnswer(const std::function<std::optional<Choice>()>& answer) try {
     services_.startImport();
     emptyList();
     forms::repaintNow(form_);
     chooseFilter();
-    const auto choice = services_.cmdlg.ShowOpen();
+    const auto choice = answer();
     if (!choice) {
         tellOfEmptyList(u"No recording was chosen, so nothing was loaded."_qs);
         return;
@@ -93,7 +102,7 @@ bool WorkingFiles::tellOfEmptyList(const QString& reason) {
     return gone;
 }
 
-void WorkingFiles::load(const platform::OpenDialog::Choice& choice) {
+void WorkingFiles::load(const Choice& choice) {
     services_.state.vsProjectFolder = platform::folderOf(choice.FileName);
     const auto holds = [&](const char16_t* folder) {
         return services_.files.FolderExists(

@@ -44,6 +44,9 @@ class WorkingFiles {
     // the export has ended; only the last one chosen is loaded.
     void mnuLoadFiles_Click();
 
+    // The same command with a file that was dropped on the window instead of chosen in the dialog.
+    void loadDropped(const platform::OpenDialog::Choice& choice);
+
     // Loads the waiting file, if any.
     void loadWhatWaits();
 
@@ -60,8 +63,11 @@ class WorkingFiles {
     void mnuBackupSourceFile_Click();
 
   private:
+    using Choice = platform::OpenDialog::Choice;
+
+    void loadAnswer(const std::function<std::optional<Choice>()>& answer);
     void chooseFilter();
-    void load(const platform::OpenDialog::Choice& choice);
+    void load(const Choice& choice);
     void endedBy(const std::exception& error);
     void emptyList();
     bool tellOfEmptyList(const QString& reason);  // returns whether there was something to tell
@@ -73,10 +79,10 @@ class WorkingFiles {
     forms::frmMain& form_;
     Services services_;
     SoundReports reports_;
-    bool rowsAreGone_ = false;  // the last command has emptied a list that had rows
-    float vfBackupCount = 0;    // copies made in this run
-    bool backupWaits_ = false;  // until the pending exports are written
-    std::optional<platform::OpenDialog::Choice> chosen_;  // waiting for the end of an export
+    bool rowsAreGone_ = false;      // the last command has emptied a list that had rows
+    float vfBackupCount = 0;        // copies made in this run
+    bool backupWaits_ = false;      // until the pending exports are written
+    std::optional<Choice> chosen_;  // waiting for the end of an export
 };
 
 }  // namespace tarnwick::project

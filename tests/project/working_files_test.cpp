@@ -102,6 +102,27 @@ TEST_F(WorkingFilesDesk, AFileChosenDuringAnExportWaitsForItsEnd) {
     EXPECT_EQ(imports.size(), 1);
 }
 
+// No dialog opens for it. Everything else is as if the file had been chosen there.
+TEST_F(WorkingFilesDesk, ADroppedFileIsLoadedLikeAChosenOne) {
+    const platform::OpenDialog::Choice dropped{cmdlg.path, u"take.aiff"_qs};
+    cmdlg.meanwhile = [] { FAIL() << "the dialog"; };
+    form.opSourceFileFormat[1]->setChecked(true);
+    exporting = true;
+    working.loadDropped(dropped);
+    EXPECT_EQ(starts, 1);
+    EXPECT_EQ(form.lvAudioDetails->topLevelItemCount(), 0);
+    EXPECT_EQ(cmdlg.filter, u"Audio Files (*.mp3)|*.mp3");
+    EXPECT_TRUE(imports.isEmpty()) << "the export goes first";
+    exporting = false;
+    working.loadWhatWaits();
+    EXPECT_EQ(state.vsProjectFolder, folder.path());
+    EXPECT_EQ(form.txbAudio->text(), u"take.aiff");
+    QDir(folder.path()).mkdir(u"Raw_Files"_qs);
+    working.loadDropped(dropped);
+    EXPECT_EQ(desk.boxes.shown.size(), 1);
+    EXPECT_EQ(imports, QStringList(u"Excel"_qs));
+}
+
 TEST_F(WorkingFilesDesk, TheBackupKeepsTheFileOnDiskAndThenOverwritesIt) {
     form.mnuLoadFiles->trigger();
     working.Load_Working_Sound();
