@@ -1,8 +1,11 @@
 #include "segmentation/prompt_list.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <algorithm>
 
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
@@ -20,6 +23,23 @@ namespace {
 bool movesSelection(int key) {
     return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
            key == Qt::Key_PageDown || key == Qt::Key_Home || key == Qt::Key_End;
+}
+
+bool breaksLine(QChar c) {
+    return c == u'\n' || c == u'\v' || c == u'\f' || c == u'\r' ||
+           c.category() == QChar::Separator_Line || c.category() == QChar::Separator_Paragraph;
+}
+
+// All cells of a row in one line, separated by tabs.
+QString lineOf(const QTreeWidgetItem& row) {
+    QStringList cells;
+    for (int column = 0; column < model::kListColumns; ++column) {
+        QString cell = row.text(column);
+        std::replace_if(
+            cell.begin(), cell.end(), [](QChar c) { return c == u'\t' || breaksLine(c); }, u' ');
+        cells << cell;
+    }
+    return cells.join(u'\t');
 }
 
 }  // namespace
@@ -44,14 +64,44 @@ PromptList::PromptList(forms::frmMain& form, const runtime::FailurePath& failure
 bool PromptList::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease) {
         failure_.unguarded([this] { lvAudioDetails_MouseUp(); });
+    } else if (event->type() == QEvent::KeyPress && watched == form_.lvAudioDetails) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        bool handled = false;
+        failure_.unguarded([&] { handled = keyPressed(*key); });
+        if (handled) handledKey_ = key->key();
+        return handled;
     } else if (event->type() == QEvent::KeyRelease) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (!key->isAutoRepeat()) failure_.unguarded([this, key] { keyReleased(key->key()); });
+        if (key->isAutoRepeat()) return false;
+        // A key that was handled when it went down presses no row when it comes up.
+        if (key->key() == handledKey_)
+            handledKey_ = 0;
+        else
+            failure_.unguarded([this, key] { keyReleased(key->key()); });
     } else if (event->type() == QEvent::FocusOut) {
         // The release of a key that is still held will go elsewhere.
+        handledKey_ = 0;
         failure_.unguarded([this] { keyReleased(Qt::Key_unknown); });
     }
-    return QObject::eventFilter(watched, event);
+    return false;
+}
+
+// Returns false if the key is left to the list widget.
+bool PromptList::keyPressed(const QKeyEvent& key) {
+    if (key.matches(QKeySequence::Copy)) {
+        copyRow();
+        return true;
+    }
+    if (key.modifiers() != Qt::NoModifier) return false;
+    switch (key.key()) {
+        case Qt::Key_Space:
+            if (!key.isAutoRepeat()) playOrStop();
+            return true;
+        case Qt::Key_Escape:
+            return stopped();
+        default:
+            return false;
+    }
 }
 
 // Treats the current row as pressed after a navigation key, even at the end of the list, and after
@@ -61,6 +111,23 @@ void PromptList::keyReleased(int key) {
     if (item == nullptr) return;
     const bool moved = form_.lvAudioDetails->indexOfTopLevelItem(item) + 1 != session_.viCurrentRow;
     if (moved || movesSelection(key)) lvAudioDetails_ItemClick(*item);
+}
+
+// Stops what plays or is paused. Returns false if there was nothing to stop.
+bool PromptList::stopped() {
+    if (EDT_.waveform().playPosition() < 0.0) return false;
+    EDT_.SoundStop();
+    return true;
+}
+
+void PromptList::playOrStop() {
+    QTreeWidgetItem* item = form_.lvAudioDetails->currentItem();
+    if (!stopped() && item != nullptr) lvAudioDetails_ItemClick(*item);
+}
+
+void PromptList::copyRow() const {
+    if (const QTreeWidgetItem* item = form_.lvAudioDetails->currentItem())
+        QGuiApplication::clipboard()->setText(lineOf(*item));
 }
 
 void PromptList::lvAudioDetails_ItemClick(QTreeWidgetItem& item) {

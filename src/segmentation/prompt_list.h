@@ -7,6 +7,7 @@
 #include "runtime/failure_path.h"
 #include "runtime/process_state.h"
 
+class QKeyEvent;
 class QTreeWidgetItem;
 
 namespace tarnwick::forms {
@@ -17,7 +18,13 @@ namespace tarnwick::segmentation {
 
 // Playing from the list: pressing the mouse on a row plays from there, releasing it stops playback
 // or not, depending on the mode, and the pane shows the whole prompt. A key that moves to another
-// row acts like a press, so the highlighted row is always the one pressed last. UI thread.
+// row acts like a press, so the highlighted row is always the one pressed last. Other keys:
+//
+//   Space   stops what plays or is paused; otherwise presses the current row again
+//   Esc     stops what plays or is paused
+//   Ctrl+C  copies the cells of the current row, separated by tabs
+//
+// UI thread.
 class PromptList : public QObject {
   public:
     PromptList(forms::frmMain& form, const runtime::FailurePath& failure,
@@ -31,7 +38,11 @@ class PromptList : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    bool keyPressed(const QKeyEvent& key);
     void keyReleased(int key);
+    bool stopped();
+    void playOrStop();
+    void copyRow() const;
     void lvAudioDetails_ItemClick(QTreeWidgetItem& item);
     void lvAudioDetails_MouseUp();
     void moveView();
@@ -43,6 +54,7 @@ class PromptList : public QObject {
     engine::SoundEditor& EDT_;
     qint32 vlRowStart = 0;  // start of the last clicked row, in ms
     qint32 nResult = 0;
+    int handledKey_ = 0;  // that keyPressed has handled and that is still held; 0 for none
 };
 
 }  // namespace tarnwick::segmentation

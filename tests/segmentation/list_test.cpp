@@ -1,3 +1,4 @@
+#include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -131,6 +132,49 @@ TEST_F(List, AKeyThatMovesPlaysAlsoWhereTheListEnds) {
         key(stays);
         EXPECT_EQ(playedAndHighlighted(), u"|1") << stays;
     }
+}
+
+TEST_F(List, SpaceAndEscapeStopAndSpacePressesTheRowAtRest) {
+    key(Qt::Key_Space);
+    EXPECT_TRUE(EDT.taken().isEmpty()) << "no rows";
+    addRows(3);
+    press(1);
+    EDT.taken();
+    const double playing = 500, atRest = -1;
+    const std::tuple<int, double, QString> keys[] = {
+        {Qt::Key_Space, playing, u"SoundStop"_qs},
+        {Qt::Key_Space, atRest, u"SoundPlayRange 2000 60000"_qs},
+        {Qt::Key_Escape, playing, u"SoundStop"_qs},
+        {Qt::Key_Escape, atRest, {}}};
+    for (const auto& [code, position, calls] : keys) {
+        EDT.display.playMs = position;
+        key(code);
+        EXPECT_EQ(EDT.taken(), calls) << code << " at " << position;
+    }
+    EDT.display.playMs = playing;
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, u" "_qs, true);
+    QApplication::sendEvent(form.lvAudioDetails, &held);
+    EXPECT_TRUE(EDT.taken().isEmpty()) << "a key that repeats";
+    form.lvAudioDetails->setCurrentItem(form.lvAudioDetails->topLevelItem(2));
+    key(Qt::Key_Space);
+    EXPECT_EQ(EDT.taken(), u"SoundStop") << "its release plays no row that was not pressed yet";
+    EDT.display.playMs = atRest;
+    key(Qt::Key_Shift);
+    EXPECT_EQ(playedAndHighlighted(), u"SoundPlayRange 3000 60000|3") << "other keys do";
+}
+
+TEST_F(List, CtrlCCopiesTheCellsOfTheRow) {
+    addRows(2);
+    press(1);
+    EDT.taken();
+    form.lvAudioDetails->topLevelItem(1)->setText(model::kContent,
+                                                  u"a\tb\vc\nd\re\ff\u2028g\u2029h i"_qs);
+    form.lvAudioDetails->topLevelItem(1)->setText(model::kVariance, u"−5 %"_qs);
+    QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+    QApplication::sendEvent(form.lvAudioDetails, &copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              u"2\tP2\ta b c d e f g h i\t2000\t\t2600\t\t\t\t\t−5 %");
+    EXPECT_EQ(playedAndHighlighted(), u"|2");
 }
 
 TEST_F(List, TheContentPaneTakesTheStripThatTheListGivesUp) {
