@@ -1,5 +1,8 @@
 #include "segmentation/waveform_controls.h"
 
+#include <QStyleOptionSlider>
+#include <QToolTip>
+
 #include "forms/frm_main.h"
 #include "runtime/arithmetic.h"
 #include "runtime/events.h"
@@ -13,6 +16,22 @@ namespace {
 constexpr int kSliderAtFullScale = 450;
 constexpr int kSliderAndScale = 550;  // the slider is upside down: scale = 550 - value
 
+// The handle of an upright slider, in the slider's own pixels.
+QRect handleOf(const QSlider& slider) {
+    QStyleOptionSlider option;
+    option.initFrom(&slider);
+    option.subControls = QStyle::SC_SliderHandle;
+    option.orientation = slider.orientation();
+    option.minimum = slider.minimum();
+    option.maximum = slider.maximum();
+    option.sliderPosition = slider.sliderPosition();
+    option.sliderValue = slider.value();
+    option.tickPosition = slider.tickPosition();
+    option.upsideDown = !slider.invertedAppearance();
+    return slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle,
+                                          &slider);
+}
+
 }  // namespace
 
 WaveformControls::WaveformControls(forms::frmMain& form, const runtime::FailurePath& failure,
@@ -22,6 +41,8 @@ WaveformControls::WaveformControls(forms::frmMain& form, const runtime::FailureP
     connectZoom();
     runtime::onEvent(failure_, form_.slWAVFormScale, &QSlider::valueChanged, &form_,
                      [this] { slWAVFormScale_Scroll(); });
+    runtime::onEvent(failure_, form_.slWAVFormScale, &QSlider::sliderPressed, &form_,
+                     [this] { showScale(); });
 }
 
 void WaveformControls::connectEvents() {
@@ -90,11 +111,23 @@ void WaveformControls::EDT_WaveMouseNotification(qint16 kind) {
 void WaveformControls::slWAVFormScale_Scroll() {
     engine::WaveformSettings settings;
     EDT_.waveform().GetSettings(settings);
-    const qint16 viWaveScale =
-        runtime::roundToInteger(kSliderAndScale - form_.slWAVFormScale->value());
+    const qint16 viWaveScale = scale();
     form_.slWAVFormScale->setToolTip(QString::number(viWaveScale));
     settings.setVerticalScale(static_cast<float>(viWaveScale) / 100.0f);
     EDT_.waveform().SetSettings(settings);
+    if (form_.slWAVFormScale->isSliderDown()) showScale();
+}
+
+// Percent.
+qint16 WaveformControls::scale() const {
+    return runtime::roundToInteger(kSliderAndScale - form_.slWAVFormScale->value());
+}
+
+// Shows the scale beside the handle while the slider is dragged. Letting go takes it away.
+void WaveformControls::showScale() const {
+    QSlider& slider = *form_.slWAVFormScale;
+    const QPoint beside = handleOf(slider).topRight();
+    QToolTip::showText(slider.mapToGlobal(beside), QString::number(scale()), &slider);
 }
 
 }  // namespace tarnwick::segmentation

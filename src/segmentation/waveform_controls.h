@@ -26,6 +26,8 @@ class WaveformControls {
     void EDT_WaveRangeChanged(qint32 begin, qint32 end);
     void EDT_WaveMouseNotification(qint16 kind);
     void slWAVFormScale_Scroll();
+    qint16 scale() const;
+    void showScale() const;
 
     forms::frmMain& form_;
     const runtime::FailurePath& failure_;

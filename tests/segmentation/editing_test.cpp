@@ -1,5 +1,7 @@
 #include "segmentation/editing.h"
 
+#include <QToolTip>
+
 #include "desk.h"
 #include "segmentation/waveform_controls.h"
 
@@ -102,6 +104,24 @@ TEST_F(Edits, TheScaleSliderStandsUpsideDown) {
     EXPECT_EQ(form.slWAVFormScale->toolTip(), u"500");
     form.slWAVFormScale->setValue(500);
     EXPECT_FLOAT_EQ(settings.verticalScale(), 0.5f);
+}
+
+TEST_F(Edits, TheScaleIsShownBesideTheHandleWhileItIsDragged) {
+    QSlider& slider = *form.slWAVFormScale;
+    controls.setUp();
+    EXPECT_FALSE(QToolTip::isVisible()) << "nobody drags";
+    slider.setSliderDown(true);
+    EXPECT_EQ(QToolTip::text(), u"100");
+    const auto place = [] {
+        for (const QWidget* window : QApplication::topLevelWidgets())
+            if (window->inherits("QTipLabel") && window->isVisible()) return window->geometry();
+        return QRect();
+    };
+    const QRect low = place();
+    slider.setSliderPosition(200);
+    EXPECT_EQ(QToolTip::text(), u"350");
+    EXPECT_LT(place().top(), low.top() - slider.height() / 3) << "it follows the handle";
+    EXPECT_GE(place().left(), slider.mapToGlobal(QPoint(slider.width() / 2, 0)).x());
 }
 
 }  // namespace
