@@ -1,5 +1,7 @@
 #include "segmentation/editing.h"
 
+#include <QToolTip>
+
 #include "desk.h"
 #include "segmentation/waveform_controls.h"
 
