@@ -99,7 +99,9 @@ void addRows(PlayedWaveform& waveform, widgets::WaveformView& view) {
 }
 
 // Shows `ms` of sound (0 for all of it) in a view of the window's size at 200 percent.
-void playOnDisplay(benchmark::State& state, bool withRows) {
+// Calls `frame` with the number of each frame, after the play head was moved.
+template <class Frame>
+void playOnDisplay(benchmark::State& state, bool withRows, Frame frame) {
     qputenv("QT_SCALE_FACTOR", QByteArray::number(qint64(state.range(1))));
     const auto restored = qScopeGuard([] { qunsetenv("QT_SCALE_FACTOR"); });
     const PeakMemory memory(state);
@@ -125,7 +127,7 @@ void playOnDisplay(benchmark::State& state, bool withRows) {
         const double seconds = secondsOf([&] {
             waveform.heardMs += kFrameMs;
             view.followPlayback();
-            if (costs.size() % kFramesPerLook == 0) followPlayHead(waveform, waveform.heardMs);
+            frame(waveform, costs.size());
             QCoreApplication::processEvents();
         });
         worstProcessorMs = std::max(worstProcessorMs, processorMs() - before);
@@ -139,9 +141,20 @@ void playOnDisplay(benchmark::State& state, bool withRows) {
     state.counters["worst_cpu_ms"] = worstProcessorMs;
 }
 
-// The latter with the silences of a scan and all that is drawn of them.
-void displayWhilePlaying(benchmark::State& state) { playOnDisplay(state, false); }
-void displayWhilePlayingWithRows(benchmark::State& state) { playOnDisplay(state, true); }
+void look(PlayedWaveform& waveform, std::size_t frame) {
+    if (frame % kFramesPerLook == 0) followPlayHead(waveform, waveform.heardMs);
+}
+
+void displayWhilePlaying(benchmark::State& state) { playOnDisplay(state, false, look); }
+// Few of the rows are in a view of seconds, and playing does not redraw a view of the hour.
+void displayWhilePlayingWithRows(benchmark::State& state) { playOnDisplay(state, true, look); }
+
+// The whole picture drawn anew in every frame, so that all rows of the hour are.
+void redraw(PlayedWaveform& waveform, std::size_t) {
+    Q_EMIT waveform.displayChanged(engine::DisplayChange::Sound);
+}
+void displayRedrawn(benchmark::State& state) { playOnDisplay(state, false, redraw); }
+void displayRedrawnWithRows(benchmark::State& state) { playOnDisplay(state, true, redraw); }
 
 void everyView(benchmark::internal::Benchmark* row) {
     row->ArgsProduct({{0, 10'000, 1'000}, {1, 2}})
@@ -152,6 +165,16 @@ void everyView(benchmark::internal::Benchmark* row) {
 }
 BENCHMARK(displayWhilePlaying)->Apply(everyView);
 BENCHMARK(displayWhilePlayingWithRows)->Apply(everyView);
+
+void theHour(benchmark::internal::Benchmark* row) {
+    row->ArgsProduct({{0}, {1, 2}})
+        ->ArgNames({"ms", "density"})
+        ->UseManualTime()
+        ->Iterations(kFrames / 6)
+        ->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(displayRedrawn)->Apply(theHour);
+BENCHMARK(displayRedrawnWithRows)->Apply(theHour);
 
 }  // namespace
 }  // namespace tarnwick::bench

@@ -19,8 +19,9 @@ namespace tarnwick::widgets {
 // The picture of a sound: paints what an engine::Waveform shows and turns mouse and keys into calls
 // on it. See WaveformGestures for the left button and WaveformKeys for the keys. The right button
 // asks for the selection to be cleared, the wheel zooms at the pointer, Shift and wheel (or a
-// sideways wheel) scroll, and dragging a selection beyond an edge keeps scrolling. Holds no state
-// of the sound itself, but what it is told about the rows of the last scan. UI thread.
+// sideways wheel) scroll, and dragging a selection beyond an edge keeps scrolling. B switches what
+// is shown of the last scan off and on. Holds no state of the sound itself, but what it is told
+// about the rows of that scan. UI thread.
 class WaveformView : public QWidget {
     Q_OBJECT
 
