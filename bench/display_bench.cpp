@@ -35,6 +35,7 @@ class PlayedWaveform : public engine::Waveform {
         connect(&inner, &Waveform::displayChanged, this, &Waveform::displayChanged);
     }
     double heardMs = 0.0;
+    std::vector<engine::SilenceMs> pauses;  // set by hand; none is a sound that was not scanned
 
     void Create(engine::WindowHandle, int, int, int, int) override {}
     void AnalyzeSound() override { inner_.AnalyzeSound(); }
@@ -63,6 +64,8 @@ class PlayedWaveform : public engine::Waveform {
                  std::span<engine::WaveColumn> columns) const override {
         return inner_.columns(channel, begin, end, columns);
     }
+    bool scanned() const override { return !pauses.empty(); }
+    std::span<const engine::SilenceMs> silences() const override { return pauses; }
     void notifyMouse(qint16) override {}
 
   private:
@@ -79,8 +82,26 @@ void followPlayHead(engine::Waveform& waveform, double heardMs) {
                              static_cast<qint32>(std::nearbyint(end + 0.8 * width)));
 }
 
+constexpr int kSilences = 500;
+
+// The silences of as many prompts, evenly over the sound, with numbers and marks, many of them red.
+void addRows(PlayedWaveform& waveform, widgets::WaveformView& view) {
+    widgets::RowMarks marks;
+    const qint32 distance = waveform.duration() / kSilences;
+    for (int i = 0; i < kSilences; ++i) {
+        waveform.pauses.push_back({i * distance, i * distance + distance / 5});
+        marks.flagged.push_back(i % 7 == 0);
+        marks.slipsMs.push_back(i * distance + distance / 2);
+    }
+    Q_EMIT waveform.displayChanged(engine::DisplayChange::Silences);
+    view.showRows(marks);
+    view.showPressedRow(1);
+}
+
 // Shows `ms` of sound (0 for all of it) in a view of the window's size at 200 percent.
-void displayWhilePlaying(benchmark::State& state) {
+// Calls `frame` with the number of each frame, after the play head was moved.
+template <class Frame>
+void playOnDisplay(benchmark::State& state, bool withRows, Frame frame) {
     qputenv("QT_SCALE_FACTOR", QByteArray::number(qint64(state.range(1))));
     const auto restored = qScopeGuard([] { qunsetenv("QT_SCALE_FACTOR"); });
     const PeakMemory memory(state);
@@ -93,6 +114,7 @@ void displayWhilePlaying(benchmark::State& state) {
     view.resize(1450, 450);
     const auto width = static_cast<qint32>(state.range(0));
     waveform.SetDisplayRange(0, width == 0 ? -1 : width);
+    if (withRows) addRows(waveform, view);
     view.show();
     QCoreApplication::processEvents();
     if (view.devicePixelRatioF() != double(state.range(1)))
@@ -105,7 +127,7 @@ void displayWhilePlaying(benchmark::State& state) {
         const double seconds = secondsOf([&] {
             waveform.heardMs += kFrameMs;
             view.followPlayback();
-            if (costs.size() % kFramesPerLook == 0) followPlayHead(waveform, waveform.heardMs);
+            frame(waveform, costs.size());
             QCoreApplication::processEvents();
         });
         worstProcessorMs = std::max(worstProcessorMs, processorMs() - before);
@@ -118,12 +140,41 @@ void displayWhilePlaying(benchmark::State& state) {
     state.counters["worst_share"] = costs.back() / kFrameMs;
     state.counters["worst_cpu_ms"] = worstProcessorMs;
 }
-BENCHMARK(displayWhilePlaying)
-    ->ArgsProduct({{0, 10'000, 1'000}, {1, 2}})
-    ->ArgNames({"ms", "density"})
-    ->UseManualTime()
-    ->Iterations(kFrames)
-    ->Unit(benchmark::kMillisecond);
+
+void look(PlayedWaveform& waveform, std::size_t frame) {
+    if (frame % kFramesPerLook == 0) followPlayHead(waveform, waveform.heardMs);
+}
+
+void displayWhilePlaying(benchmark::State& state) { playOnDisplay(state, false, look); }
+// Few of the rows are in a view of seconds, and playing does not redraw a view of the hour.
+void displayWhilePlayingWithRows(benchmark::State& state) { playOnDisplay(state, true, look); }
+
+// The whole picture drawn anew in every frame, so that all rows of the hour are.
+void redraw(PlayedWaveform& waveform, std::size_t) {
+    Q_EMIT waveform.displayChanged(engine::DisplayChange::Sound);
+}
+void displayRedrawn(benchmark::State& state) { playOnDisplay(state, false, redraw); }
+void displayRedrawnWithRows(benchmark::State& state) { playOnDisplay(state, true, redraw); }
+
+void everyView(benchmark::internal::Benchmark* row) {
+    row->ArgsProduct({{0, 10'000, 1'000}, {1, 2}})
+        ->ArgNames({"ms", "density"})
+        ->UseManualTime()
+        ->Iterations(kFrames)
+        ->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(displayWhilePlaying)->Apply(everyView);
+BENCHMARK(displayWhilePlayingWithRows)->Apply(everyView);
+
+void theHour(benchmark::internal::Benchmark* row) {
+    row->ArgsProduct({{0}, {1, 2}})
+        ->ArgNames({"ms", "density"})
+        ->UseManualTime()
+        ->Iterations(kFrames / 6)
+        ->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(displayRedrawn)->Apply(theHour);
+BENCHMARK(displayRedrawnWithRows)->Apply(theHour);
 
 }  // namespace
 }  // namespace tarnwick::bench

@@ -183,6 +183,9 @@ void MainWindow::showWaveform(quintptr parent, const QRect& place) {
         runtime::onEvent(services_.failure, view, signal, &form_, handler);
     };
     asked(&widgets::WaveformView::playPauseAsked, [this] { playOrPause(); });
+    // Clicks, so that nothing happens while the buttons are disabled.
+    asked(&widgets::WaveformView::deletionAsked, [this] { form_.cbDeleteSelection->click(); });
+    asked(&widgets::WaveformView::silenceAsked, [this] { form_.cbInsertSilence->click(); });
     asked(&widgets::WaveformView::doubtfulRowAsked,
           [this](bool forward) { guide_.pressDoubtful(forward); });
     asked(&widgets::WaveformView::mendAsked, [this](int slip) { guide_.selectMending(slip); });

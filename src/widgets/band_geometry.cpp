@@ -1,6 +1,7 @@
 #include "widgets/band_geometry.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace tarnwick::widgets {
 
@@ -28,12 +29,12 @@ const SilenceMs& at(Silences silences, int index) {
 
 // Whether the texts of all multiples of the step keep the gap.
 bool multiplesFit(std::span<const NumberPlace> places, int step, double gap) {
-    if (places.empty()) return true;
-    const int first = places.front().number, count = static_cast<int>(places.size());
-    int index = (step - first % step) % step;
-    for (; count - index > step; index += step)
-        if (places[std::size_t(index + step)].left - places[std::size_t(index)].right < gap)
-            return false;
+    double taken = -std::numeric_limits<double>::infinity();
+    for (const auto& [number, left, right] : places) {
+        if (number % step != 0) continue;
+        if (left - taken < gap) return false;
+        taken = right;
+    }
     return true;
 }
 

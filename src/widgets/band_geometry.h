@@ -45,8 +45,8 @@ struct NumberPlace {
     double right;
 };
 
-// The smallest of 1, 2, 5, 10, 20, 50 ... whose multiples among the numbers, which ascend by one,
-// stay at least `gap` pixels apart.
+// The smallest of 1, 2, 5, 10, 20, 50 ... whose multiples among the places stay at least `gap`
+// pixels apart. The places are in order.
 int numberStep(std::span<const NumberPlace> places, double gap);
 
 // The index of the mark that is nearest to `ms`; none without marks. `marksMs` ascends.

@@ -57,6 +57,19 @@ std::optional<int> WaveformRows::slipNearest(double ms) const {
     return nearestMark(shown_.marks.slipsMs, ms);
 }
 
+std::optional<int> WaveformRows::slipMeant(const TimeRange& view) const {
+    const Silences silences = waveform_.silences();
+    if (const auto pressed = stretchTimes(silences, shown_.pressed)) {
+        const auto last = static_cast<std::size_t>(shown_.pressed);
+        const double begin = std::max<double>(view.beginMs, silences[last - 1].start);
+        const double end = std::min<double>(view.endMs, silences[last].finish);
+        const auto slip = slipNearest((pressed->beginMs + pressed->endMs) / 2);
+        const qint32 ms = slip ? shown_.marks.slipsMs[static_cast<std::size_t>(*slip)] : 0;
+        if (slip && ms >= begin && ms <= end) return slip;
+    }
+    return slipNearest((view.beginMs + view.endMs) / 2);
+}
+
 std::optional<WaveformRows::Tip> WaveformRows::tipAt(const QPointF& place,
                                                      const WaveformLayout& layout,
                                                      const TimeRange& view) const {

@@ -41,11 +41,15 @@ class WaveformRows {
     std::optional<Tip> tipAt(const QPointF& place, const WaveformLayout& layout,
                              const TimeRange& view) const;
 
-    // The index of the mark at a place, that nearest to a time; none if there is none or if the
+    // The index of the mark at a place, or nearest to a time; none if there is none or if the
     // marks are switched off.
     std::optional<int> slipAt(const QPointF& place, const WaveformLayout& layout,
                               const TimeRange& view) const;
     std::optional<int> slipNearest(double ms) const;
+    // The mark that the operator has in mind: one at the pressed stretch or in the pauses beside it
+    // if it is in the view, as after a press of a doubtful row in a wide view; else the mark
+    // nearest to the middle of the view.
+    std::optional<int> slipMeant(const TimeRange& view) const;
 
   private:
     bool set(ShownRows rows);

@@ -183,25 +183,37 @@ bool WaveformView::showTip(const QPoint& place, const QPoint& onScreen) {
     return true;
 }
 
-bool WaveformView::pressRowKey(const QKeyEvent& event) {
-    const Qt::KeyboardModifiers held = event.modifiers();
-    const bool shift = held == Qt::ShiftModifier;
-    if (!hasSound() || (held != Qt::NoModifier && !shift)) return false;
-    if (event.key() == Qt::Key_N) {
-        Q_EMIT doubtfulRowAsked(!shift);
+// The keys that ask others for something, and B. Returns false if the key is none of these.
+bool WaveformView::pressCommandKey(const QKeyEvent& event) {
+    const bool shift = event.modifiers() == Qt::ShiftModifier;
+    if (!shift && event.modifiers() != Qt::NoModifier) return false;
+    const auto ask = [&](auto signal, auto... arguments) {
+        if (!event.isAutoRepeat()) (this->*signal)(arguments...);
         return true;
+    };
+    if (event.key() == Qt::Key_Space && !shift) return ask(&WaveformView::playPauseAsked);
+    if (!hasSound()) return false;
+    if (event.key() == Qt::Key_N) return ask(&WaveformView::doubtfulRowAsked, !shift);
+    if (shift) return false;
+    switch (event.key()) {
+        case Qt::Key_Delete:
+            return ask(&WaveformView::deletionAsked);
+        case Qt::Key_Insert:
+            return ask(&WaveformView::silenceAsked);
+        case Qt::Key_B:
+            return ask(&WaveformView::toggleRows);
+        case Qt::Key_M: {
+            const auto slip = rows_.slipMeant(shownRange(waveform_));
+            return !slip || ask(&WaveformView::mendAsked, *slip);
+        }
+        default:
+            return false;
     }
-    if (shift || (event.key() != Qt::Key_M && event.key() != Qt::Key_B)) return false;
-    if (event.isAutoRepeat()) return true;
-    if (event.key() == Qt::Key_B) {
-        rows_.toggle();
-        redrawRows();
-    } else {
-        const TimeRange view = shownRange(waveform_);
-        const auto slip = rows_.slipNearest((view.beginMs + view.endMs) / 2);
-        if (slip) Q_EMIT mendAsked(*slip);
-    }
-    return true;
+}
+
+void WaveformView::toggleRows() {
+    rows_.toggle();
+    redrawRows();
 }
 
 bool WaveformView::event(QEvent* event) {
@@ -302,11 +314,8 @@ void WaveformView::wheelEvent(QWheelEvent* event) {
 
 void WaveformView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) gestures_.drop();
-    if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
-        if (!event->isAutoRepeat()) Q_EMIT playPauseAsked();
-    } else if (!pressRowKey(*event) && !keys_.press(*event, axis().msPerPixel())) {
+    if (!pressCommandKey(*event) && !keys_.press(*event, axis().msPerPixel()))
         QWidget::keyPressEvent(event);
-    }
 }
 
 }  // namespace tarnwick::widgets

@@ -19,8 +19,9 @@ namespace tarnwick::widgets {
 // The picture of a sound: paints what an engine::Waveform shows and turns mouse and keys into calls
 // on it. See WaveformGestures for the left button and WaveformKeys for the keys. The right button
 // asks for the selection to be cleared, the wheel zooms at the pointer, Shift and wheel (or a
-// sideways wheel) scroll, and dragging a selection beyond an edge keeps scrolling. Holds no state
-// of the sound itself, but what it is told about the rows of the last scan. UI thread.
+// sideways wheel) scroll, and dragging a selection beyond an edge keeps scrolling. B switches what
+// is shown of the last scan off and on. Holds no state of the sound itself, but what it is told
+// about the rows of that scan. UI thread.
 class WaveformView : public QWidget {
     Q_OBJECT
 
@@ -43,9 +44,11 @@ class WaveformView : public QWidget {
 
   Q_SIGNALS:
     void playPauseAsked();                // the space key
+    void deletionAsked();                 // Del
+    void silenceAsked();                  // Ins
     void doubtfulRowAsked(bool forward);  // N, backward with Shift
-    // A double click on a mark, or M for the mark nearest to the middle of the view. `slip` is an
-    // index into RowMarks::slipsMs.
+    // A double click on a mark, or M for the mark of the pressed row if it is in view, else for
+    // that nearest to the middle of the view. `slip` is an index into RowMarks::slipsMs.
     void mendAsked(int slip);
 
   protected:
@@ -67,7 +70,8 @@ class WaveformView : public QWidget {
     void paintFrame(QPainter& painter) const;
     void redrawRows();
     bool showTip(const QPoint& place, const QPoint& onScreen);
-    bool pressRowKey(const QKeyEvent& event);
+    bool pressCommandKey(const QKeyEvent& event);
+    void toggleRows();
     void scrollUnderDrag();
     void watchDrag();
     void showPointer(double x);
