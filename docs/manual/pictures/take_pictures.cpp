@@ -2,6 +2,7 @@
 // Usage: take_pictures <folder of the PNGs>
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <cstdio>
 
@@ -108,7 +109,21 @@ class Studio {
         save(u"mismatch"_qs, *form_->frTarnwick,
              QRect(0, counts.top() - 4, form_->frTarnwick->width(),
                    form_->lvAudioDetails->geometry().top() + 212 - counts.top()));
+        slips();
         return true;
+    }
+
+    // The mark of the joined prompts, with the cursor where the silence belongs.
+    void slips() {
+        Q_EMIT form_->lvAudioDetails->itemPressed(form_->lvAudioDetails->topLevelItem(3), 0);
+        EDT_->SoundStop();
+        EDT_->waveform().SetDisplayRange(0, 45000);
+        auto* view = form_->frTarnwick->findChild<QWidget*>(u"Waveform"_qs);
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_M, Qt::NoModifier);
+        QApplication::sendEvent(view, &key);
+        settle();
+        save(u"slips"_qs, *view);
+        EDT_->waveform().SetSelection(0, 0, 0);
     }
 
     void preferences() {
