@@ -35,6 +35,8 @@ constexpr double kMostReading = 1.1;
 constexpr double kMeanShortPause = 0.6;
 constexpr double kShortPauseSpread = 0.2;
 
+// A way that is so much worse, in log-likelihood, than the best one to the same row is given up.
+constexpr double kBeam = 30.0;
 constexpr int kBand = 10;              // stretches beside the diagonal
 constexpr int kSearch = 3;             // rows around a place in which a better one is looked for
 constexpr double kOwnShare = 0.25;     // how much the place itself counts beside its surroundings
@@ -144,17 +146,28 @@ void SlipAlignment::findBest() {
     reached_.assign(cells, kNever);
     arrival_.resize(cells);
     reached_[cell(0, 0)] = 0.0;
-    for (int row = 0; row <= rows(); ++row)
+    for (int row = 0; row <= rows(); ++row) {
+        const auto first = reached_.begin() + static_cast<std::ptrdiff_t>(cell(row, firstIn(row)));
+        const auto last = reached_.begin() + static_cast<std::ptrdiff_t>(cell(row, lastIn(row)));
+        // In the last row, the way to the end may lead over many extra stretches.
+        const double least = row == rows() ? kNever : *std::max_element(first, last + 1) - kBeam;
         for (int stretch = firstIn(row); stretch <= lastIn(row); ++stretch) {
             const std::size_t here = cell(row, stretch);
-            eachMove(row, stretch, [&](Move move, std::size_t next) {
-                const double weight = logWeight(move, row, stretch);
-                weights_[here][static_cast<std::size_t>(move)] = weight;
-                if (reached_[here] + weight <= reached_[next]) return;
-                reached_[next] = reached_[here] + weight;
-                arrival_[next] = move;
-            });
+            if (reached_[here] < least) reached_[here] = kNever;
+            if (reached_[here] != kNever) goOn(row, stretch);
         }
+    }
+}
+
+void SlipAlignment::goOn(int row, int stretch) {
+    const std::size_t here = cell(row, stretch);
+    eachMove(row, stretch, [&](Move move, std::size_t next) {
+        const double weight = logWeight(move, row, stretch);
+        weights_[here][static_cast<std::size_t>(move)] = weight;
+        if (reached_[here] + weight <= reached_[next]) return;
+        reached_[next] = reached_[here] + weight;
+        arrival_[next] = move;
+    });
 }
 
 std::vector<Step> SlipAlignment::best() const {
@@ -186,7 +199,9 @@ std::vector<SlipAlignment::RowShares> SlipAlignment::shares() const {
     for (int row = 0; row <= rows(); ++row)
         for (int stretch = firstIn(row); stretch <= lastIn(row); ++stretch) {
             const std::size_t here = cell(row, stretch);
+            if (reached_[here] == kNever) continue;
             eachMove(row, stretch, [&](Move move, std::size_t next) {
+                if (reached_[next] == kNever) return;
                 const auto index = static_cast<std::size_t>(move);
                 const double log = reached_[here] + weights_[here][index] - reached_[next];
                 factors[here][index] = log > kNegligible ? std::exp(log) : 0.0;
@@ -199,6 +214,7 @@ std::vector<SlipAlignment::RowShares> SlipAlignment::shares() const {
     for (int row = rows(); row >= 0; --row)
         for (int stretch = lastIn(row); stretch >= firstIn(row); --stretch) {
             const std::size_t here = cell(row, stretch);
+            if (forward[here] == 0.0) continue;
             eachMove(row, stretch, [&](Move move, std::size_t next) {
                 const auto index = static_cast<std::size_t>(move);
                 const double onwards = factors[here][index] * backward[next];

@@ -94,6 +94,7 @@ class SlipAlignment {
     void measureStretches(const std::vector<double>& lengths);
     double logWeight(Move move, int row, int stretch) const;
     void findBest();
+    void goOn(int row, int stretch);
     std::vector<RowShares> shares() const;
     Place placed(const Step& step, Rows search, const std::vector<RowShares>& shares) const;
     template <class Use>
