@@ -1,7 +1,12 @@
 #include "segmentation/slip_guide.h"
 
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QToolTip>
+
 #include "desk.h"
 #include "model/list_columns.h"
+#include "segmentation/prompt_list.h"
 
 using namespace tarnwick;
 
@@ -185,6 +190,35 @@ TEST_F(Guide, ExplainsRowsAndStretches) {
     lengths.assign(14, 2000);
     scan();
     EXPECT_TRUE(guide.tipOfStretch(13).contains(u"the script has no row for it"));
+}
+
+TEST_F(Guide, IsAskedByTheList) {
+    QList<bool> asked;
+    segmentation::PromptList list(
+        form, desk.failure, state, session, EDT,
+        {[this](int row) { shown << row; }, [&](bool forward) { asked << forward; },
+         [this](int row) { return guide.tipOfRow(row); }});
+    scan();
+    shown.clear();
+    for (const Qt::KeyboardModifiers held :
+         {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier})
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent key(type, Qt::Key_N, held);
+            QApplication::sendEvent(form.lvAudioDetails, &key);
+        }
+    EXPECT_EQ(asked, (QList<bool>{true, false}));
+    EXPECT_TRUE(shown.isEmpty()) << "the release presses nothing";
+    list.pressRow(7);
+    EXPECT_EQ(shown, QList<int>{7});
+    EXPECT_EQ(session.viCurrentRow, 7);
+
+    frame.show();
+    QWidget* rows = form.lvAudioDetails->viewport();
+    const QPoint at =
+        form.lvAudioDetails->visualItemRect(form.lvAudioDetails->topLevelItem(3)).center();
+    QHelpEvent hover(QEvent::ToolTip, at, rows->mapToGlobal(at));
+    QApplication::sendEvent(rows, &hover);
+    EXPECT_TRUE(QToolTip::text().contains(u"Row 4: P_4")) << QToolTip::text().toStdString();
 }
 
 }  // namespace

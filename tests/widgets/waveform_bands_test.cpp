@@ -270,6 +270,15 @@ TEST_F(WaveformBands, ADoubleClickOnAMarkOrItsKeyAsksForMending) {
     waveform.SetDisplayRange(0, 3000);
     key(Qt::Key_M);
     EXPECT_EQ(mended, (std::vector<int>{2, 1}));
+    // A mark of the pressed stretch is preferred as long as it is in the view.
+    for (const auto& [pressed, end, slip] :
+         {std::tuple{1, 10000, 1}, {2, 10000, 2}, {3, 10000, 2}, {3, 3000, 1}}) {
+        view.showPressedRow(pressed);
+        waveform.SetDisplayRange(0, end);
+        key(Qt::Key_M);
+        EXPECT_EQ(mended.back(), slip) << pressed;
+    }
+    mended.resize(2);
     edit();
     key(Qt::Key_M);
     doubleClick(103, 5);
@@ -280,12 +289,18 @@ TEST_F(WaveformBands, KeysAskForDoubtfulRowsAndSwitchTheRowsOff) {
     std::vector<bool> asked;
     QObject::connect(&view, &WaveformView::doubtfulRowAsked,
                      [&](bool forward) { asked.push_back(forward); });
+    int deletions = 0, insertions = 0;
+    QObject::connect(&view, &WaveformView::deletionAsked, [&] { ++deletions; });
+    QObject::connect(&view, &WaveformView::silenceAsked, [&] { ++insertions; });
+    EXPECT_TRUE(key(Qt::Key_Delete) && key(Qt::Key_Insert) && key(Qt::Key_Insert));
+    EXPECT_EQ(std::pair(deletions, insertions), std::pair(1, 2));
     view.showRows({{true}, {5500}});
     const QImage before = picture();
     EXPECT_TRUE(key(Qt::Key_N) && key(Qt::Key_N, Qt::ShiftModifier));
     EXPECT_EQ(asked, (std::vector<bool>{true, false}));
     for (const auto& [which, held] : {std::pair{Qt::Key_N, Qt::ControlModifier},
                                       {Qt::Key_M, Qt::ShiftModifier},
+                                      {Qt::Key_Delete, Qt::ShiftModifier},
                                       {Qt::Key_B, Qt::ShiftModifier},
                                       {Qt::Key_B, Qt::ControlModifier}})
         EXPECT_FALSE(key(which, held)) << which;
