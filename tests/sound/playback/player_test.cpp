@@ -35,7 +35,8 @@ class Witness {
         return {[this] { note("started"); }, [this] { note("ended"); },
                 [this](SoundFailure failure) {
                     note(failure == SoundFailure::SourceChanged ? "changed" : "failed");
-                }};
+                },
+                [this] { note("silent"); }};
     }
     bool await(const std::string& event, std::chrono::milliseconds patience = 8s) {
         std::unique_lock lock(mutex_);
@@ -180,7 +181,7 @@ TEST_F(PlayerTest, PlaysInRealTimeWithoutADevice) {
     EXPECT_GE(witness.msBetween("started", "ended"), 295.0);
     EXPECT_LT(witness.msBetween("started", "ended"), 400.0);
     EXPECT_EQ(player.position(), 4410 + 13230);
-    EXPECT_THAT(witness.all(), ElementsAre("started", "ended"));
+    EXPECT_THAT(witness.all(), ElementsAre("started", "silent", "ended"));
     EXPECT_THROW(player.play(tone(10), 0, 442), SoundError);
     EXPECT_THROW(player.play(tone(10), 5, 4), SoundError);
     AudioDevice device;
@@ -203,7 +204,7 @@ TEST_F(PlayerTest, PausingHoldsThePositionAndStoppingReportsNothing) {
     std::this_thread::sleep_for(350ms);
     EXPECT_TRUE(player.paused() && player.playing());
     EXPECT_EQ(player.position(), held);
-    EXPECT_THAT(witness.all(), ElementsAre("started"));
+    EXPECT_THAT(witness.all(), ElementsAre("started", "silent"));
     player.resume();
     ASSERT_TRUE(witness.await("ended"));
     EXPECT_EQ(player.position(), 13230);
@@ -279,7 +280,7 @@ TEST_P(LostServer, DoesNotStopTheClock) {
         kill(server_, signal);
         ASSERT_TRUE(witness.await("ended", 20s));
         EXPECT_GE(witness.msBetween("started", "ended"), ms - 5.0);
-        EXPECT_THAT(witness.all(), ElementsAre("started", "ended"));
+        EXPECT_THAT(witness.all(), ElementsAre("started", "silent", "ended"));
         player.play(tone(30), 0, 1323);  // the next one plays in silence
         while (player.playing() && msSince(asked) < 30'000.0)
             std::this_thread::sleep_for(5ms);

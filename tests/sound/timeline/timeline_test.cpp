@@ -86,6 +86,7 @@ TEST(PieceTree, StaysBalanced) {
         tree = joined(before, from);
     }
     EXPECT_LT(depthOf(tree), 48);
+    EXPECT_EQ(silentPiece(0), nullptr);
 }
 
 // A recording of whole blocks with one peak each, and a shorter last block. Its file can be changed
@@ -131,6 +132,8 @@ TEST(Timeline, ColumnsOfTwoBlocksOrMoreReadNoSamples) {
     EXPECT_TRUE(filled(511));
     EXPECT_EQ(columns[1].maximum, 400 / 32768.0f);
     EXPECT_EQ(columns[2].maximum, 0.0f) << "the third is not part of the picture";
+    EXPECT_TRUE(timeline.columns(0, 600, 1060, std::span(columns).first(1)));
+    EXPECT_EQ(columns[1].maximum, 400 / 32768.0f);
     sound.cutOff();
     EXPECT_TRUE(filled(512));
     EXPECT_EQ(columns[0].maximum, 200 / 32768.0f);
@@ -227,9 +230,13 @@ TEST(Scans, ReportProgressAndStop) {
     }
     // Stopped before the work begins, between the two ends, and after the search.
     const std::tuple<Work, int, std::vector<int>> stops[] = {
-        {rows[0].first, -1, {0, 20, 45}}, {rows[1].first, -1, {}},
-        {rows[2].first, -1, {}},          {cut, -1, {}},
-        {rows[2].first, 50, {50}},        {cut, 100, {0, 100}}};
+        {rows[0].first, -1, {0, 20, 45}},
+        {rows[1].first, -1, {}},
+        {rows[2].first, -1, {}},
+        {cut, -1, {}},
+        {[&](const auto& progress) { findSilences(whole, 589, 1900, progress); }, -1, {}},
+        {rows[2].first, 50, {50}},
+        {cut, 100, {0, 100}}};
     for (const auto& [work, when, expected] : stops) {
         std::stop_source stop;
         std::vector<int> seen;
