@@ -214,6 +214,8 @@ TEST_F(PlayerTest, PausingHoldsThePositionAndStoppingReportsNothing) {
         if (i % 2 == 0) player.pause();
         if (i % 3 == 0) player.stop();
     }
+    player.play(tone(300), 0, 13230);
+    std::this_thread::sleep_for(50ms);
     player.stop();
     const std::size_t before = witness.all().size();
     const std::int64_t stopped = player.position();
