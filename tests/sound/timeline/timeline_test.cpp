@@ -79,13 +79,18 @@ int depthOf(const PieceTree& tree) {
     return tree ? 1 + std::max(depthOf(tree->left), depthOf(tree->right)) : 0;
 }
 
-TEST(PieceTree, StaysBalanced) {
+int nodesOf(const PieceTree& tree) {
+    return tree ? 1 + nodesOf(tree->left) + nodesOf(tree->right) : 0;
+}
+
+TEST(PieceTree, StaysBalancedAndHasNoEmptyPieces) {
     PieceTree tree = sourcePiece(0, 4000);
-    for (std::int64_t at = 1; at < 4000; ++at) {
-        const auto [before, from] = split(tree, at);
+    for (std::int64_t cut = 0; cut < 8000; ++cut) {  // the second time between pieces
+        const auto [before, from] = split(tree, cut % 4000);
         tree = joined(before, from);
     }
     EXPECT_LT(depthOf(tree), 48);
+    EXPECT_EQ(nodesOf(tree), 4000);
     EXPECT_EQ(silentPiece(0), nullptr);
 }
 
