@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "batch/choice_notices.h"
-#include "batch/run_checks.h"
 #include "batch/run_notices.h"
 #include "batch/source_notices.h"
 #include "chain.h"
@@ -337,12 +336,6 @@ TEST_F(Told, FilesThatStopARunOrShareANameAreToldWhereTheyAreListed) {
 }
 
 TEST_F(Told, WhatARunNeedsIsComparedWithWhatIsFree) {
-    EDTX.duration = 60000;
-    for (const QStringList& names : {QStringList{}, {u"a"_qs}, {u"a"_qs, u"b"_qs}}) {
-        run.vsFiles = names;
-        batch::checkSources(run, services);
-        EXPECT_EQ(run.soundMs, names.size() * 60000);
-    }
     struct Small : platform::Disk {
         qint64 freeBytes(const QString&) const override { return 4'000'000; }
     } small;

@@ -156,6 +156,8 @@ TEST(PeakLevel, ReadsOnlyBlocksThatMayHoldTheLargestSample) {
     last.spoil(1, 32767);
     EXPECT_EQ(peakLevel(Timeline(last.source), {0, 3 * 256 - 100}), 30'000 / 32768.0);
     EXPECT_EQ(peakLevel(Timeline(last.source), {256, 300}), 32767 / 32768.0);  // part of a block
+    const BlockSound edges({30'000, 1000, 30'000, 0});  // the loud samples lie outside the range
+    EXPECT_EQ(peakLevel(Timeline(edges.source), {100, 550}), 1000 / 32768.0);
 }
 
 TEST(SourceSearch, ReadsOnlyBlocksThatMayBeLoud) {
