@@ -107,8 +107,6 @@ void BatchSettings::showLevels(const settings::Record& row) {
 // The options are set first because their handlers fill the lists in which the texts are looked up.
 void BatchSettings::showOutput(const settings::Record& row) {
     form_.chConvert->setChecked(true);
-    form_.frFormat->setEnabled(true);
-    form_.frResampleSettings->setEnabled(true);
     select(form_.opFormat, row.number(u"F4"_qs));
     select(form_.opFrequency, row.number(u"F5"_qs));
     select(form_.opRate, row.number(u"F6"_qs));

@@ -95,7 +95,7 @@ void Pipeline::lockControls() {
 }
 
 void Pipeline::moveToRawFolder() {
-    const qint16 last = runtime::roundToInteger(static_cast<double>(run_.files().size()) - 1.0);
+    const qint16 last = runtime::roundToInteger(static_cast<double>(run_.files().size() - 1));
     for (qint16 viLoop = 0; viLoop <= last; viLoop = runtime::add<qint16>(viLoop, 1))
         services_.files.MoveFile(
             platform::pathIn(services_.state.vsProjectFolder, run_.files()[viLoop]),

@@ -88,7 +88,7 @@ QByteArray ZipPackage::part(const QString& name) const {
         filled += static_cast<zip_uint64_t>(count);
     // Reading past the end makes the library verify the checksum.
     char beyond;
-    if (filled != status.size || zip_fread(file.get(), &beyond, 1) != 0)
+    if (filled != status.size || zip_fread(file.get(), &beyond, sizeof beyond) != 0)
         throw PackageError(PackageError::kDamaged);
     return content;
 }

@@ -3,6 +3,7 @@
 #include <QDir>
 
 #include "batch/project_files.h"
+#include "batch/run_checks.h"
 #include "desk.h"
 
 using namespace tarnwick;
@@ -89,6 +90,15 @@ TEST_F(Files, WithoutRecordingsThereIsNothingToProcess) {
     EXPECT_EQ(shown(), u"red||red|hidden|100");
     EXPECT_EQ(boxes(), QStringList());
     EXPECT_FALSE(run.vsFiles);
+}
+
+TEST_F(Files, TheirSoundIsMeasuredTogether) {
+    EDTX.duration = 60000;
+    for (const QStringList& names : {QStringList{}, {u"a"_qs}, {u"a"_qs, u"b"_qs}}) {
+        run.vsFiles = names;
+        batch::checkSources(run, services);
+        EXPECT_EQ(run.soundMs, names.size() * 60000);
+    }
 }
 
 TEST_F(Files, BrowsingTakesTheFilesOfTheChosenKind) {

@@ -253,6 +253,18 @@ TEST_F(Chain, ARunRefusedOrWithoutFilesMovesNothing) {
               u"cbProcess_Click: File not found (%1), Line 60"_qs.arg(in(u"a.wav"_qs)));
 }
 
+TEST_F(Chain, ACutAtTheStartAsLongAsTheSoundIsToldAsEmptying) {
+    open({u"a.wav"_qs});
+    form.chCutEnd->setChecked(true);
+    form.txbCutStart->setText(u"10000"_qs);
+    process();
+    loaded();
+    edited(1);
+    edited(1);
+    exported();
+    EXPECT_TRUE(test::takeSentences(desk.notices.told).join(u'|').contains(u"emptied"));
+}
+
 TEST_F(Chain, TheDelayHoldsEachStepAlsoOverMidnight) {
     struct Night : platform::Clock {
         QDateTime now() const override { return {}; }

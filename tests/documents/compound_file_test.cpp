@@ -108,6 +108,9 @@ TEST(CompoundFile, LargeSectors) {
         const QByteArray cut = largeSectors(2, 9).first((10 << 12) + left);
         EXPECT_EQ(CompoundFile(cut).stream(u"Long"), content(4096 + left));
     }
+    const QByteArray header = with(largeSectors(9, 7).first(10 << 12), 128 + kType, "\2");
+    EXPECT_FALSE(CompoundFile(header).hasStream(QString(31, QChar(0xffff))))
+        << "taken for the second sector of the directory, which is missing";
     EXPECT_FALSE(CompoundFile(with(largeSectors(9, 7), 7, "x")).hasStream(u"Long"));
     EXPECT_FALSE(CompoundFile(with(largeSectors(9, 7), 30, "\x0a")).hasStream(u"Long"));
     EXPECT_FALSE(CompoundFile(with(largeSectors(9, 7), 8192 + kType, "\1")).hasStream(u"Long"));

@@ -263,6 +263,7 @@ TEST_F(Desk, RefusedCallsRaiseNothing) {
     EXPECT_EQ(editor->SoundExport(0, 1, 0, 0, -1, out), kBadFormat);
     editor->encodeFormats().WAV.EncodeMode = 5;
     EXPECT_EQ(editor->SoundExport(kRate, 1, 0, 0, -1, out), kBadFormat);
+    EXPECT_EQ(editor->exportBytes(kRate, 1, 1000), -1);
     test::pass(20);
     EXPECT_EQ(said(), "");
 

@@ -206,6 +206,16 @@ TEST_F(OutputFormats, EachContainerHasItsNumberAndAFormatOfItsOwn) {
     }
 }
 
+TEST_F(OutputFormats, TwoSecondsHaveASizeInEachKind) {
+    using sound::Container;
+    const std::pair<sound::OutputFormat, qint64> rows[] = {
+        {{Container::Wav, {44100, 2, 16, false}}, 352'900},
+        {{Container::Mp3, {44100, 2, 16, false}, 128000}, 32'100},
+        {{Container::WavCodec, {8000, 1, 0, false}}, 3'350}};
+    for (const auto& [output, bytes] : rows)
+        EXPECT_EQ(bytesOf(output, 2000), bytes);
+}
+
 TEST_F(OutputFormats, UncompressedDepthsByMode) {
     // For each mode from -1 on: the depth that the container gets, or the refusal.
     const std::pair<qint32, const char*> cases[] = {

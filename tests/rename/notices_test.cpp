@@ -60,10 +60,13 @@ TEST(RenameNotices, CountAndNameWhatFailed) {
                   u"n"_qs.repeated(39) + u'…' + u"n"_qs.repeated(20) + u" (long)."_qs);
     EXPECT_EQ(names.files.join(u' '), u"/in/b /in/c /in/e");
     EXPECT_TRUE(names.remedy.endsWith(u"would end the program at the new name of b."));
-    EXPECT_EQ(rename::perListEnded(
-                  {rename::PerListRun::Step::Reading, u"/in/li%1st.xlsx"_qs, 302, {}, {}}, {})
-                  .what,
-              u"Rename Per List did not start: li%1st.xlsx has more than 301 rows.");
+    for (const auto& [row, why] :
+         {std::pair{301, u"could not be read: no memory"_qs}, {302, u"has more than 301 rows"_qs}})
+        EXPECT_EQ(rename::perListEnded(
+                      {rename::PerListRun::Step::Reading, u"/in/li%1st.xlsx"_qs, row, {}, {}},
+                      u"no memory"_qs)
+                      .what,
+                  u"Rename Per List did not start: li%1st.xlsx "_qs + why + u'.');
     QList<platform::NameAndReason> many;
     for (int i = 0; i < 40; ++i)
         many << platform::NameAndReason{u"f%1"_qs.arg(i), u"locked"_qs};

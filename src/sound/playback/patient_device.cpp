@@ -138,9 +138,9 @@ void PatientDevice::close() {
     });
 }
 
-bool PatientDevice::lost() const { return open_ && line_->device().lost(); }
+bool PatientDevice::lost() const { return line_->device().lost(); }
 
-std::int64_t PatientDevice::taken() const { return open_ ? line_->device().taken() : 0; }
+std::int64_t PatientDevice::taken() const { return line_->device().taken(); }
 
 std::optional<std::int64_t> PatientDevice::played() const {
     return open_ ? line_->device().played() : std::nullopt;

@@ -30,7 +30,7 @@ class PatientDevice {
     void close();
 
     bool isOpen() const { return open_; }
-    // As in AudioDevice while it is open.
+    // As in AudioDevice. lost() and taken() only while it is open; otherwise played() is nothing.
     bool lost() const;
     std::int64_t taken() const;
     std::optional<std::int64_t> played() const;

@@ -71,9 +71,9 @@ std::shared_ptr<SourceFile> SourceFile::scratch(std::int64_t bytes) {
 std::size_t SourceFile::readSome(std::int64_t offset, std::span<std::uint8_t> bytes) const {
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const ::ssize_t got = ::pread(descriptor_, bytes.data() + done, bytes.size() - done,
-                                      offset + static_cast<std::int64_t>(done));
-        if (got < 0 && errno == EINTR) continue;
+        const ::ssize_t got =
+            TEMP_FAILURE_RETRY(::pread(descriptor_, bytes.data() + done, bytes.size() - done,
+                                       offset + static_cast<std::int64_t>(done)));
         if (got < 0) throw SoundError(SoundFailure::Damaged, "the file cannot be read", errno);
         if (got == 0) break;
         done += static_cast<std::size_t>(got);
@@ -90,9 +90,9 @@ void SourceFile::read(std::int64_t offset, std::span<std::uint8_t> bytes) const 
 void SourceFile::write(std::int64_t offset, std::span<const std::uint8_t> bytes) {
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const ::ssize_t put = ::pwrite(descriptor_, bytes.data() + done, bytes.size() - done,
-                                       offset + static_cast<std::int64_t>(done));
-        if (put < 0 && errno == EINTR) continue;
+        const ::ssize_t put =
+            TEMP_FAILURE_RETRY(::pwrite(descriptor_, bytes.data() + done, bytes.size() - done,
+                                        offset + static_cast<std::int64_t>(done)));
         if (put <= 0)
             throw SoundError(SoundFailure::NoSpace, "the scratch file is full",
                              put < 0 ? errno : ENOSPC);

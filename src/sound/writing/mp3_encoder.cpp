@@ -68,7 +68,6 @@ Mp3Encoder::Lame Mp3Encoder::makeLame(int rate, int channels, int bitRate) {
     lame_set_quality(lame.get(), kQuality);
     const bool tag = mp3LengthTagFor(rate, channels, bitRate) == Mp3LengthTag::ByLame;
     lame_set_bWriteVbrTag(lame.get(), tag ? 1 : 0);
-    lame_set_write_id3tag_automatic(lame.get(), 0);
     const bool honoured = lame_init_params(lame.get()) == 0 &&
                           lame_get_out_samplerate(lame.get()) == rate &&
                           lame_get_brate(lame.get()) * 1000 == bitRate;

@@ -83,8 +83,7 @@ RateBlocks::RateBlocks(const FrameReader& sound, std::int64_t first, std::int64_
         const std::int64_t common = std::gcd(from_, to_);
         const std::int64_t stepIn = kStepsTogether * (from_ / common);
         const std::int64_t stepOut = kStepsTogether * (to_ / common);
-        const std::int64_t steps =
-            std::max<std::int64_t>(kLargeBlockValues / channels_ / stepOut, 1);
+        const std::int64_t steps = kLargeBlockValues / channels_ / stepOut;  // at least 4
         if (framesOut_ >= kLeastBlocks * steps * stepOut) {
             blockIn_ = steps * stepIn;
             blockOut_ = steps * stepOut;

@@ -316,6 +316,9 @@ TEST_F(SourceTest, RefusesFilesWithoutUsableSound) {
     for (const auto& path : {folder_.path(), fifo})
         EXPECT_EQ(failureOf([&] { Source::open(path); }), SoundFailure::NotASound) << path;
     EXPECT_EQ(failureOf([&] { SourceFile::scratch(INT64_MAX / 2); }), SoundFailure::NoSpace);
+    std::array<std::uint8_t, 4> bytes;  // nothing is mapped at the address 0
+    EXPECT_EQ(failureOf([&] { SourceFile::open("/proc/self/mem")->readSome(0, bytes); }),
+              SoundFailure::Damaged);
     EXPECT_EQ(failureOf([&] { Source::open(folder_.path() / "gone.wav"); }),
               SoundFailure::NotFound);
 }

@@ -79,13 +79,19 @@ int depthOf(const PieceTree& tree) {
     return tree ? 1 + std::max(depthOf(tree->left), depthOf(tree->right)) : 0;
 }
 
-TEST(PieceTree, StaysBalanced) {
+int nodesOf(const PieceTree& tree) {
+    return tree ? 1 + nodesOf(tree->left) + nodesOf(tree->right) : 0;
+}
+
+TEST(PieceTree, StaysBalancedAndHasNoEmptyPieces) {
     PieceTree tree = sourcePiece(0, 4000);
-    for (std::int64_t at = 1; at < 4000; ++at) {
-        const auto [before, from] = split(tree, at);
+    for (std::int64_t cut = 0; cut < 8000; ++cut) {  // the second time between pieces
+        const auto [before, from] = split(tree, cut % 4000);
         tree = joined(before, from);
     }
     EXPECT_LT(depthOf(tree), 48);
+    EXPECT_EQ(nodesOf(tree), 4000);
+    EXPECT_EQ(silentPiece(0), nullptr);
 }
 
 // A recording of whole blocks with one peak each, and a shorter last block. Its file can be changed
@@ -131,6 +137,8 @@ TEST(Timeline, ColumnsOfTwoBlocksOrMoreReadNoSamples) {
     EXPECT_TRUE(filled(511));
     EXPECT_EQ(columns[1].maximum, 400 / 32768.0f);
     EXPECT_EQ(columns[2].maximum, 0.0f) << "the third is not part of the picture";
+    EXPECT_TRUE(timeline.columns(0, 600, 1060, std::span(columns).first(1)));
+    EXPECT_EQ(columns[1].maximum, 400 / 32768.0f);
     sound.cutOff();
     EXPECT_TRUE(filled(512));
     EXPECT_EQ(columns[0].maximum, 200 / 32768.0f);
@@ -148,6 +156,8 @@ TEST(PeakLevel, ReadsOnlyBlocksThatMayHoldTheLargestSample) {
     last.spoil(1, 32767);
     EXPECT_EQ(peakLevel(Timeline(last.source), {0, 3 * 256 - 100}), 30'000 / 32768.0);
     EXPECT_EQ(peakLevel(Timeline(last.source), {256, 300}), 32767 / 32768.0);  // part of a block
+    const BlockSound edges({30'000, 1000, 30'000, 0});  // the loud samples lie outside the range
+    EXPECT_EQ(peakLevel(Timeline(edges.source), {100, 550}), 1000 / 32768.0);
 }
 
 TEST(SourceSearch, ReadsOnlyBlocksThatMayBeLoud) {
@@ -227,9 +237,13 @@ TEST(Scans, ReportProgressAndStop) {
     }
     // Stopped before the work begins, between the two ends, and after the search.
     const std::tuple<Work, int, std::vector<int>> stops[] = {
-        {rows[0].first, -1, {0, 20, 45}}, {rows[1].first, -1, {}},
-        {rows[2].first, -1, {}},          {cut, -1, {}},
-        {rows[2].first, 50, {50}},        {cut, 100, {0, 100}}};
+        {rows[0].first, -1, {0, 20, 45}},
+        {rows[1].first, -1, {}},
+        {rows[2].first, -1, {}},
+        {cut, -1, {}},
+        {[&](const auto& progress) { findSilences(whole, 589, 1900, progress); }, -1, {}},
+        {rows[2].first, 50, {50}},
+        {cut, 100, {0, 100}}};
     for (const auto& [work, when, expected] : stops) {
         std::stop_source stop;
         std::vector<int> seen;

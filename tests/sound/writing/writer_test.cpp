@@ -251,7 +251,10 @@ TEST_F(Writer, UnfinishedWritesLeaveTheOldFileUntouched) {
         EXPECT_EQ(seen.back(), 100);
         std::filesystem::remove(folder_.path() / "new.wav");
     }
-    writeSound(NoiseSound(format, 4), 0, 4, {Container::Wav, format}, target_);
+    std::vector<int> seen;
+    writeSound(NoiseSound(format, 4), 0, 4, {Container::Wav, format}, target_,
+               {[&](int percent) { seen.push_back(percent); }, {}});
+    EXPECT_THAT(seen, ElementsAre(0, 100));
     struct stat now;
     ASSERT_EQ(stat(target_.c_str(), &now), 0);
     EXPECT_EQ(now.st_mode & 0777, 0640u);
