@@ -17,9 +17,9 @@ struct Run {
     qint16 nCommand = 0;                 // of the last SoundEditDone, for whichever file
     qint32 nResult = 0;                  // of the last engine operation; a run only traces it
     qint32 vlDuration = 0;               // length of the sound in ms when it was last read
-    qint16 viThreshold = 0;              // silence threshold, 0 to 32767
+    qint16 viThreshold{};                // silence threshold, 0 to 32767
 
-    qint64 soundMs = 0;  // estimated length of all the files together
+    qint64 soundMs{};  // estimated length of all the files together
     RunReport report;
 
     // Both fault with "Subscript out of range" before a listing has succeeded, fileInWork also past

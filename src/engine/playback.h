@@ -47,7 +47,7 @@ class Playback {
     EventQueue& events_;
     std::function<void(ErrorCode)> failed_;
     State state_ = State::AtRest;
-    quint64 play_ = 0;              // counts the calls of play()
+    quint64 play_{};                // counts the calls of play()
     quint64 over_ = 0;              // the last of them that ended by itself
     std::atomic<quint64> playing_;  // play_ for the player's thread
     int rate_ = 0;                  // of what played last, 0 before that

@@ -22,7 +22,7 @@ struct Session {
     QString loadedFolder;          // folder and name of the recording whose sound is loaded;
     QString loadedFile;            // vsWorkingFile differs after a load that was given up
     QString loadedScript;          // vsScriptFile at that load, even if left over from before
-    bool scriptWasThere = false;   // loadedScript was in loadedFolder then
+    bool scriptWasThere{};         // loadedScript was in loadedFolder then
     RecordingState recording;      // of loadedFile
     QString vsScriptFile;          // name of the workbook, without the folder
     QString vsWordFile;            // name of the Word document, without the folder

@@ -83,7 +83,7 @@ class IndividualExport {
     forms::frmMain& form_;
     Services services_;
     engine::OneShotTimer EDTTimerSoundExportDone;
-    float vfExportIndex = 0;   // row being exported, from 1; keeps its last value
+    float vfExportIndex{};     // row being exported, from 1; keeps its last value
     QList<Row> keptRows_;      // rows of the list before it was emptied; valid until an edit
     QString vsExportRunning;   // "Yes" from the start of a run until it has finished or is given up
     QString vsExportFile;      // full path of the file being written

@@ -128,7 +128,7 @@ std::int64_t Mp3Stream::decode(std::int64_t frames, std::uint8_t* bytes) {
 std::size_t Mp3Stream::decodeFloats(std::span<float> interleaved) {
     std::size_t done = 0;
     while (done < interleaved.size()) {
-        std::size_t bytes = 0;
+        std::size_t bytes{};
         const std::span<float> rest = interleaved.subspan(done);
         const int result = mpg123_read(handle_, rest.data(), rest.size_bytes(), &bytes);
         done += bytes / sizeof(float);
