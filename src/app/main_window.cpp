@@ -134,7 +134,7 @@ segmentation::SlipGuide::Services MainWindow::guideServices() {
 }
 
 segmentation::PromptList::Guide MainWindow::listGuide() {
-    return {.rowPressed = [this](int row) { waveformView_->showPressedRow(row); },
+    return {.rowPressed = [this](int row) { guide_.rowPressed(row); },
             .doubtfulRowAsked = [this](bool forward) { guide_.pressDoubtful(forward); },
             .tipOfRow = [this](int row) { return guide_.tipOfRow(row); }};
 }
@@ -213,6 +213,7 @@ void MainWindow::dropSound() {
     chain_.drop();
     detection_.drop();
     export_.drop();
+    guide_.forget();
 }
 
 // After a refused load, the project folder may differ from the folder of the loaded recording.

@@ -9,8 +9,11 @@ namespace tarnwick::segmentation {
 
 namespace {
 
-constexpr int kPasses = 2;          // that estimate the pace; a third one aligns
-constexpr double kLeastSure = 0.5;  // probability below which nothing is said
+constexpr int kPasses = 2;  // that estimate the pace; a third one aligns
+// The probability below which nothing is said. With equal counts, nothing proves that there is a
+// slip at all.
+constexpr double kLeastSure = 0.5;
+constexpr double kLeastSureOfEqual = 0.8;
 constexpr std::size_t kLeastRows = 3;
 // Of the alignment over none, in log-likelihood per stretch; below, script and recording do not
 // fit. A script whose prompts are all alike explains nothing, but its slips still show.
@@ -76,9 +79,10 @@ std::vector<LikelySlip> likelySlips(const SlipQuestion& question) {
     if (alignment.advantage() < kLeastAdvantage) return {};
     const std::vector<Place> places = alignment.places(alignment.best());
     if (static_cast<double>(places.size()) > kMostSlips * static_cast<double>(rows)) return {};
+    const double least = rows == question.lengths.size() ? kLeastSureOfEqual : kLeastSure;
     std::vector<LikelySlip> slips;
     for (const auto& [step, probability] : places)
-        if (probability >= kLeastSure)
+        if (probability >= least)
             slips.push_back({*slipOf(step.move), step.rows + 1, step.stretches + 1,
                              step.move == Move::Merged
                                  ? shareOfFirst(loads, static_cast<std::size_t>(step.rows), pace)

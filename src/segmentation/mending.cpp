@@ -8,7 +8,9 @@ namespace tarnwick::segmentation {
 
 namespace {
 
-constexpr qint32 kQuietMs = 300;      // length of the quiet place for a pause
+constexpr qint32 kQuietMs = 300;           // length of the quiet place for a pause
+constexpr qint32 kWidestViewMs = 120'000;  // in which a stretch of a second is some pixels wide
+constexpr qint32 kNarrowViewMs = 30'000;
 constexpr qint32 kColumnMs = 10;      // resolution of the search for it
 constexpr double kSearchPart = 0.25;  // of the stretch, on either side of the projected border
 constexpr qint32 kSearchMs = 2500;    // the same, at most
@@ -109,8 +111,9 @@ ViewRange mendingOf(const LikelySlip& slip, const SilenceArray& silences, qint32
 }
 
 ViewRange viewShowing(ViewRange range, ViewRange now) {
-    if (range.begin >= now.begin && range.end <= now.end) return now;
-    const qint32 width = now.end - now.begin;
+    const bool narrow = now.end - now.begin > kWidestViewMs;
+    if (!narrow && range.begin >= now.begin && range.end <= now.end) return now;
+    const qint32 width = narrow ? kNarrowViewMs : now.end - now.begin;
     const qint32 begin = std::max(middleOf(range) - width / 2, 0);
     return {begin, begin + width};
 }

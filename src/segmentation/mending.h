@@ -23,7 +23,8 @@ qint32 placeOf(const LikelySlip& slip, const SilenceArray& silences);
 ViewRange mendingOf(const LikelySlip& slip, const SilenceArray& silences, qint32 shortestPauseMs,
                     const engine::Waveform& waveform);
 
-// The view of the present width that shows `range` in its middle; `now` if it already shows it.
+// The view that shows `range` in its middle, narrowed to half a minute if `now` is so wide that the
+// range would hardly be seen; else with the width of `now`, or `now` if it already shows the range.
 ViewRange viewShowing(ViewRange range, ViewRange now);
 
 }  // namespace tarnwick::segmentation

@@ -21,12 +21,16 @@ QString withoutStretch(qint32 start) {
 
 }  // namespace
 
+QString timesText(const QString& begin, const QString& end, qint32 length) {
+    return u"%1 to %2, %3"_qs.arg(begin, end, seconds(length));
+}
+
 QStringList rowTip(const RowFacts& facts) {
     const AlignmentRow& timing = facts.timing;
     QStringList lines{u"Row %1: %2"_qs.arg(facts.row).arg(facts.prompt.FileName),
                       shortened(facts.prompt.Content)};
     if (!facts.hasStretch) return lines << withoutStretch(timing.Start);
-    lines << u"%1 to %2, %3"_qs.arg(facts.begin, facts.end, seconds(timing.Actual));
+    lines << timesText(facts.begin, facts.end, timing.Actual);
     if (timing.flagged)
         lines << u"Red: %1; %2 %3 at %4 a minute would take %5."_qs.arg(
             seconds(timing.Actual), facts.prompt.Words,

@@ -21,6 +21,9 @@ struct RowFacts {
 // start, if it is long), the time, why it is red.
 QStringList rowTip(const RowFacts& facts);
 
+// The line with the times of a stretch: "0:01 to 0:06, 5.2 s". The length is in ms.
+QString timesText(const QString& begin, const QString& end, qint32 length);
+
 // Lines as a tool tip that wraps and shows every character as it is.
 QString wrappedTip(const QStringList& lines);
 

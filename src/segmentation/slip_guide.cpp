@@ -29,6 +29,8 @@ int SlipGuide::stretches() const {
     return std::clamp(services_.EDT.SilencePositionsGetCount() - 1, 0, model::kSilenceSlots - 1);
 }
 
+QString SlipGuide::timeText(qint32 ms) const { return services_.EDT.FormatMs(ms, 0, 1); }
+
 void SlipGuide::listRebuilt() {
     wordsPerMinute_ = runtime::val(form_.txbSpeed->text());
     slips_ = findSlips();
@@ -36,6 +38,19 @@ void SlipGuide::listRebuilt() {
     showInList();
     showAtCounters();
     tellOfSlips();
+}
+
+void SlipGuide::forget() {
+    slips_.clear();
+    pressed_ = 0;
+    services_.showRows({}, {});
+    showAtCounters();
+    services_.notices.settle(slipTopic());
+}
+
+void SlipGuide::rowPressed(int row) {
+    pressed_ = row;
+    services_.showPressedRow(row);
 }
 
 std::vector<LikelySlip> SlipGuide::findSlips() const {
@@ -86,6 +101,7 @@ void SlipGuide::tellOfSlips() {
 std::vector<int> SlipGuide::doubtfulRows() const {
     const int rows = form_.lvAudioDetails->topLevelItemCount();
     std::vector<int> doubtful;
+    if (rows == 0) return doubtful;  // while a scan is under way
     for (const LikelySlip& slip : slips_)
         doubtful.push_back(rowOf(slip, rows));
     if (!doubtful.empty()) return doubtful;
@@ -97,12 +113,11 @@ std::vector<int> SlipGuide::doubtfulRows() const {
 
 void SlipGuide::pressDoubtful(bool forward) {
     const std::vector<int> rows = doubtfulRows();
-    const int current = services_.session.viCurrentRow;
     if (forward) {
-        const auto next = std::ranges::upper_bound(rows, current);
+        const auto next = std::ranges::upper_bound(rows, pressed_);
         if (next != rows.end()) services_.pressRow(*next);
     } else {
-        const auto next = std::ranges::lower_bound(rows, current);
+        const auto next = std::ranges::lower_bound(rows, pressed_);
         if (next != rows.begin()) services_.pressRow(*std::prev(next));
     }
 }
@@ -144,16 +159,25 @@ QString SlipGuide::tipOfRow(int row) const {
 }
 
 QString SlipGuide::tipOfStretch(int stretch) const {
-    const QStringList lines = linesOf(stretch);
-    return wrappedTip(
-        lines.isEmpty() ? QStringList(u"Stretch %1: the script has no row for it."_qs.arg(stretch))
-                        : lines);
+    QStringList lines = linesOf(stretch);
+    if (lines.isEmpty() && stretch >= 1 && stretch <= stretches()) {
+        const auto index = static_cast<std::size_t>(stretch);
+        const qint32 begin = services_.silences[index - 1].FinishAt;
+        const qint32 end = services_.silences[index].StartAt;
+        lines << u"Stretch %1: the script has no row for it."_qs.arg(stretch)
+              << timesText(timeText(begin), timeText(end), end - begin);
+    }
+    return lines.isEmpty() ? QString() : wrappedTip(lines);
 }
 
 QString SlipGuide::tipOfSlip(int slip) const {
     if (slip < 0 || slip >= static_cast<int>(slips_.size())) return {};
-    return wrappedTip({sentenceOf(slips_[static_cast<std::size_t>(slip)]),
-                       u"Double click, or M, selects the place to edit."_qs});
+    const LikelySlip& likely = slips_[static_cast<std::size_t>(slip)];
+    return wrappedTip(
+        {sentenceOf(likely), likely.kind == LikelySlip::Missing
+                                 ? u"A double click, or M, sets the cursor where it would stand."_qs
+                                 : u"A double click, or M, selects the place to edit. Listen to it "
+                                   u"first."_qs});
 }
 
 }  // namespace tarnwick::segmentation

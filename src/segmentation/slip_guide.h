@@ -42,8 +42,15 @@ class SlipGuide {
     // Call when the list is filled again after a scan.
     void listRebuilt();
 
+    // Call when the sound is dropped: takes back what was shown.
+    void forget();
+
+    // Call when a row is pressed, from 1.
+    void rowPressed(int row);
+
     // Presses the next or the previous doubtful row: one with a likely slip or, if there is none in
-    // the whole list, one that is flagged. Does nothing at the end.
+    // the whole list, one that is flagged. The first one if no row of this sound has been pressed.
+    // Does nothing at the end.
     void pressDoubtful(bool forward);
 
     // Selects on the waveform where the edit belongs that mends slip `slip` (from 0), and shows it.
@@ -57,6 +64,7 @@ class SlipGuide {
 
   private:
     int stretches() const;
+    QString timeText(qint32 ms) const;
     std::vector<LikelySlip> findSlips() const;
     std::vector<int> doubtfulRows() const;
     QStringList linesOf(int row) const;
@@ -68,6 +76,7 @@ class SlipGuide {
     forms::frmMain& form_;
     Services services_;
     std::vector<LikelySlip> slips_;
+    int pressed_ = 0;              // row pressed last; 0 if none was since the load
     double wordsPerMinute_ = 0.0;  // that the list was filled with
 };
 

@@ -87,7 +87,9 @@ void WaveformColours::chooseRowColours(const QColor& text, const QColor& accent)
         return contrast(colour, ground) >= kGraphic &&
                contrast(selected(colour), selected(ground)) >= kGraphic;
     };
-    for (double share = 0.09; share > 0.0; share -= 0.02) {
+    // The eye tells two dark greys apart less easily than two light ones.
+    for (double share = luminance(background) < luminance(text) ? 0.15 : 0.09; share > 0.0;
+         share -= 0.02) {
         band = blend(background, text, share);
         if (standsOut(wave, band)) break;
     }

@@ -22,7 +22,10 @@ bool WaveformRows::show(const RowMarks& marks) {
     return set({waveform_.silences().empty() ? RowMarks{} : marks, shown_.pressed});
 }
 
-bool WaveformRows::press(int row) { return std::exchange(shown_.pressed, row) != row; }
+bool WaveformRows::press(int row, const TimeRange& view) {
+    pressedIn_ = view;
+    return std::exchange(shown_.pressed, row) != row;
+}
 
 bool WaveformRows::forget() { return set({}); }
 
@@ -61,11 +64,10 @@ std::optional<int> WaveformRows::slipMeant(const TimeRange& view) const {
     const Silences silences = waveform_.silences();
     if (const auto pressed = stretchTimes(silences, shown_.pressed)) {
         const auto last = static_cast<std::size_t>(shown_.pressed);
-        const double begin = std::max<double>(view.beginMs, silences[last - 1].start);
-        const double end = std::min<double>(view.endMs, silences[last].finish);
         const auto slip = slipNearest((pressed->beginMs + pressed->endMs) / 2);
-        const qint32 ms = slip ? shown_.marks.slipsMs[static_cast<std::size_t>(*slip)] : 0;
-        if (slip && ms >= begin && ms <= end) return slip;
+        const qint32 ms = slip ? shown_.marks.slipsMs[static_cast<std::size_t>(*slip)] : -1;
+        const bool seen = pressedIn_ == view || (ms >= view.beginMs && ms <= view.endMs);
+        if (seen && ms >= silences[last - 1].start && ms <= silences[last].finish) return slip;
     }
     return slipNearest((view.beginMs + view.endMs) / 2);
 }

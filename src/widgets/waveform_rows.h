@@ -33,7 +33,7 @@ class WaveformRows {
     void toggle() { on_ = !on_; }
     // These return true if the rows changed. Marks without silences are not kept.
     bool show(const RowMarks& marks);
-    bool press(int row);
+    bool press(int row, const TimeRange& view);
     bool forget();
 
     void setTips(std::function<QString(int)> ofStretch, std::function<QString(int)> ofSlip);
@@ -46,9 +46,9 @@ class WaveformRows {
     std::optional<int> slipAt(const QPointF& place, const WaveformLayout& layout,
                               const TimeRange& view) const;
     std::optional<int> slipNearest(double ms) const;
-    // The mark that the operator has in mind: one at the pressed stretch or in the pauses beside it
-    // if it is in the view, as after a press of a doubtful row in a wide view; else the mark
-    // nearest to the middle of the view.
+    // The mark that the operator has in mind: one at the pressed stretch, or in the pauses beside
+    // it, if it is in the view or the view is the one in which the row was pressed (a press does
+    // not always move the view); else the mark nearest to the middle of the view.
     std::optional<int> slipMeant(const TimeRange& view) const;
 
   private:
@@ -58,6 +58,7 @@ class WaveformRows {
     const engine::Waveform& waveform_;
     bool on_ = true;
     ShownRows shown_;
+    std::optional<TimeRange> pressedIn_;  // the view when the row was pressed
     std::function<QString(int)> tipOfStretch_;
     std::function<QString(int)> tipOfSlip_;
 };

@@ -163,7 +163,7 @@ void WaveformView::showRows(const RowMarks& marks) {
 }
 
 void WaveformView::showPressedRow(int row) {
-    if (rows_.press(row)) redrawRows();
+    if (rows_.press(row, shownRange(waveform_))) redrawRows();
 }
 
 void WaveformView::setTips(std::function<QString(int)> ofStretch,

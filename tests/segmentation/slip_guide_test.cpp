@@ -146,19 +146,30 @@ TEST_F(Guide, PressesTheNextDoubtfulRow) {
     lengths[2] *= 2;
     lengths[7] *= 2;
     scan();
+    guide.pressDoubtful(true);
+    guide.rowPressed(5);
     for (const bool forward : {true, false})
         guide.pressDoubtful(forward);
-    EXPECT_EQ(pressed, (QList<int>{8, 3})) << "flagged rows, from row 5 on and back";
+    EXPECT_EQ(pressed, (QList<int>{3, 8, 3})) << "flagged rows: the first, then around row 5";
 
     lengths.insert(lengths.begin() + 8, 250);
     scan();
-    for (const qint16 current : {5, 9, 12}) {
-        session.viCurrentRow = current;
+    for (const int current : {5, 9, 12}) {
+        guide.rowPressed(current);
         pressed.clear();
         for (const bool forward : {true, false})
             guide.pressDoubtful(forward);
         EXPECT_EQ(pressed, QList<int>(current == 9 ? 0 : 1, 9)) << "only likely slips, " << current;
     }
+    pressed.clear();
+    form.lvAudioDetails->clear();
+    guide.pressDoubtful(false);
+    guide.forget();
+    EXPECT_TRUE(pressed.isEmpty()) << "a scan is under way, or the sound is gone";
+    EXPECT_EQ(form.txbNberAudioFiles->toolTip(), u"13");
+    EXPECT_EQ(desk.notices.settled.last(), u"slips");
+    guide.selectMending(0);
+    EXPECT_EQ(guide.tipOfSlip(0), u"");
 }
 
 TEST_F(Guide, ExplainsRowsAndStretches) {

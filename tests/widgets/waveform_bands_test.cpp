@@ -278,6 +278,9 @@ TEST_F(WaveformBands, ADoubleClickOnAMarkOrItsKeyAsksForMending) {
         key(Qt::Key_M);
         EXPECT_EQ(mended.back(), slip) << pressed;
     }
+    view.showPressedRow(3);
+    key(Qt::Key_M);
+    EXPECT_EQ(mended.back(), 2) << "the press did not move the view";
     mended.resize(2);
     edit();
     key(Qt::Key_M);
