@@ -86,7 +86,7 @@ void SlipGuide::showInList() {
 
 void SlipGuide::showAtCounters() {
     for (QLineEdit* counter : {form_.txbNberAudioFiles, form_.txbNberFileNames})
-        counter->setToolTip(slips_.empty() ? counter->text() : listOf(slips_));
+        counter->setToolTip(listOf(slips_));
 }
 
 void SlipGuide::tellOfSlips() {
