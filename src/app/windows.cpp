@@ -7,6 +7,7 @@
 #include <chrono>
 
 #include "app/batch_window.h"
+#include "app/window_keys.h"
 #include "forms/frm_batch_processor.h"
 #include "forms/frm_frame.h"
 #include "forms/frm_main.h"
@@ -26,6 +27,8 @@ Windows::Windows(forms::frmFrame& frame, forms::frmMain& main, const Services& s
                  engine::SoundEditor& EDT)
     : frame_(frame), main_(main), services_(services), EDT_(EDT) {
     frame_.setMenuBar(main_.menuBar);
+    addMenuKeys(*main_.menuBar);
+    clickOnEscape(*main_.frPreferences, *main_.cbPreferencesIgnore);
     // No title bar: the frame's caption is enough, and the window must not be dragged.
     const QSize size = main_.size();
     mainChild_ = frame_.mdiArea->addSubWindow(&main_, Qt::FramelessWindowHint);
@@ -82,15 +85,19 @@ Form* Windows::openInstead(std::function<void()> closed) {
     insteadClosed_ = std::move(closed);
     runtime::onEvent(services_.failure, form->cbClose, &QPushButton::clicked, instead_,
                      [child = instead_] { child->close(); });
+    clickOnEscape(*form, *form->cbClose);
     return form;
 }
 
 void Windows::showInstead() {
     instead_->widget()->show();
     instead_->show();
-    // Scrolls to the window on a small screen, after the MDI area has placed it.
+    // After the MDI area has placed and activated the window: scrolls to it on a small screen, and
+    // gives it the focus if nothing in it has, as it would get no keys without.
     QTimer::singleShot(0, instead_, [this, child = instead_] {
-        if (child) frame_.reveal(*child);
+        if (!child) return;
+        frame_.reveal(*child);
+        if (!child->isAncestorOf(QApplication::focusWidget())) child->widget()->setFocus();
     });
 }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QShortcut>
+
 #include "app/appearance.h"
 #include "journey.h"
 #include "support/text_table.h"
@@ -275,6 +277,39 @@ TEST_F(Page, HelpOpensOutsideDocuments) {
         form().mnuHelpAbout->trigger();
         EXPECT_EQ(about->pos(), QPoint(7, 8)) << "an open box is only raised";
         about->close();
+    }
+}
+
+TEST_F(Page, KeysOpenTheMenusAndEscapeLeaves) {
+    const auto press = [](QWidget& owner, const QKeySequence& key) {
+        int pressed = 0;
+        for (QShortcut* shortcut : owner.findChildren<QShortcut*>(Qt::FindDirectChildrenOnly))
+            if (shortcut->key() == key && ++pressed) Q_EMIT shortcut->activated();
+        return pressed == 1;
+    };
+    for (const auto& [key, menu] : {std::pair{u"Alt+F"_qs, form().mnuFile},
+                                    {u"Alt+W"_qs, form().mnuWindows},
+                                    {u"Alt+T"_qs, form().mnuTools},
+                                    {u"Alt+H"_qs, form().mnuHelp},
+                                    {u"F10"_qs, form().mnuFile}}) {
+        EXPECT_TRUE(press(*form().menuBar, QKeySequence(key)));
+        EXPECT_TRUE(menu->isVisible()) << key.toStdString();
+        menu->close();
+    }
+    form().mnuPreferences->trigger();
+    EXPECT_TRUE(press(*form().frPreferences, Qt::Key_Escape));
+    EXPECT_TRUE(form().frPreferences->isHidden());
+    for (QAction* opens : {form().mnuBatchProcessor, form().mnuRenameWizard}) {
+        opens->trigger();
+        auto* close = find<QPushButton>(u"cbClose"_qs);
+        ASSERT_TRUE(close != nullptr && !form().isVisible());
+        close->setEnabled(false);
+        EXPECT_TRUE(press(*close->parentWidget(), Qt::Key_Escape));
+        EXPECT_TRUE(close->isVisible()) << "a run is under way";
+        close->setEnabled(true);
+        press(*close->parentWidget(), Qt::Key_Escape);
+        EXPECT_TRUE(form().isVisible());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
 
