@@ -21,7 +21,7 @@ struct Guide : test::MainDesk {
     std::vector<qint32> lengths;
     std::vector<bool> flagged;
     std::vector<qint32> places;
-    QList<int> pressed, shown;
+    std::vector<int> pressed, shown;
     segmentation::SlipGuide guide{
         form,
         {session, script, silences, alignment, EDT, desk.notices,
@@ -29,7 +29,7 @@ struct Guide : test::MainDesk {
              flagged = rows;
              places = slips;
          },
-         [this](int row) { shown << row; }, [this](int row) { pressed << row; }}};
+         [this](int row) { shown.push_back(row); }, [this](int row) { pressed.push_back(row); }}};
 
     void SetUp() override {
         MainDesk::SetUp();
@@ -79,7 +79,7 @@ TEST_F(Guide, TellsOfTheLikeliestSlipsWhenTheCountersAreRed) {
         EXPECT_EQ(counter->toolTip(),
                   u"Row 5: stretches 5 and 6 together fit it: a pause inside the prompt.");
     EXPECT_EQ(places, std::vector<qint32>{startOf(5) + 1000});
-    EXPECT_EQ(shown, QList<int>{5});
+    EXPECT_EQ(shown, std::vector<int>{5});
 
     lengths[4] += lengths[5];
     lengths.erase(lengths.begin() + 5);
@@ -141,7 +141,7 @@ TEST_F(Guide, SelectsWhereTheEditBelongs) {
 TEST_F(Guide, PressesTheNextDoubtfulRow) {
     scan();
     guide.pressDoubtful(true);
-    EXPECT_TRUE(pressed.isEmpty()) << "nothing is doubtful";
+    EXPECT_TRUE(pressed.empty()) << "nothing is doubtful";
 
     lengths[2] *= 2;
     lengths[7] *= 2;
@@ -150,7 +150,7 @@ TEST_F(Guide, PressesTheNextDoubtfulRow) {
     guide.rowPressed(5);
     for (const bool forward : {true, false})
         guide.pressDoubtful(forward);
-    EXPECT_EQ(pressed, (QList<int>{3, 8, 3})) << "flagged rows: the first, then around row 5";
+    EXPECT_EQ(pressed, (std::vector<int>{3, 8, 3})) << "flagged rows: the first, then around row 5";
 
     lengths.insert(lengths.begin() + 8, 250);
     scan();
@@ -159,13 +159,14 @@ TEST_F(Guide, PressesTheNextDoubtfulRow) {
         pressed.clear();
         for (const bool forward : {true, false})
             guide.pressDoubtful(forward);
-        EXPECT_EQ(pressed, QList<int>(current == 9 ? 0 : 1, 9)) << "only likely slips, " << current;
+        EXPECT_EQ(pressed, std::vector<int>(current == 9 ? 0 : 1, 9))
+            << "only likely slips, " << current;
     }
     pressed.clear();
     form.lvAudioDetails->clear();
     guide.pressDoubtful(false);
     guide.forget();
-    EXPECT_TRUE(pressed.isEmpty()) << "a scan is under way, or the sound is gone";
+    EXPECT_TRUE(pressed.empty()) << "a scan is under way, or the sound is gone";
     EXPECT_EQ(form.txbNberAudioFiles->toolTip(), u"");
     EXPECT_EQ(desk.notices.settled.last(), u"slips");
     guide.selectMending(0);
@@ -207,7 +208,7 @@ TEST_F(Guide, IsAskedByTheList) {
     QList<bool> asked;
     segmentation::PromptList list(
         form, desk.failure, state, session, EDT,
-        {[this](int row) { shown << row; }, [&](bool forward) { asked << forward; },
+        {[this](int row) { shown.push_back(row); }, [&](bool forward) { asked << forward; },
          [this](int row) { return guide.tipOfRow(row); }});
     scan();
     shown.clear();
@@ -218,9 +219,9 @@ TEST_F(Guide, IsAskedByTheList) {
             QApplication::sendEvent(form.lvAudioDetails, &key);
         }
     EXPECT_EQ(asked, (QList<bool>{true, false}));
-    EXPECT_TRUE(shown.isEmpty()) << "the release presses nothing";
+    EXPECT_TRUE(shown.empty()) << "the release presses nothing";
     list.pressRow(7);
-    EXPECT_EQ(shown, QList<int>{7});
+    EXPECT_EQ(shown, std::vector<int>{7});
     EXPECT_EQ(session.viCurrentRow, 7);
 
     frame.show();
