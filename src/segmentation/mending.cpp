@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace tarnwick::segmentation {
@@ -71,6 +72,22 @@ qint32 quietestIn(const engine::Waveform& waveform, ViewRange range, qint32 want
 
 ViewRange caretAt(qint32 ms) { return {ms, ms}; }
 
+// The middle of a pause. What stays at its ends keeps the words from running into each other.
+ViewRange partToCut(ViewRange pause, qint32 shortestPauseMs) {
+    const qint32 kept = shortestPauseMs / 3;
+    const qint32 begin = pause.begin + kept / 2;
+    return {begin, std::max(pause.end - (kept - kept / 2), begin)};
+}
+
+qint32 placeForPause(const LikelySlip& slip, ViewRange stretch, const engine::Waveform& waveform) {
+    const qint32 border = borderOf(slip, stretch);
+    const auto reach =
+        std::min(kSearchMs, static_cast<qint32>(kSearchPart * (stretch.end - stretch.begin)));
+    const ViewRange search{std::max(border - reach, stretch.begin),
+                           std::min(border + reach, stretch.end)};
+    return quietestIn(waveform, search, border);
+}
+
 }  // namespace
 
 qint32 placeOf(const LikelySlip& slip, const SilenceArray& silences) {
@@ -89,23 +106,15 @@ qint32 placeOf(const LikelySlip& slip, const SilenceArray& silences) {
 
 ViewRange mendingOf(const LikelySlip& slip, const SilenceArray& silences, qint32 shortestPauseMs,
                     const engine::Waveform& waveform) {
-    const ViewRange stretch = stretchOf(slip.stretch, silences);
-    if (slip.kind == LikelySlip::Extra) return stretch;
-    if (slip.kind == LikelySlip::Split) {
-        // A short pause stays, so that the words do not run into each other.
-        const ViewRange pause = pauseOf(slip.stretch, silences);
-        const qint32 kept = std::max(shortestPauseMs, 0) / 3;
-        return {pause.begin + kept / 2,
-                std::max(pause.end - (kept - kept / 2), pause.begin + kept / 2)};
-    }
-    if (slip.kind == LikelySlip::Merged) {
-        const qint32 border = borderOf(slip, stretch);
-        const auto reach =
-            std::min(kSearchMs, static_cast<qint32>(kSearchPart * (stretch.end - stretch.begin)));
-        return caretAt(quietestIn(
-            waveform,
-            {std::max(border - reach, stretch.begin), std::min(border + reach, stretch.end)},
-            border));
+    switch (slip.kind) {
+        case LikelySlip::Split:
+            return partToCut(pauseOf(slip.stretch, silences), shortestPauseMs);
+        case LikelySlip::Merged:
+            return caretAt(placeForPause(slip, stretchOf(slip.stretch, silences), waveform));
+        case LikelySlip::Extra:
+            return stretchOf(slip.stretch, silences);
+        case LikelySlip::Missing:
+            break;  // `stretch` may be one past the last
     }
     return caretAt(placeOf(slip, silences));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QtGlobal>
-#include <span>
 
 #include "engine/waveform.h"
 #include "segmentation/likely_slips.h"
@@ -18,8 +17,8 @@ namespace tarnwick::segmentation {
 qint32 placeOf(const LikelySlip& slip, const SilenceArray& silences);
 
 // What to select: an extra stretch, to be deleted; so much of the pause inside a split row that the
-// rest no longer divides it, with pauses of `shortestPauseMs` dividing; else a caret (begin equal
-// to end), for merged rows in the quietest place near the projected border.
+// rest no longer divides it, with pauses of `shortestPauseMs` (from 0) dividing; else a caret
+// (begin equal to end), for merged rows in the quietest place near the projected border.
 ViewRange mendingOf(const LikelySlip& slip, const SilenceArray& silences, qint32 shortestPauseMs,
                     const engine::Waveform& waveform);
 

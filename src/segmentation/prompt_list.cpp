@@ -102,7 +102,7 @@ bool PromptList::keyPressed(const QKeyEvent& key) {
     }
     const bool shift = key.modifiers() == Qt::ShiftModifier;
     if (key.key() == Qt::Key_N && (shift || key.modifiers() == Qt::NoModifier)) {
-        if (guide_.doubtfulRowAsked) guide_.doubtfulRowAsked(!shift);
+        if (guide_.doubtfulRowAsked && !key.isAutoRepeat()) guide_.doubtfulRowAsked(!shift);
         return true;
     }
     if (key.modifiers() != Qt::NoModifier) return false;

@@ -13,6 +13,8 @@ namespace tarnwick::segmentation {
 
 namespace {
 
+constexpr double kLongestPauseMs = 3'600'000.0;
+
 double lettersOf(const QString& content) {
     const QList<uint> signs = content.toUcs4();
     return static_cast<double>(
@@ -33,6 +35,9 @@ QString SlipGuide::timeText(qint32 ms) const { return services_.EDT.FormatMs(ms,
 
 void SlipGuide::listRebuilt() {
     wordsPerMinute_ = runtime::val(form_.txbSpeed->text());
+    // The boxes hold any text, also after a scan.
+    shortestPauseMs_ = static_cast<qint32>(
+        std::clamp(runtime::val(form_.txbSilence->text()), 0.0, kLongestPauseMs));
     slips_ = findSlips();
     showOnWaveform();
     showInList();
@@ -54,7 +59,7 @@ void SlipGuide::rowPressed(int row) {
 }
 
 std::vector<LikelySlip> SlipGuide::findSlips() const {
-    SlipQuestion question{{}, {}, {}, runtime::val(form_.txbSilence->text())};
+    SlipQuestion question{{}, {}, {}, double(shortestPauseMs_)};
     for (int row = 1; row <= services_.script.viPromptCount; ++row) {
         const model::PromptRow& prompt = services_.script.Prompts[static_cast<std::size_t>(row)];
         question.words.push_back(std::max(runtime::val(prompt.Words), 1.0));
@@ -125,9 +130,8 @@ void SlipGuide::pressDoubtful(bool forward) {
 void SlipGuide::selectMending(int slip) {
     if (slip < 0 || slip >= static_cast<int>(slips_.size())) return;
     engine::Waveform& waveform = services_.EDT.waveform();
-    const ViewRange range =
-        mendingOf(slips_[static_cast<std::size_t>(slip)], services_.silences,
-                  static_cast<qint32>(runtime::val(form_.txbSilence->text())), waveform);
+    const ViewRange range = mendingOf(slips_[static_cast<std::size_t>(slip)], services_.silences,
+                                      shortestPauseMs_, waveform);
     ViewRange now;
     waveform.GetDisplayRange(now.begin, now.end);
     const ViewRange view = viewShowing(range, now);

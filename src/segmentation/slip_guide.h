@@ -53,7 +53,7 @@ class SlipGuide {
     // Does nothing at the end.
     void pressDoubtful(bool forward);
 
-    // Selects on the waveform where the edit belongs that mends slip `slip` (from 0), and shows it.
+    // Selects and shows the place on the waveform at which an edit would mend slip `slip`, from 0.
     void selectMending(int slip);
 
     // Tool tips for row and stretch (both from 1; the row of a stretch has its number) and for slip
@@ -76,8 +76,10 @@ class SlipGuide {
     forms::frmMain& form_;
     Services services_;
     std::vector<LikelySlip> slips_;
-    int pressed_ = 0;              // row pressed last; 0 if none was since the load
-    double wordsPerMinute_ = 0.0;  // that the list was filled with
+    int pressed_ = 0;  // row pressed last; 0 if none was since the load
+    // The settings that the list was filled with.
+    double wordsPerMinute_ = 0.0;
+    qint32 shortestPauseMs_ = 0;
 };
 
 }  // namespace tarnwick::segmentation

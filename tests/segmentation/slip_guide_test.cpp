@@ -136,6 +136,13 @@ TEST_F(Guide, SelectsWhereTheEditBelongs) {
     guide.selectMending(3);
     guide.selectMending(-1);
     EXPECT_TRUE(EDT.calls.isEmpty()) << "no such slip";
+
+    lengths.assign({1600, 3600, 800, 4800, 2400, 1200, 6000, 2000, 3200, 400, 2800});
+    form.txbSilence->setText(u"1e300"_qs);
+    scan();
+    ASSERT_EQ(places.size(), 1u) << "the last row was not read";
+    guide.selectMending(0);
+    EXPECT_EQ(EDT.calls.last(), u"SetSelection 1 %1 %1"_qs.arg(startOf(11) + 1000));
 }
 
 TEST_F(Guide, PressesTheNextDoubtfulRow) {
