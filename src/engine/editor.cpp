@@ -182,7 +182,7 @@ qint64 Editor::exportBytes(qint32 frequencyHz, qint32 channels, qint64 lengthMs)
 }
 
 qint32 Editor::SoundExport(qint32 frequencyHz, qint32 channels, qint32, qint32 beginMs,
-                           qint32 endMs, const QString& path) {
+                           qint32 endMs, const QString& path, std::function<bool()> before) {
     if (!sound_.timeline) return refuse(Operation::Export, {kNoSound}, path);
     sound::OutputFormat output;
     const ErrorCode code = outputFormat(formats_, frequencyHz, channels, output);
@@ -190,7 +190,7 @@ qint32 Editor::SoundExport(qint32 frequencyHz, qint32 channels, qint32, qint32 b
     const auto stretch = Stretch::of(beginMs, endMs, sound_.durationMs());
     if (path.isEmpty() || !stretch) return refuse(Operation::Export, {kBadRange}, path);
     exports_.add(*sound_.timeline, stretch->firstIn(*sound_.timeline),
-                 stretch->endIn(*sound_.timeline), output, path);
+                 stretch->endIn(*sound_.timeline), output, path, std::move(before));
     return kOk;
 }
 

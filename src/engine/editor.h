@@ -57,7 +57,7 @@ class Editor final : public SoundEditor, private Effects {
     FileFacts factsOf(const QString& path) const override;
     qint64 exportBytes(qint32 frequencyHz, qint32 channels, qint64 lengthMs) const override;
     qint32 SoundExport(qint32 frequencyHz, qint32 channels, qint32 mode, qint32 beginMs,
-                       qint32 endMs, const QString& path) override;
+                       qint32 endMs, const QString& path, std::function<bool()> before) override;
     qint32 SoundExportsPending() const override { return exports_.pending(); }
 
     Waveform& waveform() override { return waveform_; }

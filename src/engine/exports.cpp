@@ -72,14 +72,17 @@ Exports::Exports(EventQueue& events, Done done)
 Exports::~Exports() { ending_.request_stop(); }
 
 void Exports::add(const sound::Timeline& timeline, qint64 first, qint64 end,
-                  const sound::OutputFormat& output, const QString& path) {
+                  const sound::OutputFormat& output, const QString& path,
+                  std::function<bool()> before) {
     ++pending_;
     const std::filesystem::path target = runtime::pathOf(path);
     const std::string key = keyOf(target);
-    const auto write = [this, timeline, first, end, output, path, target, key, call = calls_++,
+    const auto write = [this, timeline, first, end, output, path, target, key,
+                        before = std::move(before), call = calls_++,
                         generation = events_.generation(), stop = ending_.get_token()] {
         const Reason reason = attempt([&] {
             const Turn turn(key);
+            if (before && !before()) throw EditorError(kWriteFailed, "given up before writing");
             timeline.source()->checkUnchanged();
             sound::writeSound(timeline, first, end, output, target, {.percent = {}, .stop = stop});
         });

@@ -25,8 +25,9 @@ class Exports {
     Exports(EventQueue& events, Done done);
     ~Exports();  // cancels incomplete exports
 
+    // `before` may be empty; see SoundEditor::SoundExport.
     void add(const sound::Timeline& timeline, qint64 first, qint64 end,
-             const sound::OutputFormat& output, const QString& path);
+             const sound::OutputFormat& output, const QString& path, std::function<bool()> before);
 
     // Call when the sound is replaced. Pending exports are still written and reported as forgotten.
     void forget() { pending_ = 0; }

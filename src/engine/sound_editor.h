@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <functional>
 
 #include "engine/effects.h"
 #include "engine/encode_formats.h"
@@ -100,9 +101,12 @@ class SoundEditor : public QObject {
 
     // Writes the stretch in the present format of encodeFormats(), from a snapshot of the sound.
     // Ends with SoundExportDone, one event per call, in the order of the calls. The target is
-    // replaced completely or not at all. An empty path is refused and does no harm.
+    // replaced completely or not at all. An empty path is refused and does no harm. `before` runs
+    // first, on the thread that writes the file; if it returns false, nothing is written and the
+    // export fails. It must not throw, and can outlive the caller.
     virtual qint32 SoundExport(qint32 frequencyHz, qint32 channels, qint32 mode, qint32 beginMs,
-                               qint32 endMs, const QString& path) = 0;
+                               qint32 endMs, const QString& path,
+                               std::function<bool()> before = {}) = 0;
     // Exports of the present sound whose SoundExportDone has not been delivered yet.
     virtual qint32 SoundExportsPending() const = 0;
 

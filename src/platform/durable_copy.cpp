@@ -26,10 +26,13 @@ bool isTaken(const fs::path& path) {
     return fs::exists(fs::symlink_status(path, ignored));
 }
 
+// For a write that took nothing and gave no reason.
+std::error_code noSpace() { return std::make_error_code(std::errc::no_space_on_device); }
+
 std::error_code writeAll(int target, const char* bytes, std::size_t count) {
     while (count > 0) {
         const ssize_t written = TEMP_FAILURE_RETRY(::write(target, bytes, count));
-        if (written < 0) return lastError();
+        if (written <= 0) return written < 0 ? lastError() : noSpace();
         bytes += written;
         count -= static_cast<std::size_t>(written);
     }
@@ -43,19 +46,38 @@ void copyDate(int source, int target) {
     ::futimens(target, times);
 }
 
-// Copies all bytes and, where the file system allows it, the date of last modification.
-std::error_code copyContent(int source, int target) {
+// Copies the rest of the source through memory.
+std::error_code copyByHand(int source, int target) {
     std::vector<char> buffer(1 << 20);
     for (;;) {
         const ssize_t got = TEMP_FAILURE_RETRY(::read(source, buffer.data(), buffer.size()));
-        if (got < 0) return lastError();
-        if (got == 0) {
-            copyDate(source, target);
-            return ::fsync(target) == 0 ? std::error_code{} : lastError();
-        }
+        if (got <= 0) return got == 0 ? std::error_code{} : lastError();
         if (const auto error = writeAll(target, buffer.data(), static_cast<std::size_t>(got)))
             return error;
     }
+}
+
+// Lets the kernel copy, which shares the blocks where the file system can, or copies on the file
+// server. It stops early at what it cannot copy, such as the files of /proc, without an error.
+std::error_code copyInKernel(int source, int target) {
+    constexpr std::size_t kAtOnce = 1 << 30;
+    for (;;) {
+        const ssize_t copied =
+            TEMP_FAILURE_RETRY(::copy_file_range(source, nullptr, target, nullptr, kAtOnce, 0));
+        if (copied == 0) return {};
+        if (copied > 0) continue;
+        const bool never = errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
+                           errno == EOPNOTSUPP || errno == EPERM;
+        return never ? std::error_code{} : lastError();
+    }
+}
+
+// Copies all bytes and, where the file system allows it, the date of last modification.
+std::error_code copyContent(int source, int target) {
+    if (const auto error = copyInKernel(source, target)) return error;
+    if (const auto error = copyByHand(source, target)) return error;
+    copyDate(source, target);
+    return ::fsync(target) == 0 ? std::error_code{} : lastError();
 }
 
 // Flushes the folder entry of a file that was just named. Some network file systems cannot flush a

@@ -1,5 +1,7 @@
 #include "project/working_files.h"
 
+#include <QCoreApplication>
+
 #include "forms/frm_main.h"
 #include "forms/overlay.h"
 #include "project/empty_list.h"
@@ -183,17 +185,36 @@ void WorkingFiles::save() {
     EDT.encodeFormats().WAV.EncodeMode = engine::kWav24;
     const QString source = platform::pathIn(session.loadedFolder, session.loadedFile);
     const QString copy = copyName();
-    copyBeforeSave(source, copy);
     vfBackupCount += 1;
     reports_.saveStarts(copy);
-    EDT.SoundExport(kBackupFrequency, channels, 0, 0, -1, source);
+    // If the sound cannot be written in this way, the state on the disk is kept all the same.
+    if (EDT.SoundExport(kBackupFrequency, channels, 0, 0, -1, source,
+                        copyBeforeSave(source, copy)) != engine::kOk)
+        services_.files.CopyFile(source, copy);
 }
 
-// A Fault also tells which state of the recording is on the disk.
-void WorkingFiles::copyBeforeSave(const QString& source, const QString& copy) try {
-    services_.files.CopyFile(source, copy);
-} catch (const runtime::Fault& fault) {
-    if (!services_.files.FileExists(source)) throw;
+// What the engine does before it overwrites the recording. A long recording on a slow disk takes
+// minutes to copy, so the window does not wait for it. If the copy fails, the fault is raised in
+// the event loop, unless these windows are gone by then.
+std::function<bool()> WorkingFiles::copyBeforeSave(const QString& source, const QString& copy) {
+    return [this, &files = services_.files, alive = std::weak_ptr(alive_), source, copy] {
+        try {
+            files.CopyFile(source, copy);
+            return true;
+        } catch (const runtime::Fault& fault) {
+            const auto raise = [this, alive, source, fault] {
+                if (!alive.expired())
+                    services_.failure.unguarded([&] { copyFailed(source, fault); });
+            };
+            QMetaObject::invokeMethod(QCoreApplication::instance(), raise, Qt::QueuedConnection);
+            return false;
+        }
+    };
+}
+
+// Adds to the fault which state of the recording is on the disk.
+void WorkingFiles::copyFailed(const QString& source, const runtime::Fault& fault) const {
+    if (!services_.files.FileExists(source)) throw runtime::Fault(fault);
     throw runtime::Fault(fault.description(),
                          fault.detail() + u"; "_qs + stateOfFile(source, reports_.savedBefore()));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "engine/sound_editor.h"
 #include "model/session.h"
@@ -10,6 +11,7 @@
 #include "platform/open_dialog.h"
 #include "project/sound_reports.h"
 #include "runtime/failure_path.h"
+#include "runtime/fault.h"
 #include "runtime/process_state.h"
 
 namespace tarnwick::forms {
@@ -73,7 +75,8 @@ class WorkingFiles {
     bool tellOfEmptyList(const QString& reason);  // returns whether there was something to tell
     void makeBackupFolder();
     void save();
-    void copyBeforeSave(const QString& source, const QString& copy);
+    std::function<bool()> copyBeforeSave(const QString& source, const QString& copy);
+    [[noreturn]] void copyFailed(const QString& source, const runtime::Fault& fault) const;
     QString copyName() const;
 
     forms::frmMain& form_;
@@ -83,6 +86,7 @@ class WorkingFiles {
     float vfBackupCount = 0;        // copies made in this run
     bool backupWaits_ = false;      // until the pending exports are written
     std::optional<Choice> chosen_;  // waiting for the end of an export
+    const std::shared_ptr<const bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace tarnwick::project

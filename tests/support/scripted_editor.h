@@ -86,10 +86,11 @@ class ScriptedEditor : public engine::SoundEditor, public engine::Effects {
         return lengthMs * bytesPerMs;
     }
     qint32 SoundExport(qint32 frequency, qint32 channels, qint32 mode, qint32 begin, qint32 end,
-                       const QString& path) override {
+                       const QString& path, std::function<bool()> before) override {
         EXPECT_EQ(mode, 0);
         if (path.isEmpty() || refuseExports)
             return refused(engine::Operation::Export, engine::kBadFormat, path);
+        if (before && !before()) return engine::kOk;
         ++pending;
         exportPath = path;
         calls << u"SoundExport %1 %2 %3 %4 "_qs.arg(frequency).arg(channels).arg(begin).arg(end) +
