@@ -7,7 +7,7 @@
 TARNWICK_BUILD_PACKAGES=(
     build-essential cmake ninja-build pkg-config ccache
     qt6-base-dev libgl-dev
-    libsqlcipher-dev libzip-dev libpugixml-dev
+    libsqlcipher-dev libssl-dev libzip-dev libpugixml-dev
     libsndfile1-dev libmpg123-dev libmp3lame-dev libsoxr-dev libcubeb-dev
     libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
     weasyprint
