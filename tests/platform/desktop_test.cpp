@@ -14,7 +14,6 @@
 #include "platform/desktop_boxes.h"
 #include "platform/desktop_open_dialog.h"
 #include "platform/desktop_opener.h"
-#include "platform/program_folder.h"
 #include "runtime/file_names.h"
 #include "support/files.h"
 #include "support/wait_until.h"
@@ -169,18 +168,6 @@ TEST(SystemClock, CountsSecondsFromMidnight) {
         QDateTime now() const override { return {QDate(2024, 1, 2), QTime(12, 0, 1, 250)}; }
     } clock;
     EXPECT_EQ(clock.Timer(), 43201.25);
-}
-
-TEST(ProgramFolder, IsWhereTheExecutableLiesWhateverBytesItHas) {
-    EXPECT_EQ(platform::programFolder(), QCoreApplication::applicationDirPath());
-    EXPECT_EQ(platform::programFolder("/nowhere"), QCoreApplication::applicationDirPath());
-    const QTemporaryDir folder;
-    const std::string link = folder.path().toStdString() + "/exe";
-    for (const char* place : {"/a\xff\xc3", "/\xef\xbb\xbf.x", "/"}) {
-        std::filesystem::create_symlink(std::filesystem::path(place) / "Tarnwick", link);
-        EXPECT_EQ(runtime::bytesOfFileName(platform::programFolder(link)), place);
-        std::filesystem::remove(link);
-    }
 }
 
 }  // namespace

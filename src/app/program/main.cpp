@@ -1,7 +1,9 @@
 #include <QApplication>
 #include <QIcon>
+#include <QStandardPaths>
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 
 #include "app/appearance.h"
 #include "app/application.h"
@@ -38,6 +40,18 @@ class Program : public QApplication {
     }
 };
 
+// The program folder, or nothing if there is none that can be used; the operator has been told.
+std::optional<QString> findProgramFolder(platform::Boxes& boxes) {
+    try {
+        return platform::programFolder(
+            platform::executableFolder(),
+            QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    } catch (const runtime::Fault& fault) {
+        boxes.critical(QApplication::applicationName(), fault.description());
+        return {};
+    }
+}
+
 // Ends at once: asks no window and saves nothing. The targets of unfinished files are unchanged.
 [[noreturn]] void endProcess() { std::_Exit(EXIT_SUCCESS); }
 
@@ -58,6 +72,8 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon(u":/tarnwick/icon.png"_qs));
 
     platform::DesktopBoxes boxes;
+    const auto folder = findProgramFolder(boxes);
+    if (!folder) return EXIT_FAILURE;
     runtime::ProcessState state;
     const auto projectFolder = [&] { return state.vsProjectFolder; };
     platform::DesktopOpenDialog cmdlg(projectFolder);
@@ -69,11 +85,10 @@ int main(int argc, char** argv) {
     app::NoticeBoard notices(clock);
     platform::DesktopNotifications desktop(bus);
     runtime::FailurePath failure(
-        platform::programFolder(),
-        {.criticalBox = [&](const QString& title,
-                            const QString& text) { boxes.critical(title, text); },
-         .endProcess = endProcess,
-         .now = [&] { return clock.now(); }});
+        *folder, {.criticalBox = [&](const QString& title,
+                                     const QString& text) { boxes.critical(title, text); },
+                  .endProcess = endProcess,
+                  .now = [&] { return clock.now(); }});
     program.failure = &failure;
     settings::SettingsDatabase database;
     const auto editors = engine::createEditorDirectory();
