@@ -7,10 +7,10 @@
 TARNWICK_BUILD_PACKAGES=(
     build-essential cmake ninja-build pkg-config ccache
     qt6-base-dev libgl-dev
-    libsqlcipher-dev libzip-dev libpugixml-dev
+    libsqlcipher-dev libssl-dev libzip-dev libpugixml-dev
     libsndfile1-dev libmpg123-dev libmp3lame-dev libsoxr-dev libcubeb-dev
     libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
-    weasyprint
+    weasyprint librsvg2-bin
 )
 
 # To use the program: its fonts, the MP3 encoder that the program folder links to, xdg-open for
@@ -24,6 +24,14 @@ TARNWICK_RUN_PACKAGES=(
 # recorder, a message bus, and the tools that the benchmarks compare with.
 TARNWICK_TEST_PACKAGES=(
     clang-format git pulseaudio pulseaudio-utils dbus-daemon ffmpeg sox mpg123
+)
+
+# To make the packages (./package), and to check them (packaging/check).
+TARNWICK_PACKAGE_PACKAGES=(
+    dpkg-dev zstd git
+)
+TARNWICK_CHECK_PACKAGES=(
+    lintian desktop-file-utils appstream man-db xvfb xdotool
 )
 
 # For fuzz/run only.

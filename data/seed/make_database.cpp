@@ -1,13 +1,16 @@
+#include <openssl/rand.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <random>
 #include <string>
 
 #include "seed_values.h"
 #include "settings/cipher.h"
 
 // Makes the settings database that is delivered beside the executable.
-// Usage: tarnwick_seed <file>. An existing file is replaced.
+// Usage: tarnwick_seed <file>. An existing file is replaced. The bytes are the same in every build.
 
 namespace {
 
@@ -36,6 +39,23 @@ std::string statements() {
     return sql + "COMMIT;";
 }
 
+int repeatedBytes(unsigned char* bytes, int count) {
+    static std::mt19937 generator;
+    std::generate_n(bytes, count, [] { return generator() & 0xffu; });
+    return 1;
+}
+
+// The provider draws the salt of the file and the start value of each page from OpenSSL. In this
+// tool the draws repeat, so that a package can be built again byte for byte. That gives nothing
+// away: the password is the same everywhere, and the program writes pages with start values of its
+// own.
+void repeatRandomBytes() {
+    static RAND_METHOD method{};
+    method.bytes = repeatedBytes;
+    method.status = [] { return 1; };
+    RAND_set_rand_method(&method);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -43,6 +63,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: tarnwick_seed <file>\n");
         return 2;
     }
+    repeatRandomBytes();
     std::remove(argv[1]);
     sqlite3* database = nullptr;
     int code = sqlite3_open(argv[1], &database);

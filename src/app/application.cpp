@@ -11,6 +11,7 @@
 #include "forms/frm_main.h"
 #include "forms/scaling.h"
 #include "runtime/guarded.h"
+#include "runtime/product.h"
 #include "runtime/system_reason.h"
 
 namespace tarnwick::app {
@@ -26,7 +27,7 @@ Application::~Application() {
 
 void Application::Sub_Main() {
     runtime::FailurePath& failure = services_.failure;
-    failure.vsBuild = u"Build 682"_qs;
+    failure.vsBuild = QString::fromUtf16(runtime::product::kBuild);
     failure.Write_Log(failure.logDate());
     failure.Write_Log(u"Program launched"_qs);
     if (!services_.files.FileExists(platform::pathIn(failure.appPath(), u"Tarnwick.mdb"_qs)))

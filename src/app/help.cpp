@@ -1,13 +1,15 @@
 #include "app/help.h"
 
 #include "app/shell_notices.h"
-#include "app/web_pages.h"
 #include "forms/frm_main.h"
 #include "forms/units.h"
 #include "runtime/events.h"
 #include "runtime/guarded.h"
+#include "runtime/product.h"
 
 namespace tarnwick::app {
+
+namespace product = runtime::product;
 
 Help::Help(forms::frmMain& form, const Services& services)
     : services_(services), frmAbout_(form.window()) {
@@ -23,12 +25,12 @@ Help::Help(forms::frmMain& form, const Services& services)
     command(form.mnuProjectFolder, [this] { open(services_.state.vsProjectFolder); });
     command(form.mnuHelpAbout, [this] { mnuHelpAbout_Click(); });
     command(form.mnuManual, [this] { mnuManual_Click(); });
-    page(form.mnuHistory, u"frmFrame.mnuHistory_Click: ", browser, web::kChangeHistory);
+    page(form.mnuHistory, u"frmFrame.mnuHistory_Click: ", browser, product::kChangeHistory);
     page(form.mnuTutorialPresentation, u"frmFrame.mnuTutorialWhyVelmora_Click: ", video,
-         web::kPresentation);
-    page(form.mnuTutorialBP, u"frmFrame.mnuTutorialBP_Click: ", video, web::kBatchProcessing);
+         product::kPresentation);
+    page(form.mnuTutorialBP, u"frmFrame.mnuTutorialBP_Click: ", video, product::kBatchProcessing);
     page(form.mnuTutorialBasicScriptFormatting,
-         u"frmFrame.mnuTutorialBasicScriptFormatting_Click: ", video, web::kScriptFormatting);
+         u"frmFrame.mnuTutorialBasicScriptFormatting_Click: ", video, product::kScriptFormatting);
 }
 
 // If the manual is missing, shows a box and then still tries to open it, which only adds a notice.

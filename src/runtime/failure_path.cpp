@@ -7,14 +7,9 @@
 #include <system_error>
 
 #include "runtime/file_names.h"
+#include "runtime/product.h"
 
 namespace tarnwick::runtime {
-
-namespace {
-
-constexpr auto kSupportAddress = "support@tarnwick.example";
-
-}  // namespace
 
 FailurePath::FailurePath(QString appPath, FailureOutlets outlets)
     : appPath_(std::move(appPath)), outlets_(std::move(outlets)) {}
@@ -42,7 +37,7 @@ void FailurePath::Fatal_Error(const QString& text, const QString& shown) const {
             QStringLiteral("\r\n\r\nIf this error persists after restarting the program and/or the "
                            "PC,\r\nplease e-mail the Error.log file (located in the ") +
             readableFileName(appPath_) + QStringLiteral(" folder)\r\nto ") +
-            QLatin1String(kSupportAddress) + QStringLiteral(" for assistance."));
+            QString::fromUtf16(product::kSupportAddress) + QStringLiteral(" for assistance."));
     end();
 }
 

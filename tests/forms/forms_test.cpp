@@ -17,6 +17,7 @@
 #include "forms/scaling.h"
 #include "forms/texts.h"
 #include "forms/units.h"
+#include "runtime/product.h"
 #include "support/text_table.h"
 
 namespace tarnwick::forms {
@@ -278,7 +279,8 @@ TEST(SmallForms, AboutAndSheetChoiceAreSeparateWindows) {
     EXPECT_EQ(about.windowTitle(), QStringLiteral("About Tarnwick"));
     EXPECT_EQ(about.geometry(), QRect(133, 133, 488, 259));
     expectControls(about, R"(
-Label1|lbVersion=>>>Change in Sub_Main|Label2=support@tarnwick.example)");
+Label1|lbVersion=>>>Change in Sub_Main|Label2)");
+    EXPECT_EQ(about.Label2->text(), QString::fromUtf16(runtime::product::kSupportAddress));
 
     const frmSelectImportSheet choice(&owner);
     EXPECT_EQ(choice.windowTitle(), QStringLiteral("Select Worksheet to Import"));

@@ -10,6 +10,7 @@
 #include "runtime/guarded.h"
 #include "runtime/levels.h"
 #include "runtime/numbers.h"
+#include "runtime/product.h"
 #include "support/fault_of.h"
 #include "support/in_region.h"
 #include "support/scripted_ports.h"
@@ -50,7 +51,8 @@ TEST(FailurePath, AGuardedFaultLeavesItsRecordAndEnds) {
                           u"Error: frmMain.Import_Excel: Type mismatch, Line 20\r\n\r\nIf this "
                           u"error persists after restarting the program and/or the PC,\r\nplease "
                           u"e-mail the Error.log file (located in the %1 folder)\r\nto "
-                          u"support@tarnwick.example for assistance."_qs.arg(desk.folder.path())));
+                          u"%2 for assistance."_qs.arg(
+                              desk.folder.path(), QString::fromUtf16(product::kSupportAddress))));
 }
 
 TEST(FailurePath, AMissingDatabaseHasItsOwnWords) {

@@ -18,6 +18,7 @@
 #include "platform/disk.h"
 #include "platform/program_folder.h"
 #include "platform/session_bus.h"
+#include "runtime/product.h"
 
 using namespace tarnwick;
 
@@ -63,7 +64,7 @@ int main(int argc, char** argv) {
     bus.hideWhileSilent();
     Program program(argc, argv);
     QApplication::setApplicationName(u"Tarnwick"_qs);
-    QApplication::setDesktopFileName(u"tarnwick"_qs);
+    QApplication::setDesktopFileName(QString::fromUtf16(runtime::product::kApplicationId));
     QApplication::setStyle(new app::OutlinedStyle);
     QApplication::setFont(forms::uiFont());
     platform::ColourScheme scheme(bus);

@@ -117,22 +117,52 @@ class PlayerTest : public testing::Test {
     std::vector<pid_t> children_;
 };
 
+// A program that a sound server consists of, and the socket that shows that it is ready, if any.
+struct ServerProgram {
+    std::vector<std::string> words;
+    std::string socket;
+};
+
+const std::vector<ServerProgram> kPulseAudio = {
+    {{"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+      "--load=module-null-sink norewinds=1", "--load=module-native-protocol-unix"},
+     "pulse/native"}};
+
+const std::vector<ServerProgram> kPipeWire = {
+    {{"dbus-daemon", "--session", "--nofork", "--address=unix:runtime=yes"}, "bus"},
+    {{"pipewire"}, "pipewire-0"},
+    {{"wireplumber"}, ""},
+    {{"pipewire-pulse"}, "pulse/native"}};
+
+// A null sink of the same name and rate as the one of kPulseAudio.
+constexpr const char* kPipeWireSink = R"(
+context.properties = { default.clock.rate = 44100 }
+context.objects = [ { factory = adapter args = {
+    factory.name = support.null-audio-sink node.name = "null" media.class = Audio/Sink
+    audio.position = [ MONO ] audio.rate = 44100 } } ]
+)";
+
 // Starts a separate sound server with a null sink, which plays in real time without output, and a
 // recorder of what it plays. With rewinds the recorder would miss what the sink had queued before.
+// The server is PulseAudio, or PipeWire if TARNWICK_TEST_SOUND is "pipewire".
 class PulseTest : public PlayerTest {
   protected:
     void SetUp() override {
-        server_ = run({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
-                       "--load=module-null-sink norewinds=1", "--load=module-native-protocol-unix"},
-                      "/dev/null");
-        while (!std::filesystem::exists(folder_.path() / "pulse" / "native")) {
-            int status = 0;
-            if (waitpid(server_, &status, WNOHANG) == server_) {
-                children_.pop_back();
-                if (WEXITSTATUS(status) == 127) GTEST_SKIP() << "pulseaudio is not installed";
-                FAIL() << "pulseaudio ended with " << status;
+        const char* wanted = getenv("TARNWICK_TEST_SOUND");
+        pipeWire_ = wanted && wanted == std::string("pipewire");
+        if (pipeWire_) configurePipeWire();
+        for (const ServerProgram& program : pipeWire_ ? kPipeWire : kPulseAudio) {
+            server_ = run(program.words, "/dev/null");
+            while (!std::filesystem::exists(folder_.path() / program.socket)) {
+                int status = 0;
+                if (waitpid(server_, &status, WNOHANG) == server_) {
+                    children_.pop_back();
+                    if (WEXITSTATUS(status) == 127)
+                        GTEST_SKIP() << program.words[0] << " is not installed";
+                    FAIL() << program.words[0] << " ended with " << status;
+                }
+                std::this_thread::sleep_for(5ms);
             }
-            std::this_thread::sleep_for(5ms);
         }
         recording_ = folder_.path() / "recording";
         run({"parec", "--raw", "-d", "null.monitor", "--latency-msec=10", "--rate=44100",
@@ -150,7 +180,16 @@ class PulseTest : public PlayerTest {
         return samples;
     }
 
-    pid_t server_ = 0;
+    void configurePipeWire() {
+        set("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + (folder_.path() / "bus").string());
+        set("XDG_CONFIG_HOME", folder_.path().string());
+        const std::filesystem::path drop = folder_.path() / "pipewire" / "pipewire.conf.d";
+        std::filesystem::create_directories(drop);
+        std::ofstream(drop / "sink.conf") << kPipeWireSink;
+    }
+
+    bool pipeWire_ = false;
+    pid_t server_ = 0;  // the process that the player talks to
     std::filesystem::path recording_;
 };
 
