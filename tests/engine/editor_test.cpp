@@ -222,6 +222,34 @@ TEST_F(Desk, ExportsOverlapWithEditsAndKeepWhatTheySaw) {
     EXPECT_EQ(editor->SilencePositionsGetCount(), 4);
 }
 
+TEST_F(Desk, WhatComesBeforeAnExportRunsElsewhereAndCanPreventIt) {
+    load(kTake);
+    editor->encodeFormats().FormatToUse = kWavContainer;
+    editor->encodeFormats().WAV.EncodeMode = kWav24;
+    for (const bool goesOn : {true, false}) {
+        const QString out = path("out.wav");
+        std::atomic<bool> released = false;
+        QByteArray seen = "not run";
+        const auto before = [&, here = QThread::currentThread()] {
+            while (!released)
+                QThread::msleep(1);
+            seen = QThread::currentThread() == here ? "waited for"
+                   : QFile::exists(out)             ? "old"
+                                                    : "";
+            return goesOn;
+        };
+        ASSERT_EQ(editor->SoundExport(kRate, 1, 0, 0, 1000, out, before), kOk);
+        EXPECT_EQ(editor->SoundExportsPending(), 1);
+        released = true;
+        ASSERT_TRUE(sees(goesOn ? "ExportDone 1" : "ExportDone 0"));
+        EXPECT_EQ(seen, goesOn ? "" : "old");
+        EXPECT_EQ(samplesOf(out, kRate), slice(kTake, 0, kRate));
+        editor->DeleteRange(0, 500);
+        ASSERT_TRUE(sees("EditDone 1 1"));
+        events.clear();
+    }
+}
+
 TEST_F(Desk, AnExportOverItsOwnRecordingLeavesTheSoundWhole) {
     load(kTake);
     EXPECT_EQ(written("take.wav", 0, 1000), slice(kTake, 0, kRate));
