@@ -58,23 +58,17 @@ std::error_code copyByHand(int source, int target) {
 }
 
 // Lets the kernel copy, which shares the blocks where the file system can, or copies on the file
-// server. It stops early at what it cannot copy, such as the files of /proc, without an error.
-std::error_code copyInKernel(int source, int target) {
+// server. What it does not copy, for whatever reason, is left to copyByHand.
+void copyInKernel(int source, int target) {
     constexpr std::size_t kAtOnce = 1 << 30;
-    for (;;) {
-        const ssize_t copied =
-            TEMP_FAILURE_RETRY(::copy_file_range(source, nullptr, target, nullptr, kAtOnce, 0));
-        if (copied == 0) return {};
-        if (copied > 0) continue;
-        const bool never = errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
-                           errno == EOPNOTSUPP || errno == EPERM;
-        return never ? std::error_code{} : lastError();
+    while (TEMP_FAILURE_RETRY(::copy_file_range(source, nullptr, target, nullptr, kAtOnce, 0)) >
+           0) {
     }
 }
 
 // Copies all bytes and, where the file system allows it, the date of last modification.
 std::error_code copyContent(int source, int target) {
-    if (const auto error = copyInKernel(source, target)) return error;
+    copyInKernel(source, target);
     if (const auto error = copyByHand(source, target)) return error;
     copyDate(source, target);
     return ::fsync(target) == 0 ? std::error_code{} : lastError();
