@@ -3,13 +3,10 @@
 #include <QApplication>
 #include <QElapsedTimer>
 
-#include "app/application.h"
 #include "documents/package_maker.h"
 #include "documents/workbook.h"
-#include "engine/create_sound_editor.h"
-#include "forms/frm_main.h"
-#include "support/scripted_ports.h"
 #include "support/wait_until.h"
+#include "support/whole_program.h"
 #include "take.h"
 
 // The operations that the operator waits for: reading a workbook, storing a scan, and everything
@@ -65,17 +62,16 @@ BENCHMARK(storeScan)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 
-// The whole program off-screen, with boxes and dialogs that answer by themselves.
+// The program, started off-screen.
 class RunningProgram {
   public:
     RunningProgram() {
-        QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE),
-                    desk_.folder.filePath(u"Tarnwick.mdb"_qs));
-        application_.Sub_Main();
+        program_.desk.takeDatabase();
+        program_.application.Sub_Main();
         form().txbSilence->setText(u"2200"_qs);  // fewer than 500 stretches
     }
 
-    forms::frmMain& form() { return application_.mainForm(); }
+    forms::frmMain& form() { return program_.form(); }
 
     // Loads `recording` with a script of 480 rows, until the list is full.
     void load(const QString& recording) {
@@ -83,7 +79,7 @@ class RunningProgram {
         QFile workbook(folder + u"/script.xlsx"_qs);
         if (workbook.open(QIODevice::WriteOnly)) workbook.write(script(481));
         workbook.close();
-        cmdlg_.path = recording;
+        program_.cmdlg.path = recording;
         form().mnuLoadFiles->trigger();
         test::waitUntil([&] {
             return form().lvAudioDetails->topLevelItemCount() == 480 &&
@@ -100,30 +96,8 @@ class RunningProgram {
 
     char name_[6] = "bench";
     char* arguments_[2] = {name_, nullptr};
-    const QApplication program_{argumentCount(), arguments_};
-    test::FailureDesk desk_;
-    test::ScriptedDialog cmdlg_;
-    test::ScriptedOpener opener_;
-    platform::Disk files_;
-    runtime::ProcessState process_;
-    settings::SettingsDatabase database_;
-    app::NoticeBoard notices_{desk_.clock};
-    const app::Services services_{.failure = desk_.failure,
-                                  .state = process_,
-                                  .database = database_,
-                                  .boxes = desk_.boxes,
-                                  .cmdlg = cmdlg_,
-                                  .batchDialog = cmdlg_,
-                                  .renameDialog = cmdlg_,
-                                  .files = files_,
-                                  .notices = notices_,
-                                  .opener = opener_,
-                                  .clock = desk_.clock,
-                                  .createEDT = [] { return engine::createSoundEditor(); },
-                                  .createEDTX = [] { return engine::createSoundEditor(); },
-                                  .notifyDesktop = [](const QString&) {},
-                                  .endProcess = [] {}};
-    app::Application application_{services_};
+    const QApplication qt_{argumentCount(), arguments_};
+    test::WholeProgram program_;
 };
 
 // From triggering "Load Working Files..." to the full list, without the automatic backup and minus

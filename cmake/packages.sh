@@ -26,12 +26,16 @@ TARNWICK_TEST_PACKAGES=(
     clang-format git pulseaudio pulseaudio-utils dbus-daemon ffmpeg sox mpg123
 )
 
-# To make the packages (./package), and to check them (packaging/check).
+# To make the packages (./package), to check them (packaging/check), and to try them
+# (packaging/try-in-bare-debian).
 TARNWICK_PACKAGE_PACKAGES=(
     dpkg-dev zstd git
 )
 TARNWICK_CHECK_PACKAGES=(
     lintian desktop-file-utils appstream man-db xvfb xdotool
+)
+TARNWICK_BARE_PACKAGES=(
+    mmdebstrap zstd dpkg-dev
 )
 
 # For fuzz/run only.

@@ -1,6 +1,6 @@
 # What the owner of Tarnwick decides: names and addresses that the program shows and the packages
-# carry. They are placeholders as long as they end in .example; ./package warns of them. Nothing
-# else in the project repeats them. Write plain ASCII, without quotes and backslashes.
+# carry. They are placeholders as long as they contain the word "example"; ./package warns of them.
+# Nothing else in the project repeats them. Write plain ASCII, without quotes and backslashes.
 
 # The publisher, who also holds the copyright.
 set(TARNWICK_PUBLISHER "tarnwick.example")

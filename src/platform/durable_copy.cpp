@@ -26,13 +26,11 @@ bool isTaken(const fs::path& path) {
     return fs::exists(fs::symlink_status(path, ignored));
 }
 
-// For a write that took nothing and gave no reason.
-std::error_code noSpace() { return std::make_error_code(std::errc::no_space_on_device); }
-
 std::error_code writeAll(int target, const char* bytes, std::size_t count) {
     while (count > 0) {
         const ssize_t written = TEMP_FAILURE_RETRY(::write(target, bytes, count));
-        if (written <= 0) return written < 0 ? lastError() : noSpace();
+        if (written < 0) return lastError();
+        if (written == 0) return std::make_error_code(std::errc::no_space_on_device);
         bytes += written;
         count -= static_cast<std::size_t>(written);
     }

@@ -189,8 +189,13 @@ void WorkingFiles::save() {
     reports_.saveStarts(copy);
     // If the sound cannot be written in this way, the state on the disk is kept all the same.
     if (EDT.SoundExport(kBackupFrequency, channels, 0, 0, -1, source,
-                        copyBeforeSave(source, copy)) != engine::kOk)
+                        copyBeforeSave(source, copy)) == engine::kOk)
+        return;
+    try {
         services_.files.CopyFile(source, copy);
+    } catch (...) {
+        copyFailed(source, std::current_exception());
+    }
 }
 
 // What the engine does before it overwrites the recording. A long recording on a slow disk takes
@@ -201,10 +206,10 @@ std::function<bool()> WorkingFiles::copyBeforeSave(const QString& source, const 
         try {
             files.CopyFile(source, copy);
             return true;
-        } catch (const runtime::Fault& fault) {
-            const auto raise = [this, alive, source, fault] {
+        } catch (...) {
+            const auto raise = [this, alive, source, error = std::current_exception()] {
                 if (!alive.expired())
-                    services_.failure.unguarded([&] { copyFailed(source, fault); });
+                    services_.failure.unguarded([&] { copyFailed(source, error); });
             };
             QMetaObject::invokeMethod(QCoreApplication::instance(), raise, Qt::QueuedConnection);
             return false;
@@ -212,9 +217,11 @@ std::function<bool()> WorkingFiles::copyBeforeSave(const QString& source, const 
     };
 }
 
-// Adds to the fault which state of the recording is on the disk.
-void WorkingFiles::copyFailed(const QString& source, const runtime::Fault& fault) const {
-    if (!services_.files.FileExists(source)) throw runtime::Fault(fault);
+// Raises the error again. A Fault also tells which state of the recording is on the disk.
+void WorkingFiles::copyFailed(const QString& source, const std::exception_ptr& error) const try {
+    std::rethrow_exception(error);
+} catch (const runtime::Fault& fault) {
+    if (!services_.files.FileExists(source)) throw;
     throw runtime::Fault(fault.description(),
                          fault.detail() + u"; "_qs + stateOfFile(source, reports_.savedBefore()));
 }

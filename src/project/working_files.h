@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <memory>
 
@@ -11,7 +12,6 @@
 #include "platform/open_dialog.h"
 #include "project/sound_reports.h"
 #include "runtime/failure_path.h"
-#include "runtime/fault.h"
 #include "runtime/process_state.h"
 
 namespace tarnwick::forms {
@@ -76,7 +76,7 @@ class WorkingFiles {
     void makeBackupFolder();
     void save();
     std::function<bool()> copyBeforeSave(const QString& source, const QString& copy);
-    [[noreturn]] void copyFailed(const QString& source, const runtime::Fault& fault) const;
+    [[noreturn]] void copyFailed(const QString& source, const std::exception_ptr& error) const;
     QString copyName() const;
 
     forms::frmMain& form_;

@@ -2,61 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "app/application.h"
 #include "documents/package_maker.h"
-#include "engine/create_sound_editor.h"
-#include "forms/frm_frame.h"
-#include "forms/frm_main.h"
-#include "support/scripted_ports.h"
 #include "support/wait_until.h"
+#include "support/whole_program.h"
 
 namespace tarnwick::test {
 
-// The whole program with its real engine, database, documents and windows. Only boxes, dialogs, the
-// opener and the clock are scripted.
-struct Journey : ::testing::Test {
-    FailureDesk desk;  // the program folder
-    ScriptedDialog cmdlg;
-    ScriptedDialog batchDialog;
-    ScriptedDialog renameDialog;
-    ScriptedOpener opener;
-    platform::Disk files;
-    app::NoticeBoard notices{desk.clock};
-    QStringList desktopNotes;
-    runtime::ProcessState state;
-    settings::SettingsDatabase database;
-    std::shared_ptr<engine::EditorDirectory> editors = engine::createEditorDirectory();
-    engine::SoundEditor* EDT = nullptr;  // the main window's, once that has loaded
-    app::Services services{desk.failure,
-                           state,
-                           database,
-                           desk.boxes,
-                           cmdlg,
-                           batchDialog,
-                           renameDialog,
-                           files,
-                           notices,
-                           opener,
-                           desk.clock,
-                           [this] { return createEDT(); },
-                           [this] { return engine::createSoundEditor(editors); },
-                           [this](const QString& sentence) { desktopNotes << sentence; },
-                           [] { throw ProcessEnded(); }};
-    app::Application application{services};
+// The whole program, and a folder for its session.
+struct Journey : ::testing::Test, WholeProgram {
     QTemporaryDir session;
 
     void SetUp() override { desk.takeDatabase(); }
-    std::unique_ptr<engine::SoundEditor> createEDT() {
-        auto editor = engine::createSoundEditor(editors);
-        EDT = editor.get();
-        return editor;
-    }
-    void execute(const QString& statement) {
-        const settings::Access access(database, settings::connectionString(desk.folder.path()));
-        database.Execute(statement);
-        database.Close();
-    }
-    forms::frmMain& form() { return application.mainForm(); }
     QString in(const QString& name) const { return session.filePath(name); }
 
     void write(const QString& name, const QByteArray& bytes) const { writeFile(in(name), bytes); }

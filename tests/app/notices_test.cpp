@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <QAccessible>
 #include <QClipboard>
@@ -15,6 +14,7 @@
 #include "app/setting_notices.h"
 #include "app/shell_notices.h"
 #include "journey.h"
+#include "support/plain_user.h"
 #include "support/text_table.h"
 #include "widgets/waveform_colours.h"
 
@@ -294,11 +294,10 @@ TEST_F(ReadOnly, ADatabaseThatCannotBeWrittenIsToldAtTheStart) {
     ASSERT_EQ(chmod(qPrintable(log), 0666), 0);
     ASSERT_EQ(chmod(qPrintable(desk.databaseFile()), 0444), 0);
     ASSERT_EQ(chmod(qPrintable(desk.folder.path()), 0555), 0);
-    // The administrator may write everywhere.
-    const bool root = geteuid() == 0;
-    ASSERT_EQ(root ? seteuid(65534) : 0, 0);
-    application.Sub_Main();
-    ASSERT_EQ(root ? seteuid(0) : 0, 0);
+    {
+        const test::PlainUser user;
+        application.Sub_Main();
+    }
     ASSERT_EQ(chmod(qPrintable(desk.folder.path()), 0755), 0);
     ASSERT_EQ(notices.shown().size(), 1);
     EXPECT_TRUE(notices.shown()[0].notice.what.startsWith(

@@ -7,10 +7,10 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 #include <csignal>
-#include <fstream>
 
 #include "runtime/file_names.h"
 #include "support/fault_of.h"
+#include "support/files.h"
 #include "support/plain_user.h"
 
 using namespace tarnwick;
@@ -47,11 +47,10 @@ class ProgramFolder : public ::testing::Test {
     ~ProgramFolder() override { fs::permissions(installed, fs::perms(0755)); }
 
     static void put(const fs::path& file, const std::string& text) {
-        std::ofstream(file, std::ios::binary) << text;
+        test::writeFile(QString::fromStdString(file), QByteArray::fromStdString(text));
     }
     static std::string get(const fs::path& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
+        return test::contentOf(QString::fromStdString(file)).toStdString();
     }
     static void chownToUser(const fs::path& path) {
         ASSERT_EQ(lchown(path.c_str(), test::PlainUser::id(), getegid()), 0);

@@ -210,7 +210,7 @@ TEST_F(WorkingFilesDesk, ABackupThatCannotBeCopiedOverwritesNothing) {
     QDir(folder.filePath(u"BU_Source_Files"_qs)).removeRecursively();
     session.vsLoadStage = u"End Silence Added"_qs;
     form.mnuBackupSourceFile->setEnabled(true);
-    // The copy is made on another thread, and its fault arrives as an event.
+    // The fault of the copy arrives as an event.
     EXPECT_THROW(form.mnuBackupSourceFile->trigger();
                  QCoreApplication::sendPostedEvents(), test::ProcessEnded);
     EXPECT_TRUE(desk.boxes.shown.last().startsWith(u"Tarnwick|Path not found ("));

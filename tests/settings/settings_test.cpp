@@ -16,6 +16,7 @@
 #include "settings/update_statement.h"
 #include "support/fault_of.h"
 #include "support/files.h"
+#include "support/plain_user.h"
 
 using namespace tarnwick;
 using settings::Access;
@@ -259,7 +260,6 @@ TEST_F(SettingsDatabaseTest, ALeftLogIsInForceAndFoldedIn) {
 }
 
 TEST_F(SettingsDatabaseTest, AReadOnlyDatabaseFailsOnTheFirstSaveOnly) {
-    const bool root = geteuid() == 0;
     // After saves, also one by somebody who does not close.
     execute("UPDATE Admin SET  F2 = 1600 WHERE F1 = 17");
     {
@@ -270,12 +270,11 @@ TEST_F(SettingsDatabaseTest, AReadOnlyDatabaseFailsOnTheFirstSaveOnly) {
     for (const bool folderToo : {false, true}) {
         ASSERT_EQ(chmod(qPrintable(file()), folderToo ? 0666 : 0444), 0);
         ASSERT_EQ(chmod(qPrintable(folder_.path()), folderToo ? 0555 : 0777), 0);
-        // The administrator may write everywhere.
-        ASSERT_EQ(root ? seteuid(65534) : 0, 0);
+        auto user = std::make_unique<test::PlainUser>();
         const QString read = faultOf([&] { admin(17); });
         const QString written = faultOf([&] { execute("UPDATE Admin SET  F2 = 9 WHERE F1 = 17"); });
         const int why = settings::whyNotWritable(connection());
-        ASSERT_EQ(root ? seteuid(0) : 0, 0);
+        user.reset();
         EXPECT_EQ(read, "none") << folderToo;
         EXPECT_NE(written, "none") << folderToo;
         EXPECT_EQ(why, EACCES) << folderToo;

@@ -7,16 +7,12 @@
 #include <cstdio>
 
 #include "app/appearance.h"
-#include "app/application.h"
-#include "engine/create_sound_editor.h"
 #include "forms/fonts.h"
 #include "forms/frm_batch_processor.h"
-#include "forms/frm_frame.h"
-#include "forms/frm_main.h"
 #include "forms/frm_rename_wiz.h"
 #include "forms/frm_select_import_sheet.h"
-#include "support/scripted_ports.h"
 #include "support/wait_until.h"
+#include "support/whole_program.h"
 
 namespace {
 
@@ -36,26 +32,24 @@ struct Callout {
 class Studio {
   public:
     explicit Studio(QString target) : target_(std::move(target)) {
-        const QString database = desk_.folder.filePath(u"Tarnwick.mdb"_qs);
-        QFile::copy(QStringLiteral(TARNWICK_SEED_DATABASE), database);
-        QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner);
-        execute(u"UPDATE Admin SET F13 = 100 WHERE F1 = 18"_qs);
-        application_.Sub_Main();
-        form_ = &application_.mainForm();
+        program_.desk.takeDatabase();
+        program_.execute(u"UPDATE Admin SET F13 = 100 WHERE F1 = 18"_qs);
+        program_.application.Sub_Main();
+        form_ = &program_.form();
     }
 
     bool loadDemo() {
         for (const QString& name : {u"harbour_tour.wav"_qs, u"harbour_tour.xlsx"_qs})
             QFile::copy(QStringLiteral(TARNWICK_DEMO "/") + name, session_.filePath(name));
-        cmdlg_.path = session_.filePath(u"harbour_tour.wav"_qs);
+        program_.cmdlg.path = session_.filePath(u"harbour_tour.wav"_qs);
         form_->mnuLoadFiles->trigger();
         return settled();
     }
 
     void mainWindow() {
-        EDT_->waveform().SetDisplayRange(8000, 24000);
+        program_.EDT->waveform().SetDisplayRange(8000, 24000);
         pickRow(3);
-        EDT_->waveform().SetSelection(1, 12300, 13650);
+        program_.EDT->waveform().SetSelection(1, 12300, 13650);
         settle();
         QWidget afterMenus(form_->menuBar);
         const QRect help = form_->menuBar->actionGeometry(form_->mnuHelp->menuAction());
@@ -63,7 +57,7 @@ class Studio {
         // There is no space for a number to the left of the list.
         QWidget behindList(form_->frTarnwick);
         behindList.move(form_->lvAudioDetails->geometry().topRight() + QPoint(22, 12));
-        QWidget& frame = application_.frame();
+        QWidget& frame = program_.application.frame();
         const QWidget* list = form_->lvAudioDetails;
         const int end = list->mapTo(&frame, QPoint(0, list->height())).y() + 12;
         save(u"main"_qs, frame, QRect(0, 0, frame.width(), end),
@@ -100,7 +94,7 @@ class Studio {
         const QTreeWidget& list = *form_->lvAudioDetails;
         const int begin = list.topLevelItem(3)->text(5).toInt();
         const int end = list.topLevelItem(4)->text(3).toInt();
-        EDT_->waveform().SetSelection(1, begin + 150, end - 150);
+        program_.EDT->waveform().SetSelection(1, begin + 150, end - 150);
         form_->cbDeleteSelection->click();
         if (!settled()) return false;
         pickRow(4);
@@ -116,14 +110,14 @@ class Studio {
     // The mark of the joined prompts, with the cursor where the silence belongs.
     void slips() {
         Q_EMIT form_->lvAudioDetails->itemPressed(form_->lvAudioDetails->topLevelItem(3), 0);
-        EDT_->SoundStop();
-        EDT_->waveform().SetDisplayRange(0, 45000);
+        program_.EDT->SoundStop();
+        program_.EDT->waveform().SetDisplayRange(0, 45000);
         auto* view = form_->frTarnwick->findChild<QWidget*>(u"Waveform"_qs);
         QKeyEvent key(QEvent::KeyPress, Qt::Key_M, Qt::NoModifier);
         QApplication::sendEvent(view, &key);
         settle();
         save(u"slips"_qs, *view);
-        EDT_->waveform().SetSelection(0, 0, 0);
+        program_.EDT->waveform().SetSelection(0, 0, 0);
     }
 
     void preferences() {
@@ -149,7 +143,7 @@ class Studio {
         form_->mnuExport->trigger();
         forms::frmBatchProcessor* window = nullptr;
         const auto opened = [&] {
-            window = application_.frame().findChild<forms::frmBatchProcessor*>();
+            window = program_.application.frame().findChild<forms::frmBatchProcessor*>();
             return window != nullptr && window->isVisible();
         };
         if (!test::waitUntil(opened)) return false;
@@ -166,7 +160,7 @@ class Studio {
     bool renameWizard() {
         qputenv("HOME", platform::folderOf(session_.path()).toUtf8());
         form_->mnuRenameWizard->trigger();
-        auto* window = application_.frame().findChild<forms::frmRenameWiz*>();
+        auto* window = program_.application.frame().findChild<forms::frmRenameWiz*>();
         if (window == nullptr) return false;
         QListWidget* folders = window->Directorylb;
         const QString name = session_.path().section(u'/', -1);
@@ -190,12 +184,6 @@ class Studio {
     }
 
   private:
-    void execute(const QString& statement) {
-        const settings::Access access(database_, settings::connectionString(desk_.folder.path()));
-        database_.Execute(statement);
-        database_.Close();
-    }
-
     static void settle() {
         test::waitUntil([] { return false; }, 300);
     }
@@ -206,7 +194,7 @@ class Studio {
             calculating = calculating || form_->txbCalculating->isVisible();
             return calculating && form_->txbCalculating->isHidden() &&
                    form_->lvAudioDetails->topLevelItemCount() > 0 &&
-                   EDT_->SoundExportsPending() == 0;
+                   program_.EDT->SoundExportsPending() == 0;
         });
     }
 
@@ -238,35 +226,7 @@ class Studio {
     }
 
     QString target_;
-    test::FailureDesk desk_;
-    test::ScriptedDialog cmdlg_;
-    test::ScriptedOpener opener_;
-    platform::Disk files_;
-    runtime::ProcessState state_;
-    settings::SettingsDatabase database_;
-    engine::SoundEditor* EDT_ = nullptr;
-    app::NoticeBoard notices_{desk_.clock};
-    app::Services services_{.failure = desk_.failure,
-                            .state = state_,
-                            .database = database_,
-                            .boxes = desk_.boxes,
-                            .cmdlg = cmdlg_,
-                            .batchDialog = cmdlg_,
-                            .renameDialog = cmdlg_,
-                            .files = files_,
-                            .notices = notices_,
-                            .opener = opener_,
-                            .clock = desk_.clock,
-                            .createEDT =
-                                [this] {
-                                    auto editor = engine::createSoundEditor();
-                                    EDT_ = editor.get();
-                                    return editor;
-                                },
-                            .createEDTX = [] { return engine::createSoundEditor(); },
-                            .notifyDesktop = [](const QString&) {},
-                            .endProcess = [] {}};
-    app::Application application_{services_};
+    test::WholeProgram program_;
     forms::frmMain* form_ = nullptr;
     QTemporaryDir session_;
 };
