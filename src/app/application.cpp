@@ -16,6 +16,14 @@
 
 namespace tarnwick::app {
 
+namespace {
+
+// Pixels for the panel of a desktop. Wayland tells a program neither where one is nor where its own
+// window is, so that a window of the full height would reach over both edges of what is left.
+constexpr int kPanel = 56;
+
+}  // namespace
+
 Application::Application(const Services& services) : services_(services) {}
 
 Application::~Application() {
@@ -51,10 +59,13 @@ void Application::tellIfReadOnly() const {
 }
 
 void Application::keepOnScreen() {
+    const QString platform = QGuiApplication::platformName();
     // The off-screen platform invents the size of its screen.
-    if (QGuiApplication::platformName() == u"offscreen") return;
+    if (platform == u"offscreen") return;
+    QRect free = frame_->screen()->availableGeometry();
+    if (platform.startsWith(u"wayland")) free.setHeight(free.height() - kPanel);
     const QSize wished = frame_->size();
-    frame_->keepWithin(frame_->screen()->availableGeometry());
+    frame_->keepWithin(free);
     if (const auto notice = windowTooLarge(wished, frame_->size(), services_.state.vvScale))
         services_.notices.tell(*notice);
 }
