@@ -179,6 +179,10 @@ TEST_F(Decoders, Mp3FromEveryEighthFrameMatchesBitForBit) {
         const Mp3Header& header = start->header;
         const Mp3Index index(*file, *start, {});
         const Mp3Stream::Part everything{{0, 0, start->byte, {}}, index.end(), 0, INT64_MAX};
+        Mp3Header other = header;
+        ++other.rate;
+        EXPECT_EQ(failureOf([&] { Mp3Stream(*file, other, everything, {}); }),
+                  SoundFailure::Damaged);
         Mp3Stream whole(*file, header, everything, {});
         std::stop_source stop;
         stop.request_stop();

@@ -216,6 +216,22 @@ TEST(SourceSearch, ReadsOnlyBlocksThatMayBeLoud) {
     EXPECT_THROW(highest.firstLoud(0, 400), SoundError);
 }
 
+TEST(Scans, RefuseAChangedSourceAlsoWhereTheyWouldReadNothing) {
+    BlockSound sound({0, 0});
+    const Timeline timeline(sound.source);
+    sound.cutOff();
+    const std::function<void()> scans[] = {[&] { findSilences(timeline, 589, 1); },
+                                           [&] { audibleRange(timeline, 589); },
+                                           [&] {
+                                               withoutSilence(timeline, {0, 9}, 589, 1);
+                                           },
+                                           [&] {
+                                               peakLevel(timeline, {0, 9});
+                                           }};
+    for (const auto& scan : scans)
+        EXPECT_EQ(failureOf(scan), SoundFailure::SourceChanged);
+}
+
 TEST(Scans, ReportProgressAndStop) {
     BlockSound sound({0, 9000, 0, 0, 0, 9000, 0, 9000});
     const Timeline whole(sound.source);
