@@ -236,6 +236,7 @@ TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFileAndASaveWaitsForAnother) {
     EXPECT_EQ(files(), QStringList{"Tarnwick.mdb"});
     other.Open(connection());
     other.Execute("BEGIN IMMEDIATE");
+    EXPECT_TRUE(files().contains("Tarnwick.mdb-wal")) << "also after it was closed";
     std::thread end([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(30));
         other.Execute("COMMIT");

@@ -205,7 +205,7 @@ TEST_F(WaveformViewTest, TheRulerHasMarksAtRoundTimesOfTheSound) {
     const QRect ruler = layout.ruler();
     const struct {
         qint32 begin, end, minor, major;
-    } cases[] = {{-500, 9500, 100, 1000}, {1050, 11050, 100, 1000}, {7801, 8301, 5, 50}};
+    } cases[] = {{-1990, 8010, 100, 1000}, {1050, 11050, 100, 1000}, {7801, 8301, 5, 50}};
     for (const auto& c : cases) {
         waveform.SetDisplayRange(c.begin, c.end);
         const QImage image = picture();

@@ -1,12 +1,10 @@
 #include "sound/reading/source.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <fstream>
 #include <map>
 #include <random>
@@ -323,20 +321,6 @@ TEST_F(SourceTest, RefusesFilesWithoutUsableSound) {
               SoundFailure::Damaged);
     EXPECT_EQ(failureOf([&] { Source::open(folder_.path() / "gone.wav"); }),
               SoundFailure::NotFound);
-}
-
-TEST_F(SourceTest, AScratchFileCannotOutgrowTheDisk) {
-    const auto scratch = SourceFile::scratch(200);
-    std::vector<std::uint8_t> bytes(200, 7);
-    struct rlimit limit;
-    getrlimit(RLIMIT_FSIZE, &limit);
-    const struct rlimit small { 100, limit.rlim_max };
-    std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &small);
-    const auto full = failureOf([&] { scratch->write(0, bytes); });
-    setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_EQ(full, SoundFailure::NoSpace);
-    EXPECT_EQ(scratch->readSome(0, bytes), 100);
 }
 
 TEST_F(SourceTest, GivesEveryStretchAndItsPeaks) {
