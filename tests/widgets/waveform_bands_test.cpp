@@ -367,32 +367,5 @@ TEST_F(WaveformBands, TipsTellOfTheMarkOrElseOfTheStretch) {
     EXPECT_EQ(at(800, top), colours().background) << "too late for that scan";
 }
 
-TEST(WaveformColours, OfTheRowsStandOutOnAnyPalette) {
-    for (const auto& [base, text, accent] : {std::tuple{0xffffff, 0x000000, 0x308cc6},
-                                             {0xffffff, 0x000000, 0xffff00},
-                                             {0xf8f0dc, 0x333333, 0xff8800},
-                                             {0x232629, 0xfcfcfc, 0x3daee9},
-                                             {0x000000, 0xffffff, 0x000080},
-                                             {0x808080, 0x000000, 0x808080}}) {
-        QPalette palette;
-        palette.setColor(QPalette::Base, QColor::fromRgb(QRgb(base)));
-        palette.setColor(QPalette::Text, QColor::fromRgb(QRgb(text)));
-        palette.setColor(QPalette::Highlight, QColor::fromRgb(QRgb(accent)));
-        const WaveformColours c(palette);
-        const std::tuple<QColor, QColor, double> pairs[] = {
-            {c.wave, c.band, 3.0},
-            {c.selected(c.wave), c.selected(c.band), 3.0},
-            {c.slip, c.background, 3.0},
-            {c.slip, c.band, 3.0},
-            {c.selected(c.slip), c.selected(c.band), 3.0},
-            {c.pressed, c.scaleGround, 3.0},
-            {c.flagged, c.scaleGround, 4.5}};
-        for (const auto& [colour, ground, least] : pairs)
-            EXPECT_GE(contrast(colour, ground), least)
-                << colour.name().toStdString() << " on " << ground.name().toStdString();
-        EXPECT_NE(c.band, c.background);
-    }
-}
-
 }  // namespace
 }  // namespace tarnwick::widgets

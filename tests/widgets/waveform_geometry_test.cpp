@@ -152,20 +152,34 @@ TEST(WaveformColoursTest, StandOutWhateverThePalette) {
     } palettes[] = {{Qt::white, Qt::black, QColor(48, 140, 198)},
                     {QColor(25, 25, 25), Qt::white, QColor(42, 130, 218)},
                     {Qt::black, Qt::yellow, Qt::green},
+                    {Qt::black, Qt::white, QColor(0, 0, 128)},
+                    {Qt::white, Qt::black, Qt::yellow},
                     {Qt::white, Qt::black, QColor(255, 250, 160)},  // a nearly invisible accent
+                    {QColor(248, 240, 220), QColor(51, 51, 51), QColor(255, 136, 0)},
                     {QColor(40, 40, 40), QColor(220, 220, 220), QColor(45, 45, 60)},
                     {QColor(110, 110, 110), Qt::white, Qt::white},  // one that hides the wave
                     {QColor(128, 128, 128), Qt::black, Qt::gray}};
     for (const auto& p : palettes) {
-        const WaveformColours colours(paletteOf(p.base, p.text, p.accent));
-        const std::string name = p.base.name().toStdString() + p.accent.name().toStdString();
-        for (const QColor& colour :
-             {colours.wave, colours.clipped, colours.selectionEdge, colours.cursor, colours.focus})
-            EXPECT_GE(contrast(colour, colours.background), 3.0) << name;
-        EXPECT_GE(contrast(colours.ruler, colours.scaleGround), 4.5) << name;
-        EXPECT_GE(contrast(colours.selected(colours.wave), colours.selected(colours.background)),
-                  3.0)
-            << name;
+        const WaveformColours c(paletteOf(p.base, p.text, p.accent));
+        const std::tuple<QColor, QColor, double> pairs[] = {
+            {c.wave, c.background, 3.0},
+            {c.selected(c.wave), c.selected(c.background), 3.0},
+            {c.wave, c.band, 3.0},
+            {c.selected(c.wave), c.selected(c.band), 3.0},
+            {c.clipped, c.background, 3.0},
+            {c.selectionEdge, c.background, 3.0},
+            {c.cursor, c.background, 3.0},
+            {c.focus, c.background, 3.0},
+            {c.slip, c.background, 3.0},
+            {c.slip, c.band, 3.0},
+            {c.selected(c.slip), c.selected(c.band), 3.0},
+            {c.pressed, c.scaleGround, 3.0},
+            {c.flagged, c.scaleGround, 4.5},
+            {c.ruler, c.scaleGround, 4.5}};
+        for (const auto& [colour, ground, least] : pairs)
+            EXPECT_GE(contrast(colour, ground), least)
+                << colour.name().toStdString() << " on " << ground.name().toStdString();
+        EXPECT_NE(c.band, c.background);
     }
 }
 
