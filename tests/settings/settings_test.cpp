@@ -186,6 +186,10 @@ TEST_F(SettingsDatabaseTest, RefusesWhatIsNotTheDatabase) {
     EXPECT_TRUE(database_.isOpen());
     database_.Release();
     EXPECT_FALSE(database_.isOpen());
+    database_.Open(good);
+    database_.Execute("BEGIN IMMEDIATE");
+    EXPECT_NE(faultOf([&] { database_.Close(); }), "none") << "a transaction that does not end";
+    EXPECT_FALSE(database_.isOpen());
     for (const QByteArray& content : {QByteArray(), QByteArray(5000, 'x')}) {
         test::writeFile(file(), content);
         EXPECT_NE(faultOf([&] { admin(17); }), "none") << content.size();
@@ -297,5 +301,6 @@ TEST(SettingsText, TheFileIsBesideTheExecutableAndApostrophesAreDoubled) {
         EXPECT_EQ(faultOf([&] { settings::partOf(bad, "a"); }), "Invalid connection string.")
             << bad;
     EXPECT_EQ(settings::partOf("a=;b=\"\";c=\"\"\"\"", "c"), "\"");
+    EXPECT_EQ(settings::partOf("a=x;b=a", "a"), "x");
     EXPECT_EQ(settings::Quote_Doubled("it's ''"), "it''s ''''");
 }
