@@ -238,6 +238,13 @@ TEST(Scans, RefuseAChangedSourceAlsoWhereTheyWouldReadNothing) {
         EXPECT_EQ(failureOf(scan), SoundFailure::SourceChanged);
 }
 
+TEST(Scans, TakeAThresholdOutsideItsScaleForTheNearestOnIt) {
+    const AudioFormat floats{44100, 1, 32, true};
+    const Timeline timeline(sourceOf(ListSound(floats, {0.0, 1.00002, -1e-9, 0.0})));
+    for (const auto& [threshold, end] : {std::pair(40'000, 2), {32'767, 2}, {0, 3}, {-40'000, 3}})
+        EXPECT_EQ(audibleRange(timeline, threshold), (FrameRange{1, end})) << threshold;
+}
+
 TEST(Scans, ReportProgressAndStop) {
     BlockSound sound({0, 9000, 0, 0, 0, 9000, 0, 9000});
     const Timeline whole(sound.source);
