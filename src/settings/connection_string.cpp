@@ -22,8 +22,7 @@ QString written(QString value) {
 
 // The value that begins at `at`, which moves to its end.
 QString readPlain(const QString& text, qsizetype& at) {
-    const qsizetype end = text.indexOf(kEnd, at);
-    const QString value = text.mid(at, end < 0 ? -1 : end - at);
+    const QString value = text.mid(at).section(kEnd, 0, 0);
     at += value.size();
     return value;
 }

@@ -11,9 +11,9 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kNumberGap = 6.0;  // least distance of two numbers, logical pixels
-constexpr double kEdgeLine = 2.0;   // of the pressed stretch, logical pixels
-constexpr double kEdgeEnd = 4.0;    // height of its ends
+constexpr int kNumberGap = 6;  // least distance of two numbers, logical pixels
+constexpr int kEdgeLine = 2;   // of the pressed stretch, logical pixels
+constexpr int kEdgeEnd = 4;    // height of its ends
 
 // The stretches of the view with the places of their numbers, each in the middle of the visible
 // part. A number that would be cut off at the edge of the strip is left out.

@@ -10,8 +10,8 @@ class QPainter;
 namespace tarnwick::widgets {
 
 // Size of a mark at a slip, in logical pixels.
-inline constexpr double kMarkWidth = 9.0;
-inline constexpr double kMarkHeight = 7.0;
+inline constexpr int kMarkWidth = 9;
+inline constexpr int kMarkHeight = 7;
 
 // What is shown of the rows, besides the stretches themselves.
 struct ShownRows {

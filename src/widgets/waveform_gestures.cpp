@@ -7,8 +7,8 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kDragDistance = 3.0;  // pixels after which a press becomes a drag
-constexpr double kEdgeReach = 4.0;     // pixels around an edge in which it can be grabbed
+constexpr int kDragDistance = 3;  // pixels after which a press becomes a drag
+constexpr int kEdgeReach = 4;     // pixels around an edge in which it can be grabbed
 
 }  // namespace
 

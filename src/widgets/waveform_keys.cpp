@@ -11,8 +11,8 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kStepPixels = 10.0;
-constexpr double kFineStepPixels = 1.0;
+constexpr int kStepPixels = 10;
+constexpr int kFineStepPixels = 1;
 
 }  // namespace
 
@@ -33,7 +33,7 @@ bool WaveformKeys::press(const QKeyEvent& event, double msPerPixel) {
 
 bool WaveformKeys::moveCaret(const QKeyEvent& event, double msPerPixel) {
     const bool fine = event.modifiers().testFlag(Qt::ControlModifier);
-    const double pixels = fine ? kFineStepPixels : kStepPixels;
+    const int pixels = fine ? kFineStepPixels : kStepPixels;
     const auto step = static_cast<qint32>(std::max(std::nearbyint(pixels * msPerPixel), 1.0));
     // The first step starts from the play position, or else from the left edge of the view.
     const double seen = std::max(shownRange(waveform_).beginMs, 0.0);

@@ -14,8 +14,8 @@ namespace {
 void fillOutside(QPainter& painter, const WaveformLayout& layout, const WaveformColours& colours,
                  const TimeAxis& axis, qint32 durationMs) {
     const QRect& wave = layout.wave();
-    const double end =
-        std::clamp(std::ceil(axis.xOf(durationMs)), double(wave.left()), wave.right() + 1.0);
+    const double end = std::clamp(std::ceil(axis.xOf(durationMs)), double(wave.left()),
+                                  double(wave.left() + wave.width()));
     painter.fillRect(QRect(QPoint(static_cast<int>(end), wave.top()), wave.bottomRight()),
                      colours.outside);
 }

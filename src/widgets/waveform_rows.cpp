@@ -8,7 +8,7 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kReach = 3.0;  // pixels around a mark that belong to it
+constexpr int kReach = 3;  // pixels around a mark that belong to it
 
 }  // namespace
 
@@ -38,7 +38,7 @@ void WaveformRows::setTips(std::function<QString(int)> ofStretch,
 QRect WaveformRows::reachOf(int slip, const WaveformLayout& layout, const TimeRange& view) const {
     const qint32 ms = shown_.marks.slipsMs[static_cast<std::size_t>(slip)];
     const auto column = static_cast<int>(std::floor(layout.axis(view).xOf(ms)));
-    const int aside = layout.pixels(kMarkWidth / 2 + kReach);
+    const int aside = layout.pixels(kMarkWidth / 2.0 + kReach);
     const int bottom = layout.wave().top() + layout.pixels(kMarkHeight + kReach);
     return layout.logical(
         QRect(QPoint(column - aside, layout.strip().top()), QPoint(column + aside, bottom)));

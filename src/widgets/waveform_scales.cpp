@@ -11,8 +11,8 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kTextGap = 18.0;  // logical pixels between two texts of the ruler
-constexpr double kMinorGap = 7.0;  // between two of its marks
+constexpr int kTextGap = 18;  // logical pixels between two texts of the ruler
+constexpr int kMinorGap = 7;  // between two of its marks
 constexpr int kLevels[] = {0, 3, 6, 9, 12, 18, 24, 30, 36, 42, 48};  // dB below full scale
 
 qint32 textStepMs(const WaveformLayout& layout, const TimeAxis& time, qint32 lastMs) {

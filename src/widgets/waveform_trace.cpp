@@ -10,9 +10,9 @@ namespace tarnwick::widgets {
 
 namespace {
 
-constexpr double kLineFrames = 2.0;   // frames per column below which the wave becomes a line
-constexpr double kDotDistance = 4.0;  // logical pixels between samples needed for dots
-constexpr double kDotRadius = 1.75;   // logical pixels
+constexpr int kLineFrames = 2;       // frames per column below which the wave becomes a line
+constexpr int kDotDistance = 4;      // logical pixels between samples needed for dots
+constexpr double kDotRadius = 1.75;  // logical pixels
 constexpr float kFullScale = 32767.0f / 32768.0f;
 
 }  // namespace

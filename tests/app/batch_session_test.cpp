@@ -154,39 +154,4 @@ TEST_F(Batch, ClosingTheWindowDuringARunLeavesOnlyCompleteFiles) {
         EXPECT_NEAR(endsOf(test::samplesOf(in(name))).second, 500.0, 1.0);
 }
 
-TEST_F(Batch, WhatFailedIsToldWhenTheRunHasEnded) {
-    put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
-    put(u"2.wav"_qs, test::wavFile(test::wave(200, 9000)));
-    put(u"3.wav"_qs, test::wavFile(prompt(911, 9000, 1203)));
-    ASSERT_TRUE(QDir().mkdir(in(u"3.aiff"_qs)));  // a folder that has the name of an output
-    open();
-    window().chCutEnd->setChecked(true);
-    window().opFormat[3]->setChecked(true);
-    window().cbProcess->click();
-    ASSERT_TRUE(finished(3));
-    EXPECT_EQ(listed(), u"1.aiff|2.aiff");
-    const std::string told = toldBy(notices);
-    EXPECT_TRUE(told.starts_with("1 of 3 files was not written: 3.wav (")) << told;
-    EXPECT_TRUE(
-        told.ends_with("1 of 3 files was not cut at its end, because the cut is longer "
-                       "than the sound: 2.wav."))
-        << told;
-    EXPECT_TRUE(boxes().isEmpty());
-    expectSourcesKept();
-}
-
-TEST_F(Batch, ARunThatWaitsOrGoesRoundIsToldAndItsWindowCanBeClosed) {
-    put(u"1.wav"_qs, test::wavFile(prompt(911, 9000, 802)));
-    open();
-    tickAll();
-    window().cbProcess->click();
-    ASSERT_TRUE(test::waitUntil([&] { return !notices.shown().isEmpty(); }, 20000))
-        << window().txbDebug->toPlainText().toStdString();
-    EXPECT_TRUE(toldBy(notices).starts_with("The batch run goes round in circles at 1.wav: "));
-    window().parentWidget()->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(notices.entries().size(), 1);
-    expectSourcesKept(1);
-}
-
 }  // namespace

@@ -118,21 +118,6 @@ TEST_F(Session, BadRecordingsShowABoxAndNothingElseHappens) {
     EXPECT_EQ(desk.log().count("\r\n"), 2);
 }
 
-TEST_F(Session, BadWorkbooksEndTheLoadOrTheProgram) {
-    write(u"take.wav"_qs, test::wavFile(test::wave(200, 9000)));
-    load();
-    EXPECT_EQ(boxes(), QStringList(u"No Excel file in Project folder.\rPlease fix and reload "
-                                   u"working files."_qs));
-    EXPECT_EQ(EDT->GetSoundDuration(), 0);
-    write(u"script.xlsx"_qs, "no workbook");
-    EXPECT_THROW(load(), test::ProcessEnded);
-    EXPECT_TRUE(desk.log().contains("frmMain.Import_Excel: "));
-    EXPECT_TRUE(desk.log().contains(", Line 70\r\n"));
-    writeScript(502);
-    EXPECT_THROW(load(), test::ProcessEnded);
-    EXPECT_TRUE(desk.log().contains("frmMain.Import_Excel: Subscript out of range, Line 90\r\n"));
-}
-
 TEST_F(Session, ANewLoadReplacesOneInProgress) {
     const Samples speech = test::wave(900, 9000) + test::wave(1800, 100) + test::wave(900, 9000);
     writeScript(3);

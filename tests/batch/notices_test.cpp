@@ -370,15 +370,13 @@ TEST_F(Told, ChoicesAreToldWhereTheyAreMadeAndWhereTheRunBegins) {
         told().startsWith(u"This box does not contain a number: the cut at the end (empty)"));
 }
 
-TEST_F(Told, AnEmptyBoxIsToldBeforeItEndsTheProgram) {
+TEST_F(Told, AnEntryThatEndsTheProgramIsNamed) {
     open({u"a.wav"_qs});
     form.txbSetSilenceStart->clear();
     EXPECT_THROW(process(), test::ProcessEnded);
     EXPECT_TRUE(told().startsWith(u"This box does not contain a number: the silence at the start"));
-}
-
-TEST_F(Told, AFaultOfAnEntryNamesTheEntry) {
-    open({u"a.wav"_qs});
+    boxes();
+    form.txbSetSilenceStart->setText(u"500"_qs);
     form.txbSilencePerc->setText(u"5 x"_qs);
     EXPECT_EQ(endOf([&] { form.cbProcess->click(); }),
               u"cbProcess_Click: Type mismatch (the silence threshold in percent: '5 x'), Line 70");

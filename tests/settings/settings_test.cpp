@@ -187,6 +187,10 @@ TEST_F(SettingsDatabaseTest, RefusesWhatIsNotTheDatabase) {
     EXPECT_TRUE(database_.isOpen());
     database_.Release();
     EXPECT_FALSE(database_.isOpen());
+    database_.Open(good);
+    database_.Execute("BEGIN IMMEDIATE");
+    EXPECT_NE(faultOf([&] { database_.Close(); }), "none") << "a transaction that does not end";
+    EXPECT_FALSE(database_.isOpen());
     for (const QByteArray& content : {QByteArray(), QByteArray(5000, 'x')}) {
         test::writeFile(file(), content);
         EXPECT_NE(faultOf([&] { admin(17); }), "none") << content.size();
@@ -237,6 +241,7 @@ TEST_F(SettingsDatabaseTest, TwoCopiesShareTheFileAndASaveWaitsForAnother) {
     EXPECT_EQ(files(), QStringList{"Tarnwick.mdb"});
     other.Open(connection());
     other.Execute("BEGIN IMMEDIATE");
+    EXPECT_TRUE(files().contains("Tarnwick.mdb-wal")) << "also after it was closed";
     std::thread end([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(30));
         other.Execute("COMMIT");
@@ -295,5 +300,6 @@ TEST(SettingsText, TheFileIsBesideTheExecutableAndApostrophesAreDoubled) {
         EXPECT_EQ(faultOf([&] { settings::partOf(bad, "a"); }), "Invalid connection string.")
             << bad;
     EXPECT_EQ(settings::partOf("a=;b=\"\";c=\"\"\"\"", "c"), "\"");
+    EXPECT_EQ(settings::partOf("a=x;b=a", "a"), "x");
     EXPECT_EQ(settings::Quote_Doubled("it's ''"), "it''s ''''");
 }

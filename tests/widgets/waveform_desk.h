@@ -48,18 +48,19 @@ class WaveformDesk : public testing::Test {
             {c.wave, '#'},          {c.selected(c.wave), '%'},
             {c.zeroLine, '-'},      {c.selected(c.zeroLine), '='},
             {c.clipped, '!'},       {c.selected(c.clipped), '*'},  // and the play head
-            {c.selectionEdge, '|'}, {c.cursor, 'c'},
+            {c.selectionEdge, '|'}, {c.cursor, 'c'},               // and the pressed stretch
             {c.outside, ' '},       {c.scaleGround, '_'},
-            {c.frame, '+'}};
+            {c.frame, '+'},         {c.band, '~'},
+            {c.slip, 'v'}};
         const auto found = std::ranges::find(letters, colour, [](auto& l) { return l.first; });
         if (found != std::end(letters)) return found->second;
         return contrast(colour, c.background) > 2.0 ? 'x' : '.';
     }
-    // The picture as text, a line for each row.
-    std::string drawn(double ratio = 1.0) {
+    // Rows of the picture as text, a line for each.
+    std::string drawn(double ratio = 1.0, int top = 0, int rows = INT_MAX) {
         const QImage image = picture(ratio);
         std::string text = "\n";
-        for (int y = 0; y < image.height(); ++y) {
+        for (int y = top; y < image.height() && y - top < rows; ++y) {
             for (int x = 0; x < image.width(); ++x)
                 text += letterOf(image.pixelColor(x, y));
             text += '\n';

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontMetrics>
 #include <QPalette>
 
 #include "widgets/waveform_colours.h"
+#include "widgets/waveform_layout.h"
 #include "widgets/waveform_scales.h"
 
 namespace tarnwick::widgets {
@@ -76,6 +78,42 @@ TEST(WaveformGeometry, ASampleLiesInTheBandOfItsChannel) {
     EXPECT_EQ(band.yOf(-0.125f, 2.0f), 135.0);
 }
 
+TEST(WaveformLayout, ItsPartsFillTheFrameAtAnyDensity) {
+    QFont font;
+    font.setPixelSize(20);
+    const QRect part(5, 7, 30, 20);
+    const struct {
+        double ratio;
+        int hair;
+        QRect logical, device;  // what the part touches
+    } rows[] = {{1.0, 1, part, part},
+                {1.5, 1, {2, 4, 22, 15}, {6, 9, 48, 33}},
+                {2.0, 2, {2, 3, 16, 11}, {10, 14, 60, 40}},
+                {3.0, 3, {1, 2, 11, 7}, {15, 21, 90, 60}}};
+    for (const auto& [ratio, hair, logical, device] : rows) {
+        const WaveformLayout layout({400, 200}, ratio, engine::WaveformSettings(), font, true);
+        const auto pixels = [&, one = ratio](int count) { return qRound(count * one); };
+        const QRect wave = layout.wave();
+        const QRect inside(2 * hair, 2 * hair, pixels(400) - 4 * hair, pixels(200) - 4 * hair);
+        const QFontMetrics text(layout.font());
+        EXPECT_EQ(layout.font().pixelSize(), pixels(18));
+        EXPECT_EQ(layout.hair(), hair);
+        EXPECT_EQ(layout.pixels(0.1), 1);
+        EXPECT_EQ(layout.strip(),
+                  QRect(wave.left(), inside.top(), wave.width(), text.height() + pixels(3)));
+        EXPECT_EQ(layout.ruler(),
+                  QRect(wave.left(), wave.bottom() + 1, wave.width(), text.height() + pixels(5)));
+        EXPECT_EQ(layout.levels(),
+                  QRect(inside.left(), wave.top(),
+                        text.horizontalAdvance(QStringLiteral("−00")) + pixels(10), wave.height()));
+        EXPECT_EQ(wave.left(), layout.levels().right() + 1);
+        EXPECT_EQ(layout.strip().united(layout.ruler()).united(layout.levels()), inside);
+        EXPECT_EQ(layout.logicalAxis({0, 9}).left(), wave.left() / ratio);
+        EXPECT_EQ(layout.logical(part), logical) << ratio;
+        EXPECT_EQ(layout.device(part), device) << ratio;
+    }
+}
+
 TEST(WaveformGeometry, RulerStepsAreRoundTimesWideEnoughToRead) {
     const struct {
         double msPerPixel;
@@ -114,20 +152,34 @@ TEST(WaveformColoursTest, StandOutWhateverThePalette) {
     } palettes[] = {{Qt::white, Qt::black, QColor(48, 140, 198)},
                     {QColor(25, 25, 25), Qt::white, QColor(42, 130, 218)},
                     {Qt::black, Qt::yellow, Qt::green},
+                    {Qt::black, Qt::white, QColor(0, 0, 128)},
+                    {Qt::white, Qt::black, Qt::yellow},
                     {Qt::white, Qt::black, QColor(255, 250, 160)},  // a nearly invisible accent
+                    {QColor(248, 240, 220), QColor(51, 51, 51), QColor(255, 136, 0)},
                     {QColor(40, 40, 40), QColor(220, 220, 220), QColor(45, 45, 60)},
                     {QColor(110, 110, 110), Qt::white, Qt::white},  // one that hides the wave
                     {QColor(128, 128, 128), Qt::black, Qt::gray}};
     for (const auto& p : palettes) {
-        const WaveformColours colours(paletteOf(p.base, p.text, p.accent));
-        const std::string name = p.base.name().toStdString() + p.accent.name().toStdString();
-        for (const QColor& colour :
-             {colours.wave, colours.clipped, colours.selectionEdge, colours.cursor, colours.focus})
-            EXPECT_GE(contrast(colour, colours.background), 3.0) << name;
-        EXPECT_GE(contrast(colours.ruler, colours.scaleGround), 4.5) << name;
-        EXPECT_GE(contrast(colours.selected(colours.wave), colours.selected(colours.background)),
-                  3.0)
-            << name;
+        const WaveformColours c(paletteOf(p.base, p.text, p.accent));
+        const std::tuple<QColor, QColor, double> pairs[] = {
+            {c.wave, c.background, 3.0},
+            {c.selected(c.wave), c.selected(c.background), 3.0},
+            {c.wave, c.band, 3.0},
+            {c.selected(c.wave), c.selected(c.band), 3.0},
+            {c.clipped, c.background, 3.0},
+            {c.selectionEdge, c.background, 3.0},
+            {c.cursor, c.background, 3.0},
+            {c.focus, c.background, 3.0},
+            {c.slip, c.background, 3.0},
+            {c.slip, c.band, 3.0},
+            {c.selected(c.slip), c.selected(c.band), 3.0},
+            {c.pressed, c.scaleGround, 3.0},
+            {c.flagged, c.scaleGround, 4.5},
+            {c.ruler, c.scaleGround, 4.5}};
+        for (const auto& [colour, ground, least] : pairs)
+            EXPECT_GE(contrast(colour, ground), least)
+                << colour.name().toStdString() << " on " << ground.name().toStdString();
+        EXPECT_NE(c.band, c.background);
     }
 }
 
@@ -137,19 +189,20 @@ TEST(WaveformColoursTest, AreThoseOfTheDesign) {
         std::string names;
         for (const QColor& colour :
              {c.background, c.outside, c.frame, c.focus, c.wave, c.clipped, c.zeroLine,
-              c.scaleGround, c.ruler, c.selection, c.selectionEdge, c.cursor, c.playHead})
+              c.scaleGround, c.ruler, c.selection, c.selectionEdge, c.cursor, c.playHead, c.band,
+              c.flagged, c.pressed, c.slip})
             names += ' ' + colour.name().mid(1).toStdString();
         return names.substr(1);
     };
     EXPECT_EQ(told(Qt::white, Qt::black, QColor(48, 140, 198)),
               "ffffff e6e6e6 b3b3b3 308cc6 26709e cc1e1e bfbfbf f5f5f5 4d4d4d b4d6ea 308cc6 000000 "
-              "cc1e1e");
+              "cc1e1e e8e8e8 cc0000 308cc6 b36200");
     EXPECT_EQ(told(QColor(25, 25, 25), Qt::white, QColor(42, 130, 218)),
               "191919 303030 5e5e5e 2a82da 559be1 ff6b6b 535353 222222 bababa 0f2f4e 2a82da ffffff "
-              "ff6b6b");
+              "ff6b6b 323232 ff4d4d 2a82da ff8c00");
     EXPECT_EQ(told(Qt::white, Qt::black, QColor(255, 200, 0)),
               "ffffff e6e6e6 b3b3b3 b38c00 8f7000 cc1e1e bfbfbf f5f5f5 4d4d4d ffeba3 b38c00 000000 "
-              "cc1e1e")
+              "cc1e1e e8e8e8 cc0000 997800 b36200")
         << "an accent too light";
 }
 

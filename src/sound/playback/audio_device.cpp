@@ -22,8 +22,7 @@ constexpr std::int64_t kMostLatency = 96000;  // the library's limit, in frames
 AudioDevice::~AudioDevice() { disconnect(); }
 
 bool AudioDevice::connect() {
-    if (context_) return true;
-    return cubeb_init(&context_, "Tarnwick", nullptr) == CUBEB_OK;
+    return context_ || cubeb_init(&context_, "Tarnwick", nullptr) == CUBEB_OK;
 }
 
 void AudioDevice::disconnect() {

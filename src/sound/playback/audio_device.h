@@ -32,7 +32,6 @@ class AudioDevice {
     void hold();
     void close();  // ends the stream at once
 
-    bool isOpen() const { return stream_ != nullptr; }
     bool lost() const { return lost_.load(); }  // the device went away
 
     // Frames of the ring that the device has taken so far.

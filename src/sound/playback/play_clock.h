@@ -33,7 +33,7 @@ class PlayClock {
     int rate_;
     bool running_ = false;
     Time anchor_{};  // the time when the clock was at base_
-    double base_ = 0.0;
+    double base_{};
     std::int64_t limit_ = 0;
     std::int64_t told_ = 0;  // the last position returned
 };

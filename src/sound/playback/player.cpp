@@ -180,7 +180,7 @@ bool Player::Machine::follow(std::uint64_t generation, Playback& playback) {
         if (!current(generation) || paused_) return false;
         clock_.limit(playback.taken());
         // The clock starts only when the device has begun to play, which takes some time.
-        if (!clock_.running() && played != 0) clock_.run(now());
+        if (played != 0) clock_.run(now());
         if (clock_.running() && played) clock_.report(now(), *played);
         if (clock_.position(now()) < playback.frames()) return false;
     }

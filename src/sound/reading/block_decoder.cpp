@@ -42,10 +42,9 @@ class AdpcmStream : public SampleStream {
   private:
     // Decodes the next blocks; returns false at the end.
     bool decodeMore() {
-        constexpr std::int64_t kBytesWanted = 16 * 1024;
+        constexpr std::int64_t kBlocks = 32;
         const std::int64_t size = layout_.blockBytes;
-        const std::int64_t blocks = std::max<std::int64_t>(kBytesWanted / size, 1);
-        bytes_.resize(static_cast<std::size_t>(std::min(blocks * size, end_ - at_)));
+        bytes_.resize(static_cast<std::size_t>(std::min(kBlocks * size, end_ - at_)));
         file_.read(at_, bytes_);
         at_ += static_cast<std::int64_t>(bytes_.size());
         held_ = layout_.framesIn(static_cast<std::int64_t>(bytes_.size()), channels_);

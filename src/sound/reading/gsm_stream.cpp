@@ -53,7 +53,7 @@ void GsmStream::makeHeader(const StoredSound& sound) {
             *at++ = static_cast<std::uint8_t>(value >> (8 * i));
     };
     tag("RIFF");
-    number(kHeaderBytes - 8 + blockBytes_ + blockBytes_ % 2, 4);
+    number(kHeaderBytes - 8 + blockBytes_, 4);
     tag("WAVE");
     tag("fmt ");
     number(20, 4);

@@ -16,10 +16,10 @@ constexpr int kDecoderDelay = 529;
 
 // Which of the decoded samples belong to the sound.
 struct Cut {
-    std::int64_t delay = 0;         // samples to drop at the beginning
-    std::int64_t length = 0;        // samples expected
+    std::int64_t delay{};           // samples to drop at the beginning
+    std::int64_t length{};          // samples expected
     std::int64_t most = INT64_MAX;  // upper limit of the samples kept
-    bool splits = false;            // whether decoding may begin in the middle
+    bool splits{};                  // whether decoding may begin in the middle
 };
 
 // Computes the length without decoding, from the number of frames and what the tag says to cut off.

@@ -149,7 +149,8 @@ void RateBlocks::makeAlone(std::int64_t number, std::vector<double>& block,
     };
     while (block.size() < wanted) {
         if (givenUp()) throw SoundError(SoundFailure::Cancelled, "the writing was called off");
-        const std::int64_t most = std::max<std::int64_t>(kChunkFrames * from_ / to_, 1024);
+        // Never 0, as no ratio that splits is that extreme.
+        const std::int64_t most = kChunkFrames * from_ / to_;
         const std::int64_t count = std::min({kChunkFrames, most, framesIn_ - at});
         if (count == 0) {
             take(resampler.finish());

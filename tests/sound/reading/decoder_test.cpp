@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <tuple>
@@ -179,6 +181,10 @@ TEST_F(Decoders, Mp3FromEveryEighthFrameMatchesBitForBit) {
         const Mp3Header& header = start->header;
         const Mp3Index index(*file, *start, {});
         const Mp3Stream::Part everything{{0, 0, start->byte, {}}, index.end(), 0, INT64_MAX};
+        Mp3Header other = header;
+        ++other.rate;
+        EXPECT_EQ(failureOf([&] { Mp3Stream(*file, other, everything, {}); }),
+                  SoundFailure::Damaged);
         Mp3Stream whole(*file, header, everything, {});
         std::stop_source stop;
         stop.request_stop();
@@ -291,6 +297,20 @@ TEST(ScratchDecoder, ReportsHowFarTheFirstStreamIsAndStopsWhenAsked) {
         EXPECT_EQ(failureOf(decode), SoundFailure::Cancelled);
         EXPECT_EQ(percents, wanted);
     }
+}
+
+TEST(ScratchDecoder, ItsFileCannotOutgrowTheDisk) {
+    const auto scratch = SourceFile::scratch(200);
+    std::vector<std::uint8_t> bytes(200, 7);
+    struct rlimit limit;
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const struct rlimit small { 100, limit.rlim_max };
+    std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    const auto full = failureOf([&] { scratch->write(0, bytes); });
+    setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(full, SoundFailure::NoSpace);
+    EXPECT_EQ(scratch->readSome(0, bytes), 100);
 }
 
 TEST_F(Decoders, AFileThatChangesWhileItIsOpenedIsRefused) {

@@ -152,10 +152,30 @@ TEST_F(Mp3Frames, LoseWhatTheTagCutsOff) {
                                  number(delay << 12 | padding, 3, true);
         file(frame(0xFFFB9000, body) + times(3, frame()));
         std::int64_t held = -1;
-        const auto failure =
-            failureOf([&] { held = Source::open(folder_.path() / "frames")->frames(); });
+        const auto failure = failureOf([&] {
+            const auto source = Source::open(folder_.path() / "frames");
+            held = source->frames();
+            EXPECT_EQ(source->format(), (AudioFormat{44100, 2, 24, false}));
+        });
         EXPECT_EQ(held, samples) << frames << " " << delay << " " << padding;
         EXPECT_EQ(failure.value_or(SoundFailure::NotASound), SoundFailure::NotASound);
+    }
+}
+
+TEST_F(Mp3Frames, TellTheirLengthBeforeTheyAreDecoded) {
+    const auto tagged = [](int frames) {
+        return frame(0xFFFB9000,
+                     std::string(32, '\0') + "Info" + number(1, 4, true) + number(frames, 4, true));
+    };
+    const std::string hundred = times(100, frame());  // 1152 samples each
+    for (const auto& [bytes, ms] : {std::pair(hundred, 2612),
+                                    {id3(5000) + hundred + "TAG", 2612},
+                                    {tagged(0) + hundred, 2612},
+                                    {tagged(40) + hundred, 1044}}) {
+        file(bytes);
+        const Source::Lengths lengths = Source::probe(folder_.path() / "frames");
+        EXPECT_EQ(lengths.held, ms);
+        EXPECT_EQ(lengths.claimed, 0);
     }
 }
 

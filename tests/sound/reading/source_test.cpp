@@ -1,12 +1,10 @@
 #include "sound/reading/source.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <fstream>
 #include <map>
 #include <random>
@@ -184,18 +182,19 @@ TEST_F(SourceTest, FindsTheSamplesInEveryLayout) {
 }
 
 TEST_F(SourceTest, TellsHowLongAFileThatIsCutOffClaimsToBe) {
-    const auto claimed = [&](const std::string& file) {
-        const auto opened = SourceFile::open(write(file));
-        const auto found = readWaveHeader(*opened);
-        return (found ? found : readAiffHeader(*opened))->claimedFrames;
+    // What it holds and claims, in ms.
+    const auto lengths = [&](const std::string& file) {
+        const auto [held, claimed] = Source::probe(write(file));
+        return std::pair<int, int>(held, claimed);
     };
-    const std::string two(4, 'x');
-    for (const auto& [size, frames] :
+    const std::string twoMs(4, 'x');  // at 1 kHz
+    for (const auto& [size, ms] :
          std::map<unsigned, int>{{1000, 500}, {4, 0}, {0, 0}, {0x7FFFFFFF, 0}, {0xFFFFFFFF, 0}})
-        EXPECT_EQ(claimed(wave(format(1, 1, 8000, 16) + "data" + number(size, 4) + two)), frames);
-    const std::string whole = aiff(9, 16, "", std::string(18, 'x'));
-    EXPECT_EQ(claimed(whole), 0);
-    EXPECT_EQ(claimed(whole.substr(0, whole.size() - 10)), 9);
+        EXPECT_EQ(lengths(wave(format(1, 1, 1000, 16) + "data" + number(size, 4) + twoMs)),
+                  std::pair(2, ms));
+    const std::string whole = aiff(441, 16, "", std::string(882, 'x'));
+    EXPECT_EQ(lengths(whole), std::pair(10, 0));
+    EXPECT_EQ(lengths(whole.substr(0, whole.size() - 445)), std::pair(4, 10));
 }
 
 TEST_F(SourceTest, BelievesNoSizeThatALongFileContradicts) {
@@ -235,10 +234,11 @@ TEST_F(SourceTest, PredictsByTheWeightsThatTheFileLists) {
     for (const auto& [listed, weights, chosen, third, fourth] : cases) {
         const std::string block =
             chosen + number(16, 2) + number(1000, 2) + number(400, 2) + std::string(1, '\0');
-        const auto values =
-            samples(wave(blocks(2, 1, 8, 4, number(listed, 2) + weights) + chunk("data", block)));
-        EXPECT_EQ(values, (std::vector<double>{400 / 32768.0, 1000 / 32768.0, third / 32768.0,
-                                               fourth / 32768.0}))
+        const auto source = Source::open(
+            write(wave(blocks(2, 1, 8, 4, number(listed, 2) + weights) + chunk("data", block))));
+        EXPECT_EQ(source->format(), (AudioFormat{8000, 1, 16, false}));
+        EXPECT_EQ(samplesOf(*source), (std::vector<double>{400 / 32768.0, 1000 / 32768.0,
+                                                           third / 32768.0, fourth / 32768.0}))
             << listed << " weights";
     }
 }
@@ -321,20 +321,6 @@ TEST_F(SourceTest, RefusesFilesWithoutUsableSound) {
               SoundFailure::Damaged);
     EXPECT_EQ(failureOf([&] { Source::open(folder_.path() / "gone.wav"); }),
               SoundFailure::NotFound);
-}
-
-TEST_F(SourceTest, AScratchFileCannotOutgrowTheDisk) {
-    const auto scratch = SourceFile::scratch(200);
-    std::vector<std::uint8_t> bytes(200, 7);
-    struct rlimit limit;
-    getrlimit(RLIMIT_FSIZE, &limit);
-    const struct rlimit small { 100, limit.rlim_max };
-    std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &small);
-    const auto full = failureOf([&] { scratch->write(0, bytes); });
-    setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_EQ(full, SoundFailure::NoSpace);
-    EXPECT_EQ(scratch->readSome(0, bytes), 100);
 }
 
 TEST_F(SourceTest, GivesEveryStretchAndItsPeaks) {

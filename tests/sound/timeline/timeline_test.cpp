@@ -122,7 +122,10 @@ class BlockSound {
         std::filesystem::last_write_time(file_, written);
     }
 
-    void cutOff() { std::filesystem::resize_file(file_, 44); }  // no sample can be read then
+    // Leaves only the first `frames`. No other sample can be read then.
+    void cutOff(int frames = 0) {
+        std::filesystem::resize_file(file_, static_cast<std::uintmax_t>(44 + 2 * frames));
+    }
 
     std::shared_ptr<const Source> source;
 
@@ -143,10 +146,13 @@ TEST(Timeline, ColumnsOfTwoBlocksOrMoreReadNoSamples) {
     EXPECT_EQ(columns[2].maximum, 0.0f) << "the third is not part of the picture";
     EXPECT_TRUE(timeline.columns(0, 600, 1060, std::span(columns).first(1)));
     EXPECT_EQ(columns[1].maximum, 400 / 32768.0f);
+    sound.cutOff(2 * 511);
+    EXPECT_TRUE(filled(511)) << "nothing behind the picture is read";
+    sound.cutOff(2 * 511 - 1);
+    EXPECT_FALSE(filled(511));
     sound.cutOff();
     EXPECT_TRUE(filled(512));
     EXPECT_EQ(columns[0].maximum, 200 / 32768.0f);
-    EXPECT_FALSE(filled(511));
 }
 
 TEST(PeakLevel, ReadsOnlyBlocksThatMayHoldTheLargestSample) {
@@ -214,6 +220,29 @@ TEST(SourceSearch, ReadsOnlyBlocksThatMayBeLoud) {
     EXPECT_EQ(highest.firstLoud(0, 400), -1);
     highest.setGain(2.0);
     EXPECT_THROW(highest.firstLoud(0, 400), SoundError);
+}
+
+TEST(Scans, RefuseAChangedSourceAlsoWhereTheyWouldReadNothing) {
+    BlockSound sound({0, 0});
+    const Timeline timeline(sound.source);
+    sound.cutOff();
+    const std::function<void()> scans[] = {[&] { findSilences(timeline, 589, 1); },
+                                           [&] { audibleRange(timeline, 589); },
+                                           [&] {
+                                               withoutSilence(timeline, {0, 9}, 589, 1);
+                                           },
+                                           [&] {
+                                               peakLevel(timeline, {0, 9});
+                                           }};
+    for (const auto& scan : scans)
+        EXPECT_EQ(failureOf(scan), SoundFailure::SourceChanged);
+}
+
+TEST(Scans, TakeAThresholdOutsideItsScaleForTheNearestOnIt) {
+    const AudioFormat floats{44100, 1, 32, true};
+    const Timeline timeline(sourceOf(ListSound(floats, {0.0, 1.00002, -1e-9, 0.0})));
+    for (const auto& [threshold, end] : {std::pair(40'000, 2), {32'767, 2}, {0, 3}, {-40'000, 3}})
+        EXPECT_EQ(audibleRange(timeline, threshold), (FrameRange{1, end})) << threshold;
 }
 
 TEST(Scans, ReportProgressAndStop) {

@@ -89,15 +89,26 @@ std::vector<Way> codecs() {
 }
 
 std::vector<Way> mp3s() {
+    // Those of MPEG 2.5, 2 and 1, in kilobits per second.
+    const std::pair<std::vector<int>, std::vector<int>> versions[] = {
+        {{8000, 11025, 12000}, {8, 16, 24, 32, 40, 48, 56, 64}},
+        {{16000, 22050, 24000}, {8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160}},
+        {{32000, 44100, 48000}, {32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320}}};
     std::vector<Way> ways;
-    for (const int rate : {8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000})
-        for (const int channels : {1, 2})
-            for (const int bitRate : mp3BitRates(rate)) {
-                // With a bit per sample or more, even a level change of 3 % would be detected.
-                Way way{{Container::Mp3, {rate, channels, 16, false}, bitRate}, "mp3"};
-                way.decibels = bitRate >= rate * channels ? 30.0 : 4.0;
-                ways.push_back(way);
+    for (const auto& [rates, kilobits] : versions)
+        for (const int rate : rates) {
+            std::vector<int> offered;
+            for (const int kilobit : kilobits) {
+                offered.push_back(kilobit * 1000);
+                for (const int channels : {1, 2}) {
+                    Way way{{Container::Mp3, {rate, channels, 16, false}, offered.back()}, "mp3"};
+                    // With a bit per sample or more, even a level change of 3 % would be detected.
+                    way.decibels = offered.back() >= rate * channels ? 30.0 : 4.0;
+                    ways.push_back(way);
+                }
             }
+            EXPECT_EQ(mp3BitRates(rate), offered);
+        }
     return ways;
 }
 
@@ -261,6 +272,14 @@ TEST_F(Encoders, OverloadIsClippedAndNeverWraps) {
         for (std::size_t middle = 450; middle < values.size(); middle += 300)
             EXPECT_GT(others[i].samples.at(middle) * values[middle], 3.0 * 0.6)
                 << ways[i] << " at " << middle;
+    const Way mp3{{Container::Mp3, {44100, 1, 16, false}, 128000}, "mp3"};
+    const auto encoded = [&](double value) {
+        values.assign(2000, value);
+        return contentOf(write(mp3, ListSound(mp3.output.format, values)));
+    };
+    for (const auto& [beyond, kept] : {std::pair(1e300, 8.0), {-1e300, -8.0}, {NAN, 0.0}})
+        EXPECT_TRUE(encoded(beyond) == encoded(kept)) << beyond;
+    EXPECT_FALSE(encoded(8.0) == encoded(7.5));
 }
 
 TEST_F(Encoders, RefuseFormatsAndLengthsThatNoFileCanHold) {
